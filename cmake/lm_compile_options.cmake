@@ -1,0 +1,21 @@
+# The compile options that every target of the project shares: `lm_options`.
+
+set(LM_SANITIZER "" CACHE STRING "Sanitizers for the whole build: 'address,undefined', 'thread' or empty")
+
+find_package(Threads REQUIRED)
+
+add_library(lm_options INTERFACE)
+target_include_directories(lm_options INTERFACE ${PROJECT_SOURCE_DIR})
+target_link_libraries(lm_options INTERFACE Threads::Threads)
+target_compile_options(lm_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual -Werror
+  -fvisibility=hidden -fvisibility-inlines-hidden
+  # A unique symbol would pin the module in memory: the host could never unmap it.
+  $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>
+  # Replays are equal byte for byte on every machine only when no multiply-add is fused.
+  -ffp-contract=off)
+if(LM_SANITIZER)
+  target_compile_options(lm_options INTERFACE
+    -fsanitize=${LM_SANITIZER} -fno-sanitize-recover=all -fno-omit-frame-pointer -O1)
+  target_link_options(lm_options INTERFACE -fsanitize=${LM_SANITIZER})
+endif()

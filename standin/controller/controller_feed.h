@@ -1,0 +1,70 @@
+/// The other side of the controller stand-in: what the daemon and its device do, told by the workbench or a
+/// test. Any thread. The module never sees this; it calls the seven operations of `device/lmt_ctrlr.h`.
+#ifndef STANDIN_CONTROLLER_FEED_H
+#define STANDIN_CONTROLLER_FEED_H
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "standin/controller/controller_api.h"
+#include "standin/fault_point.h"
+
+namespace standin::controller {
+
+/// One event as the daemon sends it: a code below 0 is a motion record.
+struct Event {
+  std::int32_t code = -1;
+  std::array<std::int16_t, 6> axes{};  ///< x, y, z, rx, ry, rz
+  std::int32_t extra1 = 0;
+  std::int32_t extra2 = 0;
+};
+
+/// A daemon freshly started: one device "Lumetrapad", rotation mode 0, zoom-after-view off, not connected,
+/// nothing pending, no faults, all counts 0.
+STANDIN_CONTROLLER_API void reset();
+
+/// Queues the event for lmGetEvent and wakes its reader. While the device is down the event is lost.
+STANDIN_CONTROLLER_API void deliver(const Event& event);
+
+/// The devices the daemon knows, by name.
+STANDIN_CONTROLLER_API void setDevices(const std::vector<std::string>& names);
+
+/// The advanced settings; announced only by an event of the caller's.
+STANDIN_CONTROLLER_API void setAdvancedSettings(std::int32_t rotationMode, std::uint8_t zoomAfterView);
+
+/// Down: every operation fails until it is up again; a reader waiting in lmGetEvent gets its failure.
+STANDIN_CONTROLLER_API void setDown(bool isDown);
+
+/// Axis values last handed out by lmGetEvent (zero at start): what the reading thread was last given.
+STANDIN_CONTROLLER_API std::array<std::int16_t, 6> lastHandedOver();
+
+/// Events handed out by lmGetEvent since reset(), of any code.
+STANDIN_CONTROLLER_API std::uint64_t eventsHandedOver();
+
+/// Events queued and not yet fetched.
+STANDIN_CONTROLLER_API std::size_t eventsPending();
+
+/// Mode names that lmSetApplMode was given with success, in order, each with its application name.
+struct ApplMode {
+  std::string application;
+  std::string mode;
+};
+STANDIN_CONTROLLER_API std::vector<ApplMode> applModes();
+
+/// The application name of the last lmConnect, empty before the first; and its first argument.
+STANDIN_CONTROLLER_API std::string connectedAs();
+
+STANDIN_CONTROLLER_API bool isConnected();
+
+/// Breaches of the calling order seen since reset(): a call before the first lmConnect, lmGetEvent from two
+/// threads. One line each.
+STANDIN_CONTROLLER_API std::vector<std::string> breaches();
+
+/// Faults by the operations' names ("lmConnect" ...).
+STANDIN_CONTROLLER_API FaultRegistry& faults();
+
+}  // namespace standin::controller
+
+#endif

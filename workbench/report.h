@@ -1,0 +1,62 @@
+/// The report of a run: one self-contained HTML page that opens without a network. It shows the drawing as
+/// vector graphics at the recorded moments (slider, play button), the camera's path, the command line and the log.
+#ifndef WORKBENCH_REPORT_H
+#define WORKBENCH_REPORT_H
+
+#include <array>
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "standin/objectarx/host_control.h"
+
+namespace workbench {
+
+/// One entity as it is drawn: polylines in world coordinates.
+struct ReportShape {
+  std::uint64_t handle = 0;
+  std::string layer;
+  int colour = 7;  ///< AutoCAD colour index, already resolved (256 "by layer" does not occur)
+  std::vector<standin::Polyline3> outline;
+};
+
+/// What was on the screen at one moment.
+struct ReportMoment {
+  std::int64_t timeMs = 0;
+  std::array<int, 6> cap{};  ///< x, y, z, rx, ry, rz last handed to the module
+  int viewport = 2;
+  bool isPaper = false;  ///< the sheet of a layout is shown: `paper` holds; otherwise `camera`
+  standin::host::Camera camera;
+  standin::host::PaperView paper;
+  std::vector<std::uint64_t> selection;  ///< handles pre-selected at this moment
+};
+
+struct ReportLine {
+  std::int64_t timeMs = 0;
+  std::string kind;  ///< send, send-activate, print, host, box, beep
+  std::string text;  ///< UTF-8, as it was sent (not escaped)
+};
+
+struct ReportData {
+  std::string drawingName;
+  std::string sessionName;
+  bool isClean = false;
+  std::vector<std::pair<std::string, std::string>> summary;  ///< rows of the summary table: what, how much
+  std::vector<ReportShape> shapes;
+  std::vector<ReportMoment> moments;
+  std::vector<std::pair<std::int64_t, AcGePoint3d>> cameraPath;  ///< every position the camera took, in time
+  std::vector<ReportLine> commandLine;
+  std::string log;  ///< the module's log file as it stands, UTF-8
+};
+
+/// The page as text. Everything of `data` is escaped as its place in the page needs.
+std::string reportPage(const ReportData& data);
+
+/// Writes the page. Throws std::runtime_error with the path and the reason when it cannot.
+void writeReport(const ReportData& data, const std::filesystem::path& file);
+
+}  // namespace workbench
+
+#endif
