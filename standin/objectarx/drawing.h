@@ -35,14 +35,20 @@ struct EntityProperties {
 
 using Polyline3 = std::vector<AcGePoint3d>;
 
-/// An entity that can be drawn and listed. Its SDK base gives open modes, extents and transformBy.
-class STANDIN_OBJECTARX_API DrawnEntity : public AcDbEntity {
+/// What every entity of a drawing is besides a database entity: something that can be drawn and listed.
+class STANDIN_OBJECTARX_API DrawnEntity {
  public:
   explicit DrawnEntity(EntityProperties properties);
-  ~DrawnEntity() override;
+  virtual ~DrawnEntity();
+  DrawnEntity(const DrawnEntity&) = delete;
+  DrawnEntity& operator=(const DrawnEntity&) = delete;
+
+  /// The database entity this is; it gives open modes, extents and transformBy.
+  virtual AcDbEntity& entity() = 0;
   /// DXF type name: "LINE", "CIRCLE", "INSERT" ...
   virtual const char* typeName() const = 0;
-  /// Defining points, as listed: a line's ends, a circle's centre, a polyline's vertices, a block's insertion point.
+  /// Defining points, as listed: a line's ends, a circle's centre, a polyline's vertices, a block's insertion
+  /// point.
   virtual Polyline3 points() const = 0;
   /// What is drawn: polylines in world coordinates, curves in chords (an arc of 360 degrees in 64).
   virtual std::vector<Polyline3> outline() const = 0;
@@ -77,14 +83,16 @@ class STANDIN_OBJECTARX_API Drawing {
   const Layer& layer(const std::string& name) const;  ///< the layer "0" for a name that is not there
   const std::map<std::string, Layer>& layers() const;
 
-  /// Begins a block; entities added with addToBlock become its contents. A later block of the name replaces it.
+  /// Begins a block; entities added with addToBlock become its contents. A later block of the name replaces
+  /// it.
   void addBlock(const std::string& name, const AcGePoint3d& basePoint);
   void addToBlock(const std::string& name, std::unique_ptr<DrawnEntity> entity);
   bool hasBlock(const std::string& name) const;
   const std::vector<std::unique_ptr<DrawnEntity>>& blockEntities(const std::string& name) const;
   AcGePoint3d blockBase(const std::string& name) const;
 
-  /// Adds an entity to model space and answers its handle. Throws std::invalid_argument when the handle is taken.
+  /// Adds an entity to model space and answers its handle. Throws std::invalid_argument when the handle is
+  /// taken.
   std::uint64_t add(std::unique_ptr<DrawnEntity> entity);
 
   /// Entities of model space in order of addition, erased ones included.
@@ -106,7 +114,8 @@ class STANDIN_OBJECTARX_API Drawing {
   std::unique_ptr<Data> mDataP;
 };
 
-// --- the entity kinds; each makes one entity. Arbitrary-axis frame ("OCS") points are already in world here. ---
+// --- the entity kinds; each makes one entity. Arbitrary-axis frame ("OCS") points are already in world here.
+// ---
 
 STANDIN_OBJECTARX_API std::unique_ptr<DrawnEntity> makeLine(EntityProperties, const AcGePoint3d& start,
                                                             const AcGePoint3d& end);
@@ -114,10 +123,12 @@ STANDIN_OBJECTARX_API std::unique_ptr<DrawnEntity> makePoint(EntityProperties, c
 /// `normal` unit; the circle lies in the plane through `centre` perpendicular to it.
 STANDIN_OBJECTARX_API std::unique_ptr<DrawnEntity> makeCircle(EntityProperties, const AcGePoint3d& centre,
                                                               const AcGeVector3d& normal, double radius);
-/// Counter-clockwise about `normal` from `startAngle` to `endAngle`, angles from `xAxis` (unit, perpendicular).
+/// Counter-clockwise about `normal` from `startAngle` to `endAngle`, angles from `xAxis` (unit,
+/// perpendicular).
 STANDIN_OBJECTARX_API std::unique_ptr<DrawnEntity> makeArc(EntityProperties, const AcGePoint3d& centre,
-                                                           const AcGeVector3d& normal, const AcGeVector3d& xAxis,
-                                                           double radius, double startAngle, double endAngle);
+                                                           const AcGeVector3d& normal,
+                                                           const AcGeVector3d& xAxis, double radius,
+                                                           double startAngle, double endAngle);
 /// `majorAxis` from the centre to the end of the major axis; parameters in radians.
 STANDIN_OBJECTARX_API std::unique_ptr<DrawnEntity> makeEllipse(EntityProperties, const AcGePoint3d& centre,
                                                                const AcGeVector3d& normal,
@@ -132,16 +143,17 @@ STANDIN_OBJECTARX_API std::unique_ptr<DrawnEntity> makePolyline(EntityProperties
                                                                 std::vector<PolylineVertex> vertices,
                                                                 const AcGeVector3d& normal, bool isClosed);
 /// A polygon mesh of m by n vertices, row by row ("POLYLINE").
-STANDIN_OBJECTARX_API std::unique_ptr<DrawnEntity> makeMesh(EntityProperties, std::vector<AcGePoint3d> vertices,
-                                                            std::size_t m, std::size_t n, bool isClosedM,
-                                                            bool isClosedN);
+STANDIN_OBJECTARX_API std::unique_ptr<DrawnEntity> makeMesh(EntityProperties,
+                                                            std::vector<AcGePoint3d> vertices, std::size_t m,
+                                                            std::size_t n, bool isClosedM, bool isClosedN);
 /// A polyface mesh ("POLYLINE"): faces of three or four indices into the vertices (0-based).
-STANDIN_OBJECTARX_API std::unique_ptr<DrawnEntity> makePolyface(EntityProperties, std::vector<AcGePoint3d> vertices,
+STANDIN_OBJECTARX_API std::unique_ptr<DrawnEntity> makePolyface(EntityProperties,
+                                                                std::vector<AcGePoint3d> vertices,
                                                                 std::vector<std::vector<std::size_t>> faces);
 STANDIN_OBJECTARX_API std::unique_ptr<DrawnEntity> makeFace(EntityProperties,
                                                             const std::array<AcGePoint3d, 4>& corners);
-/// A block's insertion: `transform` takes the block's frame (base point at its origin) to the world. The block is
-/// looked up in `drawing` whenever it is drawn.
+/// A block's insertion: `transform` takes the block's frame (base point at its origin) to the world. The
+/// block is looked up in `drawing` whenever it is drawn.
 STANDIN_OBJECTARX_API std::unique_ptr<DrawnEntity> makeInsert(EntityProperties, const Drawing& drawing,
                                                               const std::string& block,
                                                               const AcGeMatrix3d& transform);

@@ -1,0 +1,31 @@
+/// Data of a module for each open document. Compiled into the module. Main thread only.
+#ifndef STANDIN_ACAPDMGR_H
+#define STANDIN_ACAPDMGR_H
+
+#include <map>
+
+#include "acdocman.h"
+
+/// A document's T is made when it is first asked for and lives until the document is destroyed.
+template <class T>
+class AcApDataManager : public AcApDocManagerReactor {
+ public:
+  AcApDataManager() { acDocManager->addReactor(this); }
+  ~AcApDataManager() override {
+    // A module is torn down whatever the host answers, and a destructor must not throw.
+    try {
+      acDocManager->removeReactor(this);
+    } catch (...) {
+    }
+  }
+
+  void documentToBeDestroyed(AcApDocument* documentP) override { mData.erase(documentP); }
+
+  T& docData(AcApDocument* documentP) { return mData[documentP]; }
+  T& docData() { return docData(acDocManager->curDocument()); }
+
+ private:
+  std::map<AcApDocument*, T> mData;
+};
+
+#endif

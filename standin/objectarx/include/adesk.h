@@ -1,0 +1,19 @@
+/// The host's basic types.
+#ifndef STANDIN_ADESK_H
+#define STANDIN_ADESK_H
+
+#include <cstddef>
+#include <cstdint>
+
+typedef wchar_t ACHAR;
+/// Makes a wide literal of a narrow one.
+#define ACRX_T(x) L##x
+
+namespace Adesk {
+typedef int Boolean;
+typedef std::int32_t Int32;
+typedef std::int64_t Int64;
+enum : Boolean { kFalse = 0, kTrue = 1 };
+}  // namespace Adesk
+
+#endif

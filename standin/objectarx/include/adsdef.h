@@ -1,0 +1,27 @@
+/// Result buffers and entity names of the host's C interface.
+#ifndef STANDIN_ADSDEF_H
+#define STANDIN_ADSDEF_H
+
+#include "adesk.h"
+
+typedef std::int32_t AdInt32;
+typedef double ads_real;
+typedef ads_real ads_point[3];
+typedef std::int64_t ads_name[2];
+
+union ads_u_val {
+  ads_real rreal;
+  ads_real rpoint[3];
+  short rint;
+  ACHAR* rstring;
+  std::int64_t rlname[2];
+  AdInt32 rlong;
+};
+
+struct resbuf {
+  resbuf* rbnext;
+  short restype;
+  ads_u_val resval;
+};
+
+#endif

@@ -1,0 +1,17 @@
+/// Tolerance of geometric comparisons.
+#ifndef STANDIN_GETOL_H
+#define STANDIN_GETOL_H
+
+class AcGeTol {
+ public:
+  constexpr AcGeTol() = default;
+
+  constexpr double equalPoint() const { return mEqualPoint; }
+  constexpr double equalVector() const { return mEqualVector; }
+
+ private:
+  double mEqualPoint = 1e-10;
+  double mEqualVector = 1e-10;
+};
+
+#endif
