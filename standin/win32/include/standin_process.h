@@ -1,0 +1,17 @@
+/// Where modules of the process are said to lie. Any thread.
+#ifndef STANDIN_PROCESS_H
+#define STANDIN_PROCESS_H
+
+#include <string>
+
+#include "standin_win32_api.h"
+
+namespace standin::windows {
+
+/// GetModuleFileNameW answers `path` for this module handle from now on; an empty path ends that. Without a
+/// path of its own a handle is taken for an address inside the module, and null for the program itself.
+STANDIN_WIN32_API void setModulePath(const void* module, const std::wstring& path);
+
+}  // namespace standin::windows
+
+#endif

@@ -1,0 +1,76 @@
+#include "standin_messages.h"
+
+#include <mutex>
+#include <utility>
+
+#include "windows.h"
+
+namespace standin::windows {
+namespace {
+
+std::mutex messagesMutex;
+std::vector<UserMessage> recorded;
+std::function<void(const UserMessage&)> listenerInForce;
+int boxAnswer = IDOK;
+
+/// The listener runs outside the lock: it may ask for the record.
+void record(const UserMessage& message) {
+  std::function<void(const UserMessage&)> listener;
+  {
+    const std::lock_guard lock(messagesMutex);
+    recorded.push_back(message);
+    listener = listenerInForce;
+  }
+  if (listener) listener(message);
+}
+
+std::wstring orEmpty(LPCWSTR text) {
+  return text == nullptr ? std::wstring() : std::wstring(text);
+}
+
+}  // namespace
+
+std::vector<UserMessage> userMessages() {
+  const std::lock_guard lock(messagesMutex);
+  return recorded;
+}
+
+void clearUserMessages() {
+  const std::lock_guard lock(messagesMutex);
+  recorded.clear();
+  boxAnswer = IDOK;
+}
+
+void setUserMessageListener(std::function<void(const UserMessage&)> listener) {
+  const std::lock_guard lock(messagesMutex);
+  listenerInForce = std::move(listener);
+}
+
+void setBoxAnswer(int answer) {
+  const std::lock_guard lock(messagesMutex);
+  boxAnswer = answer;
+}
+
+}  // namespace standin::windows
+
+using standin::windows::UserMessage;
+
+BOOL Beep(DWORD frequency, DWORD durationMs) {
+  UserMessage message;
+  message.kind = UserMessage::Kind::kBeep;
+  message.frequency = frequency;
+  message.durationMs = durationMs;
+  if (frequency < 37 || frequency > 32767) return FALSE;
+  standin::windows::record(message);
+  return TRUE;
+}
+
+int MessageBoxW(HWND /*owner*/, LPCWSTR text, LPCWSTR caption, UINT type) {
+  UserMessage message;
+  message.caption = standin::windows::orEmpty(caption);
+  message.text = standin::windows::orEmpty(text);
+  message.type = type;
+  standin::windows::record(message);
+  const std::lock_guard lock(standin::windows::messagesMutex);
+  return standin::windows::boxAnswer;
+}

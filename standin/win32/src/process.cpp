@@ -1,0 +1,96 @@
+#include "standin_process.h"
+
+#include <dlfcn.h>
+#include <unistd.h>
+
+#include <array>
+#include <chrono>
+#include <cstdlib>
+#include <cstring>
+#include <ctime>
+#include <map>
+#include <mutex>
+
+#include "windows.h"
+
+namespace standin::windows {
+namespace {
+
+std::mutex modulesMutex;
+std::map<const void*, std::wstring> modulePaths;
+
+/// File names are widened as the locale says; a byte it does not understand is kept as it is.
+std::wstring widened(const char* path) {
+  std::wstring result;
+  std::mbstate_t state{};
+  for (const char* end = path + std::strlen(path); path < end;) {
+    wchar_t character = 0;
+    const std::size_t used = std::mbrtowc(&character, path, static_cast<std::size_t>(end - path), &state);
+    const bool isUnderstood = used != 0 && used <= static_cast<std::size_t>(end - path);
+    result.push_back(isUnderstood ? character : static_cast<wchar_t>(static_cast<unsigned char>(*path)));
+    path += isUnderstood ? used : 1;
+    if (!isUnderstood) state = {};
+  }
+  return result;
+}
+
+std::wstring programPath() {
+  std::array<char, 4096> path{};
+  const ssize_t length = readlink("/proc/self/exe", path.data(), path.size() - 1);
+  return length > 0 ? widened(path.data()) : std::wstring();
+}
+
+std::wstring modulePath(const void* module) {
+  {
+    const std::lock_guard lock(modulesMutex);
+    const auto found = modulePaths.find(module);
+    if (found != modulePaths.end()) return found->second;
+  }
+  if (module == nullptr) return programPath();
+  Dl_info info{};
+  return dladdr(module, &info) != 0 && info.dli_fname != nullptr ? widened(info.dli_fname) : std::wstring();
+}
+
+}  // namespace
+
+void setModulePath(const void* module, const std::wstring& path) {
+  const std::lock_guard lock(modulesMutex);
+  modulePaths.erase(module);
+  if (!path.empty()) modulePaths[module] = path;
+}
+
+}  // namespace standin::windows
+
+DWORD GetModuleFileNameW(HMODULE module, LPWSTR path, DWORD size) {
+  const std::wstring whole = standin::windows::modulePath(module);
+  if (whole.empty() || path == nullptr || size == 0) return 0;
+  const std::size_t length = whole.copy(path, size - 1);
+  path[length] = L'\0';
+  return length < whole.size() ? size : static_cast<DWORD>(length);
+}
+
+DWORD GetCurrentThreadId() {
+  return static_cast<DWORD>(gettid());
+}
+
+DWORD GetCurrentProcessId() {
+  return static_cast<DWORD>(getpid());
+}
+
+void GetSystemTime(LPSYSTEMTIME time) {
+  using std::chrono::duration_cast;
+  using std::chrono::milliseconds;
+  const auto sinceEpoch = std::chrono::system_clock::now().time_since_epoch();
+  const auto ms = duration_cast<milliseconds>(sinceEpoch).count();
+  const std::time_t seconds = ms / 1000;
+  std::tm fields{};
+  gmtime_r(&seconds, &fields);
+  time->wYear = static_cast<WORD>(fields.tm_year + 1900);
+  time->wMonth = static_cast<WORD>(fields.tm_mon + 1);
+  time->wDayOfWeek = static_cast<WORD>(fields.tm_wday);
+  time->wDay = static_cast<WORD>(fields.tm_mday);
+  time->wHour = static_cast<WORD>(fields.tm_hour);
+  time->wMinute = static_cast<WORD>(fields.tm_min);
+  time->wSecond = static_cast<WORD>(fields.tm_sec);
+  time->wMilliseconds = static_cast<WORD>(ms % 1000);
+}
