@@ -1,5 +1,6 @@
 /// The report of a run: one self-contained HTML page that opens without a network. It shows the drawing as
-/// vector graphics at the recorded moments (slider, play button), the camera's path, the command line and the log.
+/// vector graphics at the recorded moments (slider, play button), the camera's path, the command line and the
+/// log.
 #ifndef WORKBENCH_REPORT_H
 #define WORKBENCH_REPORT_H
 
@@ -31,6 +32,10 @@ struct ReportMoment {
   standin::host::Camera camera;
   standin::host::PaperView paper;
   std::vector<std::uint64_t> selection;  ///< handles pre-selected at this moment
+  /// Shapes that at this moment look otherwise than in ReportData::shapes (moved), or are not among them
+  /// (new).
+  std::vector<ReportShape> changed;
+  std::vector<std::uint64_t> gone;  ///< handles of ReportData::shapes that are not there at this moment
 };
 
 struct ReportLine {
@@ -51,7 +56,9 @@ struct ReportData {
   std::string log;  ///< the module's log file as it stands, UTF-8
 };
 
-/// The page as text. Everything of `data` is escaped as its place in the page needs.
+/// The page as text: equal data give equal pages. Everything of `data` is escaped as its place in the page
+/// needs; bytes that are not UTF-8 become U+FFFD, and a camera or outline with an infinite number is told of,
+/// not drawn.
 std::string reportPage(const ReportData& data);
 
 /// Writes the page. Throws std::runtime_error with the path and the reason when it cannot.
