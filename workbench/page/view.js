@@ -1,0 +1,93 @@
+// The big picture: the drawing at a moment, one SVG path for each layer and colour.
+
+const kSvg = "http://www.w3.org/2000/svg";
+
+function svg(name, attributes = {}, ...children) {
+  const element = document.createElementNS(kSvg, name);
+  for (const [key, value] of Object.entries(attributes)) element.setAttribute(key, value);
+  element.append(...children);
+  return element;
+}
+
+class DrawingView {
+  constructor(element, note, scene) {
+    this.element = element;
+    this.note = note;
+    this.scene = scene;
+    this.hiddenLayers = new Set();
+    this.paths = scene.groups.map((group) => svg("path", { "data-layer": group.layer, "data-colour": group.colour }));
+    this.selection = svg("path", { class: "selection" });
+    this.outside = svg("path", { class: "outside" });
+    this.frame = svg("rect", { class: "frame" });
+    this.triad = svg("g", { class: "triad" });
+    element.append(...this.paths, this.selection, this.outside, this.frame, this.triad);
+    this.recolour();
+  }
+
+  recolour() {
+    const ink = themeColour("--ink"), paper = themeColour("--paper");
+    this.colours = this.scene.groups.map((group) => cssColour(group.colour, ink, paper));
+    this.paths.forEach((path, i) => path.setAttribute("stroke", this.colours[i]));
+  }
+
+  /** Says something in place of the picture; nothing with an empty text. */
+  say(text) {
+    this.note.textContent = text;
+    this.note.hidden = text === "";
+  }
+
+  show(moment) {
+    const width = this.element.clientWidth, height = this.element.clientHeight;
+    this.element.setAttribute("viewBox", `0 0 ${width} ${height}`);
+    const projection = moment ? projectionOf(cameraOf(moment), width, height) : null;
+    this.say(this.noteFor(moment, projection));
+    for (const part of this.element.children) part.style.display = projection ? "" : "none";
+    if (!projection) return;
+    const selected = this.scene.selections[moment.selection] || new Set();
+    const selectionPen = new PathPen(width, height);
+    this.scene.groups.forEach((group, i) => this.drawGroup(moment, projection, group, i, selected, selectionPen));
+    this.selection.setAttribute("d", selectionPen.text.join(""));
+    this.drawFrame(projection, Boolean(moment.paper));
+    this.drawTriad(projection);
+  }
+
+  noteFor(moment, projection) {
+    if (!moment) return "No moment was recorded: there is nothing to show.";
+    if (!projection) return "The camera of this moment looks nowhere: its values cannot be drawn with.";
+    const isEmpty = this.scene.groups.every((group) => shapesAt(this.scene, moment, group).length === 0);
+    return isEmpty ? "The drawing holds nothing that can be drawn." : "";
+  }
+
+  drawGroup(moment, projection, group, i, selected, selectionPen) {
+    const isHidden = this.hiddenLayers.has(group.layer);
+    this.paths[i].style.display = isHidden ? "none" : "";
+    if (isHidden) return;
+    const pen = new PathPen(projection.width, projection.height);
+    for (const shape of shapesAt(this.scene, moment, group)) {
+      const pens = selected.has(shape.handle) ? [pen, selectionPen] : [pen];
+      for (const line of shape.lines) for (const p of pens) drawPolyline(projection, p, line);
+    }
+    this.paths[i].setAttribute("d", pen.text.join(""));
+  }
+
+  /** The field that was on the screen; what the picture shows beyond it is dimmed. */
+  drawFrame({ camera, scale, width, height }, isPaper) {
+    const w = camera.width * scale, h = camera.height * scale, x = (width - w) / 2, y = (height - h) / 2;
+    this.outside.setAttribute("d", `M0 0H${width}V${height}H0ZM${x} ${y}h${w}v${h}h${-w}Z`);
+    for (const [key, value] of Object.entries({ x, y, width: w, height: h })) this.frame.setAttribute(key, value);
+    this.frame.setAttribute("class", isPaper ? "sheet" : "frame");
+  }
+
+  /** The world's axes as they lie on the screen. */
+  drawTriad({ right, up, direction, height }) {
+    const axes = [["X", 1], ["Y", 3], ["Z", 5]].map(([name, index], i) => ({ name, index, x: right[i], y: up[i], z: direction[i] }));
+    axes.sort((a, b) => b.z - a.z);
+    const ink = themeColour("--ink"), paper = themeColour("--paper");
+    this.triad.replaceChildren(...axes.flatMap((a) => {
+      const colour = cssColour(a.index, ink, paper), at = [44, height - 44];
+      const label = svg("text", { x: at[0] + a.x * 36, y: at[1] - a.y * 36, fill: colour }, a.name);
+      const line = svg("path", { d: `M${at[0]} ${at[1]}l${a.x * 26} ${-a.y * 26}`, stroke: colour, "stroke-width": 2 });
+      return Math.hypot(a.x, a.y) > 0.15 ? [line, label] : [line];
+    }));
+  }
+}

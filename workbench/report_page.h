@@ -1,0 +1,14 @@
+/// The sources of the report page, embedded at build time from the folder `page`.
+#ifndef WORKBENCH_REPORT_PAGE_H
+#define WORKBENCH_REPORT_PAGE_H
+
+namespace workbench {
+
+/// The page's frame; `@@TITLE@@`, `@@STYLE@@`, `@@SCRIPT@@` and `@@DATA@@` stand where these go.
+extern const char* const kPageFrame;
+extern const char* const kPageStyle;
+extern const char* const kPageScript;
+
+}  // namespace workbench
+
+#endif
