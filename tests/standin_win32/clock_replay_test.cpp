@@ -1,0 +1,177 @@
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "standin_clock.h"
+#include "windows.h"
+
+namespace {
+
+namespace clock = standin::clock;
+
+class ReplayClock : public testing::Test {
+ protected:
+  void SetUp() override { clock::start(clock::Kind::kReplay, 16); }
+  void TearDown() override { clock::stop(); }
+};
+
+TEST_F(ReplayClock, StartsAtZeroOnTheThreadThatStartedIt) {
+  EXPECT_EQ(clock::nowMs(), 0);
+  EXPECT_EQ(clock::kind(), clock::Kind::kReplay);
+  EXPECT_TRUE(clock::isMainThread());
+  bool isMainElsewhere = true;
+  std::thread([&] { isMainElsewhere = clock::isMainThread(); }).join();
+  EXPECT_FALSE(isMainElsewhere);
+}
+
+TEST_F(ReplayClock, StandsStillWhileNobodyAdvancesIt) {
+  for (int i = 0; i < 1000; ++i) EXPECT_EQ(clock::nowMs(), 0);
+}
+
+TEST_F(ReplayClock, AdvancesToATimeAndNeverBack) {
+  clock::advanceTo(250);
+  clock::advanceTo(100);
+  EXPECT_EQ(clock::nowMs(), 250);
+}
+
+TEST_F(ReplayClock, ADrawingCallTakesTheFramesTime) {
+  clock::drawn();
+  clock::drawn();
+  EXPECT_EQ(clock::nowMs(), 32);
+}
+
+TEST_F(ReplayClock, SleepOnTheMainThreadAdvances) {
+  Sleep(150);
+  EXPECT_EQ(clock::nowMs(), 150);
+  Sleep(0);
+  EXPECT_EQ(clock::nowMs(), 150);
+}
+
+TEST_F(ReplayClock, AReadOfTheTickCountAdvancesByOneWhenNothingElseHas) {
+  EXPECT_EQ(GetTickCount(), 0u);
+  EXPECT_EQ(GetTickCount(), 1u);
+  EXPECT_EQ(GetTickCount(), 2u);
+  clock::drawn();
+  EXPECT_EQ(GetTickCount(), 18u);
+  EXPECT_EQ(GetTickCount(), 19u);
+}
+
+TEST_F(ReplayClock, ADrawingCallOfNoTimeIsNoAdvance) {
+  clock::start(clock::Kind::kReplay, 0);
+  GetTickCount();
+  clock::drawn();
+  EXPECT_EQ(GetTickCount(), 1u);
+}
+
+TEST_F(ReplayClock, ATickCountOfAnotherThreadAdvancesNothing) {
+  GetTickCount();
+  DWORD first = 9;
+  DWORD second = 9;
+  std::thread([&] {
+    first = GetTickCount();
+    second = GetTickCount();
+  }).join();
+  EXPECT_EQ(first, 0u);
+  EXPECT_EQ(second, 0u);
+}
+
+TEST_F(ReplayClock, TheTickCountWrapsFromTheBaseThatWasSet) {
+  clock::setTickBase(0xFFFFFFFEu);
+  EXPECT_EQ(GetTickCount(), 0xFFFFFFFEu);
+  clock::advanceTo(5);
+  EXPECT_EQ(GetTickCount(), 3u);
+  EXPECT_EQ(clock::nowMs(), 5);
+}
+
+TEST_F(ReplayClock, RunsScheduledCallsInOrderOfTimeThenOfArrival) {
+  std::vector<std::string> order;
+  const auto note = [&order](const char* name) {
+    return [&order, name] { order.push_back(name + std::to_string(clock::nowMs())); };
+  };
+  clock::schedule(20, note("late"));
+  clock::schedule(10, note("first"));
+  clock::schedule(10, note("second"));
+  clock::schedule(31, note("beyond"));
+  clock::advanceTo(30);
+  EXPECT_EQ(order, (std::vector<std::string>{"first10", "second10", "late20"}));
+  EXPECT_EQ(clock::nowMs(), 30);
+}
+
+TEST_F(ReplayClock, EveryWayOfAdvancingRunsWhatFallsDue) {
+  int calls = 0;
+  for (const std::int64_t timeMs : {5, 16, 17, 40}) clock::schedule(timeMs, [&calls] { ++calls; });
+  clock::drawn();
+  EXPECT_EQ(calls, 2);
+  GetTickCount();
+  GetTickCount();
+  EXPECT_EQ(calls, 3);
+  Sleep(23);
+  EXPECT_EQ(calls, 4);
+}
+
+TEST_F(ReplayClock, ACallScheduledInThePastRunsAtTheNextAdvance) {
+  clock::advanceTo(100);
+  std::int64_t ranAt = -1;
+  clock::schedule(50, [&ranAt] { ranAt = clock::nowMs(); });
+  EXPECT_EQ(ranAt, -1);
+  clock::advanceTo(101);
+  EXPECT_EQ(ranAt, 100);
+}
+
+TEST_F(ReplayClock, ACallMayScheduleAndAdvance) {
+  std::vector<std::int64_t> times;
+  clock::schedule(10, [&times] {
+    clock::schedule(12, [&times] { times.push_back(clock::nowMs()); });
+    Sleep(25);
+    times.push_back(clock::nowMs());
+  });
+  clock::advanceTo(20);
+  EXPECT_EQ(times, (std::vector<std::int64_t>{12, 35}));
+  EXPECT_EQ(clock::nowMs(), 35);
+}
+
+TEST_F(ReplayClock, WhatACallThrowsPassesThroughTheAdvance) {
+  clock::schedule(10, [] { throw std::runtime_error("broken"); });
+  EXPECT_THROW(clock::advanceTo(20), std::runtime_error);
+  EXPECT_EQ(clock::nowMs(), 10);
+  clock::advanceTo(20);
+  EXPECT_EQ(clock::nowMs(), 20);
+}
+
+TEST_F(ReplayClock, KnowsWhatIsDueNext) {
+  EXPECT_FALSE(clock::nextDue());
+  const UINT_PTR timer = SetTimer(nullptr, 0, 100, [](HWND, UINT, UINT_PTR, DWORD) {});
+  EXPECT_EQ(clock::nextDue(), 100);
+  EXPECT_EQ(clock::nextTimer(), 100);
+  clock::schedule(60, [] {});
+  EXPECT_EQ(clock::nextDue(), 60);
+  KillTimer(nullptr, timer);
+  EXPECT_FALSE(clock::nextTimer());
+  EXPECT_EQ(clock::nextDue(), 60);
+}
+
+TEST_F(ReplayClock, AStartForgetsTheRunBefore) {
+  clock::schedule(10, [] { ADD_FAILURE() << "a call of the run before"; });
+  SetTimer(nullptr, 0, 10, [](HWND, UINT, UINT_PTR, DWORD) {});
+  clock::setTickBase(7);
+  clock::advanceTo(5);
+  clock::start(clock::Kind::kReplay, 16);
+  EXPECT_EQ(clock::nowMs(), 0);
+  EXPECT_EQ(clock::timerCount(), 0u);
+  EXPECT_EQ(GetTickCount(), 0u);
+  clock::advanceTo(50);
+}
+
+TEST_F(ReplayClock, AStopForgetsWhatWasScheduledAndKeepsTheTime) {
+  clock::schedule(10, [] { ADD_FAILURE() << "forgotten"; });
+  SetTimer(nullptr, 0, 10, [](HWND, UINT, UINT_PTR, DWORD) {});
+  clock::advanceTo(5);
+  clock::stop();
+  EXPECT_FALSE(clock::nextDue());
+  EXPECT_EQ(clock::nowMs(), 5);
+}
+
+}  // namespace
