@@ -1,0 +1,24 @@
+/// What differs between the native build and Windows behind `Util`; a build compiles one of the two sources.
+/// Paths are in Windows syntax.
+#ifndef UTIL_PLATFORM_H
+#define UTIL_PLATFORM_H
+
+#include <ctime>
+#include <string_view>
+
+namespace platform {
+
+/// Whether opening the file for reading is denied (EACCES).
+bool isOpenDenied(std::string_view path);
+
+bool isFolder(std::string_view path);
+
+/// Creates one folder; false with errno set when that fails.
+bool makeFolder(std::string_view path);
+
+/// Local calendar time of now.
+std::tm localTime();
+
+}  // namespace platform
+
+#endif

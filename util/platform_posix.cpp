@@ -1,0 +1,36 @@
+#include "util/platform.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+#include "util/native_file.h"
+
+namespace platform {
+
+bool isOpenDenied(std::string_view path) {
+  const int handle = ::open(nativePath(path).c_str(), O_RDONLY | O_CLOEXEC);
+  if (handle < 0) return errno == EACCES;
+  ::close(handle);
+  return false;
+}
+
+bool isFolder(std::string_view path) {
+  struct stat status = {};
+  return ::stat(nativePath(path).c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+bool makeFolder(std::string_view path) {
+  return ::mkdir(nativePath(path).c_str(), 0777) == 0;
+}
+
+std::tm localTime() {
+  const std::time_t now = std::time(nullptr);
+  std::tm result = {};
+  ::localtime_r(&now, &result);
+  return result;
+}
+
+}  // namespace platform

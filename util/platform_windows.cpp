@@ -1,0 +1,37 @@
+#include "util/platform.h"
+
+#include <direct.h>
+#include <fcntl.h>
+#include <io.h>
+#include <sys/stat.h>
+
+#include <cerrno>
+
+#include "util/native_file.h"
+
+namespace platform {
+
+bool isOpenDenied(std::string_view path) {
+  const int handle = ::_open(nativePath(path).c_str(), _O_RDONLY | _O_NOINHERIT);
+  if (handle < 0) return errno == EACCES;
+  ::_close(handle);
+  return false;
+}
+
+bool isFolder(std::string_view path) {
+  struct _stat64 status = {};
+  return ::_stat64(nativePath(path).c_str(), &status) == 0 && (status.st_mode & _S_IFDIR) != 0;
+}
+
+bool makeFolder(std::string_view path) {
+  return ::_mkdir(nativePath(path).c_str()) == 0;
+}
+
+std::tm localTime() {
+  const __time64_t now = ::_time64(nullptr);
+  std::tm result = {};
+  ::_localtime64_s(&result, &now);
+  return result;
+}
+
+}  // namespace platform

@@ -1,0 +1,114 @@
+#include "util/util.h"
+
+#include <windows.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+#include "util/console.h"
+#include "util/native_file.h"
+#include "util/platform.h"
+
+namespace {
+
+constexpr DWORD kBeepHz = 440;
+constexpr DWORD kBeepMs = 200;
+
+constexpr const char* kMonths[] = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
+                                   "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
+constexpr const char* kWeekdays[] = {"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"};
+
+/// Writes `value` in `count` decimal digits, zero-filled.
+void writeDigits(char* textP, int count, unsigned value) {
+  for (int i = count - 1; i >= 0; --i, value /= 10) textP[i] = static_cast<char>('0' + value % 10);
+}
+
+}  // namespace
+
+std::string Util::getUserProfileDir() {
+  const char* const valueP = std::getenv("USERPROFILE");
+  return valueP != nullptr ? valueP : "";
+}
+
+bool Util::fileExists(std::string_view path) {
+  // The native fopen opens a folder, which Windows doesn't.
+  if (platform::isFolder(path)) return false;
+  std::FILE* const fileP = std::fopen(nativePath(path).c_str(), "r");
+  if (fileP == nullptr) return false;
+  std::fclose(fileP);
+  return true;
+}
+
+bool Util::folderExists(std::string_view path) {
+  return platform::isFolder(path);
+}
+
+bool Util::isFileLocked(std::string_view path) {
+  return platform::isOpenDenied(path);
+}
+
+int Util::beepAndShowMessage(void* ownerWindowP, std::string_view text, std::string_view caption,
+                             unsigned type) {
+  Beep(kBeepHz, kBeepMs);
+  return MessageBoxW(static_cast<HWND>(ownerWindowP), widen(text).c_str(), widen(caption).c_str(), type);
+}
+
+std::wstring Util::widen(std::string_view text) {
+  std::wstring result;
+  result.reserve(text.size());
+  for (const char byte : text) {
+    const auto character = static_cast<char16_t>(static_cast<signed char>(byte));
+    result.push_back(static_cast<wchar_t>(character));
+  }
+  return result;
+}
+
+std::string Util::localDate() {
+  const std::tm time = platform::localTime();
+  char text[48];
+  std::snprintf(text, sizeof text, "%s %s %2d %04d", kWeekdays[time.tm_wday % 7], kMonths[time.tm_mon % 12],
+                time.tm_mday, time.tm_year + 1900);
+  return text;
+}
+
+Util::TimeOfDay Util::utcTimeOfDay() {
+  SYSTEMTIME time = {};
+  GetSystemTime(&time);
+  TimeOfDay text;
+  text[2] = text[5] = ':';
+  text[8] = '.';
+  writeDigits(&text[0], 2, time.wHour);
+  writeDigits(&text[3], 2, time.wMinute);
+  writeDigits(&text[6], 2, time.wSecond);
+  writeDigits(&text[9], 3, time.wMilliseconds);
+  return text;
+}
+
+bool Util::makeDirectory(std::string_view path) {
+  if (platform::makeFolder(path)) return true;
+  const int code = errno;
+  printErrorLine("Directory '" + std::string(path) + "' could not be created. Error: " + std::strerror(code));
+  return false;
+}
+
+void Util::removeFolders(std::string_view path) {
+  printLine("Util::removeFolders() is not implemented yet! '" + std::string(path) + "' not removed.");
+}
+
+void Util::stopForDebugging() {
+  printLine("Stopped for debugging ...");
+}
+
+std::string Util::numberToString(long value, int base) {
+  static constexpr std::string_view kDigits = "0123456789abcdefghijklmnopqrstuvwxyz";
+  if (base < 2 || base > static_cast<int>(kDigits.size())) return "Base error";
+  std::string result;
+  std::ldiv_t parts = {value, 0};
+  do {
+    parts = std::ldiv(parts.quot, base);
+    result.insert(result.begin(), kDigits[static_cast<std::size_t>(std::labs(parts.rem))]);
+  } while (parts.quot != 0);
+  return value < 0 ? "-" + result : result;
+}
