@@ -1,0 +1,64 @@
+#include "config/cnfg.h"
+#include "util/native_file.h"
+
+namespace {
+
+/// A line with its value replaced. The comment moves only when the new value needs its room.
+std::string rebuilt(const CnfgLine& line, std::string_view newValue) {
+  const std::string_view trimmed = CnfgLine::trimmed(line.value);
+  const auto blanksBefore = static_cast<std::size_t>(trimmed.data() - line.value.data());
+  std::string text(line.leading);
+  text.append(line.key).append(line.keyBlanks);
+  text.append(line.separator.empty() ? std::string_view("=") : line.separator);
+  text.append(line.value.substr(0, blanksBefore)).append(newValue);
+  if (line.trailing.empty()) return text;
+  const std::size_t oldSize = line.value.size() - blanksBefore;
+  const std::size_t padding = newValue.size() < oldSize ? oldSize - newValue.size() : 1;
+  return text.append(padding, ' ').append(line.trailing);
+}
+
+}  // namespace
+
+std::int32_t Cnfg::loadForEditing() {
+  mReader.rewind();
+  mHeldLines.clear();
+  while (!mReader.isAtEnd()) mHeldLines.emplace_back(mReader.next());
+  mIsEditing = true;
+  while (!mHeldLines.empty() && mHeldLines.back().empty()) mHeldLines.pop_back();
+  return result(kOk);
+}
+
+/// Index of the line behind the header of `section`; npos when there is no such header.
+std::size_t Cnfg::heldSectionStart(std::string_view section) const {
+  if (section.empty()) return 0;
+  for (std::size_t i = 0; i < mHeldLines.size(); ++i)
+    if (CnfgLine::sectionOf(mHeldLines[i]) == section) return i + 1;
+  return std::string::npos;
+}
+
+std::int32_t Cnfg::setParameter(std::string_view key, std::string_view newValue, std::string_view section) {
+  mParameter = key;
+  mSection = section;
+  const std::size_t start = heldSectionStart(section);
+  if (start == std::string::npos) return result(kSectionNotFound);
+  for (std::size_t i = start; i < mHeldLines.size(); ++i) {
+    const CnfgLine line = CnfgLine::split(mHeldLines[i]);
+    if (!section.empty() && line.kind == CnfgLine::Kind::kHeader) break;
+    if (line.kind != CnfgLine::Kind::kParameter || line.key != key) continue;
+    mHeldLines[i] = rebuilt(line, newValue);
+    return result(kOk);
+  }
+  return result(kParameterNotFound);
+}
+
+std::int32_t Cnfg::save() {
+  if (!mIsEditing) return result(kOk);
+  mReader.close();
+  std::string text;
+  for (const std::string& line : mHeldLines) text.append(line).append("\n");
+  NativeFile file;
+  const bool isWritten = file.openForOverwriting(mFileName) && file.write(text);
+  file.close();
+  const bool isOpen = mReader.open(mFileName);
+  return result(isWritten && isOpen ? kOk : kFileNotFound);
+}
