@@ -1,0 +1,42 @@
+#include "LM_Daemon/src/log_file.h"
+
+#include <new>
+
+#include "util/native_file.h"
+
+namespace {
+
+class NativeLogFile : public LogFile {
+ public:
+  bool open(const std::string& path) override {
+    mHasFailed = !mFile.openForAppending(path);
+    mPosition = mFile.position();
+    return !mHasFailed;
+  }
+
+  void close() override { mFile.close(); }
+
+  void write(std::string_view text) override {
+    if (mHasFailed || !mFile.isOpen()) return;
+    mHasFailed = !mFile.write(text);
+    mPosition += static_cast<std::int64_t>(text.size());
+  }
+
+  std::int64_t position(bool isExact) override {
+    if (mHasFailed || !mFile.isOpen()) return -1;
+    if (isExact) mPosition = mFile.position();
+    return mPosition;
+  }
+
+ private:
+  NativeFile mFile;
+  /// Kept here because asking the system costs a third of a write.
+  std::int64_t mPosition = 0;
+  bool mHasFailed = false;
+};
+
+}  // namespace
+
+std::unique_ptr<LogFile> makeLogFile() {
+  return std::unique_ptr<LogFile>(new (std::nothrow) NativeLogFile);
+}

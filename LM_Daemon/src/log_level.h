@@ -1,0 +1,36 @@
+/// The levels of the log. `kError` is always on; each of the others has a switch in the settings.
+#ifndef LM_DAEMON_SRC_LOG_LEVEL_H
+#define LM_DAEMON_SRC_LOG_LEVEL_H
+
+#include <cstdint>
+#include <string_view>
+
+struct LogPars;
+
+enum class LogLevel {
+  kError = 0,
+  kWarning,
+  kCreation,  ///< construction, loading, life-cycle events
+  kTrace,
+  kDevCom,  ///< communication with the device daemon
+  kIntCom,  ///< internal communication
+  kInfo,
+  kDebug,
+  kTmp  ///< data of passing interest
+};
+
+constexpr std::uint32_t kLogLevelCount = 9;
+
+/// One bit a level; values beyond the last level have none.
+constexpr std::uint32_t logLevelBit(LogLevel level) {
+  const auto value = static_cast<std::uint32_t>(level);
+  return value < kLogLevelCount ? 1u << value : 0u;
+}
+
+/// The three letters that stand for the level in a line; empty for a value beyond the last level.
+std::string_view logLevelType(LogLevel level);
+
+/// The bits of the levels that `pars` switches on, `kError` always among them.
+std::uint32_t logLevelMask(const LogPars& pars);
+
+#endif

@@ -1,0 +1,57 @@
+/// The text of log entries while they are being streamed. Values look as a stream with its default formatting
+/// shows them, without the price of a stream. One thread at a time.
+#ifndef LM_DAEMON_SRC_LOG_TEXT_H
+#define LM_DAEMON_SRC_LOG_TEXT_H
+
+#include <charconv>
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <type_traits>
+
+class LogText {
+ public:
+  /// Text that finds no memory is dropped.
+  void append(std::string_view text) noexcept;
+
+  /// Integers in the base in force (decimal at first).
+  template <typename T>
+  void appendInteger(T value) noexcept {
+    // A stream shows negative numbers in hexadecimal by their bits.
+    if constexpr (std::is_signed_v<T>)
+      if (mBase != kDecimal) return appendInteger(static_cast<std::make_unsigned_t<T>>(value));
+    char digits[24];
+    const auto result = std::to_chars(digits, digits + sizeof digits, value, mBase);
+    append({digits, static_cast<std::size_t>(result.ptr - digits)});
+  }
+
+  /// A decimal number, right-aligned in a field of `width`.
+  void appendPadded(std::size_t value, std::size_t width) noexcept;
+
+  /// As with six significant digits.
+  void appendReal(double value) noexcept;
+
+  /// In hexadecimal behind "0x"; a null pointer as "0".
+  void appendPointer(const void* pointerP) noexcept;
+
+  /// A header, then ten bytes a row in hexadecimal, each widened to int with its sign.
+  void appendHexDump(std::string_view bytes) noexcept;
+
+  void setHexadecimal(bool isHexadecimal) { mBase = isHexadecimal ? kHexadecimal : kDecimal; }
+  bool isHexadecimal() const { return mBase == kHexadecimal; }
+
+  std::size_t size() const { return mText.size(); }
+  std::string_view from(std::size_t start) const { return std::string_view(mText).substr(start); }
+
+  /// Forgets what stands from `start` on, and memory that an uncommonly long entry took.
+  void cut(std::size_t start) noexcept;
+
+ private:
+  static constexpr int kDecimal = 10;
+  static constexpr int kHexadecimal = 16;
+
+  std::string mText;
+  int mBase = kDecimal;
+};
+
+#endif

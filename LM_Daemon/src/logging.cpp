@@ -1,0 +1,185 @@
+#include "LM_Daemon/src/logging.h"
+
+#include <cstdint>
+#include <utility>
+
+#include "LM_Daemon/src/log_position.h"
+#include "util/threads.h"
+
+std::atomic<std::int32_t> Logging::sMarker{0};
+std::atomic<std::uint32_t> Logging::sLevelMask{0};
+std::atomic<Logging*> Logging::sCurrentP{nullptr};
+
+namespace {
+
+constexpr std::size_t kThreadIdWidth = 6;
+
+}  // namespace
+
+/// Holds the log's lock, unless the thread has it already.
+class Logging::Lock {
+ public:
+  explicit Lock(Logging& log) : mLog(log), mIsTaken(!log.isOwner() && log.mMutex.lock() == 0) {
+    if (mIsTaken) mLog.mOwner.store(currentThreadId(), std::memory_order_relaxed);
+  }
+  ~Lock() {
+    if (mIsTaken) release(mLog);
+  }
+  Lock(const Lock&) = delete;
+  Lock& operator=(const Lock&) = delete;
+
+  static void release(Logging& log) {
+    log.mOwner.store(0, std::memory_order_relaxed);
+    log.mMutex.unlock();
+  }
+
+ private:
+  Logging& mLog;
+  const bool mIsTaken;
+};
+
+Logging::Logging(LogFileMaker maker) : mMaker(maker) {
+  LM_LOG(kCreation, "Logging", "Logging::Logging") << "Logging::Logging() constructing ...";
+  mPars.mLogFile = "c:\\def_log.txt";
+  mPars.mMaxSize = 5000;
+  sLevelMask.store(logLevelMask(mPars), std::memory_order_relaxed);
+  sCurrentP.store(this, std::memory_order_release);
+  sMarker.store(kValid, std::memory_order_release);
+  LM_LOG(kCreation, "Logging", "Logging::Logging") << "Constructed.";
+}
+
+Logging::~Logging() {
+  LM_LOG(kCreation, "Logging", "Logging::~Logging") << "Logging::~Logging(): destructing ...";
+  sMarker.store(0, std::memory_order_release);
+  Logging* thisP = this;
+  sCurrentP.compare_exchange_strong(thisP, nullptr);
+  {
+    const Lock lock(*this);
+    mFileP.reset();
+  }
+  LM_LOG(kCreation, "Logging", "Logging::~Logging") << "Logging::~Logging(): destructed.";
+}
+
+void Logging::setDirectory(std::string path) {
+  const Lock lock(*this);
+  mDirectory = std::move(path);
+}
+
+void Logging::init(const LogPars& pars) {
+  const Lock lock(*this);
+  mPars = pars;
+  if (!pars.mSettingsDirPath.empty()) mDirectory = pars.mSettingsDirPath;
+  mFileP.reset();
+  sLevelMask.store(logLevelMask(mPars), std::memory_order_relaxed);
+  if (mPars.mIsLogToFile) openLogFile();
+}
+
+int Logging::backupLogFile() {
+  const Lock lock(*this);
+  return backupLocked();
+}
+
+bool Logging::isOwner() const noexcept {
+  return mOwner.load(std::memory_order_relaxed) == currentThreadId();
+}
+
+bool Logging::isFileWanted(std::string_view sourceFile) const noexcept {
+  if (mPars.mExclFileToLog.empty()) return true;
+  std::size_t separator = sourceFile.rfind('/');
+  if (separator == std::string_view::npos) separator = sourceFile.rfind('\\');
+  // Without a separator npos + 1 is 0: the whole path.
+  return sourceFile.substr(separator + 1) == mPars.mExclFileToLog;
+}
+
+bool Logging::openEntry(LogLevel level, std::string_view sourceFile, std::string_view position) noexcept {
+  if (!isLogged(level)) return false;
+  const bool isNested = isOwner();
+  if (!isNested) {
+    if (mMutex.lock() != 0) return false;
+    mOwner.store(currentThreadId(), std::memory_order_relaxed);
+  }
+  if (mDepth == kMaxNesting || !isFileWanted(sourceFile)) {
+    if (!isNested) Lock::release(*this);
+    return false;
+  }
+  mOpenEntries[mDepth++] = {mText.size(), false, mText.isHexadecimal()};
+  mText.setHexadecimal(false);
+  appendPrefix(mText, level, position);
+  return true;
+}
+
+void Logging::appendPrefix(LogText& text, LogLevel level, std::string_view position) noexcept {
+  mTime = Util::utcTimeOfDay();
+  text.append({mTime.data(), mTime.size()});
+  text.append("|");
+  text.append(logLevelType(level));
+  text.append("|");
+  text.appendPadded(currentThreadId(), kThreadIdWidth);
+  text.append("|");
+  text.append(position);
+  text.append("| ");
+}
+
+void Logging::endEntry() noexcept {
+  if (!isOwner() || mDepth == 0) return;
+  const OpenEntry entry = mOpenEntries[--mDepth];
+  mText.append("\n");
+  writeEntry(mText.from(entry.start));
+  mText.cut(entry.start);
+  mText.setHexadecimal(entry.isHexadecimal);
+  if (mDepth == 0) Lock::release(*this);
+}
+
+Logging& Logging::operator<<(std::string_view text) noexcept {
+  if (!isOwner() || mDepth == 0) return *this;
+  bool& isHexDumpNext = mOpenEntries[mDepth - 1].isHexDumpNext;
+  if (isHexDumpNext)
+    mText.appendHexDump(text);
+  else
+    mText.append(text);
+  isHexDumpNext = false;
+  return *this;
+}
+
+Logging& Logging::operator<<(const char* textP) noexcept {
+  return textP != nullptr ? *this << std::string_view(textP) : *this;
+}
+
+Logging& Logging::operator<<(int value) noexcept {
+  if (value == kEndOfEntry)
+    endEntry();
+  else if (!isOwner() || mDepth == 0)
+    return *this;
+  else if (value == kHexDumpNext)
+    mOpenEntries[mDepth - 1].isHexDumpNext = true;
+  else
+    mText.appendInteger(value);
+  return *this;
+}
+
+Logging& Logging::operator<<(double value) noexcept {
+  if (isOwner()) mText.appendReal(value);
+  return *this;
+}
+
+Logging& Logging::operator<<(const void* pointerP) noexcept {
+  if (isOwner()) mText.appendPointer(pointerP);
+  return *this;
+}
+
+Logging& Logging::operator<<(std::ios_base& (*manipulator)(std::ios_base&)) noexcept {
+  if (!isOwner()) return *this;
+  const auto hex = static_cast<std::ios_base& (*)(std::ios_base&)>(std::hex);
+  const auto dec = static_cast<std::ios_base& (*)(std::ios_base&)>(std::dec);
+  if (manipulator == hex) mText.setHexadecimal(true);
+  if (manipulator == dec) mText.setHexadecimal(false);
+  return *this;
+}
+
+Logging* LogEntry::open(LogLevel level, const char* sourceFileP, int line, std::string_view className,
+                        std::string_view methodName) noexcept {
+  Logging* const logP = Logging::current();
+  if (logP == nullptr) return nullptr;
+  const LogPosition position(sourceFileP, line, className, methodName);
+  return logP->openEntry(level, sourceFileP, position.text()) ? logP : nullptr;
+}

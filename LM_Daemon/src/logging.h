@@ -1,0 +1,200 @@
+/// The log of the process: one line per entry, with time, level, thread, source position and text, into a
+/// file and onto standard output. Any thread may log; an entry belongs to the thread that opened it.
+///
+///   LM_LOG(kInfo, "AutoCadProxy", "AutoCadProxy::moveXYZ") << "Move x-Direction, value: " << dx;
+///
+/// costs a test of two flags when the level is off or there is no usable log: nothing is formatted, locked or
+/// allocated, and what stands behind << is not evaluated. The entry is closed in any case, also when
+/// something streamed into it throws.
+#ifndef LM_DAEMON_SRC_LOGGING_H
+#define LM_DAEMON_SRC_LOGGING_H
+
+#include <array>
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <ios>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <type_traits>
+
+#include "LM_Daemon/src/log_file.h"
+#include "LM_Daemon/src/log_level.h"
+#include "LM_Daemon/src/log_pars.h"
+#include "LM_Daemon/src/log_text.h"
+#include "util/mutex.h"
+#include "util/util.h"
+
+class Logging {
+ public:
+  /// Streamed as an int, these are commands and not data: end of entry, and "dump the next string in
+  /// hexadecimal".
+  static constexpr int kEndOfEntry = 314159;
+  static constexpr int kHexDumpNext = 271828;
+  /// What the marker holds while there is a usable log; 0 otherwise.
+  static constexpr std::int32_t kValid = 314159;
+
+  /// Becomes the log that log calls go to. `maker` makes the file that init() opens.
+  explicit Logging(LogFileMaker maker = makeLogFile);
+  /// From here on every log call does nothing.
+  ~Logging();
+  Logging(const Logging&) = delete;
+  Logging& operator=(const Logging&) = delete;
+
+  /// The folder of a log file that is named without a backslash, for an init() whose parameters name none.
+  void setDirectory(std::string path);
+
+  /// Takes over the parameters and opens the file, if they want one, behind what it holds, beginning with a
+  /// header block. A file that cannot be opened is not reported; what is written to it is lost.
+  void init(const LogPars& pars);
+
+  /// Makes the log file the one backup and begins a new one. 0: done; -1: no file is open; -2: the old backup
+  /// could not be removed; -3: the file could not be renamed. After -2 and -3 the file is written on.
+  int backupLogFile();
+
+  /// Whether an entry of this level may be written at all.
+  static bool isLogged(LogLevel level) noexcept {
+    return sMarker.load(std::memory_order_acquire) == kValid &&
+           (sLevelMask.load(std::memory_order_relaxed) & logLevelBit(level)) != 0;
+  }
+
+  /// The log that log calls go to; null while there is none.
+  static Logging* current() noexcept { return sCurrentP.load(std::memory_order_acquire); }
+
+  /// Opens an entry: true when it is to be written. The calling thread then holds the lock, streams the text
+  /// and closes the entry with kEndOfEntry. An entry opened while another one of the same thread is open is
+  /// written before that one. `position` is a LogPosition's text.
+  bool openEntry(LogLevel level, std::string_view sourceFile, std::string_view position) noexcept;
+
+  /// Pieces of the calling thread's open entry; without one they are dropped.
+  Logging& operator<<(std::string_view text) noexcept;
+  Logging& operator<<(const char* textP) noexcept;
+  Logging& operator<<(const std::string& text) noexcept { return *this << std::string_view(text); }
+  Logging& operator<<(char character) noexcept { return *this << std::string_view(&character, 1); }
+  Logging& operator<<(bool value) noexcept { return appendInteger(value ? 1u : 0u); }
+  Logging& operator<<(int value) noexcept;
+  Logging& operator<<(double value) noexcept;
+  Logging& operator<<(const void* pointerP) noexcept;
+  /// std::hex and std::dec, until the end of the entry; others do nothing.
+  Logging& operator<<(std::ios_base& (*manipulator)(std::ios_base&)) noexcept;
+  template <typename T, std::enable_if_t<std::is_integral_v<T>, int> = 0>
+  Logging& operator<<(T value) noexcept {
+    if constexpr (sizeof(T) == 1) return *this << static_cast<char>(value);
+    return appendInteger(value);
+  }
+
+ private:
+  struct OpenEntry {
+    std::size_t start;
+    bool isHexDumpNext;
+    bool isHexadecimal;
+  };
+  class Lock;
+
+  /// Entries of one thread that may be open in each other.
+  static constexpr std::size_t kMaxNesting = 8;
+
+  template <typename T>
+  Logging& appendInteger(T value) noexcept {
+    if (isOwner()) mText.appendInteger(value);
+    return *this;
+  }
+  bool isOwner() const noexcept;
+  bool isFileWanted(std::string_view sourceFile) const noexcept;
+  void appendPrefix(LogText& text, LogLevel level, std::string_view position) noexcept;
+  void endEntry() noexcept;
+  void writeEntry(std::string_view line) noexcept;
+  void emit(std::string_view line) noexcept;
+  bool isFull() noexcept;
+  std::int64_t sizeLimit() const noexcept;
+  void logError(int sourceLine, std::string_view methodName, std::string_view text) noexcept;
+  void writeHeader();
+  void openLogFile();
+  int backupLocked();
+  void resumeLogFile();
+  void startSizeTracking(std::int64_t fullAt) noexcept;
+
+  static std::atomic<std::int32_t> sMarker;
+  static std::atomic<std::uint32_t> sLevelMask;
+  static std::atomic<Logging*> sCurrentP;
+
+  LogPars mPars;
+  std::string mDirectory;
+  std::string mPath;
+  const LogFileMaker mMaker;
+  std::unique_ptr<LogFile> mFileP;
+  Mutex mMutex{"Logging"};
+  /// Thread id of the thread that holds the lock, 0 for none. Only compared with a thread's own id.
+  std::atomic<std::uint32_t> mOwner{0};
+
+  LogText mText;
+  std::array<OpenEntry, kMaxNesting> mOpenEntries = {};
+  std::size_t mDepth = 0;
+
+  std::int64_t mFullAt = 0;
+  Util::TimeOfDay mTime = {};
+  Util::TimeOfDay mTimeOfExactSize = {};
+  int mWritesSinceExactSize = 0;
+};
+
+/// The log of this module. It lives as long as the module is loaded.
+Logging& processLog();
+
+/// One entry, from construction to close() or destruction, whatever happens in between.
+class LogEntry {
+ public:
+  LogEntry(LogLevel level, const char* sourceFileP, int line, std::string_view className,
+           std::string_view methodName) noexcept
+      : mLogP(Logging::isLogged(level) ? open(level, sourceFileP, line, className, methodName) : nullptr) {}
+  ~LogEntry() { close(); }
+  LogEntry(const LogEntry&) = delete;
+  LogEntry& operator=(const LogEntry&) = delete;
+
+  bool isOpen() const noexcept { return mLogP != nullptr; }
+
+  void close() noexcept {
+    if (mLogP != nullptr) *mLogP << Logging::kEndOfEntry;
+    mLogP = nullptr;
+  }
+
+  template <typename T>
+  LogEntry& operator<<(const T& piece) {
+    if (mLogP == nullptr) return *this;
+    *mLogP << piece;
+    // Streamed as data it has ended the entry: the lock is no longer ours.
+    if constexpr (std::is_same_v<T, int>)
+      if (piece == Logging::kEndOfEntry) mLogP = nullptr;
+    return *this;
+  }
+  LogEntry& operator<<(std::ios_base& (*manipulator)(std::ios_base&)) {
+    if (mLogP != nullptr) *mLogP << manipulator;
+    return *this;
+  }
+
+ private:
+  static Logging* open(LogLevel level, const char* sourceFileP, int line, std::string_view className,
+                       std::string_view methodName) noexcept;
+
+  Logging* mLogP;
+};
+
+/// Index of the file name in a path, whichever separators the compiler puts into __FILE__.
+constexpr std::size_t sourceFileNameStart(const char* pathP) {
+  std::size_t start = 0;
+  for (std::size_t i = 0; pathP[i] != '\0'; ++i)
+    if (pathP[i] == '/' || pathP[i] == '\\') start = i + 1;
+  return start;
+}
+
+#define LM_LOG_SOURCE_FILE \
+  (&__FILE__[std::integral_constant<std::size_t, sourceFileNameStart(__FILE__)>::value])
+
+/// A statement: opens an entry at `level` (an enumerator of LogLevel without its scope), into which the rest
+/// of the statement streams. `methodName` is qualified with the class, as all log lines of the plug-in are.
+#define LM_LOG(level, className, methodName)                                                      \
+  for (LogEntry lmLogEntry(LogLevel::level, LM_LOG_SOURCE_FILE, __LINE__, className, methodName); \
+       lmLogEntry.isOpen(); lmLogEntry.close())                                                   \
+  lmLogEntry
+
+#endif
