@@ -1,0 +1,3 @@
+# The settings object, apart from the rest of this folder so that it can be tested and used alone.
+add_library(lm_settings STATIC ${CMAKE_CURRENT_LIST_DIR}/settings.cpp)
+target_link_libraries(lm_settings PUBLIC lm_config lm_logging lm_util)
