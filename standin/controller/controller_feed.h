@@ -25,7 +25,9 @@ struct Event {
 /// nothing pending, no faults, all counts 0.
 STANDIN_CONTROLLER_API void reset();
 
-/// Queues the event for lmGetEvent and wakes its reader. While the device is down the event is lost.
+/// Queues the event for lmGetEvent and wakes its reader. While the device is down the event is lost; without
+/// a connection it waits for one. On a clock that replays, and on its main thread, a reader that waits has
+/// processed the event when this returns.
 STANDIN_CONTROLLER_API void deliver(const Event& event);
 
 /// The devices the daemon knows, by name.
@@ -34,7 +36,9 @@ STANDIN_CONTROLLER_API void setDevices(const std::vector<std::string>& names);
 /// The advanced settings; announced only by an event of the caller's.
 STANDIN_CONTROLLER_API void setAdvancedSettings(std::int32_t rotationMode, std::uint8_t zoomAfterView);
 
-/// Down: every operation fails until it is up again; a reader waiting in lmGetEvent gets its failure.
+/// Down: every operation fails until it is up again; a reader waiting in lmGetEvent gets its failure, and
+/// events still pending are lost. The connection outlives it unless lmDisconnect is called meanwhile, which
+/// fails and closes it.
 STANDIN_CONTROLLER_API void setDown(bool isDown);
 
 /// Axis values last handed out by lmGetEvent (zero at start): what the reading thread was last given.
@@ -53,16 +57,21 @@ struct ApplMode {
 };
 STANDIN_CONTROLLER_API std::vector<ApplMode> applModes();
 
-/// The application name of the last lmConnect, empty before the first; and its first argument.
+/// The application name of the last call of lmConnect, whether it succeeded or not; empty before the first.
 STANDIN_CONTROLLER_API std::string connectedAs();
 
+/// The first argument of the last call of lmConnect, 0 before the first.
+STANDIN_CONTROLLER_API std::int32_t connectReserved();
+
+/// Whether a connection is open. Without one every operation but lmConnect fails.
 STANDIN_CONTROLLER_API bool isConnected();
 
-/// Breaches of the calling order seen since reset(): a call before the first lmConnect, lmGetEvent from two
-/// threads. One line each.
+/// Breaches of the calling order seen since reset(): "NAME called before the first lmConnect", "lmGetEvent
+/// called from two threads" (on one connection). Each line once.
 STANDIN_CONTROLLER_API std::vector<std::string> breaches();
 
-/// Faults by the operations' names ("lmConnect" ...).
+/// Faults by the operations' names ("lmConnect" ...). One of lmGetEvent takes effect after its wait, which it
+/// has in any case, and leaves the event pending.
 STANDIN_CONTROLLER_API FaultRegistry& faults();
 
 }  // namespace standin::controller

@@ -1,0 +1,204 @@
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "device/lmt_ctrlr.h"
+#include "standin/controller/controller_feed.h"
+#include "standin_clock.h"
+#include "tests/standin_controller/reading_thread.h"
+
+namespace {
+
+namespace clock = standin::clock;
+namespace controller = standin::controller;
+
+class Operations : public testing::Test {
+ protected:
+  void SetUp() override {
+    clock::start(clock::Kind::kReplay);
+    controller::reset();
+  }
+  void TearDown() override { clock::stop(); }
+};
+
+class ConnectedOperations : public Operations {
+ protected:
+  void SetUp() override {
+    Operations::SetUp();
+    ASSERT_EQ(lmConnect(0, "acad"), 0);
+  }
+};
+
+struct Count {
+  std::int32_t status;
+  std::int32_t count;
+};
+Count deviceCount() {
+  std::int32_t count = -1;
+  std::int32_t ignored1 = -1;
+  std::int32_t ignored2 = -1;
+  const std::int32_t status = lmGetDevNum(&count, &ignored1, &ignored2);
+  return {status, count};
+}
+
+TEST_F(Operations, AFreshDaemonHasOneDeviceAndNoConnection) {
+  EXPECT_FALSE(controller::isConnected());
+  EXPECT_EQ(controller::connectedAs(), "");
+  EXPECT_EQ(controller::eventsPending(), 0u);
+  EXPECT_EQ(controller::eventsHandedOver(), 0u);
+  EXPECT_EQ(lmConnect(0, "acad"), 0);
+  EXPECT_EQ(deviceCount().count, 1);
+  LmDevInfo info;
+  std::memset(&info, 'x', sizeof info);
+  EXPECT_EQ(lmGetDevInfo(0, &info), 0);
+  EXPECT_STREQ(info.mName, "Lumetrapad");
+}
+
+TEST_F(Operations, ConnectTellsItsArguments) {
+  EXPECT_EQ(lmConnect(7, "acad"), 0);
+  EXPECT_TRUE(controller::isConnected());
+  EXPECT_EQ(controller::connectedAs(), "acad");
+  EXPECT_EQ(controller::connectReserved(), 7);
+  EXPECT_NE(lmConnect(0, nullptr), 0);
+}
+
+TEST_F(Operations, WithoutAConnectionEverythingButConnectFails) {
+  ASSERT_EQ(lmConnect(0, "acad"), 0);
+  EXPECT_EQ(lmDisconnect(), 0);
+  LmDevInfo info;
+  LmAdvancedSettings settings;
+  EXPECT_NE(lmDisconnect(), 0);
+  EXPECT_NE(deviceCount().status, 0);
+  EXPECT_NE(lmGetDevInfo(0, &info), 0);
+  EXPECT_NE(lmGetAdvancedSettings(0, &settings), 0);
+  EXPECT_NE(lmSetApplMode("AutoCAD", "Unknown"), 0);
+  EXPECT_NE(readOnce().status, 0);
+  EXPECT_TRUE(controller::breaches().empty());
+}
+
+TEST_F(ConnectedOperations, WhileDownEverythingFailsAndThenGoesOn) {
+  controller::setDown(true);
+  LmDevInfo info;
+  LmAdvancedSettings settings;
+  EXPECT_NE(lmConnect(0, "acad"), 0);
+  EXPECT_NE(deviceCount().status, 0);
+  EXPECT_NE(lmGetDevInfo(0, &info), 0);
+  EXPECT_NE(lmGetAdvancedSettings(0, &settings), 0);
+  EXPECT_NE(lmSetApplMode("AutoCAD", "Unknown"), 0);
+  EXPECT_NE(readOnce().status, 0);
+  controller::setDown(false);
+  EXPECT_EQ(deviceCount().status, 0);
+}
+
+TEST_F(ConnectedOperations, ADisconnectWhileDownFailsAndCloses) {
+  controller::setDown(true);
+  EXPECT_NE(lmDisconnect(), 0);
+  EXPECT_FALSE(controller::isConnected());
+  controller::setDown(false);
+  EXPECT_NE(deviceCount().status, 0);
+  EXPECT_EQ(lmConnect(0, "acad"), 0);
+  EXPECT_EQ(deviceCount().status, 0);
+}
+
+TEST_F(ConnectedOperations, DevicesAreThoseThatWereSet) {
+  controller::setDevices({"First", std::string(600, 'n')});
+  EXPECT_EQ(deviceCount().count, 2);
+  LmDevInfo info;
+  EXPECT_EQ(lmGetDevInfo(1, &info), 0);
+  EXPECT_EQ(std::string(info.mName), std::string(sizeof info.mName - 1, 'n'));
+  EXPECT_NE(lmGetDevInfo(2, &info), 0);
+  EXPECT_NE(lmGetDevInfo(-1, &info), 0);
+  EXPECT_NE(lmGetDevInfo(0, nullptr), 0);
+}
+
+TEST_F(ConnectedOperations, AdvancedSettingsAreThoseThatWereSet) {
+  controller::setAdvancedSettings(104, 1);
+  LmAdvancedSettings settings;
+  std::memset(&settings, 'x', sizeof settings);
+  EXPECT_EQ(lmGetAdvancedSettings(0, &settings), 0);
+  EXPECT_EQ(settings.mRotationMode, 104);
+  EXPECT_EQ(settings.mZoomAfterView, 1);
+  EXPECT_EQ(settings.mReserved1[0], 0);
+  EXPECT_NE(lmGetAdvancedSettings(1, &settings), 0);
+  EXPECT_NE(lmGetAdvancedSettings(0, nullptr), 0);
+}
+
+TEST_F(ConnectedOperations, ApplicationModesAreKeptInOrder) {
+  EXPECT_EQ(lmSetApplMode("AutoCAD", "Unknown"), 0);
+  EXPECT_EQ(lmSetApplMode("AutoCAD", "Modelling"), 0);
+  EXPECT_NE(lmSetApplMode(nullptr, "x"), 0);
+  EXPECT_NE(lmSetApplMode("AutoCAD", nullptr), 0);
+  const auto modes = controller::applModes();
+  ASSERT_EQ(modes.size(), 2u);
+  EXPECT_EQ(modes[0].application, "AutoCAD");
+  EXPECT_EQ(modes[0].mode, "Unknown");
+  EXPECT_EQ(modes[1].mode, "Modelling");
+}
+
+TEST_F(ConnectedOperations, CountsNeedTheirThreeOutputs) {
+  std::int32_t value = 0;
+  EXPECT_NE(lmGetDevNum(nullptr, &value, &value), 0);
+  EXPECT_NE(lmGetDevNum(&value, nullptr, &value), 0);
+  EXPECT_NE(lmGetDevNum(&value, &value, nullptr), 0);
+}
+
+TEST_F(Operations, CallsBeforeTheFirstConnectAreBreaches) {
+  deviceCount();
+  deviceCount();
+  readOnce();
+  lmDisconnect();
+  EXPECT_EQ(controller::breaches(),
+            (std::vector<std::string>{"lmGetDevNum called before the first lmConnect",
+                                      "lmGetEvent called before the first lmConnect",
+                                      "lmDisconnect called before the first lmConnect"}));
+  controller::reset();
+  EXPECT_TRUE(controller::breaches().empty());
+}
+
+TEST_F(Operations, AFailedConnectIsAConnectAllTheSame) {
+  controller::setDown(true);
+  EXPECT_NE(lmConnect(0, "acad"), 0);
+  EXPECT_NE(deviceCount().status, 0);
+  EXPECT_TRUE(controller::breaches().empty());
+}
+
+TEST_F(ConnectedOperations, EachCanBeToldToFailOnceOrForGood) {
+  using standin::Misbehaviour;
+  const std::vector<std::string> names{
+      "lmConnect",    "lmDisconnect", "lmGetEvent",   "lmGetAdvancedSettings",
+      "lmGetDevInfo", "lmGetDevNum",  "lmSetApplMode"};
+  EXPECT_EQ(controller::faults().names(), names);
+  ASSERT_TRUE(controller::faults().order("lmGetDevNum", {Misbehaviour::kFail, 2, true}));
+  EXPECT_EQ(deviceCount().status, 0);
+  EXPECT_NE(deviceCount().status, 0);
+  EXPECT_EQ(deviceCount().status, 0);
+  ASSERT_TRUE(controller::faults().order("lmGetDevNum", {Misbehaviour::kFail, 1, false}));
+  EXPECT_NE(deviceCount().status, 0);
+  EXPECT_NE(deviceCount().status, 0);
+  EXPECT_EQ(controller::faults().calls("lmGetDevNum"), 5u);
+}
+
+TEST_F(ConnectedOperations, EachCanBeToldToThrow) {
+  LmDevInfo info;
+  LmAdvancedSettings settings;
+  for (const std::string& name : controller::faults().names())
+    ASSERT_TRUE(controller::faults().order(name, {standin::Misbehaviour::kThrow, 1, true}));
+  EXPECT_THROW(lmConnect(0, "acad"), standin::InjectedFault);
+  EXPECT_THROW(lmGetDevInfo(0, &info), standin::InjectedFault);
+  EXPECT_THROW(lmGetAdvancedSettings(0, &settings), standin::InjectedFault);
+  EXPECT_THROW(lmSetApplMode("AutoCAD", "Unknown"), standin::InjectedFault);
+  EXPECT_THROW(deviceCount(), standin::InjectedFault);
+  EXPECT_THROW(lmDisconnect(), standin::InjectedFault);
+  EXPECT_TRUE(readOnce().isThrown);
+}
+
+TEST_F(Operations, ADaemonToldToFailAConnectHasNoConnection) {
+  ASSERT_TRUE(controller::faults().order("lmConnect", {standin::Misbehaviour::kFail, 1, true}));
+  EXPECT_NE(lmConnect(0, "acad"), 0);
+  EXPECT_FALSE(controller::isConnected());
+  EXPECT_EQ(controller::connectedAs(), "acad");
+}
+
+}  // namespace
