@@ -195,7 +195,7 @@ class LogPanel {
 
 function showSummary(data) {
   const verdict = data.clean ? "\u2713 Clean" : "\u2717 Not clean";
-  const meaning = data.clean ? "\u2713 Clean: every rule of the host was kept" : "\u2717 Not clean: a rule was broken";
+  const meaning = data.clean ? "\u2713 Clean: no rule was broken" : "\u2717 Not clean: a rule was broken";
   for (const [id, text] of [["verdict", verdict], ["summary-verdict", meaning]]) {
     byId(id).textContent = text;
     byId(id).classList.add(data.clean ? "is-clean" : "is-not-clean");
