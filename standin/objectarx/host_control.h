@@ -41,12 +41,14 @@ struct PaperView {
 class STANDIN_OBJECTARX_API Listener {
  public:
   virtual ~Listener() = default;
-  virtual void viewUpdated(int /*viewport*/, const Camera&) {}    ///< AcGsView::update, before it draws
-  virtual void viewCommitted(int /*viewport*/, const Camera&) {}  ///< acgsSetViewParameters
-  virtual void viewChanged(int /*viewport*/, const Camera&) {}    ///< a command or session event changed a view
-                                                                  ///< or made another viewport current
-  virtual void paperChanged(int /*viewport*/, const PaperView&) {}  ///< updateDisplay,
-                                                                    ///< acedVportTableRecords2Vports; before drawing
+  /// AcGsView::update, before it draws.
+  virtual void viewUpdated(int /*viewport*/, const Camera& /*camera*/) {}
+  /// acgsSetViewParameters.
+  virtual void viewCommitted(int /*viewport*/, const Camera& /*camera*/) {}
+  /// A command or session event changed a view, or made another viewport current.
+  virtual void viewChanged(int /*viewport*/, const Camera& /*camera*/) {}
+  /// AcDbViewport::updateDisplay and acedVportTableRecords2Vports, before they draw.
+  virtual void paperChanged(int /*viewport*/, const PaperView& /*shown*/) {}
   virtual void textSent(const std::wstring& /*text*/, bool /*activate*/) {}  ///< sendStringToExecute
   virtual void modulePrinted(const std::wstring& /*text*/) {}                ///< acutPrintf
   virtual void hostPrinted(const std::wstring& /*text*/) {}                  ///< what the host itself prints
@@ -54,9 +56,9 @@ class STANDIN_OBJECTARX_API Listener {
 
 /// Rules broken and things counted since start().
 struct Report {
-  std::uint64_t updates = 0;         ///< AcGsView::update
-  std::uint64_t commits = 0;         ///< acgsSetViewParameters
-  std::uint64_t paperUpdates = 0;    ///< updateDisplay and acedVportTableRecords2Vports
+  std::uint64_t updates = 0;       ///< AcGsView::update
+  std::uint64_t commits = 0;       ///< acgsSetViewParameters
+  std::uint64_t paperUpdates = 0;  ///< updateDisplay and acedVportTableRecords2Vports
   std::uint64_t textsSent = 0;
   std::uint64_t modulePrints = 0;
   std::uint64_t locks = 0;
@@ -66,22 +68,24 @@ struct Report {
   std::uint64_t reactors = 0;            ///< document reactors registered at this moment
   std::uint64_t commandsRegistered = 0;  ///< commands on the command stack at this moment
   std::uint64_t callsOffMainThread = 0;
-  std::int64_t lockDepth = 0;            ///< locks held on the current document at this moment
-  /// One line for each breach of a rule, naming the operation (a call off the main thread, an unlock without a
-  /// lock, a close of an object that is not open ...). At most 100 lines are kept; further ones are counted.
+  std::int64_t lockDepth = 0;  ///< locks held on the current document at this moment
+  /// One line for each breach of a rule, naming the operation (a call off the main thread, an unlock without
+  /// a lock, a close of an object that is not open ...). At most 100 lines are kept; further ones are
+  /// counted.
   std::vector<std::string> breaches;
   std::uint64_t breachesInAll = 0;
 };
 
-/// Starts a host with no document: variables, views, registries and counts as new; faults cleared. The calling
-/// thread becomes the main thread. `drawn` is called by every drawing call after the listener was told.
+/// Starts a host with no document: variables, views, registries and counts as new; faults cleared; the
+/// listener stays. A document that was open is gone, and no reactor is told. The calling thread becomes the
+/// main thread. `drawn` is called by every drawing call after the listener was told.
 STANDIN_OBJECTARX_API void start(std::function<void()> drawn = {});
 
 /// The listener, null for none. Not owned.
 STANDIN_OBJECTARX_API void setListener(Listener* listenerP);
 
-/// Makes the drawing the current document's, in the model tab with one tile, CVPORT 2, and the initial view of
-/// the drawing (or, without one, a plan view of its extents). Replaces any document open before.
+/// Makes the drawing the current document's, in the model tab with one tile, CVPORT 2, and the initial view
+/// of the drawing (or, without one, a plan view of its extents). Replaces any document open before.
 STANDIN_OBJECTARX_API void openDocument(std::unique_ptr<Drawing> drawing);
 
 /// Closes the current document (reactors are told): curDocument() is null from then on.
@@ -92,8 +96,8 @@ STANDIN_OBJECTARX_API Drawing* drawing();
 
 STANDIN_OBJECTARX_API Report report();
 
-/// Faults by operation: free functions by name ("acedGetVar"), members as "AcGsView::setView". Operations whose
-/// result cannot tell of a failure can only be made to throw.
+/// Faults by operation: free functions by name ("acedGetVar"), members as "AcGsView::setView". Operations
+/// whose result cannot tell of a failure can only be made to throw.
 STANDIN_OBJECTARX_API FaultRegistry& faults();
 
 // --- what the user does, while the host is idle ---
@@ -105,8 +109,8 @@ STANDIN_OBJECTARX_API void selectNone();
 /// Handles of the pre-selection, in order.
 STANDIN_OBJECTARX_API std::vector<std::uint64_t> selection();
 
-/// Sets a system variable as SETVAR does: TILEMODE and CVPORT switch tab and viewport. False when there is no such
-/// variable or the value is not one of its values.
+/// Sets a system variable as SETVAR does: TILEMODE and CVPORT switch tab and viewport. False when there is no
+/// such variable or the value is not one of its values.
 STANDIN_OBJECTARX_API bool setVariable(const std::wstring& name, const std::wstring& value);
 STANDIN_OBJECTARX_API std::optional<std::wstring> variable(const std::wstring& name);
 
@@ -123,6 +127,8 @@ STANDIN_OBJECTARX_API int currentViewport();
 
 /// Camera of a viewport's graphics view as it is shown now; none when there is no such viewport.
 STANDIN_OBJECTARX_API std::optional<Camera> camera(int viewport);
+/// Camera that is stored as the viewport's own: what was shown and not committed is not in it.
+STANDIN_OBJECTARX_API std::optional<Camera> committedCamera(int viewport);
 /// Sets a viewport's camera, as a command would (the listener's viewChanged is called).
 STANDIN_OBJECTARX_API bool setCamera(int viewport, const Camera& camera);
 /// Projection of the current view, as a command would set it.

@@ -44,8 +44,6 @@ class STANDIN_OBJECTARX_API AcDbViewport : public AcDbEntity {
   Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override;
   Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& transform) override;
 
- private:
-  friend class standin::host::ObjectAccess;
   int mNumber = 0;
   double mWidth = 1;
   double mHeight = 1;

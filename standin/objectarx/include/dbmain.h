@@ -48,7 +48,6 @@ class STANDIN_OBJECTARX_API AcDbObject : public AcRxObject {
 
   /// Ends one opening. eNotOpenForRead when the object is not open.
   Acad::ErrorStatus close();
-  AcDbObjectId objectId() const;
 
  protected:
   AcDbObject() = default;

@@ -19,8 +19,6 @@ class STANDIN_OBJECTARX_API AcDbAbstractViewTableRecord : public AcDbObject {
  protected:
   AcDbAbstractViewTableRecord() = default;
 
- private:
-  friend class standin::host::ObjectAccess;
   AcGePoint2d mCentre;
   double mWidth = 1;
   double mHeight = 1;

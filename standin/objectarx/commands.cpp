@@ -1,0 +1,61 @@
+#include "commands.h"
+
+#include <algorithm>
+
+#include "operation.h"
+#include "printing.h"
+#include "state.h"
+#include "text.h"
+
+namespace standin::host {
+namespace {
+
+constexpr BuiltIn kBuiltIns[] = {
+    {L"-VIEW", L"-V", true, makeViewCommand},          {L"ZOOM", L"Z", true, makeZoomCommand},
+    {L"LINE", L"L", false, makeLineCommand},           {L"CIRCLE", L"C", false, makeCircleCommand},
+    {L"ERASE", L"E", false, makeEraseCommand},         {L"SELECT", nullptr, false, makeSelectCommand},
+    {L"TILEMODE", nullptr, true, makeTileModeCommand}, {L"CVPORT", nullptr, true, makeCvportCommand},
+    {L"NETLOAD", nullptr, false, makeNetloadCommand},
+};
+
+AcRxFunctionPtr functionOf(const std::wstring& name) {
+  const std::lock_guard lock(state().mMutex);
+  for (const RegisteredCommand& command : run().mCommands)
+    if (isSameName(command.globalName, name) || isSameName(command.localName, name)) return command.function;
+  return nullptr;
+}
+
+void addToCommandDepth(int change) {
+  const std::lock_guard lock(state().mMutex);
+  run().mCommandDepth += change;
+}
+
+}  // namespace
+
+const BuiltIn* findBuiltIn(const std::wstring& name) {
+  for (const BuiltIn& builtIn : kBuiltIns)
+    if (isSameName(name, builtIn.name) || (builtIn.alias != nullptr && isSameName(name, builtIn.alias)))
+      return &builtIn;
+  return nullptr;
+}
+
+std::wstring keyword(const std::wstring& input) {
+  const std::size_t start = input.find_first_not_of(L"_.");
+  return start == std::wstring::npos ? upper(input) : upper(input.substr(start));
+}
+
+bool runRegisteredCommand(const std::wstring& name) {
+  const AcRxFunctionPtr function = functionOf(name);
+  if (function == nullptr) return false;
+  addToCommandDepth(1);
+  try {
+    function();
+  } catch (...) {
+    const std::lock_guard lock(state().mMutex);
+    breach("a command of the module", "let something be thrown into the host");
+  }
+  addToCommandDepth(-1);
+  return true;
+}
+
+}  // namespace standin::host

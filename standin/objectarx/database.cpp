@@ -1,0 +1,196 @@
+// Opening and closing of database objects, and what is asked of an entity that is open.
+#include "dbmain.h"
+
+#include "dbents.h"
+#include "names.h"
+#include "object_access.h"
+#include "operation.h"
+#include "state.h"
+
+using namespace standin;
+using namespace standin::host;
+
+namespace {
+
+const Operation kGetObjectId("acdbGetObjectId", Result::kTellsFailure);
+const Operation kOpenEntity("acdbOpenAcDbEntity", Result::kTellsFailure);
+const Operation kOpenObject("acdbOpenAcDbObject", Result::kTellsFailure);
+const Operation kClose("AcDbObject::close", Result::kTellsFailure);
+const Operation kExtents("AcDbEntity::getGeomExtents", Result::kTellsFailure);
+const Operation kTransform("AcDbEntity::transformBy", Result::kTellsFailure);
+const Operation kGetStart("AcDbLine::getStartPoint", Result::kTellsFailure);
+const Operation kGetEnd("AcDbLine::getEndPoint", Result::kTellsFailure);
+const Operation kStart("AcDbLine::startPoint", Result::kTellsNothing);
+const Operation kEnd("AcDbLine::endPoint", Result::kTellsNothing);
+
+AcDbObject* find(AcDbObjectId id, DrawnEntity*& entityP) {
+  if (!run().mDocumentP) return nullptr;
+  Document& document = *run().mDocumentP;
+  for (AcDbObject* objectP :
+       {static_cast<AcDbObject*>(&document.mPaper), static_cast<AcDbObject*>(&document.mFloating),
+        static_cast<AcDbObject*>(&document.mTile)})
+    if (ObjectAccess::key(*objectP) == id.value()) return objectP;
+  entityP = document.mDrawingP->find(id.value());
+  return entityP == nullptr ? nullptr : &entityP->entity();
+}
+
+Acad::ErrorStatus mayOpen(const DrawnEntity* entityP, AcDb::OpenMode mode, bool openErased) {
+  const Drawing& drawing = *currentDrawing();
+  if (entityP != nullptr && !openErased && drawing.isErased(entityP->properties().handle))
+    return Acad::eWasErased;
+  if (mode == AcDb::kForRead) return Acad::eOk;
+  if (mode != AcDb::kForWrite) return Acad::eInvalidInput;
+  if (!mayWrite()) return Acad::eLockViolation;
+  if (entityP != nullptr && drawing.layer(entityP->properties().layer).isLocked) return Acad::eOnLockedLayer;
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus open(AcDbObject*& objectP, AcDbObjectId id, AcDb::OpenMode mode, const AcRxClass* classP,
+                       bool openErased) {
+  objectP = nullptr;
+  if (id.isNull()) return Acad::eNullObjectId;
+  DrawnEntity* entityP = nullptr;
+  AcDbObject* foundP = find(id, entityP);
+  if (foundP == nullptr) return Acad::eUnknownHandle;
+  if (!foundP->isKindOf(classP)) return Acad::eNotThatKindOfClass;
+  if (const Acad::ErrorStatus status = mayOpen(entityP, mode, openErased); status != Acad::eOk) return status;
+  if (const Acad::ErrorStatus status = ObjectAccess::addOpening(*foundP, mode); status != Acad::eOk)
+    return status;
+  ++run().mReport.openObjects;
+  objectP = foundP;
+  return Acad::eOk;
+}
+
+/// A read of an object that is not open answers all the same, as the host does, and is counted.
+void expectOpen(const Operation& operation, const AcDbObject& object) {
+  if (!ObjectAccess::isOpen(object)) breach(operation, "called for an object that is not open");
+}
+
+}  // namespace
+
+namespace standin::host {
+
+Acad::ErrorStatus ObjectAccess::addOpening(AcDbObject& object, AcDb::OpenMode mode) {
+  if (object.mIsWriter) return Acad::eWasOpenForWrite;
+  if (mode == AcDb::kForWrite && object.mReaders > 0) return Acad::eWasOpenForRead;
+  if (mode == AcDb::kForWrite)
+    object.mIsWriter = true;
+  else
+    ++object.mReaders;
+  return Acad::eOk;
+}
+
+bool ObjectAccess::removeOpening(AcDbObject& object) {
+  if (!isOpen(object)) return false;
+  if (object.mIsWriter)
+    object.mIsWriter = false;
+  else
+    --object.mReaders;
+  return true;
+}
+
+}  // namespace standin::host
+
+Acad::ErrorStatus AcDbObject::close() {
+  const Call call(kClose);
+  if (call.isToFail()) return Acad::eNotApplicable;
+  if (!ObjectAccess::removeOpening(*this)) {
+    breach(kClose, "called for an object that is not open");
+    return Acad::eNotOpenForRead;
+  }
+  --run().mReport.openObjects;
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbEntity::getGeomExtents(AcDbExtents& extents) const {
+  const Call call(kExtents);
+  if (call.isToFail()) return Acad::eNullExtents;
+  if (!ObjectAccess::isOpen(*this)) {
+    breach(kExtents, "called for an object that is not open");
+    return Acad::eNotOpenForRead;
+  }
+  return subGetGeomExtents(extents);
+}
+
+Acad::ErrorStatus AcDbEntity::transformBy(const AcGeMatrix3d& transform) {
+  const Call call(kTransform);
+  if (call.isToFail()) return Acad::eNotApplicable;
+  if (!ObjectAccess::isOpenForWrite(*this)) {
+    breach(kTransform, "called for an object that is not open for write");
+    return Acad::eNotOpenForWrite;
+  }
+  if (!mayWrite()) return Acad::eLockViolation;
+  return subTransformBy(transform);
+}
+
+Acad::ErrorStatus AcDbLine::getStartPoint(AcGePoint3d& start) const {
+  const Call call(kGetStart);
+  if (call.isToFail() || !ObjectAccess::isOpen(*this)) return Acad::eNotOpenForRead;
+  start = mStart;
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbLine::getEndPoint(AcGePoint3d& end) const {
+  const Call call(kGetEnd);
+  if (call.isToFail() || !ObjectAccess::isOpen(*this)) return Acad::eNotOpenForRead;
+  end = mEnd;
+  return Acad::eOk;
+}
+
+AcGePoint3d AcDbLine::startPoint() const {
+  const Call call(kStart);
+  expectOpen(kStart, *this);
+  return mStart;
+}
+
+AcGePoint3d AcDbLine::endPoint() const {
+  const Call call(kEnd);
+  expectOpen(kEnd, *this);
+  return mEnd;
+}
+
+Acad::ErrorStatus AcDbLine::subGetGeomExtents(AcDbExtents& extents) const {
+  extents = {};
+  extents.addPoint(mStart);
+  extents.addPoint(mEnd);
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbLine::subTransformBy(const AcGeMatrix3d& transform) {
+  mStart = transform * mStart;
+  mEnd = transform * mEnd;
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus acdbGetObjectId(AcDbObjectId& id, const ads_name name) {
+  const Call call(kGetObjectId);
+  if (call.isToFail() || !isEntityName(name)) return Acad::eInvalidInput;
+  if (currentDrawing() == nullptr || currentDrawing()->find(handleOf(name)) == nullptr)
+    return Acad::eUnknownHandle;
+  id = AcDbObjectId(handleOf(name));
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus acdbOpenAcDbEntity(AcDbEntity*& entityP, AcDbObjectId id, AcDb::OpenMode mode,
+                                     bool openErased) {
+  entityP = nullptr;
+  const Call call(kOpenEntity);
+  if (call.isToFail()) return Acad::eNullObjectPointer;
+  AcDbObject* objectP = nullptr;
+  const Acad::ErrorStatus status = open(objectP, id, mode, AcDbEntity::desc(), openErased);
+  entityP = static_cast<AcDbEntity*>(objectP);
+  return status;
+}
+
+Acad::ErrorStatus acdbOpenAcDbObject(AcDbObject*& objectP, AcDbObjectId id, AcDb::OpenMode mode,
+                                     bool openErased) {
+  return acdbOpenAcDbObject(objectP, id, mode, AcDbObject::desc(), openErased);
+}
+
+Acad::ErrorStatus acdbOpenAcDbObject(AcDbObject*& objectP, AcDbObjectId id, AcDb::OpenMode mode,
+                                     const AcRxClass* classP, bool openErased) {
+  objectP = nullptr;
+  const Call call(kOpenObject);
+  if (call.isToFail()) return Acad::eNullObjectPointer;
+  return open(objectP, id, mode, classP, openErased);
+}

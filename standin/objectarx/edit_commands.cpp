@@ -1,0 +1,90 @@
+// ERASE and SELECT. Objects are named by their handles, or all of them.
+#include <cwchar>
+#include <mutex>
+
+#include "commands.h"
+#include "printing.h"
+#include "state.h"
+
+namespace standin::host {
+namespace {
+
+using Handles = std::vector<std::uint64_t>;
+
+bool parseHandle(const std::wstring& text, std::uint64_t& handle) {
+  if (text.empty() || text.size() > 15 ||
+      text.find_first_not_of(L"0123456789ABCDEFabcdef") != std::wstring::npos)
+    return false;
+  handle = std::wcstoull(text.c_str(), nullptr, 16);
+  return true;
+}
+
+/// Collects objects until a lone Enter.
+class SelectingCommand : public ActiveCommand {
+ public:
+  std::wstring prompt() const override { return L"Select objects:"; }
+
+  Next input(const std::wstring& text) override {
+    if (text.empty()) {
+      finish(mHandles);
+      return Next::kDone;
+    }
+    const Handles found = objectsOf(text);
+    if (found.empty()) hostPrint(L"*Invalid selection*");
+    mHandles.insert(mHandles.end(), found.begin(), found.end());
+    return Next::kMore;
+  }
+
+ protected:
+  virtual void finish(const Handles& handles) = 0;
+
+ private:
+  static Handles objectsOf(const std::wstring& text) {
+    const std::lock_guard lock(state().mMutex);
+    if (currentDrawing() == nullptr) return {};
+    if (keyword(text) == L"ALL") return selectableHandles();
+    std::uint64_t handle = 0;
+    const bool isThere = parseHandle(text, handle) && currentDrawing()->find(handle) != nullptr &&
+                         !currentDrawing()->isErased(handle);
+    return isThere ? Handles{handle} : Handles{};
+  }
+
+  Handles mHandles;
+};
+
+void eraseObjects(const Handles& handles) {
+  selectNone();
+  const std::lock_guard lock(state().mMutex);
+  Drawing* drawingP = currentDrawing();
+  if (drawingP == nullptr) return;
+  for (const std::uint64_t handle : handles) {
+    const DrawnEntity* entityP = drawingP->find(handle);
+    if (entityP != nullptr && !drawingP->layer(entityP->properties().layer).isLocked) drawingP->erase(handle);
+  }
+}
+
+class EraseCommand final : public SelectingCommand {
+ protected:
+  void finish(const Handles& handles) override { eraseObjects(handles); }
+};
+
+class SelectCommand final : public SelectingCommand {
+ protected:
+  void finish(const Handles& handles) override { select(handles); }
+};
+
+}  // namespace
+
+/// What is pre-selected is erased at once.
+std::unique_ptr<ActiveCommand> makeEraseCommand() {
+  const Handles handles = selection();
+  if (handles.empty()) return std::make_unique<EraseCommand>();
+  eraseObjects(handles);
+  return nullptr;
+}
+
+std::unique_ptr<ActiveCommand> makeSelectCommand() {
+  return std::make_unique<SelectCommand>();
+}
+
+}  // namespace standin::host

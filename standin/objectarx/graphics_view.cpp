@@ -1,0 +1,141 @@
+#include "graphics_view.h"
+
+#include <cmath>
+
+#include "acgs.h"
+#include "operation.h"
+#include "state.h"
+
+namespace standin::host {
+namespace {
+
+const Operation kPosition("AcGsView::position", Result::kTellsNothing);
+const Operation kTarget("AcGsView::target", Result::kTellsNothing);
+const Operation kUpVector("AcGsView::upVector", Result::kTellsNothing);
+const Operation kIsPerspective("AcGsView::isPerspective", Result::kTellsNothing);
+const Operation kFieldWidth("AcGsView::fieldWidth", Result::kTellsNothing);
+const Operation kFieldHeight("AcGsView::fieldHeight", Result::kTellsNothing);
+const Operation kSetView("AcGsView::setView", Result::kTellsNothing);
+const Operation kZoom("AcGsView::zoom", Result::kTellsNothing);
+const Operation kIsValid("AcGsView::isValid", Result::kTellsFailure);
+const Operation kUpdate("AcGsView::update", Result::kTellsNothing);
+const Operation kGetGsView("acgsGetGsView", Result::kTellsFailure);
+const Operation kSetViewParameters("acgsSetViewParameters", Result::kTellsFailure);
+
+bool isUsable(double length) {
+  return std::isfinite(length) && length > 0;
+}
+
+bool isFinite(const AcGeVector3d& v) {
+  return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z);
+}
+
+bool isUsable(const Camera& camera) {
+  const AcGeVector3d sight = camera.position - camera.target;
+  const AcGeVector3d side = sight.crossProduct(camera.up);
+  return isFinite(camera.position - AcGePoint3d::kOrigin) && isFinite(camera.target - AcGePoint3d::kOrigin) &&
+         isFinite(side) && side.dotProduct(side) > 0 && isUsable(camera.fieldWidth) &&
+         isUsable(camera.fieldHeight);
+}
+
+}  // namespace
+
+AcGePoint3d GraphicsView::position() const {
+  const Call call(kPosition);
+  return mLive.position;
+}
+
+AcGePoint3d GraphicsView::target() const {
+  const Call call(kTarget);
+  return mLive.target;
+}
+
+AcGeVector3d GraphicsView::upVector() const {
+  const Call call(kUpVector);
+  return mLive.up;
+}
+
+bool GraphicsView::isPerspective() const {
+  const Call call(kIsPerspective);
+  return mLive.isPerspective;
+}
+
+double GraphicsView::fieldWidth() const {
+  const Call call(kFieldWidth);
+  return mLive.fieldWidth;
+}
+
+double GraphicsView::fieldHeight() const {
+  const Call call(kFieldHeight);
+  return mLive.fieldHeight;
+}
+
+void GraphicsView::setView(const AcGePoint3d& position, const AcGePoint3d& target, const AcGeVector3d& up,
+                           double fieldWidth, double fieldHeight, Projection projection) {
+  const Call call(kSetView);
+  const Camera camera{position, target, up, fieldWidth, fieldHeight, projection == kPerspective};
+  if (!isUsable(camera)) return breach(kSetView, "called with a view that shows nothing");
+  mLive = camera;
+}
+
+void GraphicsView::zoom(double factor) {
+  const Call call(kZoom);
+  const double width = mLive.fieldWidth / factor;
+  const double height = mLive.fieldHeight / factor;
+  if (!isUsable(width) || !isUsable(height))
+    return breach(kZoom, "called with a factor that leaves no field");
+  mLive.fieldWidth = width;
+  mLive.fieldHeight = height;
+}
+
+bool GraphicsView::isValid() const {
+  const Call call(kIsValid);
+  return !call.isToFail() && run().mIsViewValid && viewOf(mNumber) == this;
+}
+
+void GraphicsView::update() {
+  Call call(kUpdate);
+  ++run().mReport.updates;
+  const Camera camera = mLive;
+  call.leave();
+  tell(&Listener::viewUpdated, mNumber, camera);
+  drawn();
+}
+
+GraphicsView* viewOf(int viewport) {
+  if (!run().mDocumentP) return nullptr;
+  if (run().mIsModelTab) return viewport == kTileViewport ? &run().mTileView : nullptr;
+  if (viewport == kPaperViewport) return &run().mPaperView;
+  return viewport == kFloatingViewport ? &run().mFloatingView : nullptr;
+}
+
+int currentViewportNumber() {
+  return run().mIsModelTab ? kTileViewport : run().mLayoutViewport;
+}
+
+}  // namespace standin::host
+
+using namespace standin::host;
+
+AcGsView* acgsGetGsView(int viewportNumber, bool /*createIfNone*/) {
+  return Call(kGetGsView).isToFail() ? nullptr : viewOf(viewportNumber);
+}
+
+Adesk::Boolean acgsSetViewParameters(int viewportNumber, const AcGsView* viewP, bool /*regenRequired*/,
+                                     bool /*rescaleRequired*/, bool /*syncRequired*/) {
+  Call call(kSetViewParameters);
+  if (call.isToFail()) return Adesk::kFalse;
+  GraphicsView* ownP = viewOf(viewportNumber);
+  const auto* givenP = dynamic_cast<const GraphicsView*>(viewP);
+  if (ownP == nullptr || givenP == nullptr) return Adesk::kFalse;
+  if (!run().mIsViewValid) {
+    breach(kSetViewParameters, "called with a view that is not valid");
+    return Adesk::kFalse;
+  }
+  const Camera camera = givenP->live();
+  ownP->store(camera);
+  ++run().mReport.commits;
+  call.leave();
+  tell(&Listener::viewCommitted, viewportNumber, camera);
+  return Adesk::kTrue;
+}

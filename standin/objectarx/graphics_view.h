@@ -1,0 +1,54 @@
+/// A viewport's graphics view: a live camera, and the one that is stored as the viewport's own.
+#ifndef STANDIN_GRAPHICS_VIEW_H
+#define STANDIN_GRAPHICS_VIEW_H
+
+#include "gs.h"
+#include "host_control.h"
+
+namespace standin::host {
+
+/// Numbers of viewports: the tile of the model tab, and the two of the layout.
+constexpr int kTileViewport = 2;
+constexpr int kPaperViewport = 1;
+constexpr int kFloatingViewport = 2;
+
+class GraphicsView final : public AcGsView {
+ public:
+  explicit GraphicsView(int number) : mNumber(number) {}
+
+  AcGePoint3d position() const override;
+  AcGePoint3d target() const override;
+  AcGeVector3d upVector() const override;
+  bool isPerspective() const override;
+  double fieldWidth() const override;
+  double fieldHeight() const override;
+  void setView(const AcGePoint3d& position, const AcGePoint3d& target, const AcGeVector3d& up,
+               double fieldWidth, double fieldHeight, Projection projection) override;
+  void zoom(double factor) override;
+  bool isValid() const override;
+  void update() override;
+
+  int number() const { return mNumber; }
+  const Camera& live() const { return mLive; }
+  const Camera& committed() const { return mCommitted; }
+  /// Changes what is shown only.
+  void show(const Camera& camera) { mLive = camera; }
+  /// Changes what is shown and stored.
+  void store(const Camera& camera) { mLive = mCommitted = camera; }
+  /// What was not stored is lost.
+  void revert() { mLive = mCommitted; }
+
+ private:
+  int mNumber;
+  Camera mLive;
+  Camera mCommitted;
+};
+
+/// The view of a viewport of the current tab, null when there is none of that number.
+GraphicsView* viewOf(int viewport);
+/// Number of the current viewport.
+int currentViewportNumber();
+
+}  // namespace standin::host
+
+#endif

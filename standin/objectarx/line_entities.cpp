@@ -1,0 +1,88 @@
+// Lines and polylines.
+#include "conic.h"
+#include "dbents.h"
+#include "entity_base.h"
+
+namespace standin {
+namespace {
+
+class LineEntity final : public AcDbLine, public DrawnEntity {
+ public:
+  LineEntity(EntityProperties properties, const AcGePoint3d& start, const AcGePoint3d& end)
+      : AcDbLine(start, end), DrawnEntity(std::move(properties)) {}
+
+  AcDbEntity& entity() override { return *this; }
+  const char* typeName() const override { return "LINE"; }
+  Polyline3 points() const override { return {mStart, mEnd}; }
+  std::vector<Polyline3> outline() const override { return {{mStart, mEnd}}; }
+};
+
+class PolylineEntity final : public GeometryEntity {
+ public:
+  PolylineEntity(EntityProperties properties, const char* typeName,
+                 const std::vector<PolylineVertex>& vertices, const AcGeVector3d& normal, bool isClosed)
+      : GeometryEntity(std::move(properties)), mTypeNameP(typeName), mIsClosed(isClosed) {
+    for (const PolylineVertex& vertex : vertices) mVertices.push_back(vertex.at);
+    for (std::size_t i = 0; i < segmentCount(); ++i) {
+      if (vertices[i].bulge == 0) continue;
+      mArcs.emplace(i, bulgedSegment(mVertices[i], next(i), vertices[i].bulge, normal));
+    }
+  }
+
+  const char* typeName() const override { return mTypeNameP; }
+  Polyline3 points() const override { return mVertices; }
+
+  std::vector<Polyline3> outline() const override {
+    if (mVertices.empty()) return {};
+    Polyline3 result{mVertices.front()};
+    for (std::size_t i = 0; i < segmentCount(); ++i) {
+      if (const auto arc = mArcs.find(i); arc != mArcs.end()) {
+        const Polyline3 chords = arc->second.chords();
+        result.insert(result.end(), chords.begin() + 1, chords.end() - 1);
+      }
+      result.push_back(next(i));
+    }
+    return {result};
+  }
+
+ protected:
+  Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override {
+    if (mVertices.empty()) return Acad::eNullExtents;
+    extents = {};
+    for (const AcGePoint3d& vertex : mVertices) extents.addPoint(vertex);
+    for (const auto& [index, arc] : mArcs) arc.addTo(extents);
+    return Acad::eOk;
+  }
+  Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& transform) override {
+    for (AcGePoint3d& vertex : mVertices) vertex = transform * vertex;
+    for (auto& [index, arc] : mArcs) arc.transformBy(transform);
+    return Acad::eOk;
+  }
+
+ private:
+  std::size_t segmentCount() const {
+    if (mVertices.size() < 2) return 0;
+    return mIsClosed ? mVertices.size() : mVertices.size() - 1;
+  }
+  const AcGePoint3d& next(std::size_t i) const { return mVertices[(i + 1) % mVertices.size()]; }
+
+  const char* mTypeNameP;
+  bool mIsClosed;
+  Polyline3 mVertices;
+  std::map<std::size_t, Conic> mArcs;  ///< the segments that are not straight, by number
+};
+
+}  // namespace
+
+std::unique_ptr<DrawnEntity> makeLine(EntityProperties properties, const AcGePoint3d& start,
+                                      const AcGePoint3d& end) {
+  return std::make_unique<LineEntity>(std::move(properties), start, end);
+}
+
+std::unique_ptr<DrawnEntity> makePolyline(EntityProperties properties, const char* typeName,
+                                          std::vector<PolylineVertex> vertices, const AcGeVector3d& normal,
+                                          bool isClosed) {
+  return std::make_unique<PolylineEntity>(std::move(properties), typeName, vertices, normal, isClosed);
+}
+
+}  // namespace standin

@@ -1,0 +1,30 @@
+/// The host's hold on what database objects keep to themselves.
+#ifndef STANDIN_OBJECT_ACCESS_H
+#define STANDIN_OBJECT_ACCESS_H
+
+#include "dbmain.h"
+
+namespace standin::host {
+
+class ObjectAccess {
+ public:
+  static void setKey(AcDbObject& object, std::uint64_t key) { object.mId = key; }
+  static std::uint64_t key(const AcDbObject& object) { return object.mId; }
+  static bool isOpen(const AcDbObject& object) { return object.mReaders > 0 || object.mIsWriter; }
+  static bool isOpenForWrite(const AcDbObject& object) { return object.mIsWriter; }
+  /// eWasOpenForRead or eWasOpenForWrite when the object's openings do not allow another.
+  static Acad::ErrorStatus addOpening(AcDbObject& object, AcDb::OpenMode mode);
+  /// False when the object was not open.
+  static bool removeOpening(AcDbObject& object);
+
+  static Acad::ErrorStatus extents(const AcDbEntity& entity, AcDbExtents& extents) {
+    return entity.subGetGeomExtents(extents);
+  }
+  static Acad::ErrorStatus transform(AcDbEntity& entity, const AcGeMatrix3d& by) {
+    return entity.subTransformBy(by);
+  }
+};
+
+}  // namespace standin::host
+
+#endif

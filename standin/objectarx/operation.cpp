@@ -1,0 +1,31 @@
+#include "operation.h"
+
+#include <thread>
+
+#include "state.h"
+
+namespace standin::host {
+namespace {
+
+constexpr std::size_t kBreachesKept = 100;
+
+}  // namespace
+
+Operation::Operation(const char* name, Result result)
+    : mNameP(name), mIndex(faultRegistry().add(name, result == Result::kTellsFailure)) {}
+
+Call::Call(const Operation& operation) : mLock(state().mMutex) {
+  if (std::this_thread::get_id() != state().mMainThread) {
+    ++run().mReport.callsOffMainThread;
+    breach(operation, "called off the main thread");
+  }
+  mIsToFail = faultRegistry().hit(operation.index());
+}
+
+void breach(const char* operation, const char* what) {
+  Report& report = run().mReport;
+  ++report.breachesInAll;
+  if (report.breaches.size() < kBreachesKept) report.breaches.push_back(std::string(operation) + ": " + what);
+}
+
+}  // namespace standin::host

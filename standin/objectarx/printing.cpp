@@ -1,0 +1,60 @@
+#include "printing.h"
+
+#include <cstdarg>
+#include <cwchar>
+#include <vector>
+
+#include "acutads.h"
+#include "adscodes.h"
+#include "operation.h"
+#include "state.h"
+
+using namespace standin::host;
+
+namespace {
+
+const Operation kPrintf("acutPrintf", Result::kTellsFailure);
+/// The host's own limit is lower; a text beyond this is refused rather than cut.
+constexpr std::size_t kLongestPrint = 16384;
+
+/// The host's `%s` takes a wide string wherever it runs; elsewhere that is `%ls`.
+std::wstring withWideStrings(const wchar_t* format) {
+  std::wstring result;
+  for (const wchar_t* c = format; *c != L'\0'; ++c) {
+    result += *c;
+    if (*c != L'%') continue;
+    if (c[1] == L'%') {
+      result += *++c;
+      continue;
+    }
+    while (c[1] != L'\0' && std::wcschr(L"-+ #0123456789.*", c[1]) != nullptr) result += *++c;
+    if (c[1] == L's' || c[1] == L'c') result += L'l';
+  }
+  return result;
+}
+
+}  // namespace
+
+int acutPrintf(const ACHAR* format, ...) {
+  Call call(kPrintf);
+  if (call.isToFail() || format == nullptr) return RTERROR;
+  const std::wstring wideFormat = withWideStrings(format);
+  std::vector<wchar_t> text(kLongestPrint);
+  va_list arguments;
+  va_start(arguments, format);
+  const int length = std::vswprintf(text.data(), text.size(), wideFormat.c_str(), arguments);
+  va_end(arguments);
+  if (length < 0) return RTERROR;
+  ++run().mReport.modulePrints;
+  call.leave();
+  tell(&Listener::modulePrinted, std::wstring(text.data(), static_cast<std::size_t>(length)));
+  return RTNORM;
+}
+
+namespace standin::host {
+
+void hostPrint(const std::wstring& text) {
+  tell(&Listener::hostPrinted, text);
+}
+
+}  // namespace standin::host

@@ -1,0 +1,60 @@
+// TILEMODE, CVPORT and NETLOAD.
+#include <filesystem>
+#include <utility>
+
+#include "commands.h"
+#include "printing.h"
+#include "text.h"
+#include "view_actions.h"
+
+namespace standin::host {
+namespace {
+
+class VariableCommand final : public ActiveCommand {
+ public:
+  VariableCommand(std::wstring name, std::wstring refusal)
+      : mName(std::move(name)), mRefusal(std::move(refusal)) {}
+
+  std::wstring prompt() const override { return L"Enter new value for " + mName + L":"; }
+
+  Next input(const std::wstring& text) override {
+    if (text.empty()) return Next::kDone;
+    int value = 0;
+    if (parseInteger(text, value) && changeVariable(mName, value) == VariableChange::kDone)
+      return Next::kDone;
+    hostPrint(mRefusal);
+    return Next::kMore;
+  }
+
+ private:
+  std::wstring mName;
+  std::wstring mRefusal;
+};
+
+/// Assemblies are not run here; the line says which one would have been.
+class NetloadCommand final : public ActiveCommand {
+ public:
+  std::wstring prompt() const override { return L"Assembly file name:"; }
+
+  Next input(const std::wstring& text) override {
+    if (text.empty()) return Next::kDone;
+    std::error_code error;
+    const bool isThere = std::filesystem::exists(std::filesystem::path(text), error);
+    hostPrint(isThere ? L"Assembly \"" + text + L"\" loaded." : L"Cannot load assembly \"" + text + L"\".");
+    return Next::kDone;
+  }
+};
+
+}  // namespace
+
+std::unique_ptr<ActiveCommand> makeTileModeCommand() {
+  return std::make_unique<VariableCommand>(L"TILEMODE", L"Requires 0 or 1 only.");
+}
+std::unique_ptr<ActiveCommand> makeCvportCommand() {
+  return std::make_unique<VariableCommand>(L"CVPORT", L"** No such viewport **");
+}
+std::unique_ptr<ActiveCommand> makeNetloadCommand() {
+  return std::make_unique<NetloadCommand>();
+}
+
+}  // namespace standin::host

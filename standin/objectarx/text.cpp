@@ -1,0 +1,38 @@
+#include "text.h"
+
+#include <algorithm>
+#include <climits>
+#include <cmath>
+#include <cwchar>
+
+namespace standin::host {
+
+std::wstring upper(std::wstring_view text) {
+  std::wstring result(text);
+  for (wchar_t& c : result)
+    if (c >= L'a' && c <= L'z') c = static_cast<wchar_t>(c - L'a' + L'A');
+  return result;
+}
+
+bool isSameName(std::wstring_view a, std::wstring_view b) {
+  return upper(a) == upper(b);
+}
+
+bool parseNumber(const std::wstring& text, double& value) {
+  if (text.empty() || text.find_first_not_of(L"+-0123456789.eE") != std::wstring::npos) return false;
+  wchar_t* endP = nullptr;
+  const double number = std::wcstod(text.c_str(), &endP);
+  if (*endP != L'\0' || !std::isfinite(number)) return false;
+  value = number;
+  return true;
+}
+
+bool parseInteger(const std::wstring& text, int& value) {
+  if (text.find_first_not_of(L"+-0123456789") != std::wstring::npos) return false;
+  double number = 0;
+  if (!parseNumber(text, number) || number < INT_MIN || number > INT_MAX) return false;
+  value = static_cast<int>(number);
+  return true;
+}
+
+}  // namespace standin::host

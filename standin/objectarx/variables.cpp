@@ -1,0 +1,91 @@
+#include "variables.h"
+
+#include "acedads.h"
+#include "camera_math.h"
+#include "operation.h"
+#include "state.h"
+#include "text.h"
+
+namespace standin::host {
+namespace {
+
+const Operation kGetVar("acedGetVar", Result::kTellsFailure);
+
+enum class Variable { kTileMode, kCvport, kPerspective, kCmdActive };
+
+std::optional<Variable> variableOf(std::wstring_view name) {
+  if (isSameName(name, L"TILEMODE")) return Variable::kTileMode;
+  if (isSameName(name, L"CVPORT")) return Variable::kCvport;
+  if (isSameName(name, L"PERSPECTIVE")) return Variable::kPerspective;
+  if (isSameName(name, L"CMDACTIVE")) return Variable::kCmdActive;
+  return std::nullopt;
+}
+
+VariableChange setTileMode(int value) {
+  if (value != 0 && value != 1) return VariableChange::kNotAllowed;
+  if (run().mIsModelTab != (value == 1))
+    for (GraphicsView* viewP : {&run().mTileView, &run().mPaperView, &run().mFloatingView}) viewP->revert();
+  run().mIsModelTab = value == 1;
+  return VariableChange::kDone;
+}
+
+VariableChange setCvport(int value) {
+  if (viewOf(value) == nullptr) return VariableChange::kNotAllowed;
+  if (!run().mIsModelTab) run().mLayoutViewport = value;
+  return VariableChange::kDone;
+}
+
+VariableChange setPerspectiveVariable(int value) {
+  if (value != 0 && value != 1) return VariableChange::kNotAllowed;
+  GraphicsView& view = *viewOf(currentViewportNumber());
+  view.store(withProjection(view.live(), value == 1));
+  return VariableChange::kDone;
+}
+
+}  // namespace
+
+std::optional<int> readVariable(std::wstring_view name) {
+  const std::optional<Variable> variable = variableOf(name);
+  if (!variable || !run().mDocumentP) return std::nullopt;
+  switch (*variable) {
+    case Variable::kTileMode:
+      return run().mIsModelTab ? 1 : 0;
+    case Variable::kCvport:
+      return currentViewportNumber();
+    case Variable::kPerspective:
+      return viewOf(currentViewportNumber())->live().isPerspective ? 1 : 0;
+    case Variable::kCmdActive:
+      return run().mCommandDepth > 0 || run().mCommandLine.isCommandActive() ? 1 : 0;
+  }
+  return std::nullopt;
+}
+
+VariableChange writeVariable(std::wstring_view name, int value) {
+  const std::optional<Variable> variable = variableOf(name);
+  if (!variable || !run().mDocumentP) return VariableChange::kUnknown;
+  switch (*variable) {
+    case Variable::kTileMode:
+      return setTileMode(value);
+    case Variable::kCvport:
+      return setCvport(value);
+    case Variable::kPerspective:
+      return setPerspectiveVariable(value);
+    case Variable::kCmdActive:
+      return VariableChange::kNotAllowed;
+  }
+  return VariableChange::kUnknown;
+}
+
+}  // namespace standin::host
+
+int acedGetVar(const ACHAR* name, resbuf* result) {
+  using namespace standin::host;
+  const Call call(kGetVar);
+  if (call.isToFail() || name == nullptr || result == nullptr) return RTERROR;
+  const std::optional<int> value = readVariable(name);
+  if (!value) return RTERROR;
+  result->rbnext = nullptr;
+  result->restype = RTSHORT;
+  result->resval.rint = static_cast<short>(*value);
+  return RTNORM;
+}

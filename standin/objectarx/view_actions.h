@@ -1,0 +1,29 @@
+/// What commands and the session do to views; each change is stored, and the listener is told. Main thread
+/// only, and not while the host's lock is held.
+#ifndef STANDIN_VIEW_ACTIONS_H
+#define STANDIN_VIEW_ACTIONS_H
+
+#include <string>
+
+#include "camera_math.h"
+#include "variables.h"
+
+namespace standin::host {
+
+/// Shows all of the drawing in the current viewport, in its direction; all of the sheet in the paper-space
+/// one.
+void zoomToExtents();
+
+/// Looks along the frame's direction onto all of the drawing. False in the paper-space viewport, which has
+/// but one direction.
+bool lookFrom(const ViewFrame& frame);
+
+/// Sets a system variable and tells of the view that is current then.
+VariableChange changeVariable(const std::wstring& name, int value);
+
+/// What is drawn, or the drawing's limits when there is nothing.
+AcDbExtents extentsToShow(const Drawing& drawing);
+
+}  // namespace standin::host
+
+#endif

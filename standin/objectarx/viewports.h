@@ -1,0 +1,44 @@
+/// Database objects that hold what a viewport shows: the viewports of the layout, the record of the model
+/// tile.
+#ifndef STANDIN_VIEWPORTS_H
+#define STANDIN_VIEWPORTS_H
+
+#include "dbents.h"
+#include "dbsymtb.h"
+#include "host_control.h"
+
+namespace standin::host {
+
+/// Keys of these objects; a drawing's handles lie below.
+constexpr std::uint64_t kViewportKey = std::uint64_t{1} << 62;
+constexpr std::uint64_t kTileKey = std::uint64_t{1} << 63;
+
+class LayoutViewport final : public AcDbViewport {
+ public:
+  /// Shows an area of its own size, its lower left corner at the origin.
+  LayoutViewport(int number, double width, double height);
+
+  PaperView shown() const {
+    return {mViewCentre.x, mViewCentre.y, mWidth / mHeight * mViewHeight, mViewHeight};
+  }
+  void show(const AcGePoint2d& centre, double viewHeight) {
+    mViewCentre = centre;
+    mViewHeight = viewHeight;
+  }
+};
+
+class TileRecord final : public AcDbViewportTableRecord {
+ public:
+  TileRecord();
+
+  PaperView shown() const { return {mCentre.x, mCentre.y, mWidth, mHeight}; }
+  void show(const PaperView& view) {
+    mCentre = {view.centerX, view.centerY};
+    mWidth = view.width;
+    mHeight = view.height;
+  }
+};
+
+}  // namespace standin::host
+
+#endif
