@@ -58,8 +58,8 @@ int Util::beepAndShowMessage(void* ownerWindowP, std::string_view text, std::str
 std::wstring Util::widen(std::string_view text) {
   std::wstring result;
   result.reserve(text.size());
-  for (const char byte : text) {
-    const auto character = static_cast<char16_t>(static_cast<signed char>(byte));
+  for (const char c : text) {
+    const auto character = static_cast<char16_t>(static_cast<signed char>(c));
     result.push_back(static_cast<wchar_t>(character));
   }
   return result;

@@ -1,0 +1,52 @@
+/// A folder for one test, removed with everything in it when the test is over.
+#ifndef TESTS_UTIL_TEMP_FOLDER_H
+#define TESTS_UTIL_TEMP_FOLDER_H
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+class TempFolder {
+ public:
+  TempFolder() {
+    std::string name = (std::filesystem::temp_directory_path() / "lm_test_XXXXXX").string();
+    if (mkdtemp(name.data()) == nullptr) throw std::runtime_error("no temporary folder: " + name);
+    mRoot = name;
+  }
+  ~TempFolder() {
+    std::error_code ignored;
+    std::filesystem::remove_all(mRoot, ignored);
+  }
+  TempFolder(const TempFolder&) = delete;
+  TempFolder& operator=(const TempFolder&) = delete;
+
+  const std::filesystem::path& root() const { return mRoot; }
+
+  /// Full path of `name`, both with backslashes, as the module's own texts have it.
+  std::string path(std::string_view name) const {
+    std::string result = mRoot.string() + "\\" + std::string(name);
+    std::replace(result.begin(), result.end(), '/', '\\');
+    return result;
+  }
+
+  void write(const std::string& name, std::string_view text) const {
+    std::ofstream(mRoot / name, std::ios::binary) << text;
+  }
+
+  std::string read(const std::string& name) const {
+    std::ifstream file(mRoot / name, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+  }
+
+  bool has(const std::string& name) const { return std::filesystem::exists(mRoot / name); }
+
+ private:
+  std::filesystem::path mRoot;
+};
+
+#endif
