@@ -3,8 +3,8 @@
 /// (`lmt_ctrlr_64.def`); every operation answers 0 for success and any other value for failure.
 ///
 /// Calling order: lmConnect first; lmGetDevNum, then lmGetDevInfo for each index below the count;
-/// lmGetAdvancedSettings after a connection and whenever the settings have changed; lmGetEvent again and again
-/// from one thread; lmDisconnect when the connection is broken and at shutdown.
+/// lmGetAdvancedSettings after a connection and whenever the settings have changed; lmGetEvent again and
+/// again from one thread; lmDisconnect when the connection is broken and at shutdown.
 #ifndef DEVICE_LMT_CTRLR_H
 #define DEVICE_LMT_CTRLR_H
 
@@ -46,17 +46,6 @@ enum LmEventCode : std::int32_t {
   APPL_FUNC_START = 0x20020,  ///< application function 0; function N is this plus N
 };
 
-/// Ordinals under which the library exports its operations.
-enum LmOrdinal : int {
-  LM_ORDINAL_CONNECT = 104,
-  LM_ORDINAL_DISCONNECT = 106,
-  LM_ORDINAL_GET_EVENT = 108,
-  LM_ORDINAL_GET_ADVANCED_SETTINGS = 110,
-  LM_ORDINAL_GET_DEV_INFO = 116,
-  LM_ORDINAL_GET_DEV_NUM = 117,
-  LM_ORDINAL_SET_APPL_MODE = 180,
-};
-
 extern "C" {
 
 /// Connects to the driver daemon. `reserved` is always 0, `applName` the application's name.
@@ -67,9 +56,10 @@ std::int32_t lmDisconnect();
 
 /// Fetches one event of device `devIdx`; waits some tens of milliseconds at least when none is pending, and
 /// answers a failure when none came. The axis values and the extras are valid for a motion record only.
-std::int32_t lmGetEvent(std::int32_t devIdx, std::int16_t* x, std::int16_t* y, std::int16_t* z, std::int16_t* rx,
-                        std::int16_t* ry, std::int16_t* rz, std::int32_t* ignored1, std::int32_t* ignored2,
-                        std::int32_t* eventCode, std::int32_t* extra1, std::int32_t* extra2);
+std::int32_t lmGetEvent(std::int32_t devIdx, std::int16_t* x, std::int16_t* y, std::int16_t* z,
+                        std::int16_t* rx, std::int16_t* ry, std::int16_t* rz, std::int32_t* ignored1,
+                        std::int32_t* ignored2, std::int32_t* eventCode, std::int32_t* extra1,
+                        std::int32_t* extra2);
 
 /// Fills the advanced settings record of device `devIdx`.
 std::int32_t lmGetAdvancedSettings(std::int32_t devIdx, LmAdvancedSettings* record);

@@ -1,0 +1,39 @@
+/// Hands the newest value of one thread to another, whole, and neither ever waits for the other.
+#ifndef COMMON_SOURCES_LATEST_VALUE_H
+#define COMMON_SOURCES_LATEST_VALUE_H
+
+#include <array>
+#include <atomic>
+#include <cstdint>
+
+/// One writing thread, one reading thread. Three copies: one being written, one being read, and between them
+/// the last one completed, which either side swaps for its own.
+template <typename T>
+class LatestValue {
+ public:
+  /// Writing thread.
+  void store(const T& value) {
+    mSlots[mWriteIndex] = value;
+    mWriteIndex =
+        mMiddle.exchange(static_cast<std::uint8_t>(mWriteIndex | kFresh), std::memory_order_acq_rel) &
+        kIndexMask;
+  }
+
+  /// Reading thread. The value last stored, or T{} before the first.
+  const T& load() {
+    if (mMiddle.load(std::memory_order_relaxed) & kFresh)
+      mReadIndex = mMiddle.exchange(mReadIndex, std::memory_order_acq_rel) & kIndexMask;
+    return mSlots[mReadIndex];
+  }
+
+ private:
+  static constexpr std::uint8_t kFresh = 4;
+  static constexpr std::uint8_t kIndexMask = 3;
+
+  std::array<T, 3> mSlots{};
+  std::uint8_t mWriteIndex = 0;
+  std::atomic<std::uint8_t> mMiddle{1};
+  std::uint8_t mReadIndex = 2;
+};
+
+#endif

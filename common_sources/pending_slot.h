@@ -1,0 +1,36 @@
+/// A request that one thread leaves for another: a single slot, the newest wins.
+#ifndef COMMON_SOURCES_PENDING_SLOT_H
+#define COMMON_SOURCES_PENDING_SLOT_H
+
+#include <atomic>
+#include <cstdint>
+
+/// Any thread. Every request carries a stamp, so that the one that has just been executed can be cleared
+/// without losing a later one, not even one of the same value.
+class PendingSlot {
+ public:
+  struct Request {
+    std::int32_t mValue;
+    std::uint32_t mStamp;
+  };
+
+  explicit PendingSlot(std::int32_t value) : mRequest(Request{value, 0}) {}
+
+  void set(std::int32_t value) {
+    Request before = mRequest.load(std::memory_order_relaxed);
+    while (!mRequest.compare_exchange_weak(before, Request{value, before.mStamp + 1})) {
+    }
+  }
+
+  Request get() const { return mRequest.load(std::memory_order_acquire); }
+
+  /// Replaces `executed` by `none`; does nothing when another request has come since.
+  void clear(Request executed, std::int32_t none) {
+    mRequest.compare_exchange_strong(executed, Request{none, executed.mStamp + 1});
+  }
+
+ private:
+  std::atomic<Request> mRequest;
+};
+
+#endif

@@ -1,0 +1,51 @@
+#include "common_sources/scroll_amount.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+
+namespace {
+constexpr std::array<std::string_view, 5> kScrollBarClasses{"SysTreeView32", "TreeView", "SysListView32",
+                                                            "ListBox", "Edit"};
+constexpr std::string_view kWheelClass = "QWidget";
+constexpr int kLongestWaitMs = 150;
+constexpr int kShortestWaitMs = 1;
+constexpr int kShortList = 50;
+constexpr int kLinesPerMessage = 100;
+constexpr int kMostMessages = 10;
+}  // namespace
+
+ScrollKind scrollKind(std::string_view className) {
+  for (const std::string_view part : kScrollBarClasses)
+    if (className.find(part) != std::string_view::npos) return ScrollKind::kScrollBar;
+  return className == kWheelClass ? ScrollKind::kWheel : ScrollKind::kNone;
+}
+
+ScrollAmount scrollAmount(int x, int y, int z) {
+  return {x, std::abs(z) < std::abs(y) ? -y : z};
+}
+
+int strength(const ScrollAmount& amount) {
+  return std::max(std::abs(amount.mHorizontal), std::abs(amount.mVertical));
+}
+
+bool isUsable(const ScrollBar& bar) {
+  return bar.mMinimum >= 0 && bar.mMaximum >= 0 && bar.mMinimum < bar.mMaximum && bar.mPage != 0;
+}
+
+int lineCount(const ScrollBar& bar) {
+  return std::clamp(bar.mMaximum / kLinesPerMessage, 1, kMostMessages);
+}
+
+bool isScrollable(const ScrollBar& bar, int amount) {
+  if (amount < 0) return bar.mPosition > 0;
+  return static_cast<long long>(bar.mPage) + bar.mPosition <= bar.mMaximum;
+}
+
+int scrollWaitMs(const ScrollAmount& amount) {
+  return std::max(kLongestWaitMs - strength(amount) / 2, kShortestWaitMs);
+}
+
+int shortListWaitMs(const ScrollBar& bar) {
+  return std::max(kShortList - bar.mMaximum, 0);
+}

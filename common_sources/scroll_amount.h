@@ -1,0 +1,48 @@
+/// How a deflection of the cap scrolls a control: pure arithmetic and the table of window classes.
+#ifndef COMMON_SOURCES_SCROLL_AMOUNT_H
+#define COMMON_SOURCES_SCROLL_AMOUNT_H
+
+#include <string_view>
+
+enum class ScrollKind { kNone, kScrollBar, kWheel };
+
+/// What a window of this class understands; the class name is in the ANSI code page. Substrings are enough
+/// for the controls with scroll bars, since tool kits derive classes from them; a Qt widget is told by its
+/// whole name.
+ScrollKind scrollKind(std::string_view className);
+
+/// Amounts in raw cap values: positive scrolls down or to the right.
+struct ScrollAmount {
+  int mHorizontal;
+  int mVertical;
+};
+
+/// Pushing the cap in or out scrolls like tilting it forwards or backwards, whichever is stronger.
+ScrollAmount scrollAmount(int x, int y, int z);
+
+/// The larger of both amounts' magnitudes.
+int strength(const ScrollAmount& amount);
+
+/// A control's scroll bar as the system tells it.
+struct ScrollBar {
+  int mMinimum;
+  int mMaximum;
+  unsigned mPage;
+  int mPosition;
+};
+
+bool isUsable(const ScrollBar& bar);
+
+/// Line messages of one pass: 1 to 10, more in long lists.
+int lineCount(const ScrollBar& bar);
+
+/// True when there is something left to scroll to in the direction of `amount`.
+bool isScrollable(const ScrollBar& bar, int amount);
+
+/// Milliseconds to wait after a pass, at least 1: the further the cap is pushed, the shorter.
+int scrollWaitMs(const ScrollAmount& amount);
+
+/// Milliseconds to wait in addition in a short list, so that it does not run away.
+int shortListWaitMs(const ScrollBar& bar);
+
+#endif

@@ -1,0 +1,43 @@
+#include "common_sources/window_search.h"
+
+namespace {
+
+LONG area(const RECT& rect) {
+  return (rect.right - rect.left) * (rect.bottom - rect.top);
+}
+
+struct Search {
+  POINT mPoint;
+  HWND mParent;
+  HWND mBest;
+  RECT mBestRect;
+
+  /// Scans `window` and those that follow it in z-order; true when one of them became the best.
+  bool scan(HWND window) {
+    const HWND before = mBest;
+    for (; window != nullptr; window = GetWindow(window, GW_HWNDNEXT)) {
+      RECT rect{};
+      if (!GetWindowRect(window, &rect) || !PtInRect(&rect, mPoint)) continue;
+      if (GetParent(window) != mParent || !IsWindowVisible(window) || area(rect) >= area(mBestRect)) continue;
+      mBest = window;
+      mBestRect = rect;
+    }
+    return mBest != before;
+  }
+};
+
+}  // namespace
+
+HWND smallestWindowAt(POINT point) {
+  const HWND window = WindowFromPoint(point);
+  if (window == nullptr) return nullptr;
+  Search search{point, GetParent(window), window, {}};
+  GetWindowRect(window, &search.mBestRect);
+  if (search.mParent == nullptr) return window;
+  HWND next = GetWindow(window, GW_HWNDNEXT);
+  while (search.scan(next)) {
+    next = GetWindow(search.mBest, GW_CHILD);
+    search.mParent = search.mBest;
+  }
+  return search.mBest;
+}
