@@ -1,0 +1,165 @@
+/// Turns the state of the device into actions of the host. A timer on the host's main thread polls what the
+/// reading thread has stored; every host call is made there. One for each load of the module.
+///
+///   state                     deflected                                  released
+///   idle (100 ms)             -> moving; "Cap moving."                   stays idle
+///   moving (10 ms)            one pass of motion, again and again        commit, unlock; "Cap released." ->
+///   idle
+///
+/// A deflection that scrolls a control under the pointer changes neither state.
+#ifndef COMMON_SOURCES_AUTO_CAD_PROXY_H
+#define COMMON_SOURCES_AUTO_CAD_PROXY_H
+
+#include <windows.h>
+
+#include <array>
+#include <atomic>
+#include <cstdint>
+#include <string>
+
+#include "acgs.h"
+#include "adsdef.h"
+#include "common_sources/published_names.h"
+#include "common_sources/rotation_mode.h"
+#include "gepnt3d.h"
+#include "gevec3d.h"
+#include "gs.h"
+
+class LmAutoCad;
+
+/// Navigation modes.
+enum NavigationMode : int { kUnknownMode = 0, k2DMode = 1, k3DMode = 2 };
+
+/// All operations belong to the main thread unless they say otherwise. None throws, but for handleDeviceCap,
+/// getNavigationMode, pan2D and zoom2D, whose callers catch.
+class AutoCadProxy {
+ public:
+  /// Copies its settings from the core object, which outlives it, and arms the timer: the first tick comes
+  /// after 100 ms.
+  explicit AutoCadProxy(LmAutoCad* lmAutoCadP);
+  ~AutoCadProxy();
+
+  AutoCadProxy(const AutoCadProxy&) = delete;
+  AutoCadProxy& operator=(const AutoCadProxy&) = delete;
+
+  /// The one proxy of the module, null when there is none.
+  static AutoCadProxy* instance();
+
+  LmAutoCad* lmAutoCad() const { return mLmAutoCadP; }
+
+  /// The timer is not armed again after the next tick.
+  void deactivate() { mIsTimerActive = false; }
+
+  /// Any thread. All four fields change at once.
+  void setRotationMode(RotationMode mode) { mRotationMode.store(mode, std::memory_order_release); }
+  RotationMode rotationMode() const { return mRotationMode.load(std::memory_order_acquire); }
+
+  /// Any thread. Name of the current application mode, "Unknown" while the menu file has none for it. Valid
+  /// as long as this object.
+  const std::string& applModeName() const;
+
+  bool isObjectMoveMode() const { return mIsObjectMoveMode; }
+  void setObjectMoveMode(bool isObjectMoveMode) { mIsObjectMoveMode = isObjectMoveMode; }
+  bool isCapMoving() const { return mIsCapMoving; }
+  bool isDocLocked() const { return mIsDocLocked; }
+
+  // --- polling ---
+
+  /// One tick: runs doTransform and arms the timer again, 10 ms ahead while the cap moves, else 100 ms. After
+  /// a failure of its own the timer stays off.
+  void tick();
+
+  /// Serves the device for up to the setting maxContMoveTime, or until the cap is released.
+  void doTransform();
+
+  /// Handles the current deflection once. True while the cap is deflected.
+  bool handleDeviceCap();
+
+  /// k2DMode in the paper-space viewport of a layout, else k3DMode.
+  int getNavigationMode();
+
+  /// Ends a movement: commits the 3D view, unlocks the document. Does nothing when none is under way.
+  void handleCapIsReleased(int mode);
+
+  // --- the view ---
+
+  /// Fetches the current graphics view (null when there is none) and the current viewport's number; answers
+  /// the number.
+  int retrieveViewParams(AcGsView** viewP, int* viewportNumberP);
+
+  /// Unit axes of the screen in world coordinates: z from the target to the camera, y the up vector, x = z
+  /// cross up (it points to the left of the screen). False after a failure.
+  bool calcScreenAxesRelativeToObject(AcGsView* viewP, AcGeVector3d* xAxisP, AcGeVector3d* yAxisP,
+                                      AcGeVector3d* zAxisP);
+
+  /// Mean of the centres of the selected entities' boxes, drawing units. `selectionSet` null: of the implied
+  /// selection; it is read once a movement, later passes get the validity found then and leave `centreP`
+  /// alone. False when nothing is selected.
+  bool getSelObjectsCenter(const ads_name selectionSet, AcGePoint3d* centreP);
+
+  /// Unit direction of the one selected line and a point on it, read once a movement. False when anything
+  /// else is selected.
+  bool getSelObjectAxis(AcGeVector3d* directionP, AcGePoint3d* pointP);
+
+  // --- 3D motion ---
+
+  /// One pass of view motion; raw cap values.
+  void handleCapIsDeflectedIn3DMode(short x, short y, short z, short rx, short ry, short rz);
+
+  /// Moves the camera along the screen axes by five times dx, dy (fractions of the field's size,
+  /// dimensionless) and zooms by dz; in a hovering perspective view dz flies the camera forward or back
+  /// instead.
+  void moveXYZ(AcGsView* viewP, double dx, double dy, double dz, const AcGeVector3d* xAxisP,
+               const AcGeVector3d* yAxisP, const AcGeVector3d* zAxisP, int rotCenterMode, bool isPerspective,
+               bool isHover);
+
+  /// Moves camera and target by distance * sqrt(field width * field height) along the axis; a hovering
+  /// perspective camera keeps its elevation.
+  void move3D(AcGsView* viewP, double distance, const AcGeVector3d* axisP, bool isHover, bool isPerspective);
+
+  /// Turns camera, target and up vector by `angle` (radians, right-handed) about the axis through the centre.
+  /// `axisIndex` 0, 1, 2 for the screen's x, y, z. Level horizon: no turn about z, and y becomes the world Z
+  /// axis, which is written to `*axisP`.
+  void rotate(AcGsView* viewP, double angle, int axisIndex, const AcGePoint3d* centreP, AcGeVector3d* axisP,
+              int rotCenterMode, bool isKeepHorizon, bool isPerspective);
+
+ private:
+  using ScreenAxes = std::array<AcGeVector3d, 3>;
+
+  void releaseIn2DMode();
+  void releaseIn3DMode();
+  void unlockDocument();
+  void rotateByCap(AcGsView* viewP, short rx, short ry, short rz, ScreenAxes& axes, const RotationMode& mode,
+                   bool isPerspective);
+  bool meanOfBoxCentres(const ads_name selectionSet, AcGePoint3d* centreP);
+
+  LmAutoCad* mLmAutoCadP;
+  std::int32_t mTransSensBase;
+  std::int32_t mRotSensBase;
+  std::uint32_t mMaxContMoveTime;  ///< ms
+  bool mUseInt3dIntrfce;
+  std::atomic<int> mMode{kUnknownMode};  ///< read by the reading thread for the mode report
+  bool mIsCapMoving = false;
+  bool mIsTimerActive = true;
+  bool mIsDocLocked = false;
+  std::atomic<RotationMode> mRotationMode{RotationMode{}};
+  bool mIsObjectMoveMode = false;
+  UINT_PTR mTimerId = 0;
+
+  PublishedNames mModes;
+
+  AcGsView* mViewP = nullptr;  ///< the host's; of the last retrieveViewParams
+  int mViewportNumber = 0;
+
+  // Found on the first pass of a movement, used unchanged until the cap is released.
+  AcGePoint3d mSelCentre{0, 0, 0};
+  bool mIsSelCentreValid = false;
+  AcGeVector3d mSelAxisDirection{0, 0, 0};
+  AcGePoint3d mSelAxisPoint{0, 0, 0};
+  bool mIsSelAxisValid = false;
+};
+
+/// The timer's procedure: one tick of the module's proxy.
+void CALLBACK TimerProc(HWND window, UINT message, UINT_PTR timerId, DWORD tickCount);
+
+#endif

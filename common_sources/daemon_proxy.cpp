@@ -1,0 +1,158 @@
+#include "common_sources/daemon_proxy.h"
+
+#include "LM_Daemon/src/logging.h"
+#include "common_sources/auto_cad_proxy.h"
+#include "common_sources/lm_auto_cad.h"
+#include "device/lmt_ctrlr.h"
+#include "util/threads.h"
+
+namespace {
+
+constexpr const char* kClass = "DaemonProxy";
+constexpr const char* kReadMouseEvents = "DaemonProxy::readMouseEvents";
+constexpr const char* kApplicationName = "acad";
+constexpr const char* kModeApplicationName = "AutoCAD";
+constexpr std::int32_t kDevice = 0;
+constexpr std::uint32_t kReadingWaitMs = 200;
+
+bool isSpecialFunction(std::int32_t code) {
+  return (code >= LM_VIEW_FRONT && code <= LM_FIT_ALL) || (code >= LM_VIEW_BACK && code <= LM_VIEW_BOTTOM);
+}
+
+/// A library that throws is a library that failed: no exception may reach the threads' bodies.
+template <typename Call>
+bool succeeds(Call call) {
+  try {
+    return call() == 0;
+  } catch (...) {
+    return false;
+  }
+}
+
+bool isDeviceCountRead(std::int32_t& count) {
+  std::int32_t ignored1 = 0, ignored2 = 0;
+  return succeeds([&] { return lmGetDevNum(&count, &ignored1, &ignored2); });
+}
+
+}  // namespace
+
+DaemonProxy::DaemonProxy(LmAutoCad* lmAutoCadP) : mLmAutoCadP(lmAutoCadP) {
+  LM_LOG(kCreation, kClass, "DaemonProxy::DaemonProxy") << "Constructing ...";
+  mLmAutoCadP->setApplFunc(LmAutoCad::kNoApplFunc);
+  mIsConnected = connect();
+  mIsReadThreadStarted = pthread_create(&mReadThread, nullptr, &DaemonProxy::readingThread, this) == 0;
+  LM_LOG(kCreation, kClass, "DaemonProxy::DaemonProxy") << "Constructed.";
+}
+
+DaemonProxy::~DaemonProxy() {
+  LM_LOG(kCreation, kClass, "DaemonProxy::~DaemonProxy") << "Destructing ...";
+  mIsConnected = false;
+  if (!succeeds(lmDisconnect))
+    LM_LOG(kError, kClass, "DaemonProxy::~DaemonProxy") << "Error in lmDisConnect()!";
+  while (mIsReading) sleepMs(kReadingWaitMs);
+  // The flag falls before the thread has left the module's code, which the host may unmap once this is over.
+  if (mIsReadThreadStarted) pthread_join(mReadThread, nullptr);
+  LM_LOG(kCreation, kClass, "DaemonProxy::~DaemonProxy") << "Destructed.";
+}
+
+bool DaemonProxy::connect() {
+  LM_LOG(kTrace, kClass, "DaemonProxy::connect") << "Checking connection ...";
+  mIsConnected = false;
+  if (!succeeds([] { return lmConnect(0, kApplicationName); })) {
+    LM_LOG(kError, kClass, "DaemonProxy::connect") << "Error in lmConnect()!";
+    return false;
+  }
+  std::int32_t count = 0;
+  if (!isDeviceCountRead(count)) {
+    LM_LOG(kError, kClass, "DaemonProxy::connect") << "Error in lmGetDevNum()!";
+    return false;
+  }
+  for (std::int32_t index = 0; index < count; ++index) {
+    LmDevInfo info{};
+    if (!succeeds([&] { return lmGetDevInfo(index, &info); })) {
+      LM_LOG(kError, kClass, "DaemonProxy::connect") << "Error in lmGetDevInfo()!";
+      return false;
+    }
+    LM_LOG(kInfo, kClass, "DaemonProxy::connect") << "devIdx: " << index << ":" << info.mName;
+  }
+  retrieveRotMode();
+  mIsConnected = true;
+  mIsModeToSend = true;
+  return true;
+}
+
+bool DaemonProxy::checkConnection() {
+  std::int32_t count = 0;
+  if (isDeviceCountRead(count)) {
+    mIsConnected = true;
+    return true;
+  }
+  LM_LOG(kError, kClass, "DaemonProxy::checkConnection") << "Error in lmGetDevNum()!";
+  mIsConnected = false;
+  if (!succeeds(lmDisconnect))
+    LM_LOG(kError, kClass, "DaemonProxy::checkConnection") << "Error in lmDisconnect()!";
+  return false;
+}
+
+void DaemonProxy::retrieveRotMode() {
+  LmAdvancedSettings settings{};
+  if (!succeeds([&] { return lmGetAdvancedSettings(kDevice, &settings); }))
+    LM_LOG(kError, kClass, "DaemonProxy::retrieveRotMode") << "Error in lmGetAdvancedSettings()!";
+  mLmAutoCadP->autoCadProxy()->setRotationMode(
+      decodeRotationMode(settings.mRotationMode, settings.mZoomAfterView != 0));
+}
+
+void DaemonProxy::readMouseEvents() {
+  mLastSentMode.clear();
+  mIsReading = true;
+  LM_LOG(kCreation, kClass, kReadMouseEvents)
+      << "Invoking reading loop ... mIsToRead: " << static_cast<int>(mIsToRead);
+  while (mIsToRead) {
+    try {
+      readEvent();
+      reportMode();
+    } catch (...) {
+      LM_LOG(kError, kClass, kReadMouseEvents) << "Error readMouseEvents()";
+    }
+  }
+  LM_LOG(kCreation, kClass, kReadMouseEvents) << "Reading loop left.";
+  mIsReading = false;
+}
+
+void DaemonProxy::readEvent() {
+  short x = 0, y = 0, z = 0, rx = 0, ry = 0, rz = 0;
+  std::int32_t ignored1 = 0, ignored2 = 0, eventCode = 0, extra1 = 0, extra2 = 0;
+  const bool isRead = succeeds([&] {
+    return lmGetEvent(kDevice, &x, &y, &z, &rx, &ry, &rz, &ignored1, &ignored2, &eventCode, &extra1, &extra2);
+  });
+  if (!isRead) return;
+  if (eventCode < 0)
+    mLmAutoCadP->setCapData(x, y, z, rx, ry, rz, extra1, extra2);
+  else
+    storeCommandEvent(eventCode);
+}
+
+void DaemonProxy::storeCommandEvent(std::int32_t eventCode) {
+  LM_LOG(kDebug, kClass, kReadMouseEvents)
+      << "event: " << eventCode << ", APPL_FUNC_START: " << static_cast<int>(APPL_FUNC_START);
+  if (eventCode == LM_SETTINGS_CHANGED || eventCode == LM_SETTINGS_CHANGED_2) retrieveRotMode();
+  if (isSpecialFunction(eventCode)) mLmAutoCadP->setSpecialApplFunc(eventCode);
+  if (eventCode >= APPL_FUNC_START) mLmAutoCadP->setApplFunc(eventCode - APPL_FUNC_START);
+  if (eventCode == LM_SEND_APPL_MODE) mLastSentMode.clear();
+}
+
+void DaemonProxy::reportMode() {
+  const std::string& mode = mLmAutoCadP->autoCadProxy()->applModeName();
+  if (mode == mLastSentMode && !mIsModeToSend) return;
+  // Cleared before the call: a connection made meanwhile asks for a report of its own.
+  mIsModeToSend = false;
+  if (succeeds([&] { return lmSetApplMode(kModeApplicationName, mode.c_str()); })) mLastSentMode = mode;
+}
+
+void* DaemonProxy::readingThread(void* daemonProxyP) {
+  auto* const self = static_cast<DaemonProxy*>(daemonProxyP);
+  LM_LOG(kCreation, kClass, kReadMouseEvents) << "Creating reading thread ...";
+  self->readMouseEvents();
+  LM_LOG(kCreation, kClass, kReadMouseEvents) << "Reading thread ended.";
+  return nullptr;
+}

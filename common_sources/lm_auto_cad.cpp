@@ -1,0 +1,70 @@
+#include "common_sources/lm_auto_cad.h"
+
+#include "LM_Daemon/src/logging.h"
+#include "common_sources/auto_cad_proxy.h"
+#include "common_sources/daemon_proxy.h"
+#include "util/threads.h"
+
+namespace {
+constexpr const char* kClass = "LmAutoCad";
+constexpr std::uint32_t kWatchPeriodMs = 2000;
+}  // namespace
+
+LmAutoCad::LmAutoCad() {
+  processLog().init(logPars());
+  mAutoCadProxyP = new AutoCadProxy(this);
+  mDaemonProxyP = new DaemonProxy(this);
+  startWatchThread();
+  LM_LOG(kCreation, kClass, "LmAutoCad::LmAutoCad") << "Constructed.";
+}
+
+LmAutoCad::~LmAutoCad() {
+  LM_LOG(kCreation, kClass, "LmAutoCad::~LmAutoCad") << "Destructing ...";
+  mIsRunning = false;
+  mAutoCadProxyP->deactivate();
+  mDaemonProxyP->stopReading();
+  while (mIsWatching) sleepMs(kWatchPeriodMs);
+  // The flag falls before the thread has left the module's code, which the host may unmap once this is over.
+  if (mIsWatchThreadStarted) pthread_join(mWatchThread, nullptr);
+  delete mDaemonProxyP;
+  delete mAutoCadProxyP;
+  LM_LOG(kCreation, kClass, "LmAutoCad::~LmAutoCad") << "Destructed.";
+}
+
+void LmAutoCad::startWatchThread() {
+  mIsWatchThreadStarted = pthread_create(&mWatchThread, nullptr, &LmAutoCad::watchingThread, this) == 0;
+  if (!mIsWatchThreadStarted)
+    LM_LOG(kError, kClass, "LmAutoCad::LmAutoCad") << "Error creating reading thread!";
+}
+
+void LmAutoCad::setCapData(short x, short y, short z, short rx, short ry, short rz, std::int32_t extra1,
+                           std::int32_t extra2) {
+  mCapValues.store({{x, y, z, rx, ry, rz}, extra1, extra2});
+}
+
+void LmAutoCad::getCapData(short& x, short& y, short& z, short& rx, short& ry, short& rz,
+                           std::int32_t& extra1, std::int32_t& extra2) {
+  const CapValues& cap = capData();
+  x = cap.mAxes[0];
+  y = cap.mAxes[1];
+  z = cap.mAxes[2];
+  rx = cap.mAxes[3];
+  ry = cap.mAxes[4];
+  rz = cap.mAxes[5];
+  extra1 = cap.mExtra1;
+  extra2 = cap.mExtra2;
+}
+
+void LmAutoCad::watchConnection() {
+  mIsWatching = true;
+  while (mIsRunning) {
+    if (!mDaemonProxyP->checkConnection()) mDaemonProxyP->connect();
+    sleepMs(kWatchPeriodMs);
+  }
+  mIsWatching = false;
+}
+
+void* LmAutoCad::watchingThread(void* lmAutoCadP) {
+  static_cast<LmAutoCad*>(lmAutoCadP)->watchConnection();
+  return nullptr;
+}

@@ -1,0 +1,57 @@
+#include "host/auto_cad_app.h"
+
+#include <new>
+
+#include "acutads.h"
+#include "common_sources/lm_auto_cad.h"
+#include "host/toggle_commands.h"
+
+namespace {
+
+/// The host knows no exceptions: what is thrown ends here.
+template <typename Action>
+void contained(Action action) {
+  try {
+    action();
+  } catch (...) {
+  }
+}
+
+}  // namespace
+
+CAutoCAD2011App::CAutoCAD2011App() {
+  m_bUnlocked = true;
+  m_bMDIAware = true;
+}
+
+AcRx::AppRetCode CAutoCAD2011App::On_kInitAppMsg(void* pkt) {
+  AcRx::AppRetCode result = AcRx::kRetOK;
+  // Each step stands for itself: a command that cannot be registered must not cost the user the device.
+  contained([&] { result = AcRxArxApp::On_kInitAppMsg(pkt); });
+  contained([&] { mDocDataP = std::make_unique<DocDataManager>(); });
+  contained([&] { mLmAutoCadP = new (std::nothrow) LmAutoCad; });
+  contained([] { acutPrintf(L"\nmLmAutoCadP constructed\n"); });
+  return result;
+}
+
+AcRx::AppRetCode CAutoCAD2011App::On_kUnloadAppMsg(void* pkt) {
+  AcRx::AppRetCode result = AcRx::kRetOK;
+  contained([&] { result = AcRxArxApp::On_kUnloadAppMsg(pkt); });
+  delete mLmAutoCadP;
+  mLmAutoCadP = nullptr;
+  mDocDataP.reset();
+  return result;
+}
+
+void CAutoCAD2011App::LMGroupLM_Toggle_Rotation_Center() {
+  contained(toggleRotationCenter);
+}
+void CAutoCAD2011App::LMGroupLM_Toggle_Rotation_Axis() {
+  contained(toggleRotationAxis);
+}
+void CAutoCAD2011App::LMGroupLM_Toggle_Scroll_Mode() {
+  contained(toggleScrollMode);
+}
+void CAutoCAD2011App::LMGroupLM_Toggle_Object_Move_Mode() {
+  contained(toggleObjectMoveMode);
+}

@@ -1,0 +1,39 @@
+/// The application object: what the host's messages do. One for the process, made before the entry point is
+/// first called. Main thread; nothing is thrown out of a handler or a command.
+#ifndef HOST_AUTO_CAD_APP_H
+#define HOST_AUTO_CAD_APP_H
+
+#include <memory>
+
+#include "arxEntryPoint.h"
+#include "host/doc_data.h"
+
+class LmAutoCad;
+
+/// The base answers kRetOK to every message that has no handler here: the module has no LISP functions, and
+/// nothing to do when the host quits, saves or opens a dialog.
+class CAutoCAD2011App : public AcRxArxApp {
+ public:
+  CAutoCAD2011App();
+
+  /// Registers with the dynamic linker and the command stack, and creates the core object.
+  AcRx::AppRetCode On_kInitAppMsg(void* pkt) override;
+
+  /// Removes the commands and destroys the core object; when it returns, no thread of the module is left.
+  AcRx::AppRetCode On_kUnloadAppMsg(void* pkt) override;
+
+  /// The module serves no COM components.
+  void RegisterServerComponents() override {}
+
+  // The commands, named group and command as the command table wants them.
+  static void LMGroupLM_Toggle_Rotation_Center();
+  static void LMGroupLM_Toggle_Rotation_Axis();
+  static void LMGroupLM_Toggle_Scroll_Mode();
+  static void LMGroupLM_Toggle_Object_Move_Mode();
+
+ private:
+  LmAutoCad* mLmAutoCadP = nullptr;  ///< owned; null until the init message
+  std::unique_ptr<DocDataManager> mDocDataP;
+};
+
+#endif

@@ -1,0 +1,165 @@
+#include "tests/module/module_fixture.h"
+
+#include <stdlib.h>
+
+#include <algorithm>
+#include <fstream>
+#include <sstream>
+
+#include "standin_clock.h"
+
+namespace clock_ = standin::clock;
+namespace host = standin::host;
+namespace controller = standin::controller;
+
+namespace {
+
+const std::vector<std::pair<std::string, std::string>> kProgram{
+    {"name", "AutoCAD Plug-in"},    {"version", "2.9.0"},          {"transSensBase", "20000"},
+    {"rotSensBase", "10000"},       {"minThreshold", "0"},         {"maxContMoveTime", "500"},
+    {"toggleRotationCenter", "on"}, {"toggleRotationAxis", "off"}, {"scrollTreeAndList", "on"},
+    {"useInt3dIntrfce", "off"}};
+const std::vector<std::pair<std::string, std::string>> kLogging{{"logFile", "autocad_addin_log.txt"},
+                                                                {"maxSize", "5000"},
+                                                                {"logToFile", "on"},
+                                                                {"logToCnsl", "off"},
+                                                                {"warning", "on"},
+                                                                {"creation", "on"},
+                                                                {"trace", "on"},
+                                                                {"devcom", "on"},
+                                                                {"intcom", "on"},
+                                                                {"info", "on"},
+                                                                {"debug", "on"},
+                                                                {"tmp", "on"},
+                                                                {"fileToLog", ""}};
+
+using Section = std::vector<std::pair<std::string, std::string>>;
+
+void writeSection(std::ostream& file, const std::string& name, const Section& keys,
+                  const std::map<std::string, std::string>& changes) {
+  file << "[" << name << "]\n";
+  for (const auto& [key, value] : keys) {
+    const auto change = changes.find(key);
+    file << "\t" << key << " = " << (change == changes.end() ? value : change->second) << "\n";
+  }
+}
+
+/// Whether the padded column ends in the method's name.
+bool isOfMethod(const std::string& column, const std::string& method) {
+  const std::string name = column.substr(0, column.find_last_not_of(' ') + 1);
+  const std::string ending = "::" + method;
+  return method.empty() || (name.size() >= ending.size() &&
+                            name.compare(name.size() - ending.size(), ending.size(), ending) == 0);
+}
+
+std::unique_ptr<standin::Drawing> smallDrawing() {
+  auto drawing = std::make_unique<standin::Drawing>();
+  drawing->add(standin::makeLine({0x10, "0", 256}, {1, 1, 0}, {1, 1, 5}));
+  drawing->add(standin::makeLine({0x11, "0", 256}, {-5, -5, 0}, {5, 5, 0}));
+  drawing->add(standin::makeCircle({0x12, "0", 256}, {9, 0, 0}, {0, 0, 1}, 2));
+  return drawing;
+}
+
+}  // namespace
+
+void HostRecord::viewUpdated(int, const host::Camera& camera) {
+  mUpdates.push_back(camera);
+}
+void HostRecord::viewCommitted(int, const host::Camera& camera) {
+  mCommits.push_back(camera);
+}
+void HostRecord::paperChanged(int, const host::PaperView& view) {
+  mPaper.push_back(view);
+}
+void HostRecord::textSent(const std::wstring& text, bool) {
+  mSent.push_back(text);
+}
+void HostRecord::modulePrinted(const std::wstring& text) {
+  mPrinted.push_back(text);
+}
+
+ModuleTest::ModuleTest() {
+  std::string name = (std::filesystem::temp_directory_path() / "lm_module_XXXXXX").string();
+  mProfile = mkdtemp(name.data());
+  std::filesystem::create_directories(mProfile / "Lumetrapad" / "Applications");
+  setenv("USERPROFILE", mProfile.c_str(), 1);
+  writeSettings();
+  clock_::start(clock_::Kind::kReplay, 16);
+  controller::reset();
+  host::start([] { clock_::drawn(); });
+  host::openDocument(smallDrawing());
+  host::setListener(&mHost);
+}
+
+ModuleTest::~ModuleTest() {
+  if (mCoreP) unload();
+  host::setListener(nullptr);
+  host::closeDocument();
+  clock_::stop();
+  std::filesystem::remove_all(mProfile);
+}
+
+void ModuleTest::writeSettings(const std::map<std::string, std::string>& changes) {
+  std::ofstream file(mProfile / "Lumetrapad" / "Applications" / "autocad_addin.ini");
+  writeSection(file, "PROGRAM", kProgram, changes);
+  file << "\n";
+  writeSection(file, "LOGGING", kLogging, changes);
+}
+
+void ModuleTest::load() {
+  mCoreP = std::make_unique<LmAutoCad>();
+  ASSERT_TRUE(clock_::settle());
+}
+
+void ModuleTest::unload() {
+  mCoreP.reset();
+  EXPECT_EQ(clock_::otherThreads(), 0u);
+  EXPECT_EQ(clock_::timerCount(), 0u);
+}
+
+void ModuleTest::idle(std::int64_t ms) {
+  const std::int64_t end = clock_::nowMs() + ms;
+  while (clock_::nowMs() < end) {
+    const std::int64_t due = clock_::nextDue().value_or(end);
+    clock_::advanceTo(std::min(std::max(due, clock_::nowMs()), end));
+    while (clock_::runDueTimer()) {
+    }
+  }
+}
+
+void ModuleTest::deflect(std::array<std::int16_t, 6> axes) {
+  clock_::schedule(clock_::nowMs(), [axes] { controller::deliver({-1, axes, 0, 0}); });
+  clock_::advanceTo(clock_::nowMs());
+}
+
+void ModuleTest::deviceEvent(std::int32_t code) {
+  clock_::schedule(clock_::nowMs(), [code] { controller::deliver({code, {}, 0, 0}); });
+  clock_::advanceTo(clock_::nowMs());
+}
+
+std::vector<std::string> ModuleTest::logTexts(const std::string& type, const std::string& method) const {
+  std::ifstream file(mProfile / "Lumetrapad" / "autocad_addin_log.txt");
+  std::vector<std::string> texts;
+  for (std::string line; std::getline(file, line);) {
+    std::vector<std::string> columns;
+    std::istringstream stream(line);
+    for (std::string column; columns.size() < 6 && std::getline(stream, column, '|');)
+      columns.push_back(column);
+    std::string text;
+    if (columns.size() < 6 || columns[0].find(':') == std::string::npos || !std::getline(stream, text))
+      continue;
+    if (!type.empty() && columns[1] != type) continue;
+    if (!isOfMethod(columns[5], method)) continue;
+    texts.push_back(text.substr(1));
+  }
+  return texts;
+}
+
+bool ModuleTest::hasLogged(const std::string& text) const {
+  return countLogged(text) != 0;
+}
+
+std::size_t ModuleTest::countLogged(const std::string& text) const {
+  const std::vector<std::string> texts = logTexts();
+  return static_cast<std::size_t>(std::count(texts.begin(), texts.end(), text));
+}

@@ -1,0 +1,72 @@
+/// A module's core object among the stand-ins: a profile of its own, the replay clock, the host with a small
+/// drawing and the controller. Tests drive it as the host and the device would, and read its log.
+#ifndef TESTS_MODULE_FIXTURE_H
+#define TESTS_MODULE_FIXTURE_H
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstdint>
+#include <filesystem>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "common_sources/auto_cad_proxy.h"
+#include "common_sources/daemon_proxy.h"
+#include "common_sources/lm_auto_cad.h"
+#include "standin/controller/controller_feed.h"
+#include "standin/objectarx/host_control.h"
+
+/// What happened at the host, one line an event.
+class HostRecord : public standin::host::Listener {
+ public:
+  void viewUpdated(int viewport, const standin::host::Camera& camera) override;
+  void viewCommitted(int viewport, const standin::host::Camera& camera) override;
+  void paperChanged(int viewport, const standin::host::PaperView& view) override;
+  void textSent(const std::wstring& text, bool activate) override;
+  void modulePrinted(const std::wstring& text) override;
+
+  std::vector<standin::host::Camera> mUpdates;
+  std::vector<standin::host::Camera> mCommits;
+  std::vector<standin::host::PaperView> mPaper;
+  std::vector<std::wstring> mSent;
+  std::vector<std::wstring> mPrinted;
+};
+
+class ModuleTest : public ::testing::Test {
+ protected:
+  ModuleTest();
+  ~ModuleTest() override;
+
+  /// Writes the settings file with these keys changed from the tests' values (every log level on).
+  void writeSettings(const std::map<std::string, std::string>& changes = {});
+
+  /// Creates the core object, and waits until its threads wait.
+  void load();
+  /// Destroys it.
+  void unload();
+
+  /// Lets the host be idle for `ms`: timers run as they fall due.
+  void idle(std::int64_t ms);
+
+  /// The cap's deflection from now on, handed to the reading thread and stored.
+  void deflect(std::array<std::int16_t, 6> axes);
+  /// An event of the device, processed when this returns.
+  void deviceEvent(std::int32_t code);
+
+  AutoCadProxy& proxy() { return *mCoreP->autoCadProxy(); }
+
+  /// Texts of the log's entries, in order; `type` ("ERR" ...) and `method` ("doTransform"), when given,
+  /// choose.
+  std::vector<std::string> logTexts(const std::string& type = "", const std::string& method = "") const;
+  bool hasLogged(const std::string& text) const;
+  std::size_t countLogged(const std::string& text) const;
+
+  std::filesystem::path mProfile;
+  HostRecord mHost;
+  std::unique_ptr<LmAutoCad> mCoreP;
+};
+
+#endif
