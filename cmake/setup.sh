@@ -1,0 +1,38 @@
+# Shared by ./run and ./test: installs what is missing, by Debian package name. Sourced, not run.
+
+say() { printf '== %s\n' "$*"; }
+
+# ensure_packages NAME... : installs the missing ones; a machine that is not Debian has to bring the tools itself.
+ensure_packages() {
+  command -v dpkg-query >/dev/null 2>&1 || return 0
+  local missing=() name
+  for name in "$@"; do
+    dpkg-query -W -f='${Status}' "$name" 2>/dev/null | grep -q 'ok installed' || missing+=("$name")
+  done
+  [ ${#missing[@]} -eq 0 ] && return 0
+  say "installing ${missing[*]}"
+  local elevated=()
+  [ "$(id -u)" -eq 0 ] || elevated=(sudo)
+  "${elevated[@]}" apt-get update -qq
+  DEBIAN_FRONTEND=noninteractive "${elevated[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}" \
+    >/dev/null
+}
+
+build_packages=(g++ cmake ninja-build python3 nlohmann-json3-dev libcli11-dev
+  libgtest-dev libgmock-dev libbenchmark-dev libeigen3-dev libspdlog-dev libinih-dev)
+
+# build PRESET [TARGET...] : configures once, builds what changed. Prints only when something goes wrong.
+build() {
+  local preset=$1 log=build/$1.log
+  shift
+  mkdir -p build
+  say "building $preset"
+  if [ ! -f "build/$preset/build.ninja" ] && ! cmake --preset "$preset" >"$log" 2>&1; then
+    cat "$log"
+    return 1
+  fi
+  cmake --build "build/$preset" ${1:+--target "$@"} >"$log" 2>&1 || {
+    tail -n 60 "$log"
+    return 1
+  }
+}
