@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "clock_core.h"
+#include "fault_points.h"
 #include "windows.h"
 
 namespace standin::clock {
@@ -76,17 +77,21 @@ void Alarm::ring() {
 }  // namespace standin::clock
 
 using standin::clock::Clock;
+using standin::windows::Function;
+using standin::windows::isToFail;
 
 UINT_PTR SetTimer(HWND window, UINT_PTR id, UINT periodMs, TIMERPROC proc) {
-  if (window != nullptr || proc == nullptr) return 0;
+  if (isToFail(Function::kSetTimer) || window != nullptr || proc == nullptr) return 0;
   return Clock::instance().setTimer(id, periodMs, proc);
 }
 
 BOOL KillTimer(HWND window, UINT_PTR id) {
+  if (isToFail(Function::kKillTimer)) return FALSE;
   return window == nullptr && Clock::instance().killTimer(id) ? TRUE : FALSE;
 }
 
 DWORD GetTickCount() {
+  isToFail(Function::kGetTickCount);
   return Clock::instance().readTicks();
 }
 

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 
+#include "fault_points.h"
 #include "windows.h"
 
 namespace {
@@ -28,6 +29,7 @@ std::optional<char> byteOf(wchar_t character) {
 
 int WideCharToMultiByte(UINT codePage, DWORD /*flags*/, LPCWSTR wide, int wideCount, LPSTR narrow,
                         int narrowSize, LPCSTR replacement, LPBOOL usedReplacement) {
+  if (standin::windows::isToFail(standin::windows::Function::kWideCharToMultiByte)) return 0;
   if (codePage != CP_ACP || wide == nullptr || wideCount == 0 || wideCount < -1 || narrowSize < 0) return 0;
   if (narrow == nullptr && narrowSize > 0) return 0;
   const std::size_t count = wideCount < 0 ? std::wcslen(wide) + 1 : static_cast<std::size_t>(wideCount);

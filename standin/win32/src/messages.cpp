@@ -3,6 +3,7 @@
 #include <mutex>
 #include <utility>
 
+#include "fault_points.h"
 #include "windows.h"
 
 namespace standin::windows {
@@ -60,12 +61,14 @@ BOOL Beep(DWORD frequency, DWORD durationMs) {
   message.kind = UserMessage::Kind::kBeep;
   message.frequency = frequency;
   message.durationMs = durationMs;
+  if (standin::windows::isToFail(standin::windows::Function::kBeep)) return FALSE;
   if (frequency < 37 || frequency > 32767) return FALSE;
   standin::windows::record(message);
   return TRUE;
 }
 
 int MessageBoxW(HWND /*owner*/, LPCWSTR text, LPCWSTR caption, UINT type) {
+  if (standin::windows::isToFail(standin::windows::Function::kMessageBox)) return 0;
   UserMessage message;
   message.caption = standin::windows::orEmpty(caption);
   message.text = standin::windows::orEmpty(text);

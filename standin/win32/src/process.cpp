@@ -11,6 +11,7 @@
 #include <map>
 #include <mutex>
 
+#include "fault_points.h"
 #include "windows.h"
 
 namespace standin::windows {
@@ -62,6 +63,7 @@ void setModulePath(const void* module, const std::wstring& path) {
 }  // namespace standin::windows
 
 DWORD GetModuleFileNameW(HMODULE module, LPWSTR path, DWORD size) {
+  if (standin::windows::isToFail(standin::windows::Function::kGetModuleFileName)) return 0;
   const std::wstring whole = standin::windows::modulePath(module);
   if (whole.empty() || path == nullptr || size == 0) return 0;
   const std::size_t length = whole.copy(path, size - 1);

@@ -1,0 +1,165 @@
+#include "desktop.h"
+
+#include <algorithm>
+
+#include "scrolling.h"
+
+namespace standin::desktop {
+
+ScrollBar* Window::bar(int bar) {
+  std::optional<ScrollBar>* const held = bar == SB_VERT   ? &spec.vertical
+                                         : bar == SB_HORZ ? &spec.horizontal
+                                                          : nullptr;
+  return held != nullptr && held->has_value() ? &**held : nullptr;
+}
+
+Desktop& Desktop::instance() {
+  static Desktop desktop;
+  return desktop;
+}
+
+/// Handles are never used again: a stale one must be no window.
+HWND Desktop::create(const WindowSpec& spec) {
+  if (spec.parent != nullptr && find(spec.parent) == nullptr) return nullptr;
+  mLastHandle += 2;
+  const HWND handle = reinterpret_cast<HWND>(mLastHandle);
+  Window& window = mWindows[handle];
+  window.spec = spec;
+  for (const int kind : {SB_VERT, SB_HORZ})
+    if (ScrollBar* const bar = window.bar(kind)) *bar = limited(*bar);
+  std::vector<HWND>& order = siblings(window);
+  order.insert(spec.parent == nullptr ? order.begin() : order.end(), handle);
+  return handle;
+}
+
+bool Desktop::destroy(HWND handle) {
+  Window* const window = find(handle);
+  if (window == nullptr) return false;
+  while (!window->children.empty()) destroy(window->children.front());
+  std::vector<HWND>& order = siblings(*window);
+  order.erase(std::find(order.begin(), order.end(), handle));
+  mWindows.erase(handle);
+  return true;
+}
+
+bool Desktop::raise(HWND handle) {
+  const Window* const window = find(handle);
+  if (window == nullptr) return false;
+  std::vector<HWND>& order = siblings(*window);
+  const auto place = std::find(order.begin(), order.end(), handle);
+  std::rotate(order.begin(), place, place + 1);
+  return true;
+}
+
+void Desktop::clear() {
+  mWindows.clear();
+  mTopLevel.clear();
+  pointer = {0, 0};
+  sent.clear();
+}
+
+Window* Desktop::find(HWND handle) {
+  const auto found = mWindows.find(handle);
+  return found == mWindows.end() ? nullptr : &found->second;
+}
+
+std::vector<HWND>& Desktop::siblings(const Window& window) {
+  Window* const parent = find(window.spec.parent);
+  return parent == nullptr ? mTopLevel : parent->children;
+}
+
+HWND Desktop::topmostAt(const std::vector<HWND>& windows, POINT point) {
+  const auto found = std::find_if(windows.begin(), windows.end(), [&](HWND handle) {
+    const WindowSpec& spec = find(handle)->spec;
+    return spec.isShown && PtInRect(&spec.rect, point) != FALSE;
+  });
+  return found == windows.end() ? nullptr : *found;
+}
+
+HWND Desktop::at(POINT point) {
+  HWND seen = nullptr;
+  for (HWND next = topmostAt(mTopLevel, point); next != nullptr;
+       next = topmostAt(find(next)->children, point))
+    seen = next;
+  return seen;
+}
+
+bool Desktop::isVisible(HWND handle) {
+  const Window* window = find(handle);
+  if (window == nullptr) return false;
+  for (; window != nullptr; window = find(window->spec.parent))
+    if (!window->spec.isShown) return false;
+  return true;
+}
+
+void Desktop::send(const SentMessage& message) {
+  sent.push_back(message);
+  Window* const window = find(message.window);
+  if (window == nullptr) return;
+  if (message.message == WM_MOUSEWHEEL) {
+    turnWheel(message.window, GET_WHEEL_DELTA_WPARAM(message.wParam));
+    return;
+  }
+  const bool isVertical = message.message == WM_VSCROLL;
+  if ((!isVertical && message.message != WM_HSCROLL) || window->spec.isOwnScrolling) return;
+  ScrollBar* const bar = window->bar(isVertical ? SB_VERT : SB_HORZ);
+  if (bar != nullptr) *bar = scrolledBy(*bar, LOWORD(message.wParam));
+}
+
+/// What a window does not scroll itself it leaves to its parent.
+void Desktop::turnWheel(HWND handle, int delta) {
+  Window* window = find(handle);
+  while (window != nullptr && window->bar(SB_VERT) == nullptr) window = find(window->spec.parent);
+  if (window == nullptr) return;
+  ScrollBar& bar = *window->bar(SB_VERT);
+  bar = wheeledBy(bar, delta);
+}
+
+HWND createWindow(const WindowSpec& spec) {
+  return Desktop::instance().create(spec);
+}
+bool destroyWindow(HWND window) {
+  return Desktop::instance().destroy(window);
+}
+void clear() {
+  Desktop::instance().clear();
+}
+bool raise(HWND window) {
+  return Desktop::instance().raise(window);
+}
+void setPointer(POINT point) {
+  Desktop::instance().pointer = point;
+}
+std::vector<SentMessage> sentMessages() {
+  return Desktop::instance().sent;
+}
+void clearSentMessages() {
+  Desktop::instance().sent.clear();
+}
+
+bool setShown(HWND window, bool isShown) {
+  Window* const found = Desktop::instance().find(window);
+  if (found == nullptr) return false;
+  found->spec.isShown = isShown;
+  return true;
+}
+
+std::optional<ScrollBar> scrollBar(HWND window, int bar) {
+  Window* const found = Desktop::instance().find(window);
+  const ScrollBar* const held = found == nullptr ? nullptr : found->bar(bar);
+  return held == nullptr ? std::nullopt : std::optional<ScrollBar>(*held);
+}
+
+bool setScrollBar(HWND window, int bar, const ScrollBar& state) {
+  Window* const found = Desktop::instance().find(window);
+  if (found == nullptr || (bar != SB_VERT && bar != SB_HORZ)) return false;
+  (bar == SB_VERT ? found->spec.vertical : found->spec.horizontal) = limited(state);
+  return true;
+}
+
+std::size_t updates(HWND window) {
+  const Window* const found = Desktop::instance().find(window);
+  return found == nullptr ? 0 : found->updates;
+}
+
+}  // namespace standin::desktop

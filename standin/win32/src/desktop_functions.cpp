@@ -1,0 +1,129 @@
+/// The Windows functions that look at the desktop.
+#include <algorithm>
+
+#include "desktop.h"
+#include "fault_points.h"
+#include "windows.h"
+
+using standin::desktop::Desktop;
+using standin::desktop::ScrollBar;
+using standin::desktop::Window;
+using standin::windows::Function;
+using standin::windows::isToFail;
+
+namespace {
+
+Window* find(HWND window) {
+  return Desktop::instance().find(window);
+}
+
+/// The window `step` places after this one in the order of its siblings, null beyond the ends.
+HWND sibling(HWND handle, const Window& window, int step) {
+  const std::vector<HWND>& order = Desktop::instance().siblings(window);
+  const auto place = std::find(order.begin(), order.end(), handle) - order.begin() + step;
+  return place < 0 || place >= static_cast<std::ptrdiff_t>(order.size())
+             ? nullptr
+             : order[static_cast<std::size_t>(place)];
+}
+
+HWND rootOf(HWND handle) {
+  while (find(handle)->spec.parent != nullptr) handle = find(handle)->spec.parent;
+  return handle;
+}
+
+}  // namespace
+
+BOOL GetCursorPos(LPPOINT point) {
+  if (isToFail(Function::kGetCursorPos) || point == nullptr) return FALSE;
+  *point = Desktop::instance().pointer;
+  return TRUE;
+}
+
+HWND WindowFromPoint(POINT point) {
+  return isToFail(Function::kWindowFromPoint) ? nullptr : Desktop::instance().at(point);
+}
+
+BOOL GetWindowRect(HWND window, LPRECT rect) {
+  const Window* const found = find(window);
+  if (isToFail(Function::kGetWindowRect) || found == nullptr || rect == nullptr) return FALSE;
+  *rect = found->spec.rect;
+  return TRUE;
+}
+
+HWND GetParent(HWND window) {
+  const Window* const found = find(window);
+  return found == nullptr ? nullptr : found->spec.parent;
+}
+
+HWND GetWindow(HWND window, UINT command) {
+  const Window* const found = find(window);
+  if (found == nullptr) return nullptr;
+  switch (command) {
+    case GW_HWNDFIRST:
+      return Desktop::instance().siblings(*found).front();
+    case GW_HWNDLAST:
+      return Desktop::instance().siblings(*found).back();
+    case GW_HWNDNEXT:
+      return sibling(window, *found, 1);
+    case GW_HWNDPREV:
+      return sibling(window, *found, -1);
+    case GW_CHILD:
+      return found->children.empty() ? nullptr : found->children.front();
+    default:
+      return nullptr;
+  }
+}
+
+BOOL PtInRect(const RECT* rect, POINT point) {
+  if (rect == nullptr) return FALSE;
+  const bool isInside =
+      point.x >= rect->left && point.x < rect->right && point.y >= rect->top && point.y < rect->bottom;
+  return isInside ? TRUE : FALSE;
+}
+
+BOOL IsWindowVisible(HWND window) {
+  return Desktop::instance().isVisible(window) ? TRUE : FALSE;
+}
+
+HWND GetAncestor(HWND window, UINT flags) {
+  if (find(window) == nullptr) return nullptr;
+  if (flags == GA_ROOT) return rootOf(window);
+  return flags == GA_PARENT ? GetParent(window) : nullptr;
+}
+
+int GetClassNameW(HWND window, LPWSTR name, int size) {
+  const Window* const found = find(window);
+  if (isToFail(Function::kGetClassName) || found == nullptr || name == nullptr || size <= 0) return 0;
+  const std::size_t length = found->spec.className.copy(name, static_cast<std::size_t>(size) - 1);
+  name[length] = L'\0';
+  return static_cast<int>(length);
+}
+
+BOOL GetScrollInfo(HWND window, int bar, LPSCROLLINFO info) {
+  Window* const found = find(window);
+  if (isToFail(Function::kGetScrollInfo) || found == nullptr || found->spec.isOwnScrolling) return FALSE;
+  const ScrollBar* const held = found->bar(bar);
+  if (held == nullptr || info == nullptr || info->cbSize != sizeof(SCROLLINFO)) return FALSE;
+  if ((info->fMask & SIF_RANGE) != 0) {
+    info->nMin = held->minimum;
+    info->nMax = held->maximum;
+  }
+  if ((info->fMask & SIF_PAGE) != 0) info->nPage = held->page;
+  if ((info->fMask & SIF_POS) != 0) info->nPos = held->position;
+  // Nobody drags the box here: it is where the position is.
+  if ((info->fMask & SIF_TRACKPOS) != 0) info->nTrackPos = held->position;
+  return TRUE;
+}
+
+LRESULT SendMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  isToFail(Function::kSendMessage);
+  Desktop::instance().send({window, message, wParam, lParam});
+  return 0;
+}
+
+BOOL UpdateWindow(HWND window) {
+  Window* const found = find(window);
+  if (found == nullptr) return FALSE;
+  ++found->updates;
+  return TRUE;
+}

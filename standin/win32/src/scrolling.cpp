@@ -1,0 +1,49 @@
+#include "scrolling.h"
+
+#include <algorithm>
+
+namespace standin::desktop {
+namespace {
+
+int pageOf(const ScrollBar& bar) {
+  return std::max(static_cast<int>(bar.page), 1);
+}
+
+ScrollBar movedBy(ScrollBar bar, int lines) {
+  bar.position += lines;
+  return limited(bar);
+}
+
+}  // namespace
+
+ScrollBar limited(ScrollBar bar) {
+  const int last = std::max(bar.minimum, bar.maximum - pageOf(bar) + 1);
+  bar.position = std::clamp(bar.position, bar.minimum, last);
+  return bar;
+}
+
+ScrollBar scrolledBy(const ScrollBar& bar, WORD code) {
+  switch (code) {
+    case SB_LINEUP:
+      return movedBy(bar, -1);
+    case SB_LINEDOWN:
+      return movedBy(bar, 1);
+    case SB_PAGEUP:
+      return movedBy(bar, -pageOf(bar));
+    case SB_PAGEDOWN:
+      return movedBy(bar, pageOf(bar));
+    case SB_TOP:
+      return movedBy(bar, bar.minimum - bar.position);
+    case SB_BOTTOM:
+      return movedBy(bar, bar.maximum - bar.position);
+    default:
+      return bar;
+  }
+}
+
+ScrollBar wheeledBy(const ScrollBar& bar, int delta) {
+  constexpr int kLinesOfATurn = 3;
+  return movedBy(bar, -delta * kLinesOfATurn / WHEEL_DELTA);
+}
+
+}  // namespace standin::desktop
