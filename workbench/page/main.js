@@ -41,7 +41,8 @@ byId("plane").addEventListener("change", (event) => {
 showSummary(data);
 new LogPanel(byId("log"), data.log);
 timeline.set(timeline.first);
-new ResizeObserver(layOut).observe(byId("view"));
+const sizes = new ResizeObserver(layOut);
+for (const id of ["view", "path", "activity"]) sizes.observe(byId(id));
 matchMedia("(prefers-color-scheme: dark)").addEventListener("change", () => {
   view.recolour();
   layers.recolour();

@@ -87,7 +87,7 @@ class DrawingView {
       const colour = cssColour(a.index, ink, paper), at = [44, height - 44];
       const label = svg("text", { x: at[0] + a.x * 36, y: at[1] - a.y * 36, fill: colour }, a.name);
       const line = svg("path", { d: `M${at[0]} ${at[1]}l${a.x * 26} ${-a.y * 26}`, stroke: colour, "stroke-width": 2 });
-      return Math.hypot(a.x, a.y) > 0.15 ? [line, label] : [line];
+      return Math.hypot(a.x, a.y) > 0.3 ? [line, label] : [line];
     }));
   }
 }
