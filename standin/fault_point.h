@@ -1,5 +1,5 @@
-/// Misbehaviour on demand: every operation of a stand-in counts its calls and can be told to fail or to throw,
-/// once or from the nth call on. Any thread.
+/// Misbehaviour on demand: every operation of a stand-in counts its calls and can be told to fail or to
+/// throw, once or from the nth call on. Any thread.
 #ifndef STANDIN_FAULT_POINT_H
 #define STANDIN_FAULT_POINT_H
 
@@ -52,8 +52,8 @@ class FaultRegistry {
     return true;
   }
 
-  /// Orders the operation to misbehave; an order of kind kNone ends it. False when there is no such operation,
-  /// or when it is to fail and cannot.
+  /// Orders the operation to misbehave; an order of kind kNone ends it. False when there is no such
+  /// operation, or when it is to fail and cannot.
   bool order(std::string_view name, const FaultOrder& order) {
     const std::lock_guard lock(mMutex);
     for (Operation& operation : mOperations) {
