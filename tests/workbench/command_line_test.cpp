@@ -1,0 +1,130 @@
+#include <gtest/gtest.h>
+
+#include "tests/workbench/workbench_process.h"
+
+namespace workbench {
+namespace {
+
+struct BadUsage {
+  const char* arguments;
+  const char* line;
+};
+
+/// Each leaves one line, status 2 and an empty output folder.
+TEST(CommandLine, EveryMistakeIsOneLineAndWritesNothing) {
+  const WorkbenchProcess process;
+  process.write("a.session", "9 end\n");
+  process.write("bad.session", "9 jump\n");
+  process.write("back.session", "9 key top\n5 end\n");
+  process.write("far.session", "9 motion 0 0 0 0 0 40000\n");
+  process.write("missing.session", "9 select 2A\n10 select FF\n");
+  process.write("picture.dxf", "\x89PNG\r\n\x1A\n");
+  process.write("cut.dxf", process.read("a.dxf").substr(0, 60));
+  process.write("file", "");
+  std::filesystem::create_directory(process.folder() / "out");
+  const std::string module = " --module '" LM_FAKE_MODULE "'";
+  const BadUsage table[] = {{"--session a.session --out out", "command line: --drawing is required"},
+                            {"--drawing a.dxf --session a.session --out out --frames many",
+                             "--frames: expected a whole number, 1 to 10000, found \"many\""},
+                            {"--drawing a.dxf --session a.session --out out --frame-ms 0",
+                             "--frame-ms: expected a whole number, 1 to 10000, found \"0\""},
+                            {"--drawing a.dxf --session a.session --out out --fast",
+                             "command line: The following argument was not expected: --fast"},
+                            {"--drawing no.dxf --session a.session --out out",
+                             "no.dxf: expected a drawing (DXF text file), found no such file"},
+                            {"--drawing . --session a.session --out out",
+                             ".: expected a drawing (DXF text file), found something that is no file"},
+                            {"--drawing picture.dxf --session a.session --out out",
+                             "picture.dxf:1: expected a group code of a DXF text file, found \"\\x89PNG\""},
+                            {"--drawing a.dxf --session no.session --out out",
+                             "no.session: expected a session, found no such file"},
+                            {"--drawing a.dxf --session back.session --out out",
+                             "back.session:2: expected a time not before 9, found \"5\""},
+                            {"--drawing a.dxf --session far.session --out out",
+                             "far.session:1: expected rz (a whole number, -32768 to 32767), found \"40000\""},
+                            {"--drawing a.dxf --session missing.session --out out",
+                             "missing.session:2: expected handles of entities in the drawing, found \"FF\""},
+                            {"--drawing a.dxf --session a.session --out none",
+                             "none: expected a folder for the results, found no such folder"},
+                            {"--drawing a.dxf --session a.session --out file",
+                             "file: expected a folder for the results, found a file"},
+                            {"--drawing a.dxf --session a.session --out out --profile file",
+                             "file: expected a folder for the user's profile, found a file"},
+                            {"--drawing a.dxf --session a.session --out out --menu no.mnu",
+                             "no.mnu: expected a menu file, found no such file"}};
+  for (const auto& [arguments, line] : table) {
+    const Outcome outcome = process.run(std::string("replay ") + arguments + module);
+    EXPECT_EQ(outcome.status, 2) << arguments;
+    EXPECT_EQ(outcome.err, std::string("workbench: ") + line + "\n");
+    EXPECT_TRUE(std::filesystem::is_empty(process.folder() / "out")) << arguments;
+  }
+}
+
+TEST(CommandLine, ADrawingCutInTheMiddleIsOneLine) {
+  const WorkbenchProcess process;
+  const std::string whole = process.read("a.dxf");
+  process.write("a.dxf", whole.substr(0, whole.size() / 2));
+  const Outcome outcome = process.replay("9 end\n");
+  EXPECT_EQ(outcome.status, 2);
+  EXPECT_EQ(outcome.err.rfind("workbench: a.dxf:", 0), 0u) << outcome.err;
+  EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 1);
+}
+
+TEST(CommandLine, AnUnknownVerbNamesFileAndLine) {
+  const WorkbenchProcess process;
+  const Outcome outcome = process.replay("1 key top\n9 jump\n");
+  EXPECT_EQ(outcome.status, 2);
+  EXPECT_EQ(outcome.err,
+            "workbench: a.session:2: expected one of rotmode motion key function event device select command "
+            "setvar projection pointer end, found \"jump\"\n");
+}
+
+TEST(CommandLine, AVariableTheHostDoesNotHaveEndsTheRun) {
+  const WorkbenchProcess process;
+  const Outcome outcome = process.replay("9 setvar NOSUCH 1\n5000 key top\n");
+  EXPECT_EQ(outcome.status, 2);
+  EXPECT_EQ(outcome.err,
+            "workbench: a.session:1: expected a system variable and one of its values, found \"NOSUCH 1\"\n");
+  EXPECT_FALSE(std::filesystem::exists(process.folder() / "out/trajectory.csv"));
+}
+
+TEST(CommandLine, AModuleForAnotherHostIsRefused) {
+  const WorkbenchProcess process;
+  const Outcome outcome =
+      process.replay("9 end\n", "").status == 0
+          ? process.run("replay --drawing a.dxf --session a.session --out out --module '" LM_OLD_MODULE "'")
+          : Outcome();
+  EXPECT_EQ(outcome.status, 2);
+  EXPECT_EQ(outcome.err, "workbench: " LM_OLD_MODULE
+                         ": expected a module for host interface 0x130000, "
+                         "found one for 0x120000\n");
+}
+
+TEST(CommandLine, ALibraryThatIsNoModuleIsRefused) {
+  const WorkbenchProcess process;
+  process.replay("9 end\n");
+  const Outcome outcome =
+      process.run("replay --drawing a.dxf --session a.session --out out --module '" LM_NO_MODULE "'");
+  EXPECT_EQ(outcome.status, 2);
+  EXPECT_EQ(outcome.err, "workbench: " LM_NO_MODULE
+                         ": expected a module for host interface 0x130000, "
+                         "found none of its exports acrxGetApiVersion\n");
+}
+
+TEST(CommandLine, HelpIsNoMistake) {
+  const WorkbenchProcess process;
+  const Outcome outcome = process.run("replay --help");
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_NE(outcome.out.find("--frame-ms"), std::string::npos);
+  EXPECT_EQ(outcome.err, "");
+}
+
+TEST(CommandLine, WithoutACommandItIsOneLine) {
+  const WorkbenchProcess process;
+  const Outcome outcome = process.run("");
+  EXPECT_EQ(outcome.status, 2);
+  EXPECT_EQ(outcome.err, "workbench: command line: A subcommand is required\n");
+}
+
+}  // namespace
+}  // namespace workbench

@@ -1,0 +1,123 @@
+#include <gtest/gtest.h>
+
+#include "tests/workbench/workbench_process.h"
+
+namespace workbench {
+namespace {
+
+/// Time and kind of each row, and position x: what the order of events shows in.
+std::string rowsOf(const std::string& trajectory) {
+  std::string rows;
+  std::istringstream lines(trajectory.substr(trajectory.find('\n') + 1));
+  for (std::string line; std::getline(lines, line);) {
+    std::vector<std::string> fields;
+    std::istringstream parts(line);
+    for (std::string part; std::getline(parts, part, ',');) fields.push_back(part);
+    rows += fields.at(0) + " " + fields.at(1) + " cap " + fields.at(3) + " x " + fields.at(9) + "\n";
+  }
+  return rows;
+}
+
+TEST(Replay, PassesCommitsAndCapFollowTheSession) {
+  const WorkbenchProcess process;
+  const Outcome outcome = process.replay("150 motion 7 0 0 0 0 0\n350 motion 0 0 0 0 0 0\n600 end\n");
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_EQ(rowsOf(process.read("out/trajectory.csv")),
+            "0 start cap 0 x 5\n"
+            "200 pass3d cap 7 x 6\n"
+            "300 pass3d cap 7 x 7\n"
+            "400 commit cap 0 x 7\n");
+}
+
+TEST(Replay, AtOneMomentTheDeviceComesBeforeTimersAndTimersBeforeTheUser) {
+  const WorkbenchProcess process;
+  const Outcome outcome = process.replay("100 projection perspective\n100 motion 3 0 0 0 0 0\n150 end\n");
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  const std::string rows = rowsOf(process.read("out/trajectory.csv"));
+  EXPECT_EQ(rows.substr(0, rows.find("view")), "0 start cap 0 x 5\n100 pass3d cap 3 x 6\n116 ");
+}
+
+TEST(Replay, AQueuedTextRunsWhenTheHostIsIdle) {
+  const WorkbenchProcess process;
+  const Outcome outcome = process.replay("10 key top\n300 end\n");
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_EQ(rowsOf(process.read("out/trajectory.csv")), "0 start cap 0 x 5\n100 view cap 0 x 5\n");
+}
+
+TEST(Replay, TheFrameTimeIsWhatADrawingCallTakes) {
+  const WorkbenchProcess process;
+  const std::string session = "50 motion 7 0 0 0 0 0\n101 projection perspective\n300 end\n";
+  process.replay(session, "--frame-ms 40");
+  EXPECT_NE(rowsOf(process.read("out/trajectory.csv")).find("140 view"), std::string::npos);
+}
+
+TEST(Replay, ASessionMayEndWhileTheCapIsHeld) {
+  const WorkbenchProcess process;
+  const Outcome outcome = process.replay("50 motion 7 0 0 0 0 0\n250 end\n");
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+}
+
+TEST(Replay, AnEmptySessionIsARun) {
+  const WorkbenchProcess process;
+  const Outcome outcome = process.replay("# nothing\n");
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_EQ(rowsOf(process.read("out/trajectory.csv")), "0 start cap 0 x 5\n");
+}
+
+TEST(Replay, TwoRunsAreEqualByteForByte) {
+  const std::string session =
+      "0 rotmode 110 zoom on\n20 motion 9 1 2 3 4 5\n170 key top\n180 select all\n300 motion 0 0 0 0 0 0\n"
+      "310 device down\n320 motion 5 0 0 0 0 0\n330 device up\n400 command LINE 0,0 3,4 \n900 end\n";
+  const WorkbenchProcess first, second;
+  EXPECT_EQ(first.replay(session).status, 0);
+  EXPECT_EQ(second.replay(session).status, 0);
+  for (const char* name :
+       {"trajectory.csv", "commandline.log", "entities.csv", "summary.json", "index.html"}) {
+    const std::string text = first.read(std::string("out/") + name);
+    EXPECT_FALSE(text.empty()) << name;
+    EXPECT_EQ(text, second.read(std::string("out/") + name)) << name;
+  }
+}
+
+TEST(Replay, ASecondRunIntoTheSameFolderIsEqualToo) {
+  const WorkbenchProcess process;
+  const std::string session = "20 motion 9 0 0 0 0 0\n300 end\n";
+  process.replay(session);
+  const std::string first = process.read("out/trajectory.csv");
+  process.write("out/profile/Lumetrapad/autocad_addin_log.txt", "of the run before");
+  process.replay(session);
+  EXPECT_EQ(process.read("out/trajectory.csv"), first);
+  EXPECT_EQ(process.read("out/profile/Lumetrapad/autocad_addin_log.txt"), "");
+}
+
+TEST(Replay, AProfileOfTheUsersOwnIsKept) {
+  const WorkbenchProcess process;
+  std::filesystem::create_directories(process.folder() / "mine/Lumetrapad");
+  process.write("mine/Lumetrapad/autocad_addin_log.txt", "kept <log>");
+  process.write("a.mnu", "[Modes]\n");
+  EXPECT_EQ(process.replay("9 end\n", "--profile mine --menu a.mnu").status, 0);
+  EXPECT_EQ(process.read("mine/Lumetrapad/autocad_addin_log.txt"), "kept <log>");
+  EXPECT_EQ(process.read("mine/Lumetrapad/Applications/autocad.mnu"), "[Modes]\n");
+  EXPECT_FALSE(std::filesystem::exists(process.folder() / "out/profile"));
+}
+
+TEST(Replay, RealTimeRunsTheSameSession) {
+  const WorkbenchProcess process;
+  const Outcome outcome =
+      process.replay("20 motion 9 0 0 0 0 0\n150 motion 0 0 0 0 0 0\n260 end\n", "--realtime");
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_NE(process.read("out/trajectory.csv").find("pass3d"), std::string::npos);
+  EXPECT_NE(process.read("out/trajectory.csv").find("commit"), std::string::npos);
+}
+
+TEST(Replay, TheShortSummaryEndsWithTheReportsPath) {
+  const WorkbenchProcess process;
+  EXPECT_EQ(process.replay("9 end\n").out,
+            "session: 9 ms\npasses in 3D: 0\npasses in 2D: 0\nviews committed: 0\ntexts sent: 0\nprints: 1\n"
+            "document locks: 0 taken, 0 released\ndevice events: 0\nentities: 1 CIRCLE, 1 LINE\n"
+            "not understood: 1 TEXT\nclean: yes\nout/index.html\n");
+  EXPECT_EQ(process.replay("9 end\n", "--quiet").out, "out/index.html\n");
+}
+
+}  // namespace
+}  // namespace workbench

@@ -1,0 +1,103 @@
+#include "workbench/app.h"
+
+#include <chrono>
+#include <exception>
+#include <utility>
+
+#include "workbench/desktop.h"
+#include "workbench/dxf_reader.h"
+#include "workbench/input_error.h"
+#include "workbench/module_loader.h"
+#include "workbench/options.h"
+#include "workbench/outputs.h"
+#include "workbench/profile.h"
+#include "workbench/replay.h"
+#include "workbench/run_report.h"
+
+namespace workbench {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// A line that tells how far the run is, rewritten in place; only on a terminal.
+class ProgressLine {
+ public:
+  ProgressLine(std::ostream& err, bool isShown) : mErr(err), mIsShown(isShown) {}
+  ~ProgressLine() {
+    if (mIsDrawn) mErr << "\r\033[K" << std::flush;
+  }
+  ProgressLine(const ProgressLine&) = delete;
+  ProgressLine& operator=(const ProgressLine&) = delete;
+
+  void show(std::int64_t nowMs, std::int64_t endMs) {
+    const auto now = std::chrono::steady_clock::now();
+    if (!mIsShown || now < mNext) return;
+    mNext = now + std::chrono::milliseconds(100);
+    mIsDrawn = true;
+    mErr << "\rreplay: " << nowMs << " of " << endMs << " ms\033[K" << std::flush;
+  }
+
+ private:
+  std::ostream& mErr;
+  bool mIsShown;
+  bool mIsDrawn = false;
+  std::chrono::steady_clock::time_point mNext;
+};
+
+void writeResults(const fs::path& out, RunResult& result, const RunNames& names, const Profile& profile) {
+  writeFile(out / "trajectory.csv", trajectoryCsv(result.recording.rows));
+  writeFile(out / "entities.csv", entitiesCsv(result.entities));
+  writeFile(out / "commandline.log", commandLineLog(result.recording.commandLine));
+  writeFile(out / "summary.json", summaryJson(result, names));
+  writeReport(gatherReport(result, names, profile.log()), out / "index.html");
+}
+
+void printSummary(const RunResult& result, std::ostream& out) {
+  for (const auto& [what, howMuch] : summaryRows(result)) out << what << ": " << howMuch << "\n";
+}
+
+int runReplay(const Options& options, std::ostream& out, std::ostream& err) {
+  checkFiles(options);
+  ReplayOrder order;
+  order.session = readSession(options.session);
+  order.drawing = readDrawing(options.drawing);
+  checkSelections(order.session, *order.drawing);
+  order.clock = options.isRealTime ? standin::clock::Kind::kReal : standin::clock::Kind::kReplay;
+  order.frameMs = options.frameMs;
+  order.moments = options.frames;
+  Module module(options.module);
+
+  const Profile profile(options.profile.value_or(options.out / "profile"));
+  if (!options.profile) profile.clear();
+  profile.make(options.menu);
+  setUserProfile(profile.folder());
+
+  RunResult result;
+  {
+    ProgressLine line(err, !options.isQuiet && isErrorTerminal());
+    order.progress = [&line](std::int64_t nowMs, std::int64_t endMs) { line.show(nowMs, endMs); };
+    result = replay(std::move(order), module);
+  }
+  const RunNames names{options.drawing.filename().string(), options.session.filename().string()};
+  writeResults(options.out, result, names, profile);
+  if (!options.isQuiet) printSummary(result, out);
+  for (const std::string& problem : result.problems) err << "workbench: problem: " << problem << "\n";
+  out << (options.out / "index.html").string() << "\n";
+  return result.isClean() ? kExitClean : kExitUnclean;
+}
+
+}  // namespace
+
+int runWorkbench(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
+  try {
+    return runReplay(parseOptions(arguments), out, err);
+  } catch (const HelpWanted& help) {
+    out << help.text;
+    return kExitClean;
+  } catch (const std::exception& error) {
+    err << "workbench: " << error.what() << "\n";
+    return kExitBadInput;
+  }
+}
+
+}  // namespace workbench

@@ -1,0 +1,7 @@
+#include <iostream>
+
+#include "workbench/app.h"
+
+int main(int argc, char** argv) {
+  return workbench::runWorkbench(std::vector<std::string>(argv + 1, argv + argc), std::cout, std::cerr);
+}

@@ -1,0 +1,48 @@
+/// The module under test as the host meets it: a library loaded at run time, reached by its two exports only.
+/// Main thread only.
+#ifndef WORKBENCH_MODULE_LOADER_H
+#define WORKBENCH_MODULE_LOADER_H
+
+#include <cstdint>
+#include <filesystem>
+
+#include "rxdefs.h"
+
+namespace workbench {
+
+/// Interface release that a module must say it is built for: 19.0, the major number in the high 16 bits.
+constexpr int kHostApiVersion = 0x130000;
+
+class Module {
+ public:
+  /// Loads the library. Throws InputError when there is no such file, when it cannot be loaded, lacks one of
+  /// its exports or is built for another release of the host.
+  explicit Module(const std::filesystem::path& file);
+  /// Frees the library when it is loaded still.
+  ~Module();
+  Module(const Module&) = delete;
+  Module& operator=(const Module&) = delete;
+
+  /// Calls the entry point. What the module throws passes through.
+  AcRx::AppRetCode send(AcRx::AppMsgCode message);
+
+  /// Frees the library. False when it is mapped still: something holds on to it.
+  bool unload();
+
+  /// Leaves the library in memory for the rest of the process, for a thread that runs in it.
+  void keep() { mHandle = nullptr; }
+
+ private:
+  using EntryPoint = AcRx::AppRetCode (*)(AcRx::AppMsgCode, void*);
+
+  std::filesystem::path mFile;
+  void* mHandle = nullptr;
+  EntryPoint mEntryPoint = nullptr;
+};
+
+/// Folder of the running program.
+std::filesystem::path executableFolder();
+
+}  // namespace workbench
+
+#endif

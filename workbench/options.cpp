@@ -1,0 +1,114 @@
+#include "workbench/options.h"
+
+#include <algorithm>
+
+#include <CLI/CLI.hpp>
+
+#include "workbench/input_error.h"
+#include "workbench/module_loader.h"
+#include "workbench/text_input.h"
+
+namespace workbench {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr long long kLongestFrameMs = 10000;
+constexpr long long kMostMoments = 10000;
+constexpr const char* kModuleName = "LMTRAutoCAD2013.arx";
+
+/// As given on the command line; numbers are read by our own hand so that every mistake gets the same
+/// message.
+struct RawOptions {
+  std::string drawing, session, out, profile, menu, module, frameMs, frames;
+};
+
+long long number(const std::string& name, const std::string& text, long long highest) {
+  const auto value = parseInteger(text);
+  if (!value || *value < 1 || *value > highest)
+    throw UsageError(name + ": expected a whole number, 1 to " + std::to_string(highest) + ", found " +
+                     inQuotes(text));
+  return *value;
+}
+
+std::optional<fs::path> optionalPath(const std::string& text) {
+  if (text.empty()) return std::nullopt;
+  return fs::path(text);
+}
+
+/// Beside the program, as it is shipped, or in the build folder's own place for it.
+fs::path defaultModule() {
+  const fs::path beside = executableFolder() / kModuleName;
+  if (fs::exists(beside)) return beside;
+  return (executableFolder() / ".." / "host" / kModuleName).lexically_normal();
+}
+
+std::string firstLine(const std::string& text) {
+  return text.substr(0, text.find('\n'));
+}
+
+Options finish(const RawOptions& raw, Options options) {
+  options.drawing = raw.drawing;
+  options.session = raw.session;
+  options.out = raw.out;
+  options.profile = optionalPath(raw.profile);
+  options.menu = optionalPath(raw.menu);
+  options.module = raw.module.empty() ? defaultModule() : fs::path(raw.module);
+  options.frameMs = static_cast<std::uint32_t>(number("--frame-ms", raw.frameMs, kLongestFrameMs));
+  options.frames = static_cast<std::size_t>(number("--frames", raw.frames, kMostMoments));
+  return options;
+}
+
+void addOptions(CLI::App& replay, RawOptions& raw, Options& options) {
+  replay.add_option("--drawing", raw.drawing, "the drawing (DXF text file)")->required();
+  replay.add_option("--session", raw.session, "what the device and the user do")->required();
+  replay.add_option("--out", raw.out, "folder for the results; must be there")->required();
+  replay.add_option("--profile", raw.profile,
+                    "the user's profile folder, kept from run to run [OUT/profile, new]");
+  replay.add_option("--menu", raw.menu, "menu file, copied into the profile");
+  replay.add_option("--frame-ms", raw.frameMs, "time that a drawing call takes [16]");
+  replay.add_option("--frames", raw.frames, "moments that the report shows [60]");
+  replay.add_option("--module", raw.module, "the module to load [the one built beside this program]");
+  replay.add_flag("--realtime", options.isRealTime, "let time pass as it does, instead of at once");
+  replay.add_flag("--quiet", options.isQuiet, "print the report's path only");
+}
+
+}  // namespace
+
+Options parseOptions(std::vector<std::string> arguments) {
+  RawOptions raw;
+  raw.frameMs = "16";
+  raw.frames = "60";
+  Options options;
+  CLI::App app("Runs the AutoCAD module against a drawing and a recorded session.", "workbench");
+  CLI::App* const replay = app.add_subcommand("replay", "replay a session and write a report");
+  app.require_subcommand(1);
+  addOptions(*replay, raw, options);
+  std::reverse(arguments.begin(), arguments.end());
+  try {
+    app.parse(arguments);
+  } catch (const CLI::CallForHelp&) {
+    throw HelpWanted{replay->parsed() ? replay->help() : app.help()};
+  } catch (const CLI::ParseError& error) {
+    throw UsageError("command line: " + firstLine(error.what()));
+  }
+  return finish(raw, options);
+}
+
+void checkFiles(const Options& options) {
+  const auto requireFile = [](const fs::path& file, const char* expected) {
+    if (!fs::exists(file)) throw InputError({file.string()}, expected, "no such file");
+    if (!fs::is_regular_file(file)) throw InputError({file.string()}, expected, "something that is no file");
+  };
+  requireFile(options.drawing, "a drawing (DXF text file)");
+  requireFile(options.session, "a session");
+  if (options.menu) requireFile(*options.menu, "a menu file");
+  if (!fs::exists(options.out))
+    throw InputError({options.out.string()}, "a folder for the results", "no such folder");
+  if (!fs::is_directory(options.out))
+    throw InputError({options.out.string()}, "a folder for the results", "a file");
+  if (options.profile && fs::exists(*options.profile) && !fs::is_directory(*options.profile))
+    throw InputError({options.profile->string()}, "a folder for the user's profile", "a file");
+}
+
+}  // namespace workbench

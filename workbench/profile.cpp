@@ -1,0 +1,36 @@
+#include "workbench/profile.h"
+
+#include <system_error>
+
+#include "workbench/input_error.h"
+#include "workbench/text_input.h"
+
+namespace workbench {
+
+namespace fs = std::filesystem;
+
+Profile::Profile(const fs::path& profile) : mFolder(fs::absolute(profile).lexically_normal()) {}
+
+void Profile::clear() const {
+  std::error_code error;
+  fs::remove_all(settings(), error);
+  if (error) throw InputError({settings().string()}, "a folder that can be removed", error.message());
+}
+
+void Profile::make(const std::optional<fs::path>& menu) const {
+  std::error_code error;
+  fs::create_directories(applications(), error);
+  if (error) throw InputError({applications().string()}, "a folder that can be made", error.message());
+  if (!menu) return;
+  const fs::path copy = applications() / "autocad.mnu";
+  fs::copy_file(*menu, copy, fs::copy_options::overwrite_existing, error);
+  if (error) throw InputError({copy.string()}, "a file that can be written", error.message());
+}
+
+std::string Profile::log() const {
+  const fs::path file = settings() / "autocad_addin_log.txt";
+  if (!fs::is_regular_file(file)) return {};
+  return toUtf8(readFile(file, "the module's log"));
+}
+
+}  // namespace workbench

@@ -1,0 +1,36 @@
+/// The user's profile folder of a run: where the module finds and leaves its settings, its log and the menu
+/// file.
+#ifndef WORKBENCH_PROFILE_H
+#define WORKBENCH_PROFILE_H
+
+#include <filesystem>
+#include <optional>
+#include <string>
+
+namespace workbench {
+
+/// The folders below `profile` that the module expects. Main thread.
+class Profile {
+ public:
+  explicit Profile(const std::filesystem::path& profile);
+
+  /// Forgets what a run before left: its settings and log. Throws InputError when that cannot be done.
+  void clear() const;
+  /// Makes the folders and copies the menu file, if any, as "autocad.mnu". Throws InputError when that cannot
+  /// be done.
+  void make(const std::optional<std::filesystem::path>& menu) const;
+
+  const std::filesystem::path& folder() const { return mFolder; }
+  /// The module's log as it stands, empty when it wrote none.
+  std::string log() const;
+
+ private:
+  std::filesystem::path settings() const { return mFolder / "Lumetrapad"; }
+  std::filesystem::path applications() const { return settings() / "Applications"; }
+
+  std::filesystem::path mFolder;  ///< absolute
+};
+
+}  // namespace workbench
+
+#endif

@@ -1,0 +1,79 @@
+/// What happened during a run, as it is written out: the path of the views, the command line, the selections.
+#ifndef WORKBENCH_RECORDING_H
+#define WORKBENCH_RECORDING_H
+
+#include <array>
+#include <cstdint>
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include "standin/objectarx/host_control.h"
+
+namespace workbench {
+
+enum class RowKind { kStart, kPass3d, kCommit, kView, kPass2d };
+
+/// One row of the trajectory. Of a sheet (`isPaper`) the camera holds the centre as position x and y, the
+/// visible size as fields, and 0 otherwise.
+struct TrajectoryRow {
+  std::int64_t timeMs = 0;
+  RowKind kind = RowKind::kStart;
+  int viewport = 0;
+  bool isPaper = false;
+  std::array<std::int16_t, 6> cap{};  ///< last handed to the module's reading thread
+  standin::host::Camera camera;
+};
+
+enum class LineKind { kSend, kSendActivate, kPrint, kHost, kBox, kBeep };
+
+struct CommandLineEntry {
+  std::int64_t timeMs = 0;
+  LineKind kind = LineKind::kHost;
+  std::string text;  ///< UTF-8
+};
+
+struct SelectionChange {
+  std::int64_t timeMs = 0;
+  std::vector<std::uint64_t> handles;
+};
+
+struct Recording {
+  std::vector<TrajectoryRow> rows;
+  std::vector<CommandLineEntry> commandLine;
+  std::vector<SelectionChange> selections;
+};
+
+/// Listens to the host and the desktop and writes down what it hears. Its calls come on the main thread from
+/// a module that keeps the rules, and from any thread otherwise.
+class Recorder : public standin::host::Listener {
+ public:
+  Recorder();
+  ~Recorder() override;
+
+  /// The row of kind `start`: the current view as it is now. Main thread.
+  void begin();
+  /// Notes the pre-selection if it is another than before. Main thread.
+  void noteSelection();
+  Recording take();
+
+  void viewUpdated(int viewport, const standin::host::Camera& camera) override;
+  void viewCommitted(int viewport, const standin::host::Camera& camera) override;
+  void viewChanged(int viewport, const standin::host::Camera& camera) override;
+  void paperChanged(int viewport, const standin::host::PaperView& view) override;
+  void textSent(const std::wstring& text, bool activate) override;
+  void modulePrinted(const std::wstring& text) override;
+  void hostPrinted(const std::wstring& text) override;
+
+ private:
+  void addRow(RowKind kind, int viewport, const standin::host::Camera& camera);
+  void addPaperRow(RowKind kind, int viewport, const standin::host::PaperView& view);
+  void addLine(LineKind kind, const std::wstring& text);
+
+  std::mutex mMutex;
+  Recording mRecording;
+};
+
+}  // namespace workbench
+
+#endif
