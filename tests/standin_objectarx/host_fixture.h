@@ -1,0 +1,80 @@
+/// A host with a small drawing, and what it told its listener.
+#ifndef TESTS_STANDIN_OBJECTARX_HOST_FIXTURE_H
+#define TESTS_STANDIN_OBJECTARX_HOST_FIXTURE_H
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "acdocman.h"
+#include "dbmain.h"
+#include "standin/objectarx/drawing.h"
+#include "standin/objectarx/host_control.h"
+
+struct Recorder : standin::host::Listener {
+  using Camera = standin::host::Camera;
+  using PaperView = standin::host::PaperView;
+
+  void viewUpdated(int viewport, const Camera& camera) override { mUpdated.emplace_back(viewport, camera); }
+  void viewCommitted(int viewport, const Camera& camera) override {
+    mCommitted.emplace_back(viewport, camera);
+  }
+  void viewChanged(int viewport, const Camera& camera) override { mChanged.emplace_back(viewport, camera); }
+  void paperChanged(int viewport, const PaperView& shown) override { mPaper.emplace_back(viewport, shown); }
+  void textSent(const std::wstring& text, bool activate) override { mSent.emplace_back(text, activate); }
+  void modulePrinted(const std::wstring& text) override { mPrinted.push_back(text); }
+  void hostPrinted(const std::wstring& text) override { mHostPrinted.push_back(text); }
+
+  std::vector<std::pair<int, Camera>> mUpdated;
+  std::vector<std::pair<int, Camera>> mCommitted;
+  std::vector<std::pair<int, Camera>> mChanged;
+  std::vector<std::pair<int, PaperView>> mPaper;
+  std::vector<std::pair<std::wstring, bool>> mSent;
+  std::vector<std::wstring> mPrinted;
+  std::vector<std::wstring> mHostPrinted;
+};
+
+/// Entities: 10 a line from (0,0,0) to (10,0,0); 11 a circle of radius 2 about (5,5,0); 12 a line on a locked
+/// layer.
+class HostTest : public testing::Test {
+ protected:
+  HostTest() {
+    standin::host::start([this] { ++mDrawnCount; });
+    standin::host::setListener(&mRecorder);
+    auto drawing = std::make_unique<standin::Drawing>();
+    drawing->addLayer({"kept", 1, true, true});
+    drawing->add(standin::makeLine({0x10}, {0, 0, 0}, {10, 0, 0}));
+    drawing->add(standin::makeCircle({0x11}, {5, 5, 0}, {0, 0, 1}, 2));
+    drawing->add(standin::makeLine({0x12, "kept"}, {0, 8, 0}, {10, 8, 4}));
+    standin::host::openDocument(std::move(drawing));
+  }
+  ~HostTest() override {
+    standin::host::setListener(nullptr);
+    standin::host::start();
+  }
+
+  static AcApDocument* document() { return acDocManager->curDocument(); }
+  static void lock() { ASSERT_EQ(acDocManager->lockDocument(document()), Acad::eOk); }
+  static Acad::ErrorStatus open(AcDbEntity*& entityP, std::uint64_t handle, AcDb::OpenMode mode,
+                                bool openErased = false) {
+    return acdbOpenAcDbEntity(entityP, AcDbObjectId(handle), mode, openErased);
+  }
+  static std::vector<std::string> breaches() { return standin::host::report().breaches; }
+  static standin::Polyline3 pointsOf(std::uint64_t handle) {
+    return standin::host::drawing()->find(handle)->points();
+  }
+
+  Recorder mRecorder;
+  int mDrawnCount = 0;
+};
+
+inline void expectPoint(const AcGePoint3d& point, double x, double y, double z) {
+  EXPECT_NEAR(point.x, x, 1e-9);
+  EXPECT_NEAR(point.y, y, 1e-9);
+  EXPECT_NEAR(point.z, z, 1e-9);
+}
+
+#endif

@@ -1,0 +1,92 @@
+#include "acedads.h"
+#include "host_fixture.h"
+#include "gmock/gmock.h"
+
+namespace {
+
+using namespace standin;
+using Selection = HostTest;
+
+TEST_F(Selection, NothingPreSelectedAnswersAnError) {
+  ads_name ss = {7, 7};
+  EXPECT_EQ(acedSSGet(L"I", nullptr, nullptr, nullptr, ss), RTERROR);
+  EXPECT_EQ(ss[0], 7);
+}
+
+TEST_F(Selection, SetHoldsWhatWasSelectedInOrder) {
+  ASSERT_TRUE(host::select({0x12, 0x10}));
+  ads_name ss;
+  ASSERT_EQ(acedSSGet(L"I", nullptr, nullptr, nullptr, ss), RTNORM);
+  host::selectNone();
+  AdInt32 length = 0;
+  EXPECT_EQ(acedSSLength(ss, &length), RTNORM);
+  EXPECT_EQ(length, 2);
+  ads_name name;
+  AcDbObjectId id;
+  ASSERT_EQ(acedSSName(ss, 1, name), RTNORM);
+  ASSERT_EQ(acdbGetObjectId(id, name), Acad::eOk);
+  EXPECT_EQ(id, AcDbObjectId(0x10));
+  EXPECT_EQ(acedSSName(ss, 2, name), RTERROR);
+  EXPECT_EQ(acedSSName(ss, -1, name), RTERROR);
+  EXPECT_EQ(acedSSFree(ss), RTNORM);
+}
+
+TEST_F(Selection, SetsAliveAreCountedUntilFreed) {
+  host::selectAll();
+  ads_name first;
+  ads_name second;
+  acedSSGet(L"I", nullptr, nullptr, nullptr, first);
+  acedSSGet(L"_i", nullptr, nullptr, nullptr, second);
+  EXPECT_EQ(host::report().selectionSetsAlive, 2u);
+  acedSSFree(first);
+  EXPECT_EQ(host::report().selectionSetsAlive, 1u);
+  acedSSFree(second);
+  EXPECT_EQ(host::report().selectionSetsAlive, 0u);
+}
+
+TEST_F(Selection, FreedSetIsNotUsedAgain) {
+  host::selectAll();
+  ads_name ss;
+  AdInt32 length = 0;
+  acedSSGet(L"I", nullptr, nullptr, nullptr, ss);
+  acedSSFree(ss);
+  EXPECT_EQ(acedSSFree(ss), RTERROR);
+  EXPECT_EQ(acedSSLength(ss, &length), RTERROR);
+  EXPECT_EQ(breaches(),
+            (std::vector<std::string>{"acedSSFree: called for a selection set that is not alive",
+                                      "acedSSLength: called for a selection set that is not alive"}));
+}
+
+TEST_F(Selection, OnlyTheImpliedSelectionCanBeTaken) {
+  host::selectAll();
+  ads_name ss;
+  EXPECT_EQ(acedSSGet(L"X", nullptr, nullptr, nullptr, ss), RTERROR);
+  EXPECT_EQ(host::report().selectionSetsAlive, 0u);
+}
+
+TEST_F(Selection, AllLeavesOutWhatIsErasedOrInvisible) {
+  host::drawing()->addLayer({"off", 7, false, false});
+  host::drawing()->add(makePoint({0x20, "off"}, {1, 1, 1}));
+  host::drawing()->erase(0x11);
+  host::selectAll();
+  EXPECT_THAT(host::selection(), testing::ElementsAre(0x10u, 0x12u));
+}
+
+TEST_F(Selection, UnknownHandleSelectsNothing) {
+  host::select({0x10});
+  EXPECT_FALSE(host::select({0x11, 0x99}));
+  EXPECT_THAT(host::selection(), testing::ElementsAre(0x10u));
+}
+
+TEST_F(Selection, RedrawWantsAnEntity) {
+  host::select({0x10});
+  ads_name ss;
+  ads_name name;
+  acedSSGet(L"I", nullptr, nullptr, nullptr, ss);
+  acedSSName(ss, 0, name);
+  EXPECT_EQ(acedRedraw(name, 1), RTNORM);
+  EXPECT_EQ(acedRedraw(ss, 1), RTERROR);
+  acedSSFree(ss);
+}
+
+}  // namespace

@@ -1,0 +1,153 @@
+#include "aced.h"
+#include "dbents.h"
+#include "dbobjptr.h"
+#include "dbsymtb.h"
+#include "host_fixture.h"
+
+namespace {
+
+using namespace standin;
+
+using Record = AcDbObjectPointer<AcDbViewportTableRecord>;
+using Viewport = AcDbObjectPointer<AcDbViewport>;
+
+class Paper : public HostTest {
+ protected:
+  Paper() {
+    host::setVariable(L"TILEMODE", L"0");
+    lock();
+    mRecorder = {};
+  }
+};
+
+TEST_F(Paper, ActiveViewportIsTheEntityOfTheSheet) {
+  const Viewport viewport(acedActiveViewportId(), AcDb::kForWrite);
+  ASSERT_EQ(viewport.openStatus(), Acad::eOk);
+  EXPECT_EQ(viewport->width(), 420);
+  EXPECT_EQ(viewport->height(), 297);
+  EXPECT_EQ(viewport->viewHeight(), 297);
+  EXPECT_EQ(viewport->viewCenter().x, 210);
+  EXPECT_EQ(viewport->viewCenter().y, 148.5);
+  EXPECT_EQ(Record(acedActiveViewportId(), AcDb::kForRead).openStatus(), Acad::eNotThatKindOfClass);
+}
+
+TEST_F(Paper, ChangeIsToldAndDrawnByUpdateDisplay) {
+  {
+    const Viewport viewport(acedActiveViewportId(), AcDb::kForWrite);
+    EXPECT_EQ(viewport->setViewCenter({100, 50}), Acad::eOk);
+    EXPECT_EQ(viewport->setViewHeight(148.5), Acad::eOk);
+    EXPECT_TRUE(mRecorder.mPaper.empty());
+    EXPECT_EQ(viewport->updateDisplay(), Acad::eOk);
+  }
+  ASSERT_EQ(mRecorder.mPaper.size(), 1u);
+  EXPECT_EQ(mRecorder.mPaper[0].first, 1);
+  const host::PaperView shown = mRecorder.mPaper[0].second;
+  EXPECT_EQ(shown.centerX, 100);
+  EXPECT_EQ(shown.centerY, 50);
+  EXPECT_EQ(shown.width, 210);
+  EXPECT_EQ(shown.height, 148.5);
+  EXPECT_EQ(mDrawnCount, 1);
+  EXPECT_EQ(host::report().paperUpdates, 1u);
+  EXPECT_EQ(host::paperView().width, 210);
+  expectPoint(host::camera(1)->target, 100, 50, 0);
+  EXPECT_EQ(host::camera(1)->fieldHeight, 148.5);
+}
+
+TEST_F(Paper, ViewportIsWrittenOnlyWhenOpenForWrite) {
+  const Viewport viewport(acedActiveViewportId(), AcDb::kForRead);
+  EXPECT_EQ(viewport->setViewHeight(5), Acad::eNotOpenForWrite);
+  EXPECT_EQ(viewport->setViewCenter({1, 1}), Acad::eNotOpenForWrite);
+  EXPECT_EQ(breaches(), (std::vector<std::string>{
+                            "AcDbViewport::setViewHeight: called for an object that is not open for write",
+                            "AcDbViewport::setViewCenter: called for an object that is not open for write"}));
+}
+
+TEST_F(Paper, HeightMustBeAboveZero) {
+  const Viewport viewport(acedActiveViewportId(), AcDb::kForWrite);
+  EXPECT_EQ(viewport->setViewHeight(0), Acad::eInvalidInput);
+  EXPECT_EQ(viewport->viewHeight(), 297);
+}
+
+TEST_F(Paper, FloatingViewportShowsTheModel) {
+  host::setVariable(L"CVPORT", L"2");
+  const double fieldBefore = host::camera(2)->fieldWidth;
+  const Viewport viewport(acedActiveViewportId(), AcDb::kForWrite);
+  ASSERT_EQ(viewport.openStatus(), Acad::eOk);
+  viewport->setViewHeight(viewport->viewHeight() * 2);
+  viewport->updateDisplay();
+  EXPECT_NEAR(host::camera(2)->fieldWidth, fieldBefore * 2, 1e-9);
+  EXPECT_EQ(mRecorder.mPaper[0].first, 2);
+}
+
+class Tile : public HostTest {
+ protected:
+  Tile() {
+    lock();
+    host::Camera camera;
+    camera.position = {3, 4, 10};
+    camera.target = {3, 4, 0};
+    camera.fieldWidth = 16;
+    camera.fieldHeight = 8;
+    host::setCamera(2, camera);
+  }
+};
+
+TEST_F(Tile, RecordTakesWhatTheTileShows) {
+  EXPECT_EQ(acedVports2VportTableRecords(), Acad::eOk);
+  const Record record(acedActiveViewportId(), AcDb::kForWrite);
+  ASSERT_EQ(record.openStatus(), Acad::eOk);
+  EXPECT_EQ(record->centerPoint().x, 3);
+  EXPECT_EQ(record->centerPoint().y, 4);
+  EXPECT_EQ(record->width(), 16);
+  EXPECT_EQ(record->height(), 8);
+}
+
+TEST_F(Tile, TileShowsWhatTheRecordHoldsAndItsWidthFollows) {
+  acedVports2VportTableRecords();
+  {
+    const Record record(acedActiveViewportId(), AcDb::kForWrite);
+    record->setCenterPoint({13, -1});
+    record->setHeight(4);
+  }
+  EXPECT_EQ(acedVportTableRecords2Vports(), Acad::eOk);
+  const host::Camera camera = *host::camera(2);
+  expectPoint(camera.target, 13, -1, 0);
+  expectPoint(camera.position, 13, -1, 10);
+  EXPECT_EQ(camera.fieldWidth, 8);
+  EXPECT_EQ(camera.fieldHeight, 4);
+  ASSERT_EQ(mRecorder.mPaper.size(), 1u);
+  EXPECT_EQ(mRecorder.mPaper[0].second.width, 8);
+  EXPECT_EQ(mDrawnCount, 1);
+}
+
+TEST_F(Tile, ConversionBackAndForthChangesNothing) {
+  host::Camera slanted = *host::camera(2);
+  slanted.position = {40, -31, 17};
+  slanted.up = {0, 0, 1};
+  host::setCamera(2, slanted);
+  acedVports2VportTableRecords();
+  acedVportTableRecords2Vports();
+  const host::Camera after = *host::camera(2);
+  EXPECT_EQ(after.target.x, slanted.target.x);
+  EXPECT_EQ(after.position.z, slanted.position.z);
+  EXPECT_EQ(after.fieldWidth, slanted.fieldWidth);
+}
+
+TEST_F(Tile, RecordIsNotWrittenWhileOpenForRead) {
+  acedVports2VportTableRecords();
+  const Record record(acedActiveViewportId(), AcDb::kForRead);
+  record->setHeight(1);
+  record->setCenterPoint({0, 0});
+  EXPECT_EQ(record->height(), 8);
+  EXPECT_EQ(host::report().breachesInAll, 2u);
+}
+
+TEST_F(Tile, WithoutADocumentThereIsNoViewport) {
+  acDocManager->unlockDocument(document());
+  host::closeDocument();
+  EXPECT_TRUE(acedActiveViewportId().isNull());
+  EXPECT_EQ(acedVports2VportTableRecords(), Acad::eNotApplicable);
+  EXPECT_EQ(acedVportTableRecords2Vports(), Acad::eNotApplicable);
+}
+
+}  // namespace
