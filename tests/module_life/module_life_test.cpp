@@ -1,0 +1,204 @@
+#include <gmock/gmock.h>
+#include <stdlib.h>
+
+#include <atomic>
+#include <filesystem>
+#include <fstream>
+#include <thread>
+
+#include "rxdefs.h"
+#include "standin/controller/controller_feed.h"
+#include "standin/objectarx/host_control.h"
+#include "standin_clock.h"
+#include "tests/module_life/loaded_module.h"
+
+namespace clock_ = standin::clock;
+namespace controller = standin::controller;
+namespace host = standin::host;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+namespace {
+
+class Prints : public host::Listener {
+ public:
+  void modulePrinted(const std::wstring& text) override { mTexts.push_back(text); }
+  std::vector<std::wstring> mTexts;
+};
+
+class ModuleLife : public ::testing::Test {
+ protected:
+  ModuleLife() {
+    std::string name = (std::filesystem::temp_directory_path() / "lm_life_XXXXXX").string();
+    mProfile = mkdtemp(name.data());
+    std::filesystem::create_directories(mProfile / "Lumetrapad" / "Applications");
+    setenv("USERPROFILE", mProfile.c_str(), 1);
+    start(clock_::Kind::kReplay, 1);
+  }
+  ~ModuleLife() override {
+    host::setListener(nullptr);
+    host::closeDocument();
+    clock_::stop();
+    std::filesystem::remove_all(mProfile);
+  }
+  void start(clock_::Kind kind, double speed) {
+    clock_::start(kind, 16, speed);
+    controller::reset();
+    host::start([] { clock_::drawn(); });
+    auto drawing = std::make_unique<standin::Drawing>();
+    drawing->add(standin::makeLine({0x10, "0", 256}, {0, 0, 0}, {10, 5, 2}));
+    host::openDocument(std::move(drawing));
+    host::setListener(&mPrints);
+  }
+  std::string logText() const {
+    std::ifstream file(mProfile / "Lumetrapad" / "autocad_addin_log.txt");
+    return {std::istreambuf_iterator<char>(file), {}};
+  }
+
+  std::filesystem::path mProfile;
+  Prints mPrints;
+};
+
+TEST_F(ModuleLife, ModuleIsBuiltForRelease19) {
+  EXPECT_EQ(LoadedModule(LM_MODULE_FILE).apiVersion(), 0x130000);
+}
+
+TEST_F(ModuleLife, LoadingAloneTouchesNothing) {
+  const LoadedModule module(LM_MODULE_FILE);
+  EXPECT_EQ(host::report().reactors, 0u);
+  EXPECT_EQ(host::report().commandsRegistered, 0u);
+  EXPECT_EQ(clock_::timerCount(), 0u);
+  EXPECT_EQ(controller::faults().calls("lmConnect"), 0u);
+}
+
+TEST_F(ModuleLife, InitMessageRegistersConnectsAndPrints) {
+  const LoadedModule module(LM_MODULE_FILE);
+  EXPECT_EQ(module.send(AcRx::kInitAppMsg), AcRx::kRetOK);
+  EXPECT_EQ(host::faults().calls("AcRxDynamicLinker::unlockApplication"), 1u);
+  EXPECT_EQ(host::faults().calls("AcRxDynamicLinker::registerAppMDIAware"), 1u);
+  EXPECT_EQ(host::report().commandsRegistered, 4u);
+  EXPECT_EQ(host::report().reactors, 1u);
+  EXPECT_TRUE(controller::isConnected());
+  EXPECT_THAT(mPrints.mTexts, ElementsAre(L"\nmLmAutoCadP constructed\n"));
+  module.send(AcRx::kUnloadAppMsg);
+}
+
+TEST_F(ModuleLife, UnloadMessageLeavesNothingBehind) {
+  {
+    const LoadedModule module(LM_MODULE_FILE);
+    module.send(AcRx::kInitAppMsg);
+    EXPECT_EQ(module.send(AcRx::kUnloadAppMsg), AcRx::kRetOK);
+    EXPECT_EQ(clock_::otherThreads(), 0u);
+  }
+  EXPECT_FALSE(LoadedModule::isMapped(LM_MODULE_FILE));
+  EXPECT_EQ(host::report().commandsRegistered, 0u);
+  EXPECT_EQ(host::report().reactors, 0u);
+  EXPECT_EQ(clock_::timerCount(), 0u);
+  EXPECT_FALSE(controller::isConnected());
+  EXPECT_THAT(host::report().breaches, IsEmpty());
+  EXPECT_THAT(controller::breaches(), IsEmpty());
+}
+
+TEST_F(ModuleLife, OtherMessagesAreAnsweredWithZeroAndNoAction) {
+  const LoadedModule module(LM_MODULE_FILE);
+  for (int message = 0; message <= 20; ++message) {
+    if (message == AcRx::kInitAppMsg || message == AcRx::kUnloadAppMsg) continue;
+    EXPECT_EQ(module.send(message), AcRx::kRetOK) << message;
+  }
+  EXPECT_EQ(module.send(-1), AcRx::kRetOK);
+  EXPECT_EQ(module.send(1000000), AcRx::kRetOK);
+  EXPECT_EQ(clock_::timerCount(), 0u);
+  EXPECT_THAT(mPrints.mTexts, IsEmpty());
+}
+
+TEST_F(ModuleLife, UnloadWithoutInitIsHarmless) {
+  const LoadedModule module(LM_MODULE_FILE);
+  EXPECT_EQ(module.send(AcRx::kUnloadAppMsg), AcRx::kRetOK);
+  EXPECT_EQ(module.send(AcRx::kInitAppMsg), AcRx::kRetOK);
+  EXPECT_EQ(module.send(AcRx::kUnloadAppMsg), AcRx::kRetOK);
+  EXPECT_EQ(module.send(AcRx::kUnloadAppMsg), AcRx::kRetOK);
+}
+
+TEST_F(ModuleLife, ClosedDocumentIsForgottenWithoutComplaint) {
+  const LoadedModule module(LM_MODULE_FILE);
+  module.send(AcRx::kInitAppMsg);
+  host::closeDocument();
+  module.send(AcRx::kUnloadAppMsg);
+  EXPECT_THAT(host::report().breaches, IsEmpty());
+}
+
+struct InitFault {
+  const char* operation;
+};
+
+class InitFaults : public ModuleLife, public ::testing::WithParamInterface<const char*> {};
+
+TEST_P(InitFaults, DoNotKeepTheCoreFromRunning) {
+  const LoadedModule module(LM_MODULE_FILE);
+  ASSERT_TRUE(host::faults().order(GetParam(), {standin::Misbehaviour::kThrow, 1, true}));
+  EXPECT_EQ(module.send(AcRx::kInitAppMsg), AcRx::kRetOK);
+  EXPECT_TRUE(controller::isConnected());
+  EXPECT_EQ(clock_::timerCount(), 1u);
+  module.send(AcRx::kUnloadAppMsg);
+  EXPECT_EQ(clock_::otherThreads(), 0u);
+  EXPECT_EQ(host::report().reactors, 0u);
+}
+
+INSTANTIATE_TEST_SUITE_P(Operations, InitFaults,
+                         ::testing::Values("AcRxDynamicLinker::unlockApplication",
+                                           "AcRxDynamicLinker::registerAppMDIAware", "acrxSysRegistry",
+                                           "AcEdCommandStack::addCommand", "AcApDocManager::addReactor",
+                                           "acutPrintf"));
+
+/// The device as it lives: it moves, is lost and found, and its keys are pressed, while the host is busy.
+/// Ends when the module has fetched so many events in all.
+void driveDevice(std::uint64_t eventsInAll) {
+  for (int i = 0; controller::eventsHandedOver() < eventsInAll; ++i) {
+    const auto value = static_cast<std::int16_t>(i % 61 - 30);
+    controller::deliver({-1 - i, {value, 1, value, 2, value, 3}, i, -i});
+    if (i % 97 == 0) controller::deliver({0x20001, {}, 0, 0});
+    if (i % 89 == 0) controller::deliver({0x20013, {}, 0, 0});
+    if (i % 83 == 0) controller::deliver({0x20030, {}, 0, 0});
+    if (i % 250 == 120) controller::setDown(true);
+    if (i % 250 == 140) controller::setDown(false);
+    while (controller::eventsPending() > 32) std::this_thread::yield();
+  }
+  controller::setDown(false);
+}
+
+void serveTimers(const std::atomic<bool>& isEnding) {
+  while (!isEnding) {
+    clock_::advanceTo(clock_::nextTimer().value_or(clock_::nowMs() + 10));
+    clock_::runDueTimer();
+  }
+}
+
+TEST_F(ModuleLife, TwoHundredLivesUnderAHundredThousandEvents) {
+  constexpr int kLives = 200;
+  constexpr int kEventsALife = 500;
+  start(clock_::Kind::kReal, 2000);
+  for (int life = 0; life < kLives; ++life) {
+    {
+      const LoadedModule module(LM_MODULE_FILE);
+      module.send(AcRx::kInitAppMsg);
+      std::atomic<bool> isEnding{false};
+      std::thread device([&] {
+        driveDevice(static_cast<std::uint64_t>(life + 1) * kEventsALife);
+        isEnding = true;
+      });
+      serveTimers(isEnding);
+      module.send(AcRx::kUnloadAppMsg);
+      device.join();
+    }
+    ASSERT_FALSE(LoadedModule::isMapped(LM_MODULE_FILE)) << "life " << life;
+  }
+  EXPECT_GE(controller::eventsHandedOver(), 100000u);
+  EXPECT_GT(host::report().updates, 1000u);
+  EXPECT_THAT(host::report().breaches, IsEmpty());
+  EXPECT_EQ(host::report().callsOffMainThread, 0u);
+  EXPECT_EQ(host::report().openObjects, 0u);
+  EXPECT_EQ(host::report().selectionSetsAlive, 0u);
+  EXPECT_THAT(controller::breaches(), IsEmpty());
+}
+
+}  // namespace
