@@ -1,0 +1,54 @@
+#include "tests/util/system_faults.h"
+
+#include <fcntl.h>
+#include <pthread.h>
+#include <semaphore.h>
+
+#include <cerrno>
+
+SystemCall SystemFault::sFailing = SystemCall::kNone;
+int SystemFault::sErrno = 0;
+int SystemFault::sTimes = 0;
+
+bool SystemFault::strikes(SystemCall call) {
+  if (call != sFailing || sTimes == 0) return false;
+  if (sTimes > 0) --sTimes;
+  errno = sErrno;
+  return true;
+}
+
+// The linker gives the module these in the place of the library's (option --wrap).
+extern "C" {
+
+int __real_sem_init(sem_t*, int, unsigned);
+int __wrap_sem_init(sem_t* semaphoreP, int isShared, unsigned value) {
+  return SystemFault::strikes(SystemCall::kSemInit) ? -1 : __real_sem_init(semaphoreP, isShared, value);
+}
+
+int __real_sem_wait(sem_t*);
+int __wrap_sem_wait(sem_t* semaphoreP) {
+  return SystemFault::strikes(SystemCall::kSemWait) ? -1 : __real_sem_wait(semaphoreP);
+}
+
+int __real_sem_post(sem_t*);
+int __wrap_sem_post(sem_t* semaphoreP) {
+  return SystemFault::strikes(SystemCall::kSemPost) ? -1 : __real_sem_post(semaphoreP);
+}
+
+int __real_sem_destroy(sem_t*);
+int __wrap_sem_destroy(sem_t* semaphoreP) {
+  return SystemFault::strikes(SystemCall::kSemDestroy) ? -1 : __real_sem_destroy(semaphoreP);
+}
+
+int __real_pthread_create(pthread_t*, const pthread_attr_t*, void* (*)(void*), void*);
+int __wrap_pthread_create(pthread_t* threadP, const pthread_attr_t* attributesP, void* (*body)(void*),
+                          void* argP) {
+  if (SystemFault::strikes(SystemCall::kPthreadCreate)) return EAGAIN;
+  return __real_pthread_create(threadP, attributesP, body, argP);
+}
+
+int __real_open(const char*, int, ...);
+int __wrap_open(const char* pathP, int flags, mode_t mode) {
+  return SystemFault::strikes(SystemCall::kOpen) ? -1 : __real_open(pathP, flags, mode);
+}
+}

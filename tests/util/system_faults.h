@@ -1,0 +1,28 @@
+/// Makes an operation of the system fail while it lives.
+#ifndef TESTS_UTIL_SYSTEM_FAULTS_H
+#define TESTS_UTIL_SYSTEM_FAULTS_H
+
+enum class SystemCall { kNone, kSemInit, kSemWait, kSemPost, kSemDestroy, kPthreadCreate, kOpen };
+
+/// `sFailing` fails with `sErrno`, `sTimes` times (or as long as the object lives, when negative).
+class SystemFault {
+ public:
+  SystemFault(SystemCall call, int errnoValue, int times = -1) {
+    sFailing = call;
+    sErrno = errnoValue;
+    sTimes = times;
+  }
+  ~SystemFault() { sFailing = SystemCall::kNone; }
+  SystemFault(const SystemFault&) = delete;
+  SystemFault& operator=(const SystemFault&) = delete;
+
+  /// For the wrapped operations: whether this call is to fail; errno is set then.
+  static bool strikes(SystemCall call);
+
+ private:
+  static SystemCall sFailing;
+  static int sErrno;
+  static int sTimes;
+};
+
+#endif

@@ -1,0 +1,185 @@
+#include "util/util.h"
+
+#include <gmock/gmock.h>
+
+#include <cerrno>
+#include <climits>
+#include <cstdlib>
+#include <filesystem>
+
+#include "standin_messages.h"
+#include "tests/util/system_faults.h"
+#include "tests/util/temp_folder.h"
+
+namespace {
+
+using standin::windows::UserMessage;
+
+TEST(UserProfileDir, IsTheEnvironmentsValueUnchanged) {
+  setenv("USERPROFILE", "C:\\Users\\x\\", 1);
+  EXPECT_EQ(Util::getUserProfileDir(), "C:\\Users\\x\\");
+}
+
+TEST(UserProfileDir, IsEmptyWithoutTheVariable) {
+  unsetenv("USERPROFILE");
+  EXPECT_EQ(Util::getUserProfileDir(), "");
+}
+
+TEST(FileProbes, FindAFileButNoFolder) {
+  const TempFolder folder;
+  folder.write("a.txt", "");
+  EXPECT_TRUE(Util::fileExists(folder.path("a.txt")));
+  EXPECT_FALSE(Util::fileExists(folder.path("b.txt")));
+  EXPECT_FALSE(Util::fileExists(folder.path("")));
+  EXPECT_TRUE(Util::folderExists(folder.path("")));
+  EXPECT_FALSE(Util::folderExists(folder.path("a.txt")));
+  EXPECT_FALSE(Util::folderExists(folder.path("none")));
+}
+
+TEST(FileProbes, TakeAFileThatMayNotBeOpenedForLocked) {
+  const TempFolder folder;
+  folder.write("a.txt", "");
+  const SystemFault fault(SystemCall::kOpen, EACCES);
+  EXPECT_TRUE(Util::isFileLocked(folder.path("a.txt")));
+}
+
+TEST(FileProbes, DoNotTakeAnyOtherFailureForALock) {
+  const TempFolder folder;
+  folder.write("a.txt", "");
+  EXPECT_FALSE(Util::isFileLocked(folder.path("a.txt")));
+  EXPECT_FALSE(Util::isFileLocked(folder.path("none.txt")));
+  const SystemFault fault(SystemCall::kOpen, EMFILE);
+  EXPECT_FALSE(Util::isFileLocked(folder.path("a.txt")));
+}
+
+class Boxes : public testing::Test {
+ protected:
+  Boxes() { standin::windows::clearUserMessages(); }
+  ~Boxes() override { standin::windows::clearUserMessages(); }
+};
+
+TEST_F(Boxes, AreShownAfterABeep) {
+  EXPECT_EQ(Util::beepAndShowMessage(nullptr, "text", "caption", 0x10), 1);
+  const std::vector<UserMessage> messages = standin::windows::userMessages();
+  ASSERT_EQ(messages.size(), 2u);
+  EXPECT_EQ(messages[0].kind, UserMessage::Kind::kBeep);
+  EXPECT_EQ(messages[0].frequency, 440u);
+  EXPECT_EQ(messages[0].durationMs, 200u);
+  EXPECT_EQ(messages[1].text, L"text");
+  EXPECT_EQ(messages[1].caption, L"caption");
+  EXPECT_EQ(messages[1].type, 0x10u);
+}
+
+TEST_F(Boxes, ThatCannotBeShownBeepAndAnswerSo) {
+  standin::windows::setBoxAnswer(0);
+  EXPECT_EQ(Util::beepAndShowMessage(nullptr, "text", "caption", 0), 0);
+  ASSERT_FALSE(standin::windows::userMessages().empty());
+  EXPECT_EQ(standin::windows::userMessages()[0].kind, UserMessage::Kind::kBeep);
+}
+
+TEST(Widening, ExtendsTheSignOfEachByteToSixteenBits) {
+  EXPECT_EQ(Util::widen("a\x7f\x80\xe4\xff"), L"a\x7f\xff80\xffe4\xffff");
+  EXPECT_EQ(Util::widen(""), L"");
+}
+
+TEST(OnOff, IsOnWhenTheTextContainsOn) {
+  for (const char* const text : {"on", "none", "on # comment", "xon"})
+    EXPECT_TRUE(Util::onOffToBool(text)) << text;
+  for (const char* const text : {"off", "ON", "On", "true", "yes", "1", "o n", ""})
+    EXPECT_FALSE(Util::onOffToBool(text)) << text;
+}
+
+TEST(OnOff, IsWrittenInLowerCase) {
+  EXPECT_STREQ(Util::boolToOnOff(true), "on");
+  EXPECT_STREQ(Util::boolToOnOff(false), "off");
+}
+
+TEST(RotationTexts, OfAxisLocks) {
+  EXPECT_EQ(Util::textToAxisLock("off"), 0);
+  EXPECT_EQ(Util::textToAxisLock("horz"), 1);
+  EXPECT_EQ(Util::textToAxisLock("vert"), 2);
+  EXPECT_EQ(Util::textToAxisLock("horz off"), 0) << "the table's order counts, not the text's";
+  EXPECT_EQ(Util::textToAxisLock("Horz"), -1);
+  EXPECT_STREQ(Util::axisLockToText(0), "off");
+  EXPECT_STREQ(Util::axisLockToText(1), "horz");
+  EXPECT_STREQ(Util::axisLockToText(2), "vert");
+  EXPECT_STREQ(Util::axisLockToText(3), "unknown!");
+  EXPECT_STREQ(Util::axisLockToText(-1), "unknown!");
+}
+
+TEST(RotationTexts, OfMotionReferences) {
+  EXPECT_EQ(Util::textToMotionReference("object"), 0);
+  EXPECT_EQ(Util::textToMotionReference("my screen"), 1);
+  EXPECT_EQ(Util::textToMotionReference(""), -1);
+  EXPECT_STREQ(Util::motionReferenceToText(0), "object");
+  EXPECT_STREQ(Util::motionReferenceToText(1), "screen");
+  EXPECT_STREQ(Util::motionReferenceToText(2), "unknown!");
+}
+
+TEST(RotationTexts, OfRotationCenterModes) {
+  const char* const texts[] = {"objscreen", "objorigin", "camstandard", "camtarget", "camhover"};
+  for (int value = 0; value < 5; ++value) {
+    EXPECT_EQ(Util::textToRotationCenterMode(texts[value]), value);
+    EXPECT_STREQ(Util::rotationCenterModeToText(value), texts[value]);
+  }
+  EXPECT_EQ(Util::textToRotationCenterMode("objorigin objscreen"), 0);
+  EXPECT_EQ(Util::textToRotationCenterMode("obj"), -1);
+  EXPECT_STREQ(Util::rotationCenterModeToText(5), "unknown!");
+}
+
+TEST(TimeTexts, TheTimeOfDayHasTwelveCharacters) {
+  const Util::TimeOfDay time = Util::utcTimeOfDay();
+  EXPECT_THAT(std::string(time.data(), time.size()),
+              testing::MatchesRegex("[0-2][0-9]:[0-5][0-9]:[0-6][0-9].[0-9]{3}"));
+}
+
+TEST(TimeTexts, TheDateIsTheLocalDay) {
+  const std::time_t before = std::time(nullptr);
+  const std::string text = std::ctime(&before);
+  EXPECT_EQ(Util::localDate(), text.substr(0, 11) + text.substr(20, 4));
+}
+
+TEST(Folders, AreMadeOneAtATime) {
+  const TempFolder folder;
+  EXPECT_TRUE(Util::makeDirectory(folder.path("a")));
+  EXPECT_TRUE(std::filesystem::is_directory(folder.root() / "a"));
+}
+
+TEST(Folders, ThatCannotBeMadeAreToldOnStandardError) {
+  const TempFolder folder;
+  testing::internal::CaptureStderr();
+  EXPECT_FALSE(Util::makeDirectory(folder.path("a\\b")));
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "Directory '" + folder.path("a\\b") +
+                                                        "' could not be created. Error: "
+                                                        "No such file or directory\n");
+}
+
+TEST(Folders, AreNotRemovedYet) {
+  const TempFolder folder;
+  testing::internal::CaptureStdout();
+  Util::removeFolders(folder.path(""));
+  EXPECT_EQ(testing::internal::GetCapturedStdout(),
+            "Util::removeFolders() is not implemented yet! '" + folder.path("") + "' not removed.\n");
+  EXPECT_TRUE(std::filesystem::exists(folder.root()));
+}
+
+TEST(Debugging, AStopIsTold) {
+  testing::internal::CaptureStdout();
+  Util::stopForDebugging();
+  EXPECT_EQ(testing::internal::GetCapturedStdout(), "Stopped for debugging ...\n");
+}
+
+TEST(Numbers, AreWrittenInAnyBaseOfTheAlphabet) {
+  EXPECT_EQ(Util::numberToString(0, 10), "0");
+  EXPECT_EQ(Util::numberToString(255, 16), "ff");
+  EXPECT_EQ(Util::numberToString(35, 36), "z");
+  EXPECT_EQ(Util::numberToString(5, 2), "101");
+  EXPECT_EQ(Util::numberToString(-255, 16), "-ff");
+  EXPECT_EQ(Util::numberToString(LONG_MIN, 10), std::to_string(LONG_MIN));
+}
+
+TEST(Numbers, HaveNoOtherBase) {
+  for (const int base : {-1, 0, 1, 37}) EXPECT_EQ(Util::numberToString(7, base), "Base error") << base;
+}
+
+}  // namespace
