@@ -1,0 +1,186 @@
+#include <gmock/gmock.h>
+
+#include <cerrno>
+#include <filesystem>
+#include <fstream>
+
+#include "tests/logging/log_fixture.h"
+
+namespace {
+
+bool isRenameDenied = false;
+
+/// While it lives, no file can be renamed; a right that root has in every folder.
+class RenamesFail {
+ public:
+  RenamesFail() { isRenameDenied = true; }
+  ~RenamesFail() { isRenameDenied = false; }
+};
+
+}  // namespace
+
+// The linker gives the module these in the place of the library's (option --wrap).
+extern "C" int __real_rename(const char* fromP, const char* toP);
+extern "C" int __wrap_rename(const char* fromP, const char* toP) {
+  if (!isRenameDenied) return __real_rename(fromP, toP);
+  errno = EACCES;
+  return -1;
+}
+
+namespace {
+
+using testing::ElementsAre;
+
+class LogBackups : public LogTest {
+ protected:
+  LogBackups() {
+    mPars.mMaxSize = 1;
+    init();
+  }
+
+  void log(const std::string& text) { LM_LOG(kInfo, "A", "A::b") << text; }
+  void fill() { log(std::string(1000, 'x')); }
+  std::string backup() const { return mFolder.read("a.bak"); }
+  void blockBackup() { std::filesystem::create_directory(mFolder.root() / "a.bak"); }
+};
+
+TEST_F(LogBackups, AreMadeAsSoonAsTheFileHoldsTheLimit) {
+  const std::size_t header = file().size();
+  log(std::string(1000 - header - kPrefixWidth - 1 - 1, 'x'));
+  log("at 999");
+  EXPECT_FALSE(mFolder.has("a.bak"));
+  log("new file");
+  EXPECT_EQ(linesOf(backup()).back().substr(kPrefixWidth), "at 999");
+  EXPECT_EQ(file().substr(0, header), headerOf(mPars.mLogFile) + "\n");
+  EXPECT_THAT(texts(), ElementsAre("new file"));
+}
+
+TEST_F(LogBackups, AreMadeAtExactlyTheLimit) {
+  log(std::string(1000 - file().size() - kPrefixWidth - 1, 'x'));
+  ASSERT_EQ(file().size(), 1000u);
+  log("new file");
+  EXPECT_EQ(backup().size(), 1000u);
+  EXPECT_THAT(texts(), ElementsAre("new file"));
+}
+
+TEST_F(LogBackups, KeepOneGeneration) {
+  fill();
+  log("second");
+  fill();
+  log("third");
+  EXPECT_EQ(linesOf(backup())[5].substr(kPrefixWidth), "second");
+  EXPECT_THAT(texts(), ElementsAre("third"));
+}
+
+TEST_F(LogBackups, CountWhatOtherProcessesAppended) {
+  log("first");
+  std::ofstream(mFolder.root() / "a.log", std::ios::app) << std::string(1000, 'y') << '\n';
+  for (int i = 0; i < 20; ++i) log("x");
+  EXPECT_TRUE(mFolder.has("a.bak"));
+}
+
+TEST_F(LogBackups, AreMadeOfAFileThatWasTooLargeBefore) {
+  mFolder.write("a.log", std::string(2000, 'z') + "\n");
+  init();
+  log("new");
+  EXPECT_EQ(backup().substr(0, 2000), std::string(2000, 'z'));
+  EXPECT_THAT(texts(), ElementsAre("new"));
+}
+
+TEST_F(LogBackups, AreMadeOnDemand) {
+  log("text");
+  const std::string before = file();
+  EXPECT_EQ(mLog.backupLogFile(), 0);
+  EXPECT_EQ(backup(), before);
+  EXPECT_EQ(file(), headerOf(mPars.mLogFile) + "\n");
+}
+
+TEST_F(LogBackups, NeedAnOpenFile) {
+  mPars.mIsLogToFile = false;
+  init();
+  EXPECT_EQ(mLog.backupLogFile(), -1);
+}
+
+TEST_F(LogBackups, TakeThePathBeforeItsLastDot) {
+  mPars.mLogFile = mFolder.path("b.x.log");
+  init();
+  mLog.backupLogFile();
+  EXPECT_TRUE(mFolder.has("b.x.bak"));
+}
+
+TEST_F(LogBackups, AppendToAPathWithoutADot) {
+  mPars.mLogFile = mFolder.path("b");
+  init();
+  mLog.backupLogFile();
+  EXPECT_TRUE(mFolder.has("b.bak"));
+}
+
+TEST_F(LogBackups, ThatCannotBeRemovedAreToldAndNothingIsLost) {
+  blockBackup();
+  fill();
+  log("next");
+  log("after");
+  const std::string message = "'" + mFolder.path("a.bak") + "' couldn't be removed!";
+  EXPECT_THAT(texts(), ElementsAre(std::string(1000, 'x'), message, "next", "after"));
+  EXPECT_EQ(entries()[1].substr(12, 5), "|ERR|");
+  EXPECT_EQ(mLog.backupLogFile(), -2);
+}
+
+TEST_F(LogBackups, ThatCouldNotBeMadeAreTriedAgainAfterAsMuchAgain) {
+  blockBackup();
+  fill();
+  fill();
+  std::filesystem::remove(mFolder.root() / "a.bak");
+  log("new");
+  EXPECT_THAT(texts(), ElementsAre("new"));
+  EXPECT_TRUE(mFolder.has("a.bak"));
+}
+
+TEST_F(LogBackups, OfAFileThatIsGoneBeginANewOne) {
+  std::filesystem::remove(mFolder.root() / "a.log");
+  EXPECT_EQ(mLog.backupLogFile(), 0);
+  EXPECT_EQ(file(), headerOf(mPars.mLogFile) + "\n");
+  EXPECT_FALSE(mFolder.has("a.bak"));
+}
+
+TEST_F(LogBackups, ThatCannotBeRenamedAreToldOnStandardOutputAndNothingIsLost) {
+  log("first");
+  testing::internal::CaptureStdout();
+  const RenamesFail renamesFail;
+  const int code = mLog.backupLogFile();
+  log("next");
+  EXPECT_EQ(testing::internal::GetCapturedStdout(),
+            "File '" + mFolder.path("a.log") + "' couldn't be renamed to '" + mFolder.path("a.bak") + "'!\n");
+  EXPECT_EQ(code, -3);
+  EXPECT_THAT(texts(), ElementsAre("first", "next"));
+}
+
+/// Opens once and never again.
+class OpensOnce : public LogFile {
+ public:
+  bool open(const std::string&) override { return mOpenings++ == 0; }
+  void close() override {}
+  void write(std::string_view) override {}
+  std::int64_t position(bool) override { return 0; }
+
+ private:
+  int mOpenings = 0;
+};
+
+TEST_F(LogBackups, WhoseNewFileCannotBeOpenedAreTold) {
+  Logging log([]() -> std::unique_ptr<LogFile> { return std::make_unique<OpensOnce>(); });
+  mPars.mIsLogToCnsl = true;
+  testing::internal::CaptureStdout();
+  log.init(mPars);
+  EXPECT_EQ(log.backupLogFile(), 0);
+  const std::string output = testing::internal::GetCapturedStdout();
+  const std::string message = output.substr(headerOf(mPars.mLogFile).size() + 1 + kPrefixWidth);
+  EXPECT_EQ(message, "Opening of stream of'" + mPars.mLogFile + "' failed!\n\n");
+}
+
+TEST_F(LogBackups, MayBeMadeByTheThreadThatHasAnEntryOpen) {
+  LM_LOG(kInfo, "A", "A::b") << "result " << mLog.backupLogFile();
+  EXPECT_THAT(texts(), ElementsAre("result 0"));
+}
+
+}  // namespace

@@ -1,0 +1,162 @@
+#include <gmock/gmock.h>
+
+#include <cstdint>
+#include <functional>
+#include <limits>
+#include <sstream>
+#include <stdexcept>
+
+#include "LM_Daemon/src/log_position.h"
+#include "tests/logging/log_fixture.h"
+#include "util/threads.h"
+
+namespace {
+
+using testing::ElementsAre;
+
+class LogEntries : public LogTest {
+ protected:
+  LogEntries() { init(); }
+};
+
+int raise() {
+  throw std::runtime_error("raised");
+}
+
+TEST_F(LogEntries, HaveTimeTypeThreadPositionAndText) {
+  LM_LOG(kInfo, "Proxy", "Proxy::run") << "text";
+  const std::string thread = std::to_string(currentThreadId());
+  const std::string expected = "|INF|" + std::string(6 - thread.size(), ' ') + thread +
+                               "|*_entry_test.cpp|   " + std::to_string(__LINE__ - 3) +
+                               "| Proxy::Proxy::run               | text";
+  ASSERT_EQ(entries().size(), 1u);
+  EXPECT_THAT(entries()[0].substr(0, 12), testing::MatchesRegex("[0-9]{2}:[0-9]{2}:[0-9]{2}.[0-9]{3}"));
+  EXPECT_EQ(entries()[0].substr(12), expected);
+}
+
+TEST_F(LogEntries, EndWithALineEnd) {
+  LM_LOG(kInfo, "A", "A::b") << "text";
+  EXPECT_EQ(file().substr(file().size() - 6), " text\n");
+}
+
+TEST_F(LogEntries, AppendNumbersAsAStreamDoes) {
+  std::ostringstream expected;
+  const auto streamInto = [](auto& stream) {
+    stream << -5 << ' ' << 7u << ' ' << std::int16_t{-3} << ' ' << std::numeric_limits<std::int64_t>::min()
+           << ' ' << std::numeric_limits<std::uint64_t>::max() << ' ' << true << ' ' << 3.14159265 << ' '
+           << 1e-7 << ' ' << 1e20 << ' ' << 100000.0 << ' ' << 0.5f << ' ' << -0.0 << ' ' << 1234567.0 << ' '
+           << std::numeric_limits<double>::infinity() << ' ' << std::string("s") << ' '
+           << std::string_view("v");
+  };
+  streamInto(expected);
+  {
+    LogEntry entry(LogLevel::kInfo, "a.cpp", 1, "A", "A::b");
+    streamInto(entry);
+  }
+  EXPECT_THAT(texts(), ElementsAre(expected.str()));
+}
+
+TEST_F(LogEntries, AppendUnscopedEnumeratorsAndPointersAsAStreamDoes) {
+  enum Status { eOk = 0, eFailed = 3 };
+  const void* const addressP = reinterpret_cast<const void*>(0xabc);
+  LM_LOG(kInfo, "A", "A::b") << eFailed << ' ' << addressP << ' ' << static_cast<const void*>(nullptr) << ' '
+                             << static_cast<signed char>('x');
+  EXPECT_THAT(texts(), ElementsAre("3 0xabc 0 x"));
+}
+
+TEST_F(LogEntries, DropANullText) {
+  LM_LOG(kInfo, "A", "A::b") << "a" << static_cast<const char*>(nullptr) << "b";
+  EXPECT_THAT(texts(), ElementsAre("ab"));
+}
+
+TEST_F(LogEntries, DoNotCarryAStreamStateToTheNext) {
+  LM_LOG(kInfo, "A", "A::b") << std::hex << 255 << ' ' << std::int16_t{-1} << std::dec << ' ' << 255
+                             << std::hex;
+  LM_LOG(kInfo, "A", "A::b") << 255;
+  EXPECT_THAT(texts(), ElementsAre("ff ffff 255", "255"));
+}
+
+TEST_F(LogEntries, DumpTheNextStringInHexadecimal) {
+  LM_LOG(kInfo, "A", "A::b") << 271828 << "hello world\xff"
+                             << "end";
+  EXPECT_THAT(linesOf(file().substr(file().find("| \n") + 3)),
+              ElementsAre("       0  1  2  3  4  5  6  7  8  9", "   0: 68 65 6c 6c 6f 20 77 6f 72 6c ",
+                          "  10: 64 ffffffff end"));
+}
+
+TEST_F(LogEntries, DumpAnEmptyStringAsTheHeaderAlone) {
+  LM_LOG(kInfo, "A", "A::b") << 271828 << "" << 255;
+  EXPECT_THAT(linesOf(file().substr(file().find("| \n") + 3)),
+              ElementsAre("       0  1  2  3  4  5  6  7  8  9255"));
+}
+
+TEST_F(LogEntries, ADumpRowNumberTakesTheRoomItNeeds) {
+  LM_LOG(kInfo, "A", "A::b") << 271828 << std::string(10001, 'a');
+  EXPECT_EQ(linesOf(file()).back(), "10000: 61 ");
+}
+
+TEST_F(LogEntries, EndWhenTheSentinelIsStreamedAsData) {
+  LM_LOG(kInfo, "A", "A::b") << "a" << 314159 << "lost";
+  LM_LOG(kInfo, "A", "A::b") << 314158 << ' ' << 314159L;
+  EXPECT_THAT(texts(), ElementsAre("a", "314158 314159"));
+}
+
+TEST_F(LogEntries, AreClosedWhenAnOperandThrows) {
+  EXPECT_THROW(LM_LOG(kError, "A", "A::b") << "before " << raise(), std::runtime_error);
+  LM_LOG(kInfo, "A", "A::b") << "next";
+  EXPECT_THAT(texts(), ElementsAre("before ", "next"));
+}
+
+TEST_F(LogEntries, OfALevelThatIsOffDoNotEvaluateTheirOperands) {
+  LM_LOG(kDebug, "A", "A::b") << raise();
+  EXPECT_THAT(texts(), ElementsAre());
+}
+
+TEST_F(LogEntries, OpenedInsideAnotherComeBeforeIt) {
+  const auto inner = [] {
+    LM_LOG(kInfo, "A", "A::c") << std::hex << "inner";
+    return 10;
+  };
+  LM_LOG(kInfo, "A", "A::b") << "outer " << inner();
+  EXPECT_THAT(texts(), ElementsAre("inner", "outer 10"));
+}
+
+TEST_F(LogEntries, NestedTooDeeplyAreLeftOut) {
+  const std::function<int(int)> nest = [&nest](int depth) {
+    LM_LOG(kInfo, "A", "A::c") << depth << ' ' << (depth < 20 ? nest(depth + 1) : 0);
+    return depth;
+  };
+  nest(1);
+  LM_LOG(kInfo, "A", "A::b") << "next";
+  EXPECT_THAT(texts(), ElementsAre("8 9", "7 8", "6 7", "5 6", "4 5", "3 4", "2 3", "1 2", "next"));
+}
+
+TEST_F(LogEntries, AreAStatementThatAnElseMayFollow) {
+  if (texts().empty())
+    LM_LOG(kInfo, "A", "A::b") << "empty";
+  else
+    LM_LOG(kInfo, "A", "A::b") << "not empty";
+  EXPECT_THAT(texts(), ElementsAre("empty"));
+}
+
+TEST_F(LogEntries, AreMadeOfThreeStepsThatACallerMayTakeItself) {
+  const LogPosition position("x\\a.cpp", 7, "A", "A::b");
+  ASSERT_TRUE(mLog.openEntry(LogLevel::kWarning, "x\\a.cpp", position.text()) == false);
+  ASSERT_TRUE(mLog.openEntry(LogLevel::kError, "x\\a.cpp", position.text()));
+  mLog << "count " << 3 << 314159;
+  EXPECT_THAT(texts(), ElementsAre("count 3"));
+}
+
+TEST_F(LogEntries, ThatWereNotOpenedTakeNoText) {
+  mLog << "lost" << 1 << 2.5 << true << 314159 << 271828;
+  LM_LOG(kInfo, "A", "A::b") << "text";
+  EXPECT_THAT(texts(), ElementsAre("text"));
+}
+
+TEST_F(LogEntries, OfAnUncommonLengthAreWhole) {
+  LM_LOG(kInfo, "A", "A::b") << std::string(1000000, 'x');
+  LM_LOG(kInfo, "A", "A::b") << "next";
+  EXPECT_THAT(texts(), ElementsAre(std::string(1000000, 'x'), "next"));
+}
+
+}  // namespace

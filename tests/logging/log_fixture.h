@@ -1,0 +1,63 @@
+/// A log of its own for each test, in a folder of its own.
+#ifndef TESTS_LOGGING_LOG_FIXTURE_H
+#define TESTS_LOGGING_LOG_FIXTURE_H
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "LM_Daemon/src/logging.h"
+#include "tests/util/temp_folder.h"
+
+/// Columns before the text of a line whose thread id and line number fit their columns.
+constexpr std::size_t kPrefixWidth = 12 + 1 + 3 + 1 + 6 + 1 + 16 + 2 + 4 + 2 + 32 + 2;
+
+inline std::vector<std::string> linesOf(const std::string& text) {
+  std::vector<std::string> lines;
+  std::istringstream stream(text);
+  for (std::string line; std::getline(stream, line);) lines.push_back(line);
+  return lines;
+}
+
+/// The header block of a log file of that name, without the line end behind it.
+inline std::string headerOf(const std::string& name) {
+  const std::string rule = std::string(90, '-') + "\n";
+  return rule + "Lumetra logfile '" + name + "' opened at " + Util::localDate() + "\n" + rule +
+         "    Time    |Typ|  TID |      File      | Line|        Class And Method         | LogText\n"
+         "------------+---+------+----------------+-----+---------------------------------+---------";
+}
+
+class LogTest : public testing::Test {
+ protected:
+  LogTest() {
+    mPars.mLogFile = mFolder.path("a.log");
+    mPars.mIsCreation = false;
+  }
+
+  void init() { mLog.init(mPars); }
+  std::string file() const { return mFolder.read("a.log"); }
+
+  /// The lines behind the header block.
+  std::vector<std::string> entries() const {
+    std::vector<std::string> lines = linesOf(file());
+    if (lines.size() >= 5) lines.erase(lines.begin(), lines.begin() + 5);
+    return lines;
+  }
+
+  /// The texts of the lines behind the header block.
+  std::vector<std::string> texts() const {
+    std::vector<std::string> lines = entries();
+    for (std::string& line : lines) line.erase(0, kPrefixWidth);
+    return lines;
+  }
+
+  using Texts = std::vector<std::string>;
+
+  TempFolder mFolder;
+  LogPars mPars;
+  Logging mLog;
+};
+
+#endif
