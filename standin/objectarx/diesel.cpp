@@ -18,7 +18,9 @@ constexpr double kLargestWhole = 1e15;
 
 // In two pieces: two question marks before a parenthesis would be a trigraph.
 std::wstring badArguments(const std::wstring& name) {
-  return L"$(" + name + L",?" L"?)";
+  return L"$(" + name +
+         L",?"
+         L"?)";
 }
 
 std::wstring numberText(double value) {

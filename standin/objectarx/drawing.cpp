@@ -10,6 +10,9 @@
 namespace standin {
 namespace {
 
+/// Keys above are those of the host's own objects.
+constexpr std::uint64_t kLargestHandle = (std::uint64_t{1} << 60) - 1;
+
 struct Block {
   AcGePoint3d base;
   std::vector<std::unique_ptr<DrawnEntity>> entities;
@@ -81,6 +84,7 @@ AcGePoint3d Drawing::blockBase(const std::string& name) const {
 std::uint64_t Drawing::add(std::unique_ptr<DrawnEntity> entity) {
   std::uint64_t& handle = entity->mProperties.handle;
   if (handle == 0) handle = mDataP->nextHandle;
+  if (handle > kLargestHandle) throw std::invalid_argument("handle " + hex(handle) + " is too large");
   if (!mDataP->byHandle.emplace(handle, entity.get()).second)
     throw std::invalid_argument("handle " + hex(handle) + " is taken");
   if (handle >= mDataP->nextHandle) mDataP->nextHandle = handle + 1;

@@ -92,7 +92,7 @@ class STANDIN_OBJECTARX_API Drawing {
   AcGePoint3d blockBase(const std::string& name) const;
 
   /// Adds an entity to model space and answers its handle. Throws std::invalid_argument when the handle is
-  /// taken.
+  /// taken, or has more than 60 bits.
   std::uint64_t add(std::unique_ptr<DrawnEntity> entity);
 
   /// Entities of model space in order of addition, erased ones included.

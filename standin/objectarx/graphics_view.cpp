@@ -109,6 +109,10 @@ GraphicsView* viewOf(int viewport) {
   return viewport == kFloatingViewport ? &run().mFloatingView : nullptr;
 }
 
+bool isOnPaper() {
+  return !run().mIsModelTab && run().mLayoutViewport == kPaperViewport;
+}
+
 int currentViewportNumber() {
   return run().mIsModelTab ? kTileViewport : run().mLayoutViewport;
 }

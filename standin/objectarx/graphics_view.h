@@ -48,6 +48,8 @@ class GraphicsView final : public AcGsView {
 GraphicsView* viewOf(int viewport);
 /// Number of the current viewport.
 int currentViewportNumber();
+/// The current viewport is the paper-space one.
+bool isOnPaper();
 
 }  // namespace standin::host
 

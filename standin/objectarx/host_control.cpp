@@ -46,7 +46,7 @@ void start(std::function<void()> drawnHook) {
   const Lock lock(state().mMutex);
   state().mRunP = std::make_unique<Run>();
   state().mMainThread = std::this_thread::get_id();
-  run().mDrawn = std::move(drawnHook);
+  run().mDrawnP = std::make_shared<const std::function<void()>>(std::move(drawnHook));
   faultRegistry().clear();
 }
 

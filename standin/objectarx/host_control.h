@@ -131,7 +131,7 @@ STANDIN_OBJECTARX_API std::optional<Camera> camera(int viewport);
 STANDIN_OBJECTARX_API std::optional<Camera> committedCamera(int viewport);
 /// Sets a viewport's camera, as a command would (the listener's viewChanged is called).
 STANDIN_OBJECTARX_API bool setCamera(int viewport, const Camera& camera);
-/// Projection of the current view, as a command would set it.
+/// Projection of the current view, as a command would set it; the paper-space viewport keeps its own.
 STANDIN_OBJECTARX_API void setPerspective(bool isPerspective);
 /// What the paper-space viewport shows (viewport 1 of the layout).
 STANDIN_OBJECTARX_API PaperView paperView();

@@ -1,4 +1,5 @@
 // TILEMODE, CVPORT and NETLOAD.
+#include <exception>
 #include <filesystem>
 #include <utility>
 
@@ -31,6 +32,15 @@ class VariableCommand final : public ActiveCommand {
   std::wstring mRefusal;
 };
 
+/// False also for a name that the system's files cannot have.
+bool isFileThere(const std::wstring& name) {
+  try {
+    return std::filesystem::exists(std::filesystem::path(name));
+  } catch (const std::exception&) {
+    return false;
+  }
+}
+
 /// Assemblies are not run here; the line says which one would have been.
 class NetloadCommand final : public ActiveCommand {
  public:
@@ -38,9 +48,8 @@ class NetloadCommand final : public ActiveCommand {
 
   Next input(const std::wstring& text) override {
     if (text.empty()) return Next::kDone;
-    std::error_code error;
-    const bool isThere = std::filesystem::exists(std::filesystem::path(text), error);
-    hostPrint(isThere ? L"Assembly \"" + text + L"\" loaded." : L"Cannot load assembly \"" + text + L"\".");
+    hostPrint(isFileThere(text) ? L"Assembly \"" + text + L"\" loaded."
+                                : L"Cannot load assembly \"" + text + L"\".");
     return Next::kDone;
   }
 };

@@ -38,8 +38,8 @@ std::vector<std::uint64_t> selectableHandles() {
 
 void drawn() {
   // The hook may end the run, and with it itself.
-  const std::function<void()> hook = run().mDrawn;
-  if (hook) hook();
+  const auto hookP = run().mDrawnP;
+  if (hookP != nullptr && *hookP) (*hookP)();
 }
 
 }  // namespace standin::host

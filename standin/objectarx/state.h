@@ -2,7 +2,7 @@
 #ifndef STANDIN_STATE_H
 #define STANDIN_STATE_H
 
-#include <array>
+#include <atomic>
 #include <cstdint>
 #include <deque>
 #include <functional>
@@ -48,7 +48,7 @@ struct RegisteredCommand {
 
 /// What start() begins anew.
 struct Run {
-  std::function<void()> mDrawn;
+  std::shared_ptr<const std::function<void()>> mDrawnP;
   std::unique_ptr<Document> mDocumentP;
   bool mIsModelTab = true;
   int mLayoutViewport = kPaperViewport;  ///< the current one of the layout
@@ -70,7 +70,7 @@ struct Run {
 struct State {
   std::recursive_mutex mMutex;
   std::thread::id mMainThread = std::this_thread::get_id();
-  Listener* mListenerP = nullptr;
+  std::atomic<Listener*> mListenerP{nullptr};
   std::unique_ptr<Run> mRunP = std::make_unique<Run>();
 };
 

@@ -6,16 +6,23 @@
 #include <cwchar>
 
 namespace standin::host {
+namespace {
+
+wchar_t upper(wchar_t c) {
+  return c >= L'a' && c <= L'z' ? static_cast<wchar_t>(c - L'a' + L'A') : c;
+}
+
+}  // namespace
 
 std::wstring upper(std::wstring_view text) {
   std::wstring result(text);
-  for (wchar_t& c : result)
-    if (c >= L'a' && c <= L'z') c = static_cast<wchar_t>(c - L'a' + L'A');
+  for (wchar_t& c : result) c = upper(c);
   return result;
 }
 
 bool isSameName(std::wstring_view a, std::wstring_view b) {
-  return upper(a) == upper(b);
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                    [](wchar_t x, wchar_t y) { return upper(x) == upper(y); });
 }
 
 bool parseNumber(const std::wstring& text, double& value) {

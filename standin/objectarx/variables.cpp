@@ -36,7 +36,7 @@ VariableChange setCvport(int value) {
 }
 
 VariableChange setPerspectiveVariable(int value) {
-  if (value != 0 && value != 1) return VariableChange::kNotAllowed;
+  if ((value != 0 && value != 1) || isOnPaper()) return VariableChange::kNotAllowed;
   GraphicsView& view = *viewOf(currentViewportNumber());
   view.store(withProjection(view.live(), value == 1));
   return VariableChange::kDone;

@@ -28,10 +28,6 @@ void changeCurrentView(const Change& change) {
   tell(&Listener::viewChanged, viewport, camera);
 }
 
-bool isOnPaper() {
-  return !run().mIsModelTab && run().mLayoutViewport == kPaperViewport;
-}
-
 }  // namespace
 
 AcDbExtents extentsToShow(const Drawing& drawing) {

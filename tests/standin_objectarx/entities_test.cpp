@@ -191,6 +191,11 @@ TEST(DrawingTest, TakenHandleIsRefusedByName) {
   EXPECT_EQ(drawing.entities().size(), 1u);
 }
 
+TEST(DrawingTest, HandleBeyondTheHostsRangeIsRefused) {
+  Drawing drawing;
+  EXPECT_THROW(drawing.add(makePoint({std::uint64_t{1} << 62}, {0, 0, 0})), std::invalid_argument);
+}
+
 TEST(DrawingTest, ExtentsLeaveOutWhatIsErasedOrInvisible) {
   Drawing drawing;
   EXPECT_FALSE(drawing.extents().has_value());

@@ -200,6 +200,15 @@ TEST_F(Views, PerspectiveKeepsTheFieldAtTheTarget) {
   EXPECT_FALSE(host::camera(2)->isPerspective);
 }
 
+TEST_F(Views, PaperHasNoPerspective) {
+  host::setVariable(L"TILEMODE", L"0");
+  host::setPerspective(true);
+  EXPECT_FALSE(host::camera(1)->isPerspective);
+  host::setVariable(L"CVPORT", L"2");
+  host::setPerspective(true);
+  EXPECT_TRUE(host::camera(2)->isPerspective);
+}
+
 TEST_F(Views, SetCameraIsStoredAndTold) {
   host::Camera camera;
   camera.fieldWidth = 3;
