@@ -88,27 +88,22 @@ TEST(CommandLine, AVariableTheHostDoesNotHaveEndsTheRun) {
   EXPECT_FALSE(std::filesystem::exists(process.folder() / "out/trajectory.csv"));
 }
 
-TEST(CommandLine, AModuleForAnotherHostIsRefused) {
+TEST(CommandLine, WhatIsNoModuleForThisHostIsRefused) {
   const WorkbenchProcess process;
-  const Outcome outcome =
-      process.replay("9 end\n", "").status == 0
-          ? process.run("replay --drawing a.dxf --session a.session --out out --module '" LM_OLD_MODULE "'")
-          : Outcome();
-  EXPECT_EQ(outcome.status, 2);
-  EXPECT_EQ(outcome.err, "workbench: " LM_OLD_MODULE
-                         ": expected a module for host interface 0x130000, "
-                         "found one for 0x120000\n");
-}
-
-TEST(CommandLine, ALibraryThatIsNoModuleIsRefused) {
-  const WorkbenchProcess process;
-  process.replay("9 end\n");
-  const Outcome outcome =
-      process.run("replay --drawing a.dxf --session a.session --out out --module '" LM_NO_MODULE "'");
-  EXPECT_EQ(outcome.status, 2);
-  EXPECT_EQ(outcome.err, "workbench: " LM_NO_MODULE
-                         ": expected a module for host interface 0x130000, "
-                         "found none of its exports acrxGetApiVersion\n");
+  process.write("a.session", "9 end\n");
+  std::filesystem::create_directory(process.folder() / "out");
+  const std::pair<std::string, std::string> table[] = {
+      {LM_OLD_MODULE, "one for 0x120000"},
+      {LM_NO_MODULE, "none of its exports acrxGetApiVersion"},
+      {"/nowhere/a.arx", "no such file"}};
+  for (const auto& [module, found] : table) {
+    const Outcome outcome =
+        process.run("replay --drawing a.dxf --session a.session --out out --module '" + module + "'");
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_EQ(outcome.err, "workbench: " + module +
+                               ": expected a module for host interface 0x130000, found " + found + "\n");
+    EXPECT_TRUE(std::filesystem::is_empty(process.folder() / "out"));
+  }
 }
 
 TEST(CommandLine, HelpIsNoMistake) {

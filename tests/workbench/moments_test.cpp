@@ -1,0 +1,155 @@
+#include "workbench/moments.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+#include "acdocman.h"
+#include "acedads.h"
+#include "dbmain.h"
+#include "standin_clock.h"
+#include "tests/workbench/dxf_text.h"
+#include "workbench/desktop.h"
+#include "workbench/dxf_reader.h"
+
+#include "windows.h"
+
+namespace workbench {
+namespace {
+
+namespace clock = standin::clock;
+namespace host = standin::host;
+
+/// A host with two points, 2A and 2B, on a replay clock.
+class Moments : public testing::Test {
+ protected:
+  Moments() {
+    clock::start(clock::Kind::kReplay);
+    host::start();
+    host::openDocument(parseDrawing(dxfEntities("0 POINT|5 2A|10 1|20 2|0 POINT|5 2B|10 9|20 9"), "a.dxf"));
+  }
+  ~Moments() override { host::closeDocument(); }
+
+  /// As a module moves the first pre-selected entity: under a lock, opened and closed.
+  static void moveSelected(const AcGeVector3d& by) {
+    ads_name set = {}, name = {};
+    AcDbObjectId id;
+    AcDbEntity* entity = nullptr;
+    acDocManagerPtr()->lockDocument(acDocManagerPtr()->curDocument());
+    acedSSGet(L"I", nullptr, nullptr, nullptr, set);
+    acedSSName(set, 0, name);
+    acdbGetObjectId(id, name);
+    acdbOpenAcDbEntity(entity, id, AcDb::kForWrite);
+    ASSERT_EQ(entity->transformBy(AcGeMatrix3d().setTranslation(by)), Acad::eOk);
+    entity->close();
+    acedSSFree(set);
+    acDocManagerPtr()->unlockDocument(acDocManagerPtr()->curDocument());
+  }
+};
+
+TEST_F(Moments, ShapesAreTheOnesOfTheBeginning) {
+  MomentRecorder recorder(100, 2);
+  recorder.begin();
+  const auto shapes = recorder.takeShapes();
+  ASSERT_EQ(shapes.size(), 2u);
+  EXPECT_EQ(shapes[0].handle, 0x2Au);
+  EXPECT_EQ(shapes[0].colour, 7);
+}
+
+TEST_F(Moments, EachIsTakenAtTheFirstLookAtOrAfterItsTime) {
+  MomentRecorder recorder(100, 3);
+  recorder.begin();
+  recorder.look();
+  clock::advanceTo(49);
+  recorder.look();
+  clock::advanceTo(60);
+  host::select({0x2A});
+  recorder.look();
+  recorder.finish();
+  const auto moments = recorder.takeMoments();
+  ASSERT_EQ(moments.size(), 3u);
+  EXPECT_EQ(moments[0].timeMs, 0);
+  EXPECT_TRUE(moments[0].selection.empty());
+  EXPECT_EQ(moments[1].timeMs, 50);
+  EXPECT_EQ(moments[1].selection, (std::vector<std::uint64_t>{0x2A}));
+  EXPECT_EQ(moments[2].timeMs, 100);
+}
+
+TEST_F(Moments, AMovedEntityIsAmongTheChangedFromThenOn) {
+  MomentRecorder recorder(100, 2);
+  recorder.begin();
+  host::select({0x2A});
+  recorder.look();
+  moveSelected({5, 0, 0});
+  recorder.finish();
+  const auto moments = recorder.takeMoments();
+  EXPECT_TRUE(moments.at(0).changed.empty());
+  ASSERT_EQ(moments.at(1).changed.size(), 1u);
+  EXPECT_EQ(moments.at(1).changed[0].outline.at(0).at(0).x, 6);
+}
+
+TEST_F(Moments, AnErasedEntityIsGone) {
+  MomentRecorder recorder(100, 1);
+  recorder.begin();
+  host::drawing()->erase(0x2B);
+  recorder.finish();
+  const auto moments = recorder.takeMoments();
+  EXPECT_EQ(moments.at(0).gone, (std::vector<std::uint64_t>{0x2B}));
+  EXPECT_TRUE(moments.at(0).changed.empty());
+}
+
+TEST_F(Moments, ANewEntityIsAmongTheChanged) {
+  MomentRecorder recorder(100, 1);
+  recorder.begin();
+  host::drawing()->add(standin::makePoint({0x30}, {3, 3, 3}));
+  recorder.finish();
+  EXPECT_EQ(recorder.takeMoments().at(0).changed.at(0).handle, 0x30u);
+}
+
+TEST_F(Moments, TheSheetOfALayoutIsPaper) {
+  MomentRecorder recorder(100, 1);
+  recorder.begin();
+  host::setVariable(L"TILEMODE", L"0");
+  host::setVariable(L"CVPORT", L"1");
+  recorder.finish();
+  const auto moment = recorder.takeMoments().at(0);
+  EXPECT_TRUE(moment.isPaper);
+  EXPECT_EQ(moment.viewport, 1);
+}
+
+std::wstring classUnderPointer() {
+  POINT point{};
+  GetCursorPos(&point);
+  wchar_t name[64] = {};
+  const HWND window = WindowFromPoint(point);
+  if (window != nullptr) GetClassNameW(window, name, 64);
+  return name;
+}
+
+TEST(Desktop, ThePointerLiesOnAnotherWindowAtEachPlace) {
+  resetDesktop();
+  std::set<std::wstring> classes;
+  for (const PointerTarget target :
+       {PointerTarget::kCanvas, PointerTarget::kTree, PointerTarget::kEdit, PointerTarget::kQt}) {
+    movePointer(target);
+    classes.insert(classUnderPointer());
+  }
+  EXPECT_EQ(classes.size(), 4u);
+  EXPECT_EQ(classes.count(L""), 0u);
+  movePointer(PointerTarget::kNone);
+  EXPECT_EQ(classUnderPointer(), L"");
+}
+
+TEST(Desktop, BoxesAndBeepsAreToldAsText) {
+  resetDesktop();
+  std::vector<std::wstring> told;
+  listenToDesktop([&told](const DesktopMessage& message) { told.push_back(message.text); });
+  Beep(440, 200);
+  MessageBoxW(nullptr, L"text", L"caption", 0);
+  listenToDesktop({});
+  Beep(1, 1);
+  EXPECT_EQ(told, (std::vector<std::wstring>{L"440 Hz, 200 ms", L"caption\ntext"}));
+}
+
+}  // namespace
+}  // namespace workbench
