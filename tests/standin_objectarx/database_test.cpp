@@ -56,8 +56,8 @@ TEST_F(Database, ErasedAnswersErasedUnlessAskedFor) {
 TEST_F(Database, LockedLayerRefusesWritersOnly) {
   lock();
   AcDbEntity* entityP = nullptr;
-  EXPECT_EQ(open(entityP, 0x12, AcDb::kForWrite), Acad::eOnLockedLayer);
-  EXPECT_EQ(open(entityP, 0x12, AcDb::kForRead), Acad::eOk);
+  ASSERT_EQ(open(entityP, 0x12, AcDb::kForWrite), Acad::eOnLockedLayer);
+  ASSERT_EQ(open(entityP, 0x12, AcDb::kForRead), Acad::eOk);
   entityP->close();
 }
 

@@ -155,10 +155,12 @@ TEST_F(Views, TwistTurnsThePictureCounterClockwise) {
   auto drawing = std::make_unique<Drawing>();
   Drawing::View view;
   view.twist = std::acos(0.0);
+  view.centerX = 1;
   drawing->mView = view;
   host::openDocument(std::move(drawing));
   // The world's X axis points up on the screen.
   EXPECT_NEAR(host::camera(2)->up.x, 1, 1e-12);
+  expectPoint(host::camera(2)->target, 0, -1, 0);
 }
 
 TEST_F(Views, VariablesAreReadInAnyCase) {
