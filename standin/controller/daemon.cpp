@@ -87,10 +87,7 @@ std::int32_t Daemon::disconnect() {
   noteOrder(Operation::kDisconnect);
   if (mFaults.hit(indexOf(Operation::kDisconnect))) return kFailure;
   const bool isClosedInOrder = ask<bool>([](const DaemonState& state) { return state.isAnswering(); });
-  change([](DaemonState& state) {
-    state.isConnected = false;
-    state.reader = {};
-  });
+  change([](DaemonState& state) { state.isConnected = false; });
   return isClosedInOrder ? kSuccess : kFailure;
 }
 

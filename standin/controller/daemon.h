@@ -43,7 +43,7 @@ struct DaemonState {
   std::uint64_t eventsHandedOver = 0;
   std::vector<ApplMode> applModes;
   std::vector<std::string> breaches;
-  std::thread::id reader;  ///< who called lmGetEvent since the last connect or disconnect
+  std::thread::id reader;  ///< who called lmGetEvent since the last connect
 
   bool isAnswering() const { return isConnected && !isDown; }
 };
