@@ -37,6 +37,19 @@ TEST(Replay, AtOneMomentTheDeviceComesBeforeTimersAndTimersBeforeTheUser) {
   EXPECT_EQ(rows.substr(0, rows.find("view")), "0 start cap 0 x 5\n100 pass3d cap 3 x 6\n116 ");
 }
 
+TEST(Replay, WhatFellDueDuringACallHappensInOrderOfTime) {
+  // The pass at 100 takes until 250: then the user's event of 150 comes before the timer of 200, and the
+  // timer of 300 comes too late.
+  const WorkbenchProcess process;
+  process.replay("50 motion 7 0 0 0 0 0\n150 projection perspective\n260 end\n", "--frame-ms 150");
+  const std::string rows = rowsOf(process.read("out/trajectory.csv"));
+  EXPECT_EQ(rows,
+            "0 start cap 0 x 5\n"
+            "100 pass3d cap 7 x 6\n"
+            "250 view cap 7 x 6\n"
+            "250 pass3d cap 7 x 7\n");
+}
+
 TEST(Replay, AQueuedTextRunsWhenTheHostIsIdle) {
   const WorkbenchProcess process;
   const Outcome outcome = process.replay("10 key top\n300 end\n");
