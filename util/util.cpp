@@ -15,14 +15,16 @@ namespace {
 
 constexpr DWORD kBeepHz = 440;
 constexpr DWORD kBeepMs = 200;
+constexpr std::uint32_t kMsPerSecond = 1000;
 
 constexpr const char* kMonths[] = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
                                    "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
 constexpr const char* kWeekdays[] = {"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"};
 
-/// Writes `value` in `count` decimal digits, zero-filled.
-void writeDigits(char* textP, int count, unsigned value) {
-  for (int i = count - 1; i >= 0; --i, value /= 10) textP[i] = static_cast<char>('0' + value % 10);
+/// Writes `value` (0 to 99) in two digits.
+void writeTwoDigits(char* textP, unsigned value) {
+  textP[0] = static_cast<char>('0' + value / 10);
+  textP[1] = static_cast<char>('0' + value % 10);
 }
 
 }  // namespace
@@ -73,17 +75,25 @@ std::string Util::localDate() {
   return text;
 }
 
-Util::TimeOfDay Util::utcTimeOfDay() {
+std::uint32_t Util::utcMsOfDay() {
   SYSTEMTIME time = {};
   GetSystemTime(&time);
-  TimeOfDay text;
-  text[2] = text[5] = ':';
-  text[8] = '.';
-  writeDigits(&text[0], 2, time.wHour);
-  writeDigits(&text[3], 2, time.wMinute);
-  writeDigits(&text[6], 2, time.wSecond);
-  writeDigits(&text[9], 3, time.wMilliseconds);
-  return text;
+  const std::uint32_t minutes = time.wHour * 60u + time.wMinute;
+  return (minutes * 60u + time.wSecond) * kMsPerSecond + time.wMilliseconds;
+}
+
+void Util::writeTimeOfDay(char* targetP, std::uint32_t msOfDay) {
+  const std::uint32_t ms = msOfDay % kMsPerSecond;
+  const std::uint32_t seconds = msOfDay / kMsPerSecond;
+  const std::uint32_t minutes = seconds / 60;
+  writeTwoDigits(targetP, minutes / 60);
+  targetP[2] = ':';
+  writeTwoDigits(targetP + 3, minutes % 60);
+  targetP[5] = ':';
+  writeTwoDigits(targetP + 6, seconds % 60);
+  targetP[8] = '.';
+  targetP[9] = static_cast<char>('0' + ms / 100);
+  writeTwoDigits(targetP + 10, ms % 100);
 }
 
 bool Util::makeDirectory(std::string_view path) {

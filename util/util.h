@@ -4,7 +4,7 @@
 #ifndef UTIL_UTIL_H
 #define UTIL_UTIL_H
 
-#include <array>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -52,9 +52,11 @@ class Util {
   /// "Mon Nov 16 2026".
   static std::string localDate();
 
-  /// UTC time of day, "hh:mm:ss.mmm", without a terminator.
-  using TimeOfDay = std::array<char, 12>;
-  static TimeOfDay utcTimeOfDay();
+  /// Milliseconds since midnight, UTC.
+  static std::uint32_t utcMsOfDay();
+  /// Writes such a time as "hh:mm:ss.mmm", without a terminator, to `targetP`, which has room for 12
+  /// characters.
+  static void writeTimeOfDay(char* targetP, std::uint32_t msOfDay);
 
   /// Creates one folder. A failure is told on standard error.
   static bool makeDirectory(std::string_view path);

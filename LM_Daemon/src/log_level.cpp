@@ -2,10 +2,10 @@
 
 #include "LM_Daemon/src/log_pars.h"
 
-std::string_view logLevelType(LogLevel level) {
-  static constexpr std::string_view kTypes[kLogLevelCount] = {"ERR", "WRN", "CRT", "TRC", "DCM",
-                                                              "ICM", "INF", "DBG", "TMP"};
-  return logLevelBit(level) != 0 ? kTypes[static_cast<std::uint32_t>(level)] : std::string_view();
+const char* logLevelType(LogLevel level) {
+  static constexpr const char* kTypes[kLogLevelCount] = {"ERR", "WRN", "CRT", "TRC", "DCM",
+                                                         "ICM", "INF", "DBG", "TMP"};
+  return logLevelBit(level) != 0 ? kTypes[static_cast<std::uint32_t>(level)] : "???";
 }
 
 std::uint32_t logLevelMask(const LogPars& pars) {

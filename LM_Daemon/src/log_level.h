@@ -2,8 +2,8 @@
 #ifndef LM_DAEMON_SRC_LOG_LEVEL_H
 #define LM_DAEMON_SRC_LOG_LEVEL_H
 
+#include <cstddef>
 #include <cstdint>
-#include <string_view>
 
 struct LogPars;
 
@@ -27,8 +27,11 @@ constexpr std::uint32_t logLevelBit(LogLevel level) {
   return value < kLogLevelCount ? 1u << value : 0u;
 }
 
-/// The three letters that stand for the level in a line; empty for a value beyond the last level.
-std::string_view logLevelType(LogLevel level);
+constexpr std::size_t kLogLevelTypeSize = 3;
+
+/// The three letters that stand for the level in a line; "???" for a value beyond the last level, which is
+/// never written.
+const char* logLevelType(LogLevel level);
 
 /// The bits of the levels that `pars` switches on, `kError` always among them.
 std::uint32_t logLevelMask(const LogPars& pars);

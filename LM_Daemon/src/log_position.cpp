@@ -1,59 +1,60 @@
 #include "LM_Daemon/src/log_position.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstring>
 
-LogPosition::LogPosition(std::string_view sourceFile, int line, std::string_view className,
-                         std::string_view methodName) {
-  // Without a backslash npos + 1 is 0: the whole path.
-  appendFile(sourceFile.substr(sourceFile.rfind('\\') + 1));
-  append("| ");
-  appendLine(line);
-  append("| ");
-  appendMethod(className, methodName);
+namespace {
+
+/// Answers where the copy ends.
+char* copy(char* targetP, std::string_view text) {
+  std::memcpy(targetP, text.data(), text.size());
+  return targetP + text.size();
 }
 
-void LogPosition::append(std::string_view text) {
-  std::memcpy(mText.data() + mSize, text.data(), text.size());
-  mSize += text.size();
-}
-
-void LogPosition::fill(std::size_t count) {
-  std::memset(mText.data() + mSize, ' ', count);
-  mSize += count;
-}
-
-void LogPosition::appendFile(std::string_view fileName) {
-  if (fileName.size() > kFileWidth) {
-    append("*");
-    append(fileName.substr(fileName.size() - (kFileWidth - 1)));
+void writeFile(char* targetP, std::string_view fileName) {
+  if (fileName.size() <= LogPosition::kFileWidth) {
+    copy(targetP + LogPosition::kFileWidth - fileName.size(), fileName);
     return;
   }
-  fill(kFileWidth - fileName.size());
-  append(fileName);
+  *targetP++ = '*';
+  copy(targetP, fileName.substr(fileName.size() - (LogPosition::kFileWidth - 1)));
 }
 
-void LogPosition::appendLine(int line) {
-  char digits[kLongestLine];
-  const char* const endP = std::to_chars(digits, digits + kLongestLine, line).ptr;
-  const std::string_view text(digits, static_cast<std::size_t>(endP - digits));
-  if (text.size() < kLineWidth) fill(kLineWidth - text.size());
-  append(text);
+/// Answers where the column ends.
+char* writeLine(char* targetP, int line) {
+  char digits[LogPosition::kLongestLine];
+  const char* const endP = std::to_chars(digits, digits + sizeof digits, line).ptr;
+  const auto size = static_cast<std::size_t>(endP - digits);
+  const std::size_t padding = LogPosition::kLineWidth - std::min(size, LogPosition::kLineWidth);
+  return copy(targetP + padding, {digits, size});
 }
 
-void LogPosition::appendMethod(std::string_view className, std::string_view methodName) {
+void writeMethod(char* targetP, std::string_view className, std::string_view methodName) {
   static constexpr std::string_view kScope = "::";
-  const std::string_view parts[] = {className, kScope, methodName};
   const std::size_t size = className.size() + kScope.size() + methodName.size();
   std::size_t skipped = 0;
-  if (size > kMethodWidth) {
-    append("*");
-    skipped = size - (kMethodWidth - 1);
+  if (size > LogPosition::kMethodWidth) {
+    *targetP++ = '*';
+    skipped = size - (LogPosition::kMethodWidth - 1);
   }
-  for (const std::string_view part : parts) {
-    const std::size_t cut = skipped < part.size() ? skipped : part.size();
-    append(part.substr(cut));
+  for (std::string_view part : {className, kScope, methodName}) {
+    const std::size_t cut = std::min(skipped, part.size());
+    part.remove_prefix(cut);
     skipped -= cut;
+    targetP = copy(targetP, part);
   }
-  if (size < kMethodWidth) fill(kMethodWidth - size);
+}
+
+}  // namespace
+
+std::size_t LogPosition::write(char* targetP, std::string_view sourceFile, int line,
+                               std::string_view className, std::string_view methodName) {
+  std::memset(targetP, ' ', kMaxSize);
+  // Without a backslash npos + 1 is 0: the whole path.
+  writeFile(targetP, sourceFile.substr(sourceFile.rfind('\\') + 1));
+  char* endP = copy(targetP + kFileWidth, kGap);
+  endP = copy(writeLine(endP, line), kGap);
+  writeMethod(endP, className, methodName);
+  return static_cast<std::size_t>(endP - targetP) + kMethodWidth;
 }

@@ -10,27 +10,30 @@
 /// be longer shows "*" and its end; a line number of more than four digits takes the room it needs.
 class LogPosition {
  public:
-  /// `sourceFile` is shown behind its last backslash. `methodName` is shown behind `className` and "::",
-  /// whether or not it names the class itself.
-  LogPosition(std::string_view sourceFile, int line, std::string_view className, std::string_view methodName);
-
-  std::string_view text() const { return {mText.data(), mSize}; }
-
- private:
-  void append(std::string_view text);
-  void fill(std::size_t count);
-  void appendFile(std::string_view fileName);
-  void appendLine(int line);
-  void appendMethod(std::string_view className, std::string_view methodName);
-
   static constexpr std::size_t kFileWidth = 16;
   static constexpr std::size_t kLineWidth = 4;
   static constexpr std::size_t kMethodWidth = 32;
+  static constexpr std::string_view kGap = "| ";
   /// Digits and sign of any int.
   static constexpr std::size_t kLongestLine = 11;
+  static constexpr std::size_t kMaxSize =
+      kFileWidth + kGap.size() + kLongestLine + kGap.size() + kMethodWidth;
 
-  std::array<char, kFileWidth + 2 + kLongestLine + 2 + kMethodWidth> mText;
-  std::size_t mSize = 0;
+  /// `sourceFile` is shown behind its last backslash. `methodName` is shown behind `className` and "::",
+  /// whether or not it names the class itself.
+  LogPosition(std::string_view sourceFile, int line, std::string_view className, std::string_view methodName)
+      : mSize(write(mText.data(), sourceFile, line, className, methodName)) {}
+
+  std::string_view text() const { return {mText.data(), mSize}; }
+
+  /// The same without an object: writes the text to `targetP`, which has room for kMaxSize, and answers its
+  /// size.
+  static std::size_t write(char* targetP, std::string_view sourceFile, int line, std::string_view className,
+                           std::string_view methodName);
+
+ private:
+  std::array<char, kMaxSize> mText;
+  std::size_t mSize;
 };
 
 #endif

@@ -1,22 +1,30 @@
 #include "LM_Daemon/src/log_text.h"
 
+#include <algorithm>
 #include <cstdint>
+#include <new>
+#include <utility>
 
 namespace {
 
+constexpr std::size_t kUsualSize = 1024;
 constexpr std::size_t kKeptSize = 64 * 1024;
 constexpr int kSignificantDigits = 6;
+/// Digits of any std::size_t, and every width that is asked for.
+constexpr std::size_t kLongestField = 24;
 constexpr std::size_t kBytesPerRow = 10;
 constexpr std::size_t kIndexWidth = 4;
 
 }  // namespace
 
-void LogText::append(std::string_view text) noexcept {
-  try {
-    mText.append(text);
-  } catch (...) {
-    // The log never fails its caller.
-  }
+bool LogText::grow(std::size_t count) noexcept {
+  const std::size_t capacity = std::max(kUsualSize, 2 * (mSize + count));
+  std::unique_ptr<char[]> bufferP(new (std::nothrow) char[capacity]);
+  if (bufferP == nullptr) return false;
+  if (mSize > 0) std::memcpy(bufferP.get(), mBufferP.get(), mSize);
+  mBufferP = std::move(bufferP);
+  mCapacity = capacity;
+  return true;
 }
 
 void LogText::appendReal(double value) noexcept {
@@ -27,12 +35,15 @@ void LogText::appendReal(double value) noexcept {
 }
 
 void LogText::appendPadded(std::size_t value, std::size_t width) noexcept {
-  static constexpr std::string_view kBlanks = "                ";
-  char digits[24];
-  const char* const endP = std::to_chars(digits, digits + sizeof digits, value).ptr;
-  const auto size = static_cast<std::size_t>(endP - digits);
-  if (size < width) append(kBlanks.substr(0, width - size));
-  append({digits, size});
+  char digits[kLongestField];
+  std::memset(digits, ' ', sizeof digits);
+  char* startP = digits + sizeof digits;
+  do {
+    *--startP = static_cast<char>('0' + value % 10);
+    value /= 10;
+  } while (value > 0);
+  const auto size = std::max(width, static_cast<std::size_t>(digits + sizeof digits - startP));
+  append({digits + sizeof digits - size, size});
 }
 
 void LogText::appendPointer(const void* pointerP) noexcept {
@@ -60,6 +71,8 @@ void LogText::appendHexDump(std::string_view bytes) noexcept {
 }
 
 void LogText::cut(std::size_t start) noexcept {
-  mText.resize(start);
-  if (start == 0 && mText.capacity() > kKeptSize) mText = std::string();
+  mSize = start;
+  if (start > 0 || mCapacity <= kKeptSize) return;
+  mBufferP.reset();
+  mCapacity = 0;
 }

@@ -5,14 +5,25 @@
 
 #include <charconv>
 #include <cstddef>
-#include <string>
+#include <cstring>
+#include <memory>
 #include <string_view>
 #include <type_traits>
 
 class LogText {
  public:
   /// Text that finds no memory is dropped.
-  void append(std::string_view text) noexcept;
+  void append(std::string_view text) noexcept {
+    if (char* const targetP = extend(text.size())) std::memcpy(targetP, text.data(), text.size());
+  }
+
+  /// Makes the text `count` characters longer and answers where they are to be written; null without memory.
+  char* extend(std::size_t count) noexcept {
+    if (count > mCapacity - mSize && !grow(count)) return nullptr;
+    char* const targetP = mBufferP.get() + mSize;
+    mSize += count;
+    return targetP;
+  }
 
   /// Integers in the base in force (decimal at first).
   template <typename T>
@@ -25,7 +36,7 @@ class LogText {
     append({digits, static_cast<std::size_t>(result.ptr - digits)});
   }
 
-  /// A decimal number, right-aligned in a field of `width`.
+  /// A decimal number, right-aligned in a field of `width` (at most 24).
   void appendPadded(std::size_t value, std::size_t width) noexcept;
 
   /// As with six significant digits.
@@ -40,8 +51,8 @@ class LogText {
   void setHexadecimal(bool isHexadecimal) { mBase = isHexadecimal ? kHexadecimal : kDecimal; }
   bool isHexadecimal() const { return mBase == kHexadecimal; }
 
-  std::size_t size() const { return mText.size(); }
-  std::string_view from(std::size_t start) const { return std::string_view(mText).substr(start); }
+  std::size_t size() const { return mSize; }
+  std::string_view from(std::size_t start) const { return {mBufferP.get() + start, mSize - start}; }
 
   /// Forgets what stands from `start` on, and memory that an uncommonly long entry took.
   void cut(std::size_t start) noexcept;
@@ -50,7 +61,12 @@ class LogText {
   static constexpr int kDecimal = 10;
   static constexpr int kHexadecimal = 16;
 
-  std::string mText;
+  /// Makes room for `count` more characters.
+  bool grow(std::size_t count) noexcept;
+
+  std::unique_ptr<char[]> mBufferP;
+  std::size_t mCapacity = 0;
+  std::size_t mSize = 0;
   int mBase = kDecimal;
 };
 

@@ -1,10 +1,12 @@
 #include "LM_Daemon/src/logging.h"
 
 #include <cstdint>
+#include <cstring>
 #include <utility>
 
 #include "LM_Daemon/src/log_position.h"
 #include "util/threads.h"
+#include "util/util.h"
 
 std::atomic<std::int32_t> Logging::sMarker{0};
 std::atomic<std::uint32_t> Logging::sLevelMask{0};
@@ -92,6 +94,21 @@ bool Logging::isFileWanted(std::string_view sourceFile) const noexcept {
 }
 
 bool Logging::openEntry(LogLevel level, std::string_view sourceFile, std::string_view position) noexcept {
+  if (!begin(level, sourceFile)) return false;
+  mText.append(position);
+  mText.append(LogPosition::kGap);
+  return true;
+}
+
+bool Logging::openEntry(LogLevel level, std::string_view sourceFile, int line, std::string_view className,
+                        std::string_view methodName) noexcept {
+  if (!begin(level, sourceFile)) return false;
+  appendPosition(mText, sourceFile, line, className, methodName);
+  return true;
+}
+
+/// The filters, the lock, and the line up to its position.
+bool Logging::begin(LogLevel level, std::string_view sourceFile) noexcept {
   if (!isLogged(level)) return false;
   const bool isNested = isOwner();
   if (!isNested) {
@@ -104,20 +121,30 @@ bool Logging::openEntry(LogLevel level, std::string_view sourceFile, std::string
   }
   mOpenEntries[mDepth++] = {mText.size(), false, mText.isHexadecimal()};
   mText.setHexadecimal(false);
-  appendPrefix(mText, level, position);
+  appendStart(mText, level);
   return true;
 }
 
-void Logging::appendPrefix(LogText& text, LogLevel level, std::string_view position) noexcept {
-  mTime = Util::utcTimeOfDay();
-  text.append({mTime.data(), mTime.size()});
-  text.append("|");
-  text.append(logLevelType(level));
-  text.append("|");
+void Logging::appendStart(LogText& text, LogLevel level) noexcept {
+  static constexpr std::string_view kStart = "hh:mm:ss.mmm|typ|";
+  static constexpr std::size_t kTypeStart = kStart.find("typ");
+  mMsOfDay = Util::utcMsOfDay();
+  if (char* const startP = text.extend(kStart.size())) {
+    std::memcpy(startP, kStart.data(), kStart.size());
+    Util::writeTimeOfDay(startP, mMsOfDay);
+    std::memcpy(startP + kTypeStart, logLevelType(level), kLogLevelTypeSize);
+  }
   text.appendPadded(currentThreadId(), kThreadIdWidth);
   text.append("|");
-  text.append(position);
-  text.append("| ");
+}
+
+void Logging::appendPosition(LogText& text, std::string_view sourceFile, int line, std::string_view className,
+                             std::string_view methodName) noexcept {
+  const std::size_t start = text.size();
+  char* const startP = text.extend(LogPosition::kMaxSize);
+  if (startP == nullptr) return;
+  text.cut(start + LogPosition::write(startP, sourceFile, line, className, methodName));
+  text.append(LogPosition::kGap);
 }
 
 void Logging::endEntry() noexcept {
@@ -176,10 +203,9 @@ Logging& Logging::operator<<(std::ios_base& (*manipulator)(std::ios_base&)) noex
   return *this;
 }
 
-Logging* LogEntry::open(LogLevel level, const char* sourceFileP, int line, std::string_view className,
+Logging* LogEntry::open(LogLevel level, std::string_view sourceFile, int line, std::string_view className,
                         std::string_view methodName) noexcept {
   Logging* const logP = Logging::current();
   if (logP == nullptr) return nullptr;
-  const LogPosition position(sourceFileP, line, className, methodName);
-  return logP->openEntry(level, sourceFileP, position.text()) ? logP : nullptr;
+  return logP->openEntry(level, sourceFile, line, className, methodName) ? logP : nullptr;
 }

@@ -24,7 +24,6 @@
 #include "LM_Daemon/src/log_pars.h"
 #include "LM_Daemon/src/log_text.h"
 #include "util/mutex.h"
-#include "util/util.h"
 
 class Logging {
  public:
@@ -67,6 +66,10 @@ class Logging {
   /// written before that one. `position` is a LogPosition's text.
   bool openEntry(LogLevel level, std::string_view sourceFile, std::string_view position) noexcept;
 
+  /// The same with the parts of the position.
+  bool openEntry(LogLevel level, std::string_view sourceFile, int line, std::string_view className,
+                 std::string_view methodName) noexcept;
+
   /// Pieces of the calling thread's open entry; without one they are dropped.
   Logging& operator<<(std::string_view text) noexcept;
   Logging& operator<<(const char* textP) noexcept;
@@ -102,7 +105,10 @@ class Logging {
   }
   bool isOwner() const noexcept;
   bool isFileWanted(std::string_view sourceFile) const noexcept;
-  void appendPrefix(LogText& text, LogLevel level, std::string_view position) noexcept;
+  bool begin(LogLevel level, std::string_view sourceFile) noexcept;
+  void appendStart(LogText& text, LogLevel level) noexcept;
+  static void appendPosition(LogText& text, std::string_view sourceFile, int line, std::string_view className,
+                             std::string_view methodName) noexcept;
   void endEntry() noexcept;
   void writeEntry(std::string_view line) noexcept;
   void emit(std::string_view line) noexcept;
@@ -133,8 +139,9 @@ class Logging {
   std::size_t mDepth = 0;
 
   std::int64_t mFullAt = 0;
-  Util::TimeOfDay mTime = {};
-  Util::TimeOfDay mTimeOfExactSize = {};
+  /// Time of the entry opened last, and of the last look at the exact size.
+  std::uint32_t mMsOfDay = 0;
+  std::uint32_t mMsOfExactSize = 0;
   int mWritesSinceExactSize = 0;
 };
 
@@ -144,9 +151,9 @@ Logging& processLog();
 /// One entry, from construction to close() or destruction, whatever happens in between.
 class LogEntry {
  public:
-  LogEntry(LogLevel level, const char* sourceFileP, int line, std::string_view className,
+  LogEntry(LogLevel level, std::string_view sourceFile, int line, std::string_view className,
            std::string_view methodName) noexcept
-      : mLogP(Logging::isLogged(level) ? open(level, sourceFileP, line, className, methodName) : nullptr) {}
+      : mLogP(Logging::isLogged(level) ? open(level, sourceFile, line, className, methodName) : nullptr) {}
   ~LogEntry() { close(); }
   LogEntry(const LogEntry&) = delete;
   LogEntry& operator=(const LogEntry&) = delete;
@@ -173,7 +180,7 @@ class LogEntry {
   }
 
  private:
-  static Logging* open(LogLevel level, const char* sourceFileP, int line, std::string_view className,
+  static Logging* open(LogLevel level, std::string_view sourceFile, int line, std::string_view className,
                        std::string_view methodName) noexcept;
 
   Logging* mLogP;
@@ -188,7 +195,7 @@ constexpr std::size_t sourceFileNameStart(const char* pathP) {
 }
 
 #define LM_LOG_SOURCE_FILE \
-  (&__FILE__[std::integral_constant<std::size_t, sourceFileNameStart(__FILE__)>::value])
+  std::string_view(&__FILE__[std::integral_constant<std::size_t, sourceFileNameStart(__FILE__)>::value])
 
 /// A statement: opens an entry at `level` (an enumerator of LogLevel without its scope), into which the rest
 /// of the statement streams. `methodName` is qualified with the class, as all log lines of the plug-in are.

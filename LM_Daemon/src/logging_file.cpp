@@ -1,10 +1,9 @@
 #include <exception>
-#include <utility>
 
-#include "LM_Daemon/src/log_position.h"
 #include "LM_Daemon/src/logging.h"
 #include "util/console.h"
 #include "util/native_file.h"
+#include "util/util.h"
 
 namespace {
 
@@ -56,9 +55,9 @@ void Logging::startSizeTracking(std::int64_t fullAt) noexcept {
 /// Other processes may append to the same file, so the size is asked of the system once a millisecond; within
 /// one, only every few lines, because asking costs a third of a line.
 bool Logging::isFull() noexcept {
-  const bool isExact = mTime != mTimeOfExactSize || ++mWritesSinceExactSize > kMaxTrustedWrites;
+  const bool isExact = mMsOfDay != mMsOfExactSize || ++mWritesSinceExactSize > kMaxTrustedWrites;
   if (isExact) {
-    mTimeOfExactSize = mTime;
+    mMsOfExactSize = mMsOfDay;
     mWritesSinceExactSize = 0;
   }
   const std::int64_t size = mFileP->position(isExact);
@@ -85,7 +84,8 @@ void Logging::logError(int sourceLine, std::string_view methodName, std::string_
   const std::string_view sourceFile = LM_LOG_SOURCE_FILE;
   if (!isLogged(LogLevel::kError) || !isFileWanted(sourceFile)) return;
   LogText line;
-  appendPrefix(line, LogLevel::kError, LogPosition(sourceFile, sourceLine, "Logging", methodName).text());
+  appendStart(line, LogLevel::kError);
+  appendPosition(line, sourceFile, sourceLine, "Logging", methodName);
   line.append(text);
   line.append("\n");
   emit(line.from(0));

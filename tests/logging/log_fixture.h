@@ -10,6 +10,7 @@
 
 #include "LM_Daemon/src/logging.h"
 #include "tests/util/temp_folder.h"
+#include "util/util.h"
 
 /// Columns before the text of a line whose thread id and line number fit their columns.
 constexpr std::size_t kPrefixWidth = 12 + 1 + 3 + 1 + 6 + 1 + 16 + 2 + 4 + 2 + 32 + 2;

@@ -128,9 +128,23 @@ TEST(RotationTexts, OfRotationCenterModes) {
 }
 
 TEST(TimeTexts, TheTimeOfDayHasTwelveCharacters) {
-  const Util::TimeOfDay time = Util::utcTimeOfDay();
-  EXPECT_THAT(std::string(time.data(), time.size()),
-              testing::MatchesRegex("[0-2][0-9]:[0-5][0-9]:[0-6][0-9].[0-9]{3}"));
+  std::string text(12, ' ');
+  Util::writeTimeOfDay(text.data(), Util::utcMsOfDay());
+  EXPECT_THAT(text, testing::MatchesRegex("[0-2][0-9]:[0-5][0-9]:[0-6][0-9].[0-9]{3}"));
+}
+
+TEST(TimeTexts, TheTimeOfDayIsZeroFilled) {
+  std::string text(12, ' ');
+  Util::writeTimeOfDay(text.data(), ((7 * 60 + 5) * 60 + 9) * 1000 + 42);
+  EXPECT_EQ(text, "07:05:09.042");
+  Util::writeTimeOfDay(text.data(), 24 * 60 * 60 * 1000 - 1);
+  EXPECT_EQ(text, "23:59:59.999");
+}
+
+TEST(TimeTexts, TheTimeOfDayIsTheMachinesInUtc) {
+  const std::time_t before = std::time(nullptr);
+  const std::uint32_t seconds = Util::utcMsOfDay() / 1000;
+  EXPECT_LE((seconds + 86400 - before % 86400) % 86400, 2);
 }
 
 TEST(TimeTexts, TheDateIsTheLocalDay) {
