@@ -1,16 +1,34 @@
 #include "common_sources/auto_cad_proxy.h"
 
+#include <algorithm>
+#include <array>
 #include <cmath>
+#include <cstdlib>
+#include <optional>
 
 #include "LM_Daemon/src/logging.h"
 #include "acdocman.h"
+#include "aced.h"
 #include "acedads.h"
 #include "adscodes.h"
+#include "common_sources/ansi_text.h"
 #include "common_sources/axis_share.h"
+#include "common_sources/command_text.h"
 #include "common_sources/host_objects.h"
 #include "common_sources/lm_auto_cad.h"
+#include "common_sources/menu_table.h"
+#include "common_sources/scroll_amount.h"
+#include "common_sources/window_search.h"
 #include "common_sources/zoom_factor.h"
 #include "dbents.h"
+#include "dbobjptr.h"
+#include "dbsymtb.h"
+#include "dbxEntryPoint.h"
+#include "device/lmt_ctrlr.h"
+#include "gemat3d.h"
+#include "gepnt2d.h"
+#include "util/threads.h"
+#include "util/util.h"
 
 namespace {
 
@@ -18,6 +36,11 @@ constexpr const char* kClass = "AutoCadProxy";
 constexpr UINT kIdlePeriodMs = 100;
 constexpr UINT kMovingPeriodMs = 10;
 constexpr double kMoveGain = 5.0;
+constexpr double kMoveUnits = 0.5;        // drawing units per unit of the cap and pass
+constexpr double kSheetMoveUnits = 5e-5;  // the same on a sheet
+constexpr double kTurnUnits = 0.002;      // radians per unit of the cap and pass
+constexpr int kDrawEntity = 1;            // mode of acedRedraw
+const AcGeVector3d kWorldY(0, 1, 0);
 const AcGeVector3d kWorldZ(0, 0, 1);
 
 // A Windows timer procedure gets no user data, and a command handler no object.
@@ -31,6 +54,70 @@ short systemVariable(const ACHAR* name) {
 
 AcGsView::Projection projection(bool isPerspective) {
   return isPerspective ? AcGsView::kPerspective : AcGsView::kParallel;
+}
+
+enum class Activate { kNo, kYes };
+
+/// Queues a text for the document's command line. Without a document there is nobody to read it.
+Acad::ErrorStatus sendText(AcApDocument* documentP, const wchar_t* text, Activate activate) {
+  if (documentP == nullptr) return Acad::eNoDocument;
+  return acDocManagerPtr()->sendStringToExecute(documentP, text, activate == Activate::kYes, false, true);
+}
+
+/// Full path of the module's own file, in the ANSI code page.
+std::string moduleFilePath() {
+  std::array<wchar_t, MAX_PATH> path{};
+  GetModuleFileNameW(_hdllInstance, path.data(), static_cast<DWORD>(path.size()));
+  return ansiFromWide(path.data());
+}
+
+using ClassName = std::array<char, 261>;
+
+/// The window's class name in the ANSI code page, blanks for what it does not hold; empty when there is none.
+ClassName windowClass(HWND window) {
+  std::array<wchar_t, 510> wide{};
+  ClassName narrow{};
+  const int length = GetClassNameW(window, wide.data(), static_cast<int>(wide.size()));
+  WideCharToMultiByte(CP_ACP, 0, wide.data(), length, narrow.data(), static_cast<int>(narrow.size()) - 1, " ",
+                      nullptr);
+  return narrow;
+}
+
+ScrollBar scrollBar(HWND window, int which) {
+  SCROLLINFO info{};
+  info.cbSize = sizeof info;
+  info.fMask = SIF_RANGE | SIF_PAGE | SIF_POS | SIF_TRACKPOS;
+  GetScrollInfo(window, which, &info);
+  return {info.nMin, info.nMax, info.nPage, info.nPos};
+}
+
+/// False when the bar that the deflection asks for cannot be scrolled.
+bool scrollByLines(HWND window, const ScrollAmount& amount) {
+  const int horizontal = std::abs(amount.mHorizontal), vertical = std::abs(amount.mVertical);
+  if (horizontal == vertical) return true;
+  const bool isVertical = horizontal < vertical;
+  const ScrollBar bar = scrollBar(window, isVertical ? SB_VERT : SB_HORZ);
+  if (!isUsable(bar)) return false;
+  const int lines = isVertical ? amount.mVertical : amount.mHorizontal;
+  const WPARAM backward = isVertical ? SB_LINEUP : SB_LINELEFT;
+  const WPARAM forward = isVertical ? SB_LINEDOWN : SB_LINERIGHT;
+  if (isScrollable(bar, lines))
+    for (int i = lineCount(bar); i > 0; --i)
+      SendMessageW(window, isVertical ? WM_VSCROLL : WM_HSCROLL, lines < 0 ? backward : forward, 0);
+  sleepMs(static_cast<std::uint32_t>(scrollWaitMs(amount) + shortListWaitMs(bar)));
+  return true;
+}
+
+void scrollByWheel(HWND window, POINT pointer, const ScrollAmount& amount) {
+  const int horizontal = std::abs(amount.mHorizontal), vertical = std::abs(amount.mVertical);
+  if (horizontal != vertical) {
+    const int stronger = horizontal < vertical ? amount.mVertical : amount.mHorizontal;
+    const int turn = stronger < 0 ? WHEEL_DELTA : -WHEEL_DELTA;
+    SendMessageW(window, WM_MOUSEWHEEL, MAKEWPARAM(0, static_cast<WORD>(turn)),
+                 MAKELPARAM(static_cast<WORD>(pointer.x), static_cast<WORD>(pointer.y)));
+    UpdateWindow(window);
+  }
+  sleepMs(static_cast<std::uint32_t>(scrollWaitMs(amount)));
 }
 
 /// Centre of the entity's box.
@@ -62,6 +149,51 @@ bool readLine(const ads_name name, AcGeVector3d* directionP, AcGePoint3d* pointP
   return true;
 }
 
+/// Changes the current tile of the model tab through its table record. Throws what the host throws.
+template <typename Change>
+void changeTile(const char* methodName, Change change) {
+  acedVports2VportTableRecords();
+  {
+    AcDbObjectPointer<AcDbViewportTableRecord> tile(acedActiveViewportId(), AcDb::kForWrite);
+    if (tile.openStatus() != Acad::eOk) {
+      LM_LOG(kError, kClass, methodName) << "AcDbViewportTableRecordPointer could not be retrieved!";
+      return;
+    }
+    change(*tile.operator->());
+  }
+  // Closed first: only a closed record reaches the screen.
+  acedVportTableRecords2Vports();
+}
+
+/// Changes the active viewport of a layout. Throws what the host throws.
+template <typename Change>
+void changeViewport(const char* methodName, Change change) {
+  AcDbObjectPointer<AcDbViewport> viewport(acedActiveViewportId(), AcDb::kForWrite);
+  if (viewport.openStatus() != Acad::eOk) {
+    LM_LOG(kError, kClass, methodName) << "AcDbObjectPointer could not be retrieved!";
+    return;
+  }
+  change(*viewport.operator->());
+  viewport->updateDisplay();
+}
+
+enum class Redraw { kNo, kYes };
+
+/// Transforms every entity of the set that can be opened; one that cannot (on a locked layer, erased) is
+/// passed over.
+void transformEach(const ads_name selectionSet, const AcGeMatrix3d& motion, Redraw redraw) {
+  const AdInt32 count = selectionLength(selectionSet);
+  for (AdInt32 i = 0; i < count; ++i) {
+    ads_name name{};
+    if (acedSSName(selectionSet, i, name) != RTNORM) continue;
+    OpenedEntity entity(name, AcDb::kForWrite);
+    if (!entity) continue;
+    entity->transformBy(motion);
+    entity.close();
+    if (redraw == Redraw::kYes) acedRedraw(name, kDrawEntity);
+  }
+}
+
 AcGePoint3d rotationCentre(const AcGsView* viewP, int rotCenterMode, bool isPerspective) {
   if (rotCenterMode == kCamStandard && isPerspective) return viewP->position();
   if (rotCenterMode == kCamTarget || rotCenterMode == kObjScreen) return viewP->target();
@@ -76,6 +208,7 @@ AutoCadProxy::AutoCadProxy(LmAutoCad* lmAutoCadP) : mLmAutoCadP(lmAutoCadP) {
   mRotSensBase = mLmAutoCadP->rotSensBase();
   mMaxContMoveTime = static_cast<std::uint32_t>(mLmAutoCadP->maxContMoveTime());
   mUseInt3dIntrfce = mLmAutoCadP->useInt3dIntrfce();
+  if (!mUseInt3dIntrfce) StartDotNETPlugin();
   theProxyP = this;
   mTimerId = SetTimer(nullptr, 0, kIdlePeriodMs, TimerProc);
   LM_LOG(kCreation, kClass, "AutoCadProxy::AutoCadProxy") << "AutoCadProxy constructed.";
@@ -106,6 +239,7 @@ void CALLBACK TimerProc(HWND, UINT, UINT_PTR, DWORD) {
 
 void AutoCadProxy::tick() try {
   KillTimer(nullptr, mTimerId);
+  if (!mIsMenuLoaded) loadMenufile();
   doTransform();
   if (mIsTimerActive)
     mTimerId = SetTimer(nullptr, 0, mIsCapMoving ? kMovingPeriodMs : kIdlePeriodMs, TimerProc);
@@ -121,6 +255,7 @@ void AutoCadProxy::doTransform() {
     try {
       // Unsigned, so that a wrap of the tick count does no harm.
       elapsed = GetTickCount() - start;
+      handleDeviceKeys();
       isToContinue = mUseInt3dIntrfce ? false : handleDeviceCap();
     } catch (...) {
       LM_LOG(kError, kClass, "AutoCadProxy::doTransform") << "Error doTransform()";
@@ -137,7 +272,11 @@ bool AutoCadProxy::handleDeviceCap() {
     return false;
   }
   const auto [x, y, z, rx, ry, rz] = cap.mAxes;
-  if (mode != k2DMode) handleCapIsDeflectedIn3DMode(x, y, z, rx, ry, rz);
+  if (scrollTreeOrList(x, y, z)) return true;
+  if (mode == k2DMode)
+    handleCapIsDeflectedIn2DMode(x, y, z);
+  else
+    handleCapIsDeflectedIn3DMode(x, y, z, rx, ry, rz);
   if (!mIsCapMoving) {
     mIsCapMoving = true;
     LM_LOG(kInfo, kClass, "AutoCadProxy::handleDeviceCap") << "Cap moving.";
@@ -184,12 +323,136 @@ void AutoCadProxy::releaseIn3DMode() {
     LM_LOG(kError, kClass, "AutoCadProxy::handleCapIsReleased") << "viewP not valid!";
 }
 
+bool AutoCadProxy::lockDocument() {
+  if (mIsDocLocked) return true;
+  AcApDocument* const documentP = acDocManagerPtr()->curDocument();
+  mIsDocLocked = documentP != nullptr && acDocManagerPtr()->lockDocument(documentP, AcAp::kWrite, nullptr,
+                                                                         nullptr, true) == Acad::eOk;
+  return mIsDocLocked;
+}
+
 void AutoCadProxy::unlockDocument() {
   if (!mIsDocLocked) return;
   AcApDocument* const documentP = acDocManagerPtr()->curDocument();
   // A document that refuses stays marked, and the next release asks it again; one that is gone took its lock
   // along.
   mIsDocLocked = documentP != nullptr && acDocManagerPtr()->unlockDocument(documentP) != Acad::eOk;
+}
+
+void AutoCadProxy::handleDeviceKeys() try {
+  PendingSlot& functions = mLmAutoCadP->applFuncSlot();
+  const PendingSlot::Request function = functions.get();
+  if (function.mValue >= 0) {
+    execApplFunction(function.mValue);
+    functions.clear(function, LmAutoCad::kNoApplFunc);
+  }
+  PendingSlot& specialFunctions = mLmAutoCadP->specialApplFuncSlot();
+  const PendingSlot::Request specialFunction = specialFunctions.get();
+  if (specialFunction.mValue >= 1) {
+    execSpecialApplFunction(specialFunction.mValue);
+    specialFunctions.clear(specialFunction, LmAutoCad::kNoSpecialApplFunc);
+  }
+} catch (...) {
+  LM_LOG(kError, kClass, "AutoCadProxy::handleDeviceKeys") << "Error handleDeviceKeys()";
+}
+
+void AutoCadProxy::execApplFunction(std::int32_t number) {
+  const auto count = static_cast<std::int32_t>(mMenuTable.size());
+  if (number >= count) {
+    LM_LOG(kError, kClass, "AutoCadProxy::execApplFunction")
+        << "keyEvent (" << number << "') too big (max. is " << count - 1 << ")!";
+    return;
+  }
+  const std::vector<std::string> tokens = splitMacro(mMenuTable[static_cast<std::size_t>(number)]);
+  if (tokens.empty()) return;
+  AcApDocument* const documentP = acDocManagerPtr()->curDocument();
+  sendText(documentP, kCancel, Activate::kYes);
+  for (const std::string& token : tokens) sendText(documentP, commandOfToken(token).c_str(), Activate::kYes);
+}
+
+void AutoCadProxy::execSpecialApplFunction(std::int32_t eventCode) {
+  AcApDocument* const documentP = acDocManagerPtr()->curDocument();
+  if (mMode == k2DMode) {
+    if (eventCode == LM_FIT_ALL) sendText(documentP, kZoomAll, Activate::kNo);
+    return;
+  }
+  if (eventCode == LM_FIT_ALL) {
+    sendText(documentP, kZoomAllTransparent, Activate::kNo);
+    return;
+  }
+  if (const wchar_t* const commandP = viewCommand(eventCode))
+    sendText(documentP, commandP, Activate::kNo);
+  else
+    LM_LOG(kError, kClass, "AutoCadProxy::execSpecialApplFunction")
+        << "Unknown special command '" << eventCode << "' found!";
+  if (rotationMode().mIsZoomAllAfterView) sendText(documentP, kZoomAllTransparent, Activate::kNo);
+}
+
+void AutoCadProxy::StartDotNETPlugin() try {
+  const std::string& folder = mLmAutoCadP->applicationsDirPath();
+  if (!Util::folderExists(folder)) {
+    Util::beepAndShowMessage(
+        nullptr,
+        "Folder '" + folder +
+            "' not found!\n\nStart the driver first and try again to read out AutoCAD's menu items.",
+        "Lumetra Plug-in Error", MB_OK);
+    return;
+  }
+  LM_LOG(kTrace, kClass, "AutoCadProxy::StartDotNETPlugin") << "Start .NET Plugin...";
+  const std::string modulePath = moduleFilePath();
+  LM_LOG(kTrace, kClass, "AutoCadProxy::StartDotNETPlugin") << "charPath: '" << modulePath << "'";
+  const std::size_t folderEnd = modulePath.rfind('\\');
+  if (folderEnd == std::string::npos) {
+    LM_LOG(kError, kClass, "AutoCadProxy::StartDotNETPlugin") << "Error: Invalid path " << modulePath;
+    return;
+  }
+  std::string exporter = modulePath.substr(0, folderEnd) + "\\MenuScribe2015.dll";
+  LM_LOG(kTrace, kClass, "AutoCadProxy::StartDotNETPlugin") << "dllPath: '" << exporter << "'";
+  if (!Util::fileExists(exporter)) {
+    LM_LOG(kError, kClass, "AutoCadProxy::StartDotNETPlugin")
+        << "Error: MenuScriber does not exist " << exporter;
+    return;
+  }
+  std::replace(exporter.begin(), exporter.end(), '\\', '/');
+  const std::wstring command = netloadCommand(wideFromAnsi(exporter));
+  const Acad::ErrorStatus status =
+      sendText(acDocManagerPtr()->curDocument(), command.c_str(), Activate::kYes);
+  LM_LOG(kTrace, kClass, "AutoCadProxy::StartDotNETPlugin")
+      << "totalCmd: '" << ansiFromWide(command.c_str()) << "', ec: " << static_cast<int>(status);
+} catch (...) {
+  LM_LOG(kError, kClass, "AutoCadProxy::StartDotNETPlugin") << "Error StartDotNETPlugin()";
+}
+
+void AutoCadProxy::loadMenufile() try {
+  const std::string path = mLmAutoCadP->applicationsDirPath() + "\\autocad.mnu";
+  const std::optional<MenuTable> table = readMenuFile(path);
+  mMenuTable = table ? table->mMacros : std::vector<std::string>();
+  mModes.publish(table ? table->mModes : PublishedNames::Names());
+  if (!table) return;
+  LM_LOG(kCreation, kClass, "AutoCadProxy::loadMenufile")
+      << "Menu file '" << path << "' with " << mMenuTable.size() << " entries loaded.";
+  mIsMenuLoaded = !table->mModes.empty();
+} catch (...) {
+  LM_LOG(kError, kClass, "AutoCadProxy::loadMenufile") << "Error loadMenufile()";
+}
+
+bool AutoCadProxy::scrollTreeOrList(int x, int y, int z) {
+  if (!mLmAutoCadP->scrollTreeAndList()) return false;
+  POINT pointer{};
+  if (!GetCursorPos(&pointer)) return false;
+  const HWND window = smallestWindowAt(pointer);
+  if (window == nullptr) return false;
+  const ScrollAmount amount = scrollAmount(x, y, z);
+  switch (scrollKind(windowClass(window).data())) {
+    case ScrollKind::kNone:
+      return false;
+    case ScrollKind::kScrollBar:
+      return scrollByLines(window, amount);
+    case ScrollKind::kWheel:
+      scrollByWheel(window, pointer, amount);
+      return true;
+  }
+  return false;
 }
 
 int AutoCadProxy::retrieveViewParams(AcGsView** viewP, int* viewportNumberP) {
@@ -282,6 +545,85 @@ bool AutoCadProxy::getSelObjectAxis(AcGeVector3d* directionP, AcGePoint3d* point
   return false;
 }
 
+void AutoCadProxy::handleCapIsDeflectedIn2DMode(short x, short y, short z) try {
+  if (mIsObjectMoveMode && transformSelection2d(x, y)) return;
+  if (!mIsCapMoving && !mIsDocLocked && lockDocument())
+    LM_LOG(kTrace, kClass, "AutoCadProxy::handleCapIsDeflectedIn2DMode") << "Document locked";
+  const double base = mTransSensBase;
+  // The sheet follows the cap, so what is shown moves the other way.
+  if (x != 0 || y != 0) pan2D(-(x / base), -(y / base));
+  if (z != 0) zoom2D(-(z / base));
+} catch (...) {
+  LM_LOG(kError, kClass, "AutoCadProxy::handleCapIsDeflectedIn2DMode")
+      << "Error handleCapIsDeflectedIn2DMode()";
+}
+
+void AutoCadProxy::pan2D(double dx, double dy) {
+  if (systemVariable(L"TILEMODE") == 1) {
+    changeTile("AutoCadProxy::pan2D", [=](AcDbViewportTableRecord& tile) {
+      const AcGePoint2d centre = tile.centerPoint();
+      tile.setCenterPoint(AcGePoint2d(centre.x + dx * tile.width(), centre.y + dy * tile.height()));
+    });
+    return;
+  }
+  changeViewport("AutoCadProxy::pan2D", [=](AcDbViewport& viewport) {
+    const double height = viewport.viewHeight();
+    const double width = viewport.width() / viewport.height() * height;
+    const AcGePoint2d centre = viewport.viewCenter();
+    viewport.setViewCenter(AcGePoint2d(centre.x + dx * width, centre.y + dy * height));
+  });
+}
+
+void AutoCadProxy::zoom2D(double dz) {
+  const double factor = zoomFactor(dz);
+  if (systemVariable(L"TILEMODE") == 1)
+    changeTile("AutoCadProxy::zoom2D",
+               [=](AcDbViewportTableRecord& tile) { tile.setHeight(tile.height() * factor); });
+  else
+    changeViewport("AutoCadProxy::zoom2D",
+                   [=](AcDbViewport& viewport) { viewport.setViewHeight(viewport.viewHeight() * factor); });
+}
+
+bool AutoCadProxy::transformSelection3d(double x, double y, double z, double rx, double ry, double rz,
+                                        const AcGeVector3d* xAxisP, const AcGeVector3d* yAxisP,
+                                        const AcGeVector3d* zAxisP, bool isHover, bool isKeepHorizon) try {
+  if (acDocManagerPtr()->curDocument() == nullptr) return false;
+  ImpliedSelection selection;
+  if (!selection.isTaken()) return false;
+  AcGePoint3d centre;
+  if (!getSelObjectsCenter(selection.name(), &centre)) centre = AcGePoint3d::kOrigin;
+  AcGeVector3d step = (*xAxisP * -x + *yAxisP * y + *zAxisP * z) * kMoveUnits;
+  if (isHover) step.y = 0.0;
+  AcGeMatrix3d motion;
+  motion.setTranslation(step);
+  if (rx != 0.0) motion = motion * AcGeMatrix3d::rotation(rx * -kTurnUnits, *xAxisP, centre);
+  if (ry != 0.0)
+    motion = motion * AcGeMatrix3d::rotation(ry * kTurnUnits, isKeepHorizon ? kWorldY : *yAxisP, centre);
+  if (rz != 0.0 && !isKeepHorizon) motion = motion * AcGeMatrix3d::rotation(rz * kTurnUnits, *zAxisP, centre);
+  lockDocument();
+  transformEach(selection.name(), motion, Redraw::kNo);
+  selection.free();
+  return true;
+} catch (...) {
+  LM_LOG(kError, kClass, "AutoCadProxy::transformSelection3d") << "Error transformSelection()";
+  return false;
+}
+
+bool AutoCadProxy::transformSelection2d(double x, double y) try {
+  if (acDocManagerPtr()->curDocument() == nullptr) return false;
+  ImpliedSelection selection;
+  if (!selection.isTaken()) return false;
+  AcGeMatrix3d motion;
+  motion.setTranslation(AcGeVector3d(x * kSheetMoveUnits, y * kSheetMoveUnits, 0.0));
+  lockDocument();
+  transformEach(selection.name(), motion, Redraw::kYes);
+  selection.free();
+  return true;
+} catch (...) {
+  LM_LOG(kError, kClass, "AutoCadProxy::transformSelection2d") << "Error transformSelection()";
+  return false;
+}
+
 void AutoCadProxy::handleCapIsDeflectedIn3DMode(short x, short y, short z, short rx, short ry, short rz) try {
   AcGsView* viewP = nullptr;
   int viewportNumber = 0;
@@ -294,6 +636,13 @@ void AutoCadProxy::handleCapIsDeflectedIn3DMode(short x, short y, short z, short
   if (!calcScreenAxesRelativeToObject(viewP, &axes[0], &axes[1], &axes[2])) return;
   const bool isPerspective = viewP->isPerspective();
   const RotationMode mode = rotationMode();
+  const bool isSelectionMoved =
+      mIsObjectMoveMode && transformSelection3d(x, y, z, rx, ry, rz, &axes[0], &axes[1], &axes[2],
+                                                mode.mIsHover, mode.mIsKeepHorizon);
+  if (isSelectionMoved) {
+    viewP->update();
+    return;
+  }
   if (x != 0 || y != 0 || z != 0) {
     const double base = mTransSensBase;
     moveXYZ(viewP, x / base, y / base, z / base, &axes[0], &axes[1], &axes[2], mode.mRotCenterMode,

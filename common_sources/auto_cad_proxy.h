@@ -16,6 +16,7 @@
 #include <atomic>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "acgs.h"
 #include "adsdef.h"
@@ -31,7 +32,7 @@ class LmAutoCad;
 enum NavigationMode : int { kUnknownMode = 0, k2DMode = 1, k3DMode = 2 };
 
 /// All operations belong to the main thread unless they say otherwise. None throws, but for handleDeviceCap,
-/// getNavigationMode, pan2D and zoom2D, whose callers catch.
+/// getNavigationMode, pan2D, zoom2D and the execution of functions, whose callers catch.
 class AutoCadProxy {
  public:
   /// Copies its settings from the core object, which outlives it, and arms the timer: the first tick comes
@@ -81,6 +82,31 @@ class AutoCadProxy {
   /// Ends a movement: commits the 3D view, unlocks the document. Does nothing when none is under way.
   void handleCapIsReleased(int mode);
 
+  // --- keys, application functions, menu file ---
+
+  /// Executes the pending application function, then the pending special function. A request whose execution
+  /// failed stays pending; one that came meanwhile does too.
+  void handleDeviceKeys();
+
+  /// Sends the menu macro of application function `number` to the command line, a text for each of its
+  /// tokens. Throws what the host throws.
+  void execApplFunction(std::int32_t number);
+
+  /// Sends the command of a special function's event code. Throws what the host throws.
+  void execSpecialApplFunction(std::int32_t eventCode);
+
+  /// Makes the host load the menu exporter that lies beside the module.
+  void StartDotNETPlugin();
+
+  /// Reads the menu file into the modes and the menu table; a file that is not there yet is no failure.
+  void loadMenufile();
+
+  // --- scrolling ---
+
+  /// Scrolls the tree or list under the mouse pointer by raw cap values and waits, the longer the less the
+  /// cap is deflected. False when scroll mode is off or there is nothing to scroll.
+  bool scrollTreeOrList(int x, int y, int z);
+
   // --- the view ---
 
   /// Fetches the current graphics view (null when there is none) and the current viewport's number; answers
@@ -100,6 +126,28 @@ class AutoCadProxy {
   /// Unit direction of the one selected line and a point on it, read once a movement. False when anything
   /// else is selected.
   bool getSelObjectAxis(AcGeVector3d* directionP, AcGePoint3d* pointP);
+
+  // --- 2D motion ---
+
+  /// One pass over the sheet of a layout; raw cap values. Locks the document on the first pass of a movement.
+  void handleCapIsDeflectedIn2DMode(short x, short y, short z);
+
+  /// Moves the centre of what is shown by dx, dy: fractions of its width and height.
+  void pan2D(double dx, double dy);
+
+  /// Shows more for a positive, less for a negative dz (dimensionless), at most 20 % either way.
+  void zoom2D(double dz);
+
+  // --- moving objects ---
+
+  /// Moves and turns the implied selection by raw cap values along and about the screen axes, around its own
+  /// centre. False when nothing is selected or the host failed.
+  bool transformSelection3d(double x, double y, double z, double rx, double ry, double rz,
+                            const AcGeVector3d* xAxisP, const AcGeVector3d* yAxisP,
+                            const AcGeVector3d* zAxisP, bool isHover, bool isKeepHorizon);
+
+  /// Moves the implied selection on the sheet by raw cap values. False as above.
+  bool transformSelection2d(double x, double y);
 
   // --- 3D motion ---
 
@@ -128,6 +176,7 @@ class AutoCadProxy {
 
   void releaseIn2DMode();
   void releaseIn3DMode();
+  bool lockDocument();
   void unlockDocument();
   void rotateByCap(AcGsView* viewP, short rx, short ry, short rz, ScreenAxes& axes, const RotationMode& mode,
                    bool isPerspective);
@@ -147,6 +196,8 @@ class AutoCadProxy {
   UINT_PTR mTimerId = 0;
 
   PublishedNames mModes;
+  std::vector<std::string> mMenuTable;
+  bool mIsMenuLoaded = false;
 
   AcGsView* mViewP = nullptr;  ///< the host's; of the last retrieveViewParams
   int mViewportNumber = 0;

@@ -1,17 +1,11 @@
 #include "common_sources/command_text.h"
 
+#include "common_sources/ansi_text.h"
 #include "device/lmt_ctrlr.h"
 
 namespace {
 
 constexpr std::string_view kMenuMacroPrefix = "M=";
-
-std::wstring widened(std::string_view text) {
-  std::wstring wide;
-  wide.reserve(text.size());
-  for (const char character : text) wide.push_back(static_cast<unsigned char>(character));
-  return wide;
-}
 
 }  // namespace
 
@@ -47,6 +41,10 @@ std::vector<std::string> splitMacro(std::string_view macro) {
 std::wstring commandOfToken(std::string_view token) {
   if (token.empty()) return L"\n";
   if (token.substr(0, kMenuMacroPrefix.size()) == kMenuMacroPrefix)
-    return L"(command (menucmd \"" + widened(token) + L"\"))\n";
-  return widened(token) + L"\n";
+    return L"(command (menucmd \"" + wideFromAnsi(token) + L"\"))\n";
+  return wideFromAnsi(token) + L"\n";
+}
+
+std::wstring netloadCommand(const std::wstring& path) {
+  return L"(command \"netload\" \"" + path + L"\")\n";
 }

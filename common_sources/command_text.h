@@ -22,7 +22,11 @@ const wchar_t* viewCommand(std::int32_t eventCode);
 std::vector<std::string> splitMacro(std::string_view macro);
 
 /// What is typed for one token of a macro: an empty one is Enter, one that begins with "M=" is evaluated by
-/// `menucmd`, any other is a command. `token` is 8-bit text, a byte a character.
+/// `menucmd`, any other is a command. `token` is in the ANSI code page.
 std::wstring commandOfToken(std::string_view token);
+
+/// Makes the host load a .NET assembly; `path` with forward slashes, since a backslash is an escape in
+/// AutoLISP.
+std::wstring netloadCommand(const std::wstring& path);
 
 #endif

@@ -1,9 +1,13 @@
 #include "bench/pass/null_host.h"
 
+#include <windows.h>
+
 #include "acedads.h"
 #include "acgs.h"
 #include "adscodes.h"
 #include "gs.h"
+
+HINSTANCE _hdllInstance = nullptr;
 
 namespace {
 

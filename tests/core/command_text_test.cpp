@@ -36,17 +36,24 @@ TEST(CommandText, TwoSemicolonsHoldAnEmptyToken) {
   EXPECT_THAT(splitMacro(";"), ElementsAre(""));
 }
 
-TEST(CommandText, LastSemicolonAddsNoToken) { EXPECT_THAT(splitMacro("a;"), ElementsAre("a")); }
+TEST(CommandText, LastSemicolonAddsNoToken) {
+  EXPECT_THAT(splitMacro("a;"), ElementsAre("a"));
+}
 
-TEST(CommandText, EmptyMacroHasNoToken) { EXPECT_THAT(splitMacro(""), IsEmpty()); }
+TEST(CommandText, EmptyMacroHasNoToken) {
+  EXPECT_THAT(splitMacro(""), IsEmpty());
+}
 
-TEST(CommandText, CommandEndsInANewline) { EXPECT_EQ(commandOfToken("_LINE"), L"_LINE\n"); }
+TEST(CommandText, CommandEndsInANewline) {
+  EXPECT_EQ(commandOfToken("_LINE"), L"_LINE\n");
+}
 
-TEST(CommandText, EmptyTokenIsEnter) { EXPECT_EQ(commandOfToken(""), L"\n"); }
+TEST(CommandText, EmptyTokenIsEnter) {
+  EXPECT_EQ(commandOfToken(""), L"\n");
+}
 
 TEST(CommandText, MenuMacroIsEvaluatedWithItsPrefix) {
-  EXPECT_EQ(commandOfToken("M=$(if,$(eq,1,1),_LINE)"),
-            L"(command (menucmd \"M=$(if,$(eq,1,1),_LINE)\"))\n");
+  EXPECT_EQ(commandOfToken("M=$(if,$(eq,1,1),_LINE)"), L"(command (menucmd \"M=$(if,$(eq,1,1),_LINE)\"))\n");
   EXPECT_EQ(commandOfToken("M="), L"(command (menucmd \"M=\"))\n");
 }
 
@@ -55,6 +62,8 @@ TEST(CommandText, LetterMAloneIsACommand) {
   EXPECT_EQ(commandOfToken("MM="), L"MM=\n");
 }
 
-TEST(CommandText, EightBitCharactersKeepTheirCodes) { EXPECT_EQ(commandOfToken("\xC4"), L"\u00C4\n"); }
+TEST(CommandText, EightBitCharactersKeepTheirCodes) {
+  EXPECT_EQ(commandOfToken("\xC4"), L"\u00C4\n");
+}
 
 }  // namespace

@@ -5,8 +5,9 @@
 namespace {
 
 TEST(ScrollAmount, ClassNamesAreFoundAsParts) {
-  for (const char* const name : {"SysTreeView32", "WindowsForms10.SysTreeView32.app", "TreeView", "MyTreeViewCtrl",
-                                 "SysListView32", "ListBox", "ComboListBox", "Edit", "RichEdit20W"})
+  for (const char* const name :
+       {"SysTreeView32", "WindowsForms10.SysTreeView32.app", "TreeView", "MyTreeViewCtrl", "SysListView32",
+        "ListBox", "ComboListBox", "Edit", "RichEdit20W"})
     EXPECT_EQ(scrollKind(name), ScrollKind::kScrollBar) << name;
 }
 

@@ -6,7 +6,11 @@
 #include <fstream>
 #include <sstream>
 
+#include "dbxEntryPoint.h"
 #include "standin_clock.h"
+#include "standin_process.h"
+
+HINSTANCE _hdllInstance = nullptr;
 
 namespace clock_ = standin::clock;
 namespace host = standin::host;
@@ -83,12 +87,22 @@ ModuleTest::ModuleTest() {
   mProfile = mkdtemp(name.data());
   std::filesystem::create_directories(mProfile / "Lumetrapad" / "Applications");
   setenv("USERPROFILE", mProfile.c_str(), 1);
+  installModule();
   writeSettings();
   clock_::start(clock_::Kind::kReplay, 16);
   controller::reset();
   host::start([] { clock_::drawn(); });
   host::openDocument(smallDrawing());
   host::setListener(&mHost);
+}
+
+void ModuleTest::installModule() {
+  const std::filesystem::path folder = mProfile / "plug-in";
+  std::filesystem::create_directory(folder);
+  std::ofstream(folder / "MenuScribe2015.dll") << "exporter";
+  std::wstring path = (folder / "LMTRAutoCAD2013.arx").wstring();
+  std::replace(path.begin(), path.end(), L'/', L'\\');
+  standin::windows::setModulePath(_hdllInstance, path);
 }
 
 ModuleTest::~ModuleTest() {
@@ -137,8 +151,13 @@ void ModuleTest::deviceEvent(std::int32_t code) {
   clock_::advanceTo(clock_::nowMs());
 }
 
-std::vector<std::string> ModuleTest::logTexts(const std::string& type, const std::string& method) const {
+std::string ModuleTest::logFile() const {
   std::ifstream file(mProfile / "Lumetrapad" / "autocad_addin_log.txt");
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+std::vector<std::string> ModuleTest::logTexts(const std::string& type, const std::string& method) const {
+  std::istringstream file(logFile());
   std::vector<std::string> texts;
   for (std::string line; std::getline(file, line);) {
     std::vector<std::string> columns;

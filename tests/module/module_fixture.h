@@ -43,6 +43,9 @@ class ModuleTest : public ::testing::Test {
   /// Writes the settings file with these keys changed from the tests' values (every log level on).
   void writeSettings(const std::map<std::string, std::string>& changes = {});
 
+  /// Tells the module a path of its own, in a folder with a menu exporter.
+  void installModule();
+
   /// Creates the core object, and waits until its threads wait.
   void load();
   /// Destroys it.
@@ -61,6 +64,8 @@ class ModuleTest : public ::testing::Test {
   /// Texts of the log's entries, in order; `type` ("ERR" ...) and `method` ("doTransform"), when given,
   /// choose.
   std::vector<std::string> logTexts(const std::string& type = "", const std::string& method = "") const;
+  /// The log file as it stands.
+  std::string logFile() const;
   bool hasLogged(const std::string& text) const;
   std::size_t countLogged(const std::string& text) const;
 

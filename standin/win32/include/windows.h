@@ -200,6 +200,9 @@ STANDIN_WIN32_API DWORD GetCurrentProcessId();
 STANDIN_WIN32_API int WideCharToMultiByte(UINT codePage, DWORD flags, LPCWSTR wide, int wideCount,
                                           LPSTR narrow, int narrowSize, LPCSTR replacement,
                                           LPBOOL usedReplacement);
+/// The other way; never replaces, as the code page knows every byte. 0 when the buffer is too small.
+STANDIN_WIN32_API int MultiByteToWideChar(UINT codePage, DWORD flags, LPCSTR narrow, int narrowCount,
+                                          LPWSTR wide, int wideSize);
 
 // --- windows; main thread; see standin_desktop.h ---
 

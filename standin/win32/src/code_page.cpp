@@ -25,6 +25,12 @@ std::optional<char> byteOf(wchar_t character) {
   return static_cast<char>(0x80 + (found - kUpperControls.begin()));
 }
 
+wchar_t characterOf(char byte) {
+  const auto code = static_cast<unsigned char>(byte);
+  const bool isUpperControl = code >= 0x80 && code < 0x80 + kUpperControls.size();
+  return static_cast<wchar_t>(isUpperControl ? kUpperControls[code - 0x80u] : code);
+}
+
 }  // namespace
 
 int WideCharToMultiByte(UINT codePage, DWORD /*flags*/, LPCWSTR wide, int wideCount, LPSTR narrow,
@@ -46,4 +52,16 @@ int WideCharToMultiByte(UINT codePage, DWORD /*flags*/, LPCWSTR wide, int wideCo
   if (bytes.size() > static_cast<std::size_t>(narrowSize)) return 0;
   std::memcpy(narrow, bytes.data(), bytes.size());
   return static_cast<int>(bytes.size());
+}
+
+int MultiByteToWideChar(UINT codePage, DWORD /*flags*/, LPCSTR narrow, int narrowCount, LPWSTR wide,
+                        int wideSize) {
+  if (codePage != CP_ACP || narrow == nullptr || narrowCount == 0 || narrowCount < -1 || wideSize < 0)
+    return 0;
+  if (wide == nullptr && wideSize > 0) return 0;
+  const std::size_t count = narrowCount < 0 ? std::strlen(narrow) + 1 : static_cast<std::size_t>(narrowCount);
+  if (wideSize == 0) return static_cast<int>(count);
+  if (count > static_cast<std::size_t>(wideSize)) return 0;
+  std::transform(narrow, narrow + count, wide, characterOf);
+  return static_cast<int>(count);
 }

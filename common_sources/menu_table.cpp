@@ -1,0 +1,34 @@
+#include "common_sources/menu_table.h"
+
+#include "config/cnfg.h"
+
+namespace {
+
+/// Calls `take` with key and value of every parameter of the section.
+template <typename Take>
+void readSection(Cnfg& file, std::string_view section, Take take) {
+  if (file.findSection(section) != Cnfg::kOk) return;
+  std::string key, value;
+  while (file.readNextParameter(key, value) == Cnfg::kOk) take(key, value);
+}
+
+}  // namespace
+
+std::optional<std::string_view> menuMacro(std::string_view value) {
+  const std::size_t labelEnd = value.find('}');
+  if (labelEnd == std::string_view::npos || labelEnd + 1 == value.size()) return std::nullopt;
+  value.remove_prefix(labelEnd + 1);
+  return value.substr(0, value.find('|'));
+}
+
+std::optional<MenuTable> readMenuFile(const std::string& path) {
+  Cnfg file;
+  if (file.open(path) != Cnfg::kOk) return std::nullopt;
+  MenuTable table;
+  readSection(file, "Modes",
+              [&](const std::string& key, const std::string&) { table.mModes.push_back(key); });
+  readSection(file, "MenuBar", [&](const std::string&, const std::string& value) {
+    if (const auto macro = menuMacro(value)) table.mMacros.emplace_back(*macro);
+  });
+  return table;
+}

@@ -1,0 +1,79 @@
+#include "common_sources/menu_table.h"
+
+#include <gmock/gmock.h>
+#include <stdlib.h>
+
+#include <filesystem>
+#include <fstream>
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+namespace {
+
+struct ValueCase {
+  const char* value;
+  std::optional<std::string_view> macro;
+};
+
+class MenuValues : public ::testing::TestWithParam<ValueCase> {};
+
+TEST_P(MenuValues, AreCutToTheMacro) {
+  EXPECT_EQ(menuMacro(GetParam().value), GetParam().macro);
+}
+
+INSTANTIATE_TEST_SUITE_P(Values, MenuValues,
+                         ::testing::Values(ValueCase{"{Line}_LINE|Draws a line", "_LINE"},
+                                           ValueCase{"{Line}_LINE", "_LINE"}, ValueCase{"{A}x}y", "x}y"},
+                                           ValueCase{"{A}x|y|z", "x"}, ValueCase{"{A}|help", ""},
+                                           ValueCase{"no label", std::nullopt}, ValueCase{"", std::nullopt},
+                                           ValueCase{"{only a label}", std::nullopt}, ValueCase{"}x", "x"}));
+
+class MenuFile : public ::testing::Test {
+ protected:
+  MenuFile() {
+    std::string name = (std::filesystem::temp_directory_path() / "lm_menu_XXXXXX").string();
+    mFolder = mkdtemp(name.data());
+  }
+  ~MenuFile() override { std::filesystem::remove_all(mFolder); }
+  std::optional<MenuTable> read(const std::string& text) {
+    std::ofstream(mFolder / "autocad.mnu") << text;
+    return readMenuFile(mFolder.string() + "\\autocad.mnu");
+  }
+  std::filesystem::path mFolder;
+};
+
+TEST_F(MenuFile, ModesAndMacrosAreReadInFileOrder) {
+  const auto table =
+      read("[Modes]\nDrafting =\nModelling =\n\n[MenuBar]\nb = {B}_CIRCLE;;|help\na = {A}_LINE\n");
+  ASSERT_TRUE(table);
+  EXPECT_THAT(table->mModes, ElementsAre("Drafting", "Modelling"));
+  EXPECT_THAT(table->mMacros, ElementsAre("_CIRCLE;;", "_LINE"));
+}
+
+TEST_F(MenuFile, SkippedValueTakesNoNumber) {
+  const auto table = read("[MenuBar]\n1 = {A}_LINE\n2 = separator\n3 = {C}_ARC\n");
+  ASSERT_TRUE(table);
+  EXPECT_THAT(table->mMacros, ElementsAre("_LINE", "_ARC"));
+  EXPECT_THAT(table->mModes, IsEmpty());
+}
+
+TEST_F(MenuFile, MissingFileIsNone) {
+  EXPECT_FALSE(readMenuFile(mFolder.string() + "\\none.mnu"));
+}
+
+TEST_F(MenuFile, EmptyFileHasNothing) {
+  const auto table = read("");
+  ASSERT_TRUE(table);
+  EXPECT_THAT(table->mModes, IsEmpty());
+  EXPECT_THAT(table->mMacros, IsEmpty());
+}
+
+TEST_F(MenuFile, MenuBarMayStandBeforeTheModes) {
+  const auto table = read("[MenuBar]\n1 = {A}_LINE\n\n[Modes]\nDrafting =\n");
+  ASSERT_TRUE(table);
+  EXPECT_THAT(table->mModes, ElementsAre("Drafting"));
+  EXPECT_THAT(table->mMacros, ElementsAre("_LINE"));
+}
+
+}  // namespace

@@ -1,0 +1,75 @@
+#include "common_sources/window_search.h"
+
+#include <gtest/gtest.h>
+
+#include "standin_desktop.h"
+
+namespace desktop = standin::desktop;
+
+namespace {
+
+class WindowSearch : public ::testing::Test {
+ protected:
+  WindowSearch() { desktop::clear(); }
+  ~WindowSearch() override { desktop::clear(); }
+  static HWND window(HWND parent, RECT rect, bool isShown = true) {
+    return desktop::createWindow({L"W", parent, rect, isShown, {}, {}, false});
+  }
+};
+
+TEST_F(WindowSearch, EmptyScreenHasNone) {
+  EXPECT_EQ(smallestWindowAt({5, 5}), nullptr);
+}
+
+TEST_F(WindowSearch, WindowWithoutAParentIsTheResult) {
+  const HWND frame = window(nullptr, {0, 0, 100, 100});
+  EXPECT_EQ(smallestWindowAt({5, 5}), frame);
+}
+
+TEST_F(WindowSearch, SmallerSiblingBelowIsFound) {
+  const HWND frame = window(nullptr, {0, 0, 100, 100});
+  window(frame, {0, 0, 80, 80});
+  const HWND small = window(frame, {0, 0, 20, 20});
+  EXPECT_EQ(smallestWindowAt({5, 5}), small);
+}
+
+TEST_F(WindowSearch, SmallestOfSeveralIsFound) {
+  const HWND frame = window(nullptr, {0, 0, 100, 100});
+  window(frame, {0, 0, 80, 80});
+  window(frame, {0, 0, 40, 40});
+  const HWND small = window(frame, {0, 0, 10, 10});
+  window(frame, {0, 0, 30, 30});
+  EXPECT_EQ(smallestWindowAt({5, 5}), small);
+}
+
+TEST_F(WindowSearch, EqualSizeDoesNotReplaceTheFirst) {
+  const HWND frame = window(nullptr, {0, 0, 100, 100});
+  const HWND first = window(frame, {0, 0, 20, 20});
+  window(frame, {2, 2, 22, 22});
+  EXPECT_EQ(smallestWindowAt({5, 5}), first);
+}
+
+TEST_F(WindowSearch, HiddenSiblingIsPassedOver) {
+  const HWND frame = window(nullptr, {0, 0, 100, 100});
+  const HWND large = window(frame, {0, 0, 80, 80});
+  window(frame, {0, 0, 20, 20}, false);
+  EXPECT_EQ(smallestWindowAt({5, 5}), large);
+}
+
+TEST_F(WindowSearch, SiblingElsewhereIsPassedOver) {
+  const HWND frame = window(nullptr, {0, 0, 100, 100});
+  const HWND large = window(frame, {0, 0, 80, 80});
+  window(frame, {50, 50, 60, 60});
+  EXPECT_EQ(smallestWindowAt({5, 5}), large);
+}
+
+TEST_F(WindowSearch, ChildrenOfTheNewBestAreSearchedFromTheFirst) {
+  const HWND frame = window(nullptr, {0, 0, 100, 100});
+  window(frame, {0, 0, 80, 80});
+  const HWND panel = window(frame, {0, 0, 40, 40});
+  const HWND list = window(panel, {0, 0, 30, 30});
+  const HWND field = window(list, {0, 0, 10, 10});
+  EXPECT_EQ(smallestWindowAt({5, 5}), field);
+}
+
+}  // namespace
