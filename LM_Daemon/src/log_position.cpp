@@ -48,11 +48,10 @@ void writeMethod(char* targetP, std::string_view className, std::string_view met
 
 }  // namespace
 
-std::size_t LogPosition::write(char* targetP, std::string_view sourceFile, int line,
-                               std::string_view className, std::string_view methodName) {
+std::size_t LogPosition::write(char* targetP, std::string_view fileName, int line, std::string_view className,
+                               std::string_view methodName) {
   std::memset(targetP, ' ', kMaxSize);
-  // Without a backslash npos + 1 is 0: the whole path.
-  writeFile(targetP, sourceFile.substr(sourceFile.rfind('\\') + 1));
+  writeFile(targetP, fileName);
   char* endP = copy(targetP + kFileWidth, kGap);
   endP = copy(writeLine(endP, line), kGap);
   writeMethod(endP, className, methodName);

@@ -22,16 +22,19 @@ class LogPosition {
   /// `sourceFile` is shown behind its last backslash. `methodName` is shown behind `className` and "::",
   /// whether or not it names the class itself.
   LogPosition(std::string_view sourceFile, int line, std::string_view className, std::string_view methodName)
-      : mSize(write(mText.data(), sourceFile, line, className, methodName)) {}
+      : mSize(write(mText.data(), fileNameOf(sourceFile), line, className, methodName)) {}
 
   std::string_view text() const { return {mText.data(), mSize}; }
 
-  /// The same without an object: writes the text to `targetP`, which has room for kMaxSize, and answers its
-  /// size.
-  static std::size_t write(char* targetP, std::string_view sourceFile, int line, std::string_view className,
+  /// The same without an object, for a file name without folders: writes the text to `targetP`, which has
+  /// room for kMaxSize, and answers its size.
+  static std::size_t write(char* targetP, std::string_view fileName, int line, std::string_view className,
                            std::string_view methodName);
 
  private:
+  /// Without a backslash npos + 1 is 0: the whole path.
+  static std::string_view fileNameOf(std::string_view path) { return path.substr(path.rfind('\\') + 1); }
+
   std::array<char, kMaxSize> mText;
   std::size_t mSize;
 };

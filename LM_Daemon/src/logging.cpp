@@ -1,6 +1,7 @@
 #include "LM_Daemon/src/logging.h"
 
 #include <cstdint>
+#include <cstdio>
 #include <cstring>
 #include <utility>
 
@@ -14,7 +15,9 @@ std::atomic<Logging*> Logging::sCurrentP{nullptr};
 
 namespace {
 
-constexpr std::size_t kThreadIdWidth = 6;
+// Where the pieces of mStart begin.
+constexpr std::size_t kTypeStart = 13;
+constexpr std::size_t kThreadStart = 17;
 
 }  // namespace
 
@@ -100,10 +103,10 @@ bool Logging::openEntry(LogLevel level, std::string_view sourceFile, std::string
   return true;
 }
 
-bool Logging::openEntry(LogLevel level, std::string_view sourceFile, int line, std::string_view className,
+bool Logging::openEntry(LogLevel level, std::string_view fileName, int line, std::string_view className,
                         std::string_view methodName) noexcept {
-  if (!begin(level, sourceFile)) return false;
-  appendPosition(mText, sourceFile, line, className, methodName);
+  if (!begin(level, fileName)) return false;
+  appendPosition(mText, fileName, line, className, methodName);
   return true;
 }
 
@@ -125,25 +128,29 @@ bool Logging::begin(LogLevel level, std::string_view sourceFile) noexcept {
   return true;
 }
 
+/// Time and thread change rarely from one line to the next, so their texts are kept.
 void Logging::appendStart(LogText& text, LogLevel level) noexcept {
-  static constexpr std::string_view kStart = "hh:mm:ss.mmm|typ|";
-  static constexpr std::size_t kTypeStart = kStart.find("typ");
-  mMsOfDay = Util::utcMsOfDay();
-  if (char* const startP = text.extend(kStart.size())) {
-    std::memcpy(startP, kStart.data(), kStart.size());
-    Util::writeTimeOfDay(startP, mMsOfDay);
+  const std::uint32_t msOfDay = Util::utcMsOfDay();
+  const std::uint32_t thread = currentThreadId();
+  if (msOfDay != mMsOfDay || thread != mStartThread) {
+    mMsOfDay = msOfDay;
+    mStartThread = thread;
+    Util::writeTimeOfDay(mStart.data(), msOfDay);
+    const int size = std::snprintf(&mStart[kThreadStart], mStart.size() - kThreadStart, "%6u|", thread);
+    mStartSize = kThreadStart + static_cast<std::size_t>(size);
+  }
+  if (char* const startP = text.extend(mStartSize)) {
+    std::memcpy(startP, mStart.data(), mStartSize);
     std::memcpy(startP + kTypeStart, logLevelType(level), kLogLevelTypeSize);
   }
-  text.appendPadded(currentThreadId(), kThreadIdWidth);
-  text.append("|");
 }
 
-void Logging::appendPosition(LogText& text, std::string_view sourceFile, int line, std::string_view className,
+void Logging::appendPosition(LogText& text, std::string_view fileName, int line, std::string_view className,
                              std::string_view methodName) noexcept {
   const std::size_t start = text.size();
   char* const startP = text.extend(LogPosition::kMaxSize);
   if (startP == nullptr) return;
-  text.cut(start + LogPosition::write(startP, sourceFile, line, className, methodName));
+  text.cut(start + LogPosition::write(startP, fileName, line, className, methodName));
   text.append(LogPosition::kGap);
 }
 
@@ -203,9 +210,9 @@ Logging& Logging::operator<<(std::ios_base& (*manipulator)(std::ios_base&)) noex
   return *this;
 }
 
-Logging* LogEntry::open(LogLevel level, std::string_view sourceFile, int line, std::string_view className,
+Logging* LogEntry::open(LogLevel level, std::string_view fileName, int line, std::string_view className,
                         std::string_view methodName) noexcept {
   Logging* const logP = Logging::current();
   if (logP == nullptr) return nullptr;
-  return logP->openEntry(level, sourceFile, line, className, methodName) ? logP : nullptr;
+  return logP->openEntry(level, fileName, line, className, methodName) ? logP : nullptr;
 }

@@ -66,8 +66,8 @@ class Logging {
   /// written before that one. `position` is a LogPosition's text.
   bool openEntry(LogLevel level, std::string_view sourceFile, std::string_view position) noexcept;
 
-  /// The same with the parts of the position.
-  bool openEntry(LogLevel level, std::string_view sourceFile, int line, std::string_view className,
+  /// The same with the parts of the position; the file is named without folders.
+  bool openEntry(LogLevel level, std::string_view fileName, int line, std::string_view className,
                  std::string_view methodName) noexcept;
 
   /// Pieces of the calling thread's open entry; without one they are dropped.
@@ -107,7 +107,7 @@ class Logging {
   bool isFileWanted(std::string_view sourceFile) const noexcept;
   bool begin(LogLevel level, std::string_view sourceFile) noexcept;
   void appendStart(LogText& text, LogLevel level) noexcept;
-  static void appendPosition(LogText& text, std::string_view sourceFile, int line, std::string_view className,
+  static void appendPosition(LogText& text, std::string_view fileName, int line, std::string_view className,
                              std::string_view methodName) noexcept;
   void endEntry() noexcept;
   void writeEntry(std::string_view line) noexcept;
@@ -139,6 +139,10 @@ class Logging {
   std::size_t mDepth = 0;
 
   std::int64_t mFullAt = 0;
+  /// Time, type and thread of the entry opened last.
+  std::array<char, 32> mStart = {"hh:mm:ss.mmm|typ|"};
+  std::size_t mStartSize = 0;
+  std::uint32_t mStartThread = 0;
   /// Time of the entry opened last, and of the last look at the exact size.
   std::uint32_t mMsOfDay = 0;
   std::uint32_t mMsOfExactSize = 0;
@@ -151,9 +155,9 @@ Logging& processLog();
 /// One entry, from construction to close() or destruction, whatever happens in between.
 class LogEntry {
  public:
-  LogEntry(LogLevel level, std::string_view sourceFile, int line, std::string_view className,
+  LogEntry(LogLevel level, std::string_view fileName, int line, std::string_view className,
            std::string_view methodName) noexcept
-      : mLogP(Logging::isLogged(level) ? open(level, sourceFile, line, className, methodName) : nullptr) {}
+      : mLogP(Logging::isLogged(level) ? open(level, fileName, line, className, methodName) : nullptr) {}
   ~LogEntry() { close(); }
   LogEntry(const LogEntry&) = delete;
   LogEntry& operator=(const LogEntry&) = delete;
@@ -180,7 +184,7 @@ class LogEntry {
   }
 
  private:
-  static Logging* open(LogLevel level, std::string_view sourceFile, int line, std::string_view className,
+  static Logging* open(LogLevel level, std::string_view fileName, int line, std::string_view className,
                        std::string_view methodName) noexcept;
 
   Logging* mLogP;

@@ -9,7 +9,7 @@ namespace {
 
 constexpr std::int64_t kBytesPerKilobyte = 1000;
 /// How many lines in a row may trust the tracked size before the system is asked.
-constexpr int kMaxTrustedWrites = 16;
+constexpr int kMaxTrustedWrites = 32;
 
 constexpr const char* kRule =
     "------------------------------------------------------------------------------------------\n";
