@@ -1,0 +1,113 @@
+/// What a line of the log costs, against a bare write of the same bytes and against spdlog.
+#include <benchmark/benchmark.h>
+#include <fcntl.h>
+#include <spdlog/sinks/basic_file_sink.h>
+#include <spdlog/spdlog.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+#include "LM_Daemon/src/logging.h"
+
+namespace {
+
+constexpr const char* kText = "Move x-Direction, value: ";
+
+/// A folder that is removed at the end.
+struct Folder {
+  Folder() {
+    std::string name = (std::filesystem::temp_directory_path() / "lm_bench_XXXXXX").string();
+    mPath = mkdtemp(name.data());
+  }
+  ~Folder() { std::filesystem::remove_all(mPath); }
+
+  std::string file(const char* nameP) const { return mPath + "/" + nameP; }
+
+  std::string mPath;
+};
+
+LogPars parsFor(const std::string& file) {
+  LogPars pars;
+  pars.mLogFile = file;
+  for (char& c : pars.mLogFile)
+    if (c == '/') c = '\\';
+  pars.mMaxSize = 2000000;
+  return pars;
+}
+
+void logMove(int value) {
+  LM_LOG(kInfo, "AutoCadProxy", "AutoCadProxy::moveXYZ") << kText << value;
+}
+
+/// The bytes of one line as the log writes it.
+std::string oneLine() {
+  const Folder folder;
+  Logging log;
+  log.init(parsFor(folder.file("a.log")));
+  logMove(123456);
+  std::ifstream file(folder.file("a.log"));
+  std::string line;
+  for (std::string next; std::getline(file, next);)
+    if (next.find(kText) != std::string::npos) line = next + "\n";
+  return line;
+}
+
+void bareWrite(benchmark::State& state) {
+  const Folder folder;
+  const std::string line = oneLine();
+  const int file = open(folder.file("a.log").c_str(), O_CREAT | O_WRONLY | O_APPEND, 0666);
+  for (auto _ : state)
+    if (write(file, line.data(), line.size()) < 0) state.SkipWithError("write");
+  close(file);
+  state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(line.size()));
+}
+
+void logLine(benchmark::State& state) {
+  const Folder folder;
+  Logging log;
+  log.init(parsFor(folder.file("a.log")));
+  int value = 100000;
+  for (auto _ : state) logMove(value++);
+}
+
+void spdlogLine(benchmark::State& state) {
+  const Folder folder;
+  spdlog::logger logger("a", std::make_shared<spdlog::sinks::basic_file_sink_mt>(folder.file("a.log")));
+  logger.flush_on(spdlog::level::trace);
+  logger.set_pattern("%H:%M:%S.%e|%L|%t|%v");
+  int value = 100000;
+  for (auto _ : state)
+    logger.info("AutoCadProxy::moveXYZ              | Move x-Direction in the view, value: {}", value++);
+}
+
+void logLevelOff(benchmark::State& state) {
+  const Folder folder;
+  Logging log;
+  log.init(parsFor(folder.file("a.log")));
+  int value = 0;
+  for (auto _ : state) {
+    LM_LOG(kDebug, "AutoCadProxy", "AutoCadProxy::moveXYZ") << kText << value++;
+    benchmark::ClobberMemory();
+  }
+}
+
+void spdlogLevelOff(benchmark::State& state) {
+  const Folder folder;
+  spdlog::logger logger("a", std::make_shared<spdlog::sinks::basic_file_sink_mt>(folder.file("a.log")));
+  int value = 0;
+  for (auto _ : state) {
+    logger.debug("Move x-Direction, value: {}", value++);
+    benchmark::ClobberMemory();
+  }
+}
+
+BENCHMARK(bareWrite);
+BENCHMARK(logLine);
+BENCHMARK(spdlogLine);
+BENCHMARK(logLevelOff);
+BENCHMARK(spdlogLevelOff);
+
+}  // namespace
