@@ -16,9 +16,8 @@ class LogThreads : public LogTest {
   /// Every thread writes its entries; each says which thread wrote it, which of its entries it is, and ends
   /// with a mark.
   static void writeEntries() {
-    std::array<std::thread, kThreads> threads;
-    for (int thread = 0; thread < kThreads; ++thread)
-      threads[thread] = std::thread(&LogThreads::writer, thread);
+    std::vector<std::thread> threads;
+    for (int thread = 0; thread < kThreads; ++thread) threads.emplace_back(&LogThreads::writer, thread);
     for (std::thread& thread : threads) thread.join();
   }
 
