@@ -3,34 +3,16 @@
 #include <stdlib.h>
 
 #include <Eigen/Geometry>
-#include <atomic>
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
-#include <new>
 
+#include "bench/allocation_count.h"
 #include "bench/pass/null_host.h"
 #include "common_sources/auto_cad_proxy.h"
 #include "common_sources/lm_auto_cad.h"
 #include "standin/controller/controller_feed.h"
 #include "standin/objectarx/host_control.h"
 #include "standin_clock.h"
-
-namespace {
-std::atomic<std::uint64_t> allocations{0};
-}
-
-void* operator new(std::size_t size) {
-  ++allocations;
-  if (void* const memoryP = std::malloc(size)) return memoryP;
-  throw std::bad_alloc();
-}
-void operator delete(void* memoryP) noexcept {
-  std::free(memoryP);
-}
-void operator delete(void* memoryP, std::size_t) noexcept {
-  std::free(memoryP);
-}
 
 namespace {
 
@@ -81,9 +63,9 @@ void PassAllSixAxes(benchmark::State& state) {
   AutoCadProxy& proxy = core.proxy();
   resetNullView();
   proxy.handleDeviceCap();
-  const std::uint64_t before = allocations;
+  const std::uint64_t before = allocationCount();
   for (auto _ : state) benchmark::DoNotOptimize(proxy.handleDeviceCap());
-  state.counters["allocations"] = static_cast<double>(allocations - before);
+  state.counters["allocations"] = static_cast<double>(allocationCount() - before);
 }
 BENCHMARK(PassAllSixAxes);
 
