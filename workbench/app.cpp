@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <exception>
+#include <optional>
 #include <utility>
 
 #include "workbench/desktop.h"
@@ -56,12 +57,21 @@ void printSummary(const RunResult& result, std::ostream& out) {
   for (const auto& [what, howMuch] : summaryRows(result)) out << what << ": " << howMuch << "\n";
 }
 
+/// Line of the first event that writes the menu file.
+std::optional<std::size_t> lineOfMenuEvent(const Session& session) {
+  for (const TimedUserAction& event : session.user)
+    if (std::holds_alternative<WriteMenu>(event.action)) return event.line;
+  return std::nullopt;
+}
+
 int runReplay(const Options& options, std::ostream& out, std::ostream& err) {
   checkFiles(options);
   ReplayOrder order;
   order.session = readSession(options.session);
   order.drawing = readDrawing(options.drawing);
-  checkSelections(order.session, *order.drawing);
+  const auto menuLine = lineOfMenuEvent(order.session);
+  if (menuLine && !options.menu)
+    throw InputError({order.session.file, *menuLine}, "the option --menu beside the event \"menu\"", "none");
   order.clock = options.isRealTime ? standin::clock::Kind::kReal : standin::clock::Kind::kReplay;
   order.frameMs = options.frameMs;
   order.moments = options.frames;
@@ -69,7 +79,11 @@ int runReplay(const Options& options, std::ostream& out, std::ostream& err) {
 
   const Profile profile(options.profile.value_or(options.out / "profile"));
   if (!options.profile) profile.clear();
-  profile.make(options.menu);
+  profile.make();
+  if (menuLine)
+    order.writeMenu = [&] { profile.copyMenu(*options.menu); };
+  else if (options.menu)
+    profile.copyMenu(*options.menu);
   setUserProfile(profile.folder());
 
   RunResult result;

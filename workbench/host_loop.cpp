@@ -39,7 +39,7 @@ bool HostLoop::runQueuedText() {
     isRun = true;
     isRun = standin::host::runQueuedText();
   });
-  if (isRun) mRecorder.noteSelection();
+  if (isRun) mSurroundings.recorder.noteSelection();
   return isRun;
 }
 
@@ -55,8 +55,8 @@ bool HostLoop::runUserEvent() {
   if (!due || *due > clock::nowMs()) return false;
   const TimedUserAction& event = mSession.user[mNextUser++];
   guarded("a command of the session's line " + std::to_string(event.line), mProblems,
-          [this, &event] { perform(event, mSession); });
-  mRecorder.noteSelection();
+          [this, &event] { perform(event, mSession, mSurroundings); });
+  mSurroundings.recorder.noteSelection();
   return true;
 }
 

@@ -9,6 +9,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "workbench/recording.h"
@@ -24,12 +25,12 @@ class HostLoop {
  public:
   /// The clock has been started and the device's events are on it. The arguments must outlive the loop. What
   /// goes wrong is added to `problems`, one line each.
-  HostLoop(const Session& session, const DeviceSchedule& device, Recorder& recorder,
+  HostLoop(const Session& session, const DeviceSchedule& device, Surroundings surroundings,
            std::vector<std::string>& problems)
-      : mSession(session), mDevice(device), mRecorder(recorder), mProblems(problems) {}
+      : mSession(session), mDevice(device), mSurroundings(std::move(surroundings)), mProblems(problems) {}
 
-  /// Runs the session to its end. Main thread. Throws InputError when the host has no entity, variable or
-  /// value that the session names.
+  /// Runs the session to its end. Main thread. Throws InputError when the host has no variable or value
+  /// that the session names.
   void run(const Progress& progress);
 
  private:
@@ -42,7 +43,7 @@ class HostLoop {
 
   const Session& mSession;
   const DeviceSchedule& mDevice;
-  Recorder& mRecorder;
+  Surroundings mSurroundings;
   std::vector<std::string>& mProblems;
   std::size_t mNextUser = 0;
 };

@@ -70,19 +70,22 @@ std::string csvField(const std::string& text) {
   return quotedText + "\"";
 }
 
-std::string hexHandle(std::uint64_t handle) {
-  char text[20];
-  const auto result = std::to_chars(text, text + sizeof text, handle, 16);
-  std::string hex(text, result.ptr);
-  for (char& c : hex)
-    if (c >= 'a') c = static_cast<char>(c - 'a' + 'A');
-  return hex;
-}
-
 std::map<std::string, std::size_t> countByType(const std::vector<EntityState>& entities) {
   std::map<std::string, std::size_t> counts;
   for (const EntityState& entity : entities) ++counts[entity.type];
   return counts;
+}
+
+std::vector<std::string> handleTexts(const std::set<std::uint64_t>& handles) {
+  std::vector<std::string> texts;
+  for (const std::uint64_t handle : handles) texts.push_back(handleText(handle));
+  return texts;
+}
+
+std::string listed(const std::vector<std::string>& words) {
+  std::string text;
+  for (const std::string& word : words) text += (text.empty() ? "" : ", ") + word;
+  return text;
 }
 
 std::string countList(const std::map<std::string, std::size_t>& counts) {
@@ -123,7 +126,7 @@ std::string trajectoryCsv(const std::vector<TrajectoryRow>& rows) {
 std::string entitiesCsv(const std::vector<EntityState>& entities) {
   std::string text = "handle,type,layer,points\n";
   for (const EntityState& entity : entities) {
-    text += hexHandle(entity.handle) + "," + entity.type + "," + csvField(entity.layer) + ",";
+    text += handleText(entity.handle) + "," + entity.type + "," + csvField(entity.layer) + ",";
     for (std::size_t i = 0; i < entity.points.size(); ++i) {
       if (i != 0) text += ';';
       appendTriple(text, entity.points[i], ' ');
@@ -162,6 +165,7 @@ std::string summaryJson(const RunResult& result, const RunNames& names) {
   json["commands_left"] = host.commandsRegistered;
   json["entities"] = countByType(result.entities);
   json["entities_not_understood"] = result.notUnderstood;
+  json["handles_not_found"] = handleTexts(result.recording.handlesNotFound);
   json["device_events_delivered"] = result.eventsDelivered;
   json["device_events_not_fetched"] = result.eventsNotFetched;
   json["host_breaches"] = host.breaches;
@@ -185,6 +189,8 @@ std::vector<std::pair<std::string, std::string>> summaryRows(const RunResult& re
       {"device events", std::to_string(result.eventsDelivered)},
       {"entities", countList(countByType(result.entities))},
       {"not understood", countList(result.notUnderstood)}};
+  if (const auto handles = handleTexts(result.recording.handlesNotFound); !handles.empty())
+    rows.emplace_back("handles not found", listed(handles));
   for (const std::string& problem : result.problems) rows.emplace_back("problem", problem);
   rows.emplace_back("clean", result.isClean() ? "yes" : "no");
   return rows;

@@ -17,13 +17,16 @@ void Profile::clear() const {
   if (error) throw InputError({settings().string()}, "a folder that can be removed", error.message());
 }
 
-void Profile::make(const std::optional<fs::path>& menu) const {
+void Profile::make() const {
   std::error_code error;
   fs::create_directories(applications(), error);
   if (error) throw InputError({applications().string()}, "a folder that can be made", error.message());
-  if (!menu) return;
+}
+
+void Profile::copyMenu(const fs::path& menu) const {
   const fs::path copy = applications() / "autocad.mnu";
-  fs::copy_file(*menu, copy, fs::copy_options::overwrite_existing, error);
+  std::error_code error;
+  fs::copy_file(menu, copy, fs::copy_options::overwrite_existing, error);
   if (error) throw InputError({copy.string()}, "a file that can be written", error.message());
 }
 

@@ -4,7 +4,6 @@
 #define WORKBENCH_PROFILE_H
 
 #include <filesystem>
-#include <optional>
 #include <string>
 
 namespace workbench {
@@ -16,9 +15,10 @@ class Profile {
 
   /// Forgets what a run before left: its settings and log. Throws InputError when that cannot be done.
   void clear() const;
-  /// Makes the folders and copies the menu file, if any, as "autocad.mnu". Throws InputError when that cannot
-  /// be done.
-  void make(const std::optional<std::filesystem::path>& menu) const;
+  /// Makes the folders. Throws InputError when that cannot be done.
+  void make() const;
+  /// Copies the menu file as "autocad.mnu". Throws InputError when that cannot be done.
+  void copyMenu(const std::filesystem::path& menu) const;
 
   const std::filesystem::path& folder() const { return mFolder; }
   /// The module's log as it stands, empty when it wrote none.

@@ -1,5 +1,6 @@
 #include "workbench/recording.h"
 
+#include <cstdio>
 #include <utility>
 
 #include "standin/controller/controller_feed.h"
@@ -33,6 +34,12 @@ host::Camera sheetCamera(const host::PaperView& view) {
 
 }  // namespace
 
+std::string handleText(std::uint64_t handle) {
+  char text[20];
+  std::snprintf(text, sizeof text, "%llX", static_cast<unsigned long long>(handle));
+  return text;
+}
+
 Recorder::Recorder() {
   host::setListener(this);
   listenToDesktop([this](const DesktopMessage& message) {
@@ -56,6 +63,11 @@ void Recorder::noteSelection() {
   auto& changes = mRecording.selections;
   if (changes.empty() || changes.back().handles != handles)
     changes.push_back({clock::nowMs(), std::move(handles)});
+}
+
+void Recorder::noteHandleNotFound(std::uint64_t handle) {
+  mRecording.handlesNotFound.insert(handle);
+  hostPrinted(toWide("No object with handle " + handleText(handle) + "."));
 }
 
 Recording Recorder::take() {

@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdint>
 #include <mutex>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -33,6 +34,9 @@ struct CommandLineEntry {
   std::string text;  ///< UTF-8
 };
 
+/// A handle as drawings write it: hexadecimal, capital letters.
+std::string handleText(std::uint64_t handle);
+
 struct SelectionChange {
   std::int64_t timeMs = 0;
   std::vector<std::uint64_t> handles;
@@ -42,6 +46,7 @@ struct Recording {
   std::vector<TrajectoryRow> rows;
   std::vector<CommandLineEntry> commandLine;
   std::vector<SelectionChange> selections;
+  std::set<std::uint64_t> handlesNotFound;  ///< that the session selects and the drawing does not have
 };
 
 /// Listens to the host and the desktop and writes down what it hears. Its calls come on the main thread from
@@ -55,6 +60,8 @@ class Recorder : public standin::host::Listener {
   void begin();
   /// Notes the pre-selection if it is another than before. Main thread.
   void noteSelection();
+  /// Notes that the drawing has no such entity, and what the host says to it. Main thread.
+  void noteHandleNotFound(std::uint64_t handle);
   Recording take();
 
   void viewUpdated(int viewport, const standin::host::Camera& camera) override;

@@ -67,7 +67,7 @@ class Run {
     send(AcRx::kLoadDwgMsg, "the load drawing message");
     settle("the init message");
     try {
-      HostLoop(mOrder.session, *mDevice, recorder, mResult.problems)
+      HostLoop(mOrder.session, *mDevice, {recorder, mOrder.writeMenu}, mResult.problems)
           .run([this](std::int64_t nowMs, std::int64_t endMs) {
             mMoments.look();
             if (mOrder.progress) mOrder.progress(nowMs, endMs);

@@ -4,6 +4,7 @@
 #define WORKBENCH_REPLAY_H
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -26,7 +27,8 @@ struct ReplayOrder {
   Session session;
   standin::clock::Kind clock = standin::clock::Kind::kReplay;
   std::uint32_t frameMs = 16;
-  std::size_t moments = 60;  ///< of the report
+  std::size_t moments = 60;         ///< of the report
+  std::function<void()> writeMenu;  ///< for the session's event `menu`
   Progress progress;
 };
 

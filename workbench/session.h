@@ -3,17 +3,24 @@
 /// One event a line, "TIME VERB ARGUMENTS", times in ms and never decreasing, '#' starts a comment, blank
 /// lines are skipped:
 ///
-///   rotmode CODE zoom on|off    the device's advanced settings (000 to 999); announced by event 0x20001
-///   motion X Y Z RX RY RZ       the cap from now on, each -32768 to 32767
-///   key NAME                    front right top back left bottom fit
-///   function N                  application function N
-///   event CODE                  any event code, decimal or 0x...; below 0 it is a motion record of the cap
-///   as it is device down|up              down: every operation of the controller library fails select
-///   all|none|HANDLE...   pre-selects entities by their handles (hexadecimal, as drawings give them) command
-///   TEXT                types TEXT at the command line setvar NAME VALUE           sets a system variable
+// clang-format off
+///   rotmode CODE zoom on|off          the device's advanced settings (000 to 999); announced by event 0x20001
+///   motion X Y Z RX RY RZ             the cap from now on, each -32768 to 32767
+///   key NAME                          front right top back left bottom fit
+///   function N                        application function N
+///   event CODE                        any event code, decimal or 0x...; below 0 it is a motion record of the
+///                                     cap as it is
+///   device down|up                    down: every operation of the controller library fails
+///   select all|none|HANDLE...         pre-selects entities by their handles (hexadecimal); one that the
+///                                     drawing does not have is told of at the command line and left out
+///   command TEXT                      types TEXT at the command line
+///   setvar NAME VALUE                 sets a system variable
 ///   projection parallel|perspective   of the current view
 ///   pointer canvas|tree|list|edit|qt|none   what lies under the mouse pointer
-///   end                         the end of the run, the last event if it is there
+///   menu                              the exporter writes the menu file (--menu), which otherwise is there
+///                                     from the beginning
+///   end                               the end of the run, the last event if it is there
+// clang-format on
 #ifndef WORKBENCH_SESSION_H
 #define WORKBENCH_SESSION_H
 
@@ -57,9 +64,10 @@ enum class PointerTarget { kCanvas, kTree, kList, kEdit, kQt, kNone };
 struct MovePointer {
   PointerTarget target = PointerTarget::kCanvas;
 };
+struct WriteMenu {};
 
 using DeviceAction = std::variant<RotationMode, DeviceEvent, DevicePower>;
-using UserAction = std::variant<Select, Command, SetVariable, SetProjection, MovePointer>;
+using UserAction = std::variant<Select, Command, SetVariable, SetProjection, MovePointer, WriteMenu>;
 
 struct TimedDeviceAction {
   std::int64_t timeMs = 0;

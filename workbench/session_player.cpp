@@ -1,7 +1,7 @@
 #include "workbench/session_player.h"
 
-#include <algorithm>
-#include <cstdio>
+#include <cstdint>
+#include <vector>
 
 #include "device/lmt_ctrlr.h"
 #include "standin/controller/controller_feed.h"
@@ -17,25 +17,15 @@ namespace {
 namespace controller = standin::controller;
 namespace host = standin::host;
 
-std::string handleText(std::uint64_t handle) {
-  char text[20];
-  std::snprintf(text, sizeof text, "%llX", static_cast<unsigned long long>(handle));
-  return text;
-}
-
-std::string handleList(const std::vector<std::uint64_t>& handles) {
-  std::string text;
-  for (const std::uint64_t handle : handles) text += (text.empty() ? "" : " ") + handleText(handle);
-  return text;
-}
-
-InputError unknownEntity(const FilePlace& place, const std::string& handles) {
-  return InputError(place, "handles of entities in the drawing", inQuotes(handles));
+bool isInDrawing(std::uint64_t handle) {
+  const standin::Drawing* const drawing = host::drawing();
+  return drawing != nullptr && drawing->find(handle) != nullptr && !drawing->isErased(handle);
 }
 
 /// Does one action of the user's; the place is the session's line.
 struct UserPerformer {
   FilePlace place;
+  const Surroundings& surroundings;
 
   void operator()(const Select& select) const {
     switch (select.kind) {
@@ -44,7 +34,7 @@ struct UserPerformer {
       case Select::Kind::kNone:
         return host::selectNone();
       case Select::Kind::kHandles:
-        if (!host::select(select.handles)) throw unknownEntity(place, handleList(select.handles));
+        return selectHandles(select.handles);
     }
   }
 
@@ -59,6 +49,19 @@ struct UserPerformer {
   void operator()(const SetProjection& projection) const { host::setPerspective(projection.isPerspective); }
 
   void operator()(const MovePointer& move) const { movePointer(move.target); }
+
+  void operator()(const WriteMenu&) const { surroundings.writeMenu(); }
+
+  /// A session is played on any drawing, so what this one does not have is told of and left out.
+  void selectHandles(const std::vector<std::uint64_t>& handles) const {
+    std::vector<std::uint64_t> found;
+    for (const std::uint64_t handle : handles)
+      if (isInDrawing(handle))
+        found.push_back(handle);
+      else
+        surroundings.recorder.noteHandleNotFound(handle);
+    host::select(found);
+  }
 };
 
 struct DevicePerformer {
@@ -81,19 +84,8 @@ struct DevicePerformer {
 
 }  // namespace
 
-void checkSelections(const Session& session, const standin::Drawing& drawing) {
-  for (const TimedUserAction& event : session.user) {
-    if (std::holds_alternative<Command>(event.action)) return;
-    const auto* const select = std::get_if<Select>(&event.action);
-    if (select == nullptr) continue;
-    for (const std::uint64_t handle : select->handles)
-      if (drawing.find(handle) == nullptr)
-        throw unknownEntity({session.file, event.line}, handleText(handle));
-  }
-}
-
-void perform(const TimedUserAction& event, const Session& session) {
-  std::visit(UserPerformer{{session.file, event.line}}, event.action);
+void perform(const TimedUserAction& event, const Session& session, const Surroundings& surroundings) {
+  std::visit(UserPerformer{{session.file, event.line}, surroundings}, event.action);
 }
 
 void perform(const DeviceAction& action) {

@@ -5,19 +5,22 @@
 
 #include <atomic>
 #include <cstddef>
+#include <functional>
 
-#include "standin/objectarx/drawing.h"
+#include "workbench/recording.h"
 #include "workbench/session.h"
 
 namespace workbench {
 
-/// What can be known before the run: entities that are selected before any command could make new ones.
-/// Throws InputError with the session's file and line.
-void checkSelections(const Session& session, const standin::Drawing& drawing);
+/// What the user's actions reach besides the host.
+struct Surroundings {
+  Recorder& recorder;               ///< is told what the host says to an action
+  std::function<void()> writeMenu;  ///< puts the menu file where the module looks for it
+};
 
 /// Does what the user does at the host. Main thread, while the host is idle. Throws InputError when the host
-/// has no such entity, variable or value.
-void perform(const TimedUserAction& event, const Session& session);
+/// has no such variable or value.
+void perform(const TimedUserAction& event, const Session& session, const Surroundings& surroundings);
 
 /// Does what the device does. Any thread.
 void perform(const DeviceAction& action);

@@ -108,9 +108,11 @@ class SessionParser {
         {"setvar", &SessionParser::parseSetVariable},
         {"projection", &SessionParser::parseProjection},
         {"pointer", &SessionParser::parsePointer},
+        {"menu", &SessionParser::parseMenu},
         {"end", &SessionParser::parseEnd}};
     (this->*line.oneOf(
-                "rotmode motion key function event device select command setvar projection pointer end",
+                "rotmode motion key function event device select command setvar projection pointer menu "
+                "end",
                 kVerbs))(line);
   }
 
@@ -210,6 +212,8 @@ class SessionParser {
                                                                     {"qt", PointerTarget::kQt},
                                                                     {"none", PointerTarget::kNone}})});
   }
+
+  void parseMenu(LineReader&) { addUser(WriteMenu{}); }
 
   void parseEnd(LineReader&) { mIsEnded = true; }
 

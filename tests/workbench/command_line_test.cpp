@@ -17,41 +17,42 @@ TEST(CommandLine, EveryMistakeIsOneLineAndWritesNothing) {
   process.write("bad.session", "9 jump\n");
   process.write("back.session", "9 key top\n5 end\n");
   process.write("far.session", "9 motion 0 0 0 0 0 40000\n");
-  process.write("missing.session", "9 select 2A\n10 select FF\n");
+  process.write("late.session", "9 key top\n9 menu\n");
   process.write("picture.dxf", "\x89PNG\r\n\x1A\n");
   process.write("cut.dxf", process.read("a.dxf").substr(0, 60));
   process.write("file", "");
   std::filesystem::create_directory(process.folder() / "out");
   const std::string module = " --module '" LM_FAKE_MODULE "'";
-  const BadUsage table[] = {{"--session a.session --out out", "command line: --drawing is required"},
-                            {"--drawing a.dxf --session a.session --out out --frames many",
-                             "--frames: expected a whole number, 1 to 10000, found \"many\""},
-                            {"--drawing a.dxf --session a.session --out out --frame-ms 0",
-                             "--frame-ms: expected a whole number, 1 to 10000, found \"0\""},
-                            {"--drawing a.dxf --session a.session --out out --fast",
-                             "command line: The following argument was not expected: --fast"},
-                            {"--drawing no.dxf --session a.session --out out",
-                             "no.dxf: expected a drawing (DXF text file), found no such file"},
-                            {"--drawing . --session a.session --out out",
-                             ".: expected a drawing (DXF text file), found something that is no file"},
-                            {"--drawing picture.dxf --session a.session --out out",
-                             "picture.dxf:1: expected a group code of a DXF text file, found \"\\x89PNG\""},
-                            {"--drawing a.dxf --session no.session --out out",
-                             "no.session: expected a session, found no such file"},
-                            {"--drawing a.dxf --session back.session --out out",
-                             "back.session:2: expected a time not before 9, found \"5\""},
-                            {"--drawing a.dxf --session far.session --out out",
-                             "far.session:1: expected rz (a whole number, -32768 to 32767), found \"40000\""},
-                            {"--drawing a.dxf --session missing.session --out out",
-                             "missing.session:2: expected handles of entities in the drawing, found \"FF\""},
-                            {"--drawing a.dxf --session a.session --out none",
-                             "none: expected a folder for the results, found no such folder"},
-                            {"--drawing a.dxf --session a.session --out file",
-                             "file: expected a folder for the results, found a file"},
-                            {"--drawing a.dxf --session a.session --out out --profile file",
-                             "file: expected a folder for the user's profile, found a file"},
-                            {"--drawing a.dxf --session a.session --out out --menu no.mnu",
-                             "no.mnu: expected a menu file, found no such file"}};
+  const BadUsage table[] = {
+      {"--session a.session --out out", "command line: --drawing is required"},
+      {"--drawing a.dxf --session a.session --out out --frames many",
+       "--frames: expected a whole number, 1 to 10000, found \"many\""},
+      {"--drawing a.dxf --session a.session --out out --frame-ms 0",
+       "--frame-ms: expected a whole number, 1 to 10000, found \"0\""},
+      {"--drawing a.dxf --session a.session --out out --fast",
+       "command line: The following argument was not expected: --fast"},
+      {"--drawing no.dxf --session a.session --out out",
+       "no.dxf: expected a drawing (DXF text file), found no such file"},
+      {"--drawing . --session a.session --out out",
+       ".: expected a drawing (DXF text file), found something that is no file"},
+      {"--drawing picture.dxf --session a.session --out out",
+       "picture.dxf:1: expected a group code of a DXF text file, found \"\\x89PNG\""},
+      {"--drawing a.dxf --session no.session --out out",
+       "no.session: expected a session, found no such file"},
+      {"--drawing a.dxf --session back.session --out out",
+       "back.session:2: expected a time not before 9, found \"5\""},
+      {"--drawing a.dxf --session far.session --out out",
+       "far.session:1: expected rz (a whole number, -32768 to 32767), found \"40000\""},
+      {"--drawing a.dxf --session late.session --out out",
+       "late.session:2: expected the option --menu beside the event \"menu\", found none"},
+      {"--drawing a.dxf --session a.session --out none",
+       "none: expected a folder for the results, found no such folder"},
+      {"--drawing a.dxf --session a.session --out file",
+       "file: expected a folder for the results, found a file"},
+      {"--drawing a.dxf --session a.session --out out --profile file",
+       "file: expected a folder for the user's profile, found a file"},
+      {"--drawing a.dxf --session a.session --out out --menu no.mnu",
+       "no.mnu: expected a menu file, found no such file"}};
   for (const auto& [arguments, line] : table) {
     const Outcome outcome = process.run(std::string("replay ") + arguments + module);
     EXPECT_EQ(outcome.status, 2) << arguments;
@@ -76,7 +77,7 @@ TEST(CommandLine, AnUnknownVerbNamesFileAndLine) {
   EXPECT_EQ(outcome.status, 2);
   EXPECT_EQ(outcome.err,
             "workbench: a.session:2: expected one of rotmode motion key function event device select command "
-            "setvar projection pointer end, found \"jump\"\n");
+            "setvar projection pointer menu end, found \"jump\"\n");
 }
 
 TEST(CommandLine, AVariableTheHostDoesNotHaveEndsTheRun) {

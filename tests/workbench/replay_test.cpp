@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <nlohmann/json.hpp>
+
 #include "tests/workbench/workbench_process.h"
 
 namespace workbench {
@@ -112,6 +114,28 @@ TEST(Replay, AProfileOfTheUsersOwnIsKept) {
   EXPECT_EQ(process.read("mine/Lumetrapad/autocad_addin_log.txt"), "kept <log>");
   EXPECT_EQ(process.read("mine/Lumetrapad/Applications/autocad.mnu"), "[Modes]\n");
   EXPECT_FALSE(std::filesystem::exists(process.folder() / "out/profile"));
+}
+
+TEST(Replay, AHandleThatTheDrawingLacksIsToldOfAndLeftOut) {
+  const WorkbenchProcess process;
+  const Outcome outcome = process.replay("10 select 106 2a FF\n20 command ERASE\n30 select 106\n40 end\n");
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_NE(outcome.out.find("handles not found: FF, 106\nclean: yes\n"), std::string::npos) << outcome.out;
+  const std::string log = process.read("out/commandline.log");
+  EXPECT_NE(log.find("10 host \"No object with handle 106.\"\n10 host \"No object with handle FF.\"\n"),
+            std::string::npos)
+      << log;
+  EXPECT_EQ(process.read("out/entities.csv").find("2A,LINE"), std::string::npos) << "2A was selected";
+  const auto summary = nlohmann::json::parse(process.read("out/summary.json"));
+  EXPECT_EQ(summary.at("handles_not_found"), nlohmann::json::array({"FF", "106"}));
+  EXPECT_TRUE(summary.at("clean").get<bool>());
+}
+
+TEST(Replay, AnErasedEntityIsNoObjectAnyMore) {
+  const WorkbenchProcess process;
+  EXPECT_EQ(process.replay("10 select 2A\n20 command ERASE\n30 select 2A\n40 end\n").status, 0);
+  EXPECT_NE(process.read("out/commandline.log").find("30 host \"No object with handle 2A.\"\n"),
+            std::string::npos);
 }
 
 TEST(Replay, RealTimeRunsTheSameSession) {

@@ -27,10 +27,10 @@ TEST(SessionReader, ReadsTheExampleOfEveryVerb) {
       "# nothing but a comment\n"
       "1000  key top\r\n1200\tfunction 3\n1250  event 0x20013\n1300  select all\n"
       "1400  command LM_Toggle_Object_Move_Mode\n1500  setvar TILEMODE 0\n1600  projection perspective\n"
-      "1700  pointer tree\n1800  device down\n2500  end\n",
+      "1700  pointer tree\n1800  device down\n1900 menu\n2500  end\n",
       "a.session");
   EXPECT_EQ(session.device.size(), 6u);
-  EXPECT_EQ(session.user.size(), 5u);
+  EXPECT_EQ(session.user.size(), 6u);
   EXPECT_EQ(session.endMs, 2500);
   EXPECT_EQ(session.device[1].line, 2u);
   EXPECT_EQ(session.user[4].line, 12u);
@@ -126,7 +126,7 @@ TEST(SessionReader, EveryMistakeNamesFileLineAndWhatWasExpected) {
 TEST(SessionReader, AnUnknownVerbIsToldWithTheOnesThereAre) {
   EXPECT_EQ(errorOf("0 jump 1"),
             "a.session:1: expected one of rotmode motion key function event device select command setvar "
-            "projection pointer end, found \"jump\"");
+            "projection pointer menu end, found \"jump\"");
 }
 
 TEST(SessionReader, AMissingFileIsNamed) {

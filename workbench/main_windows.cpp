@@ -1,0 +1,18 @@
+#include <windows.h>
+
+#include <shellapi.h>
+
+#include <iostream>
+
+#include "workbench/app.h"
+#include "workbench/text_input.h"
+
+/// The arguments that main() gets are cut to the ANSI code page; a file may be named beyond it.
+int main() {
+  int count = 0;
+  LPWSTR* const arguments = CommandLineToArgvW(GetCommandLineW(), &count);
+  std::vector<std::string> texts;
+  for (int i = 1; i < count; ++i) texts.push_back(workbench::toUtf8(std::wstring_view(arguments[i])));
+  LocalFree(arguments);
+  return workbench::runWorkbench(texts, std::cout, std::cerr);
+}

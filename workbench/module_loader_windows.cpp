@@ -1,0 +1,121 @@
+#include <windows.h>
+
+#include <array>
+#include <cstdio>
+#include <cstring>
+#include <utility>
+#include <vector>
+
+#include "workbench/input_error.h"
+#include "workbench/module_loader.h"
+#include "workbench/text_input.h"
+
+namespace workbench {
+namespace {
+
+constexpr const char* kExpected = "a module for host interface 0x130000";
+
+std::string hex(int value) {
+  char text[16];
+  std::snprintf(text, sizeof text, "0x%X", static_cast<unsigned>(value));
+  return text;
+}
+
+HMODULE asModule(void* library) {
+  return static_cast<HMODULE>(library);
+}
+
+template <typename Function>
+Function symbol(HMODULE library, const char* name, const std::string& file) {
+  const FARPROC address = GetProcAddress(library, name);
+  if (address == nullptr) throw InputError({file}, kExpected, std::string("none of its exports ") + name);
+  return reinterpret_cast<Function>(reinterpret_cast<void*>(address));
+}
+
+/// Names of the libraries that an image mapped as a file's sections asks for.
+std::vector<std::string> importsOf(HMODULE image) {
+  const auto* const base = reinterpret_cast<const std::uint8_t*>(image);
+  IMAGE_DOS_HEADER dos{};
+  std::memcpy(&dos, base, sizeof dos);
+  IMAGE_NT_HEADERS64 headers{};
+  std::memcpy(&headers, base + dos.e_lfanew, sizeof headers);
+  const auto& directory = headers.OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
+  std::vector<std::string> names;
+  if (directory.VirtualAddress == 0) return names;
+  for (std::size_t at = directory.VirtualAddress;; at += sizeof(IMAGE_IMPORT_DESCRIPTOR)) {
+    IMAGE_IMPORT_DESCRIPTOR entry{};
+    std::memcpy(&entry, base + at, sizeof entry);
+    if (entry.Name == 0) return names;
+    names.emplace_back(reinterpret_cast<const char*>(base + entry.Name));
+  }
+}
+
+/// Windows does not say which library it missed: the first of those that the file asks for and that cannot be
+/// loaded; empty when there is none.
+std::string missingImport(const std::wstring& file) {
+  const HMODULE image = LoadLibraryExW(file.c_str(), nullptr, DONT_RESOLVE_DLL_REFERENCES);
+  if (image == nullptr) return {};
+  std::string missing;
+  for (const std::string& name : importsOf(image)) {
+    const HMODULE import =
+        LoadLibraryExW(toWide(name).c_str(), nullptr, LOAD_LIBRARY_SEARCH_DEFAULT_DIRS);
+    if (import == nullptr && GetLastError() == ERROR_MOD_NOT_FOUND && missing.empty()) missing = name;
+    if (import != nullptr) FreeLibrary(import);
+  }
+  FreeLibrary(image);
+  return missing;
+}
+
+std::string reasonOf(DWORD code, const std::wstring& file) {
+  if (code == ERROR_MOD_NOT_FOUND)
+    if (const std::string missing = missingImport(file); !missing.empty())
+      return "one that needs " + missing + ", which is missing";
+  if (code == ERROR_BAD_EXE_FORMAT) return "a file that is no 64-bit library";
+  return "one that cannot be loaded (error " + std::to_string(code) + ")";
+}
+
+struct Freer {
+  HMODULE library;
+  ~Freer() {
+    if (library != nullptr) FreeLibrary(library);
+  }
+};
+
+}  // namespace
+
+Module::Module(const std::filesystem::path& file) : mFile(std::filesystem::absolute(file)) {
+  const std::string name = mFile.string();
+  if (!std::filesystem::is_regular_file(mFile)) throw InputError({name}, kExpected, "no such file");
+  // A box about a missing library would wait for somebody to press its button.
+  const UINT mode = SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
+  Freer guard{LoadLibraryW(mFile.c_str())};
+  const DWORD code = GetLastError();
+  SetErrorMode(mode);
+  if (guard.library == nullptr) throw InputError({name}, kExpected, reasonOf(code, mFile.wstring()));
+  const int version = symbol<int (*)()>(guard.library, "acrxGetApiVersion", name)();
+  if (version != kHostApiVersion) throw InputError({name}, kExpected, "one for " + hex(version));
+  mEntryPoint = symbol<EntryPoint>(guard.library, "acrxEntryPoint", name);
+  mHandle = std::exchange(guard.library, nullptr);
+}
+
+Module::~Module() {
+  if (mHandle != nullptr) FreeLibrary(asModule(mHandle));
+}
+
+AcRx::AppRetCode Module::send(AcRx::AppMsgCode message) {
+  // The packet is the host's own; the module only hands it back to the host.
+  return mEntryPoint(message, this);
+}
+
+bool Module::unload() {
+  FreeLibrary(asModule(std::exchange(mHandle, nullptr)));
+  return GetModuleHandleW(mFile.c_str()) == nullptr;
+}
+
+std::filesystem::path executableFolder() {
+  std::array<wchar_t, 32768> path{};
+  GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
+  return std::filesystem::path(path.data()).parent_path();
+}
+
+}  // namespace workbench
