@@ -116,8 +116,9 @@ TEST_F(CnfgReading, ALineThatEndsTheRunIsConsumed) {
 
 TEST_F(CnfgReading, ALineThatBeginsWithACarriageReturnIsPassedOver) {
   open("[A]\n\rx=1\r\nb=2\r\n");
-  EXPECT_EQ(mCnfg.readParameter("b", mValue, "A"), 0);
-  EXPECT_EQ(mValue, "2");
+  mCnfg.findSection("A");
+  EXPECT_EQ(mCnfg.readNextParameter(mKey, mValue), 0);
+  EXPECT_EQ(mKey + mValue, "b2");
 }
 
 TEST_F(CnfgReading, LineEndsOfWindowsAreLineEnds) {

@@ -7,18 +7,40 @@
 #include "LM_Daemon/src/logging.h"
 
 namespace {
+
 std::atomic<int> allocations{0};
+
+void* allocate(std::size_t size) noexcept {
+  ++allocations;
+  return std::malloc(size);
+}
+
 }  // namespace
 
-void* operator new(std::size_t size) {
-  ++allocations;
-  if (void* const memoryP = std::malloc(size)) return memoryP;
+// Not to be inlined: the compiler would take malloc and delete for a pair that does not belong together.
+[[gnu::noinline]] void* operator new(std::size_t size) {
+  if (void* const memoryP = allocate(size)) return memoryP;
   throw std::bad_alloc();
 }
-void operator delete(void* memoryP) noexcept {
+[[gnu::noinline]] void* operator new[](std::size_t size) {
+  return operator new(size);
+}
+[[gnu::noinline]] void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+  return allocate(size);
+}
+[[gnu::noinline]] void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
+  return allocate(size);
+}
+[[gnu::noinline]] void operator delete(void* memoryP) noexcept {
   std::free(memoryP);
 }
-void operator delete(void* memoryP, std::size_t) noexcept {
+[[gnu::noinline]] void operator delete[](void* memoryP) noexcept {
+  std::free(memoryP);
+}
+[[gnu::noinline]] void operator delete(void* memoryP, std::size_t) noexcept {
+  std::free(memoryP);
+}
+[[gnu::noinline]] void operator delete[](void* memoryP, std::size_t) noexcept {
   std::free(memoryP);
 }
 
