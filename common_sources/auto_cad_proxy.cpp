@@ -21,7 +21,6 @@
 #include "common_sources/window_search.h"
 #include "common_sources/zoom_factor.h"
 #include "dbents.h"
-#include "dbobjptr.h"
 #include "dbsymtb.h"
 #include "dbxEntryPoint.h"
 #include "device/lmt_ctrlr.h"
@@ -122,7 +121,7 @@ void scrollByWheel(HWND window, POINT pointer, const ScrollAmount& amount) {
 
 /// Centre of the entity's box.
 AcGePoint3d boxCentre(const ads_name name) {
-  OpenedEntity entity(name, AcDb::kForRead);
+  Opened<AcDbEntity> entity = openEntity(name, AcDb::kForRead);
   AcDbExtents box;
   require(entity && entity->getGeomExtents(box) == Acad::eOk);
   entity.close();
@@ -133,12 +132,12 @@ AcGePoint3d boxCentre(const ads_name name) {
 
 /// False, and nothing changed, when the entity is not a line or has no length.
 bool readLine(const ads_name name, AcGeVector3d* directionP, AcGePoint3d* pointP) {
-  OpenedEntity entity(name, AcDb::kForRead);
+  Opened<AcDbEntity> entity = openEntity(name, AcDb::kForRead);
   require(static_cast<bool>(entity));
   AcGePoint3d start, end;
   const bool isLine = entity->isA()->isDerivedFrom(AcDbLine::desc());
   if (isLine) {
-    const auto* const lineP = static_cast<const AcDbLine*>(entity.get());
+    const auto* const lineP = static_cast<const AcDbLine*>(&*entity);
     require(lineP->getStartPoint(start) == Acad::eOk && lineP->getEndPoint(end) == Acad::eOk);
   }
   entity.close();
@@ -153,28 +152,29 @@ bool readLine(const ads_name name, AcGeVector3d* directionP, AcGePoint3d* pointP
 template <typename Change>
 void changeTile(const char* methodName, Change change) {
   acedVports2VportTableRecords();
-  {
-    AcDbObjectPointer<AcDbViewportTableRecord> tile(acedActiveViewportId(), AcDb::kForWrite);
-    if (tile.openStatus() != Acad::eOk) {
-      LM_LOG(kError, kClass, methodName) << "AcDbViewportTableRecordPointer could not be retrieved!";
-      return;
-    }
-    change(*tile.operator->());
+  Opened<AcDbViewportTableRecord> tile =
+      openObject<AcDbViewportTableRecord>(acedActiveViewportId(), AcDb::kForWrite);
+  if (!tile) {
+    LM_LOG(kError, kClass, methodName) << "AcDbViewportTableRecordPointer could not be retrieved!";
+    return;
   }
-  // Closed first: only a closed record reaches the screen.
+  change(*tile);
+  // Only a closed record reaches the screen.
+  tile.close();
   acedVportTableRecords2Vports();
 }
 
 /// Changes the active viewport of a layout. Throws what the host throws.
 template <typename Change>
 void changeViewport(const char* methodName, Change change) {
-  AcDbObjectPointer<AcDbViewport> viewport(acedActiveViewportId(), AcDb::kForWrite);
-  if (viewport.openStatus() != Acad::eOk) {
+  Opened<AcDbViewport> viewport = openObject<AcDbViewport>(acedActiveViewportId(), AcDb::kForWrite);
+  if (!viewport) {
     LM_LOG(kError, kClass, methodName) << "AcDbObjectPointer could not be retrieved!";
     return;
   }
-  change(*viewport.operator->());
+  change(*viewport);
   viewport->updateDisplay();
+  viewport.close();
 }
 
 enum class Redraw { kNo, kYes };
@@ -186,7 +186,7 @@ void transformEach(const ads_name selectionSet, const AcGeMatrix3d& motion, Redr
   for (AdInt32 i = 0; i < count; ++i) {
     ads_name name{};
     if (acedSSName(selectionSet, i, name) != RTNORM) continue;
-    OpenedEntity entity(name, AcDb::kForWrite);
+    Opened<AcDbEntity> entity = openEntity(name, AcDb::kForWrite);
     if (!entity) continue;
     entity->transformBy(motion);
     entity.close();
@@ -219,6 +219,12 @@ AutoCadProxy::~AutoCadProxy() {
   mIsTimerActive = false;
   KillTimer(nullptr, mTimerId);
   theProxyP = nullptr;
+  // Unloaded in the middle of a movement, the module must not leave the user's document locked.
+  try {
+    unlockDocument();
+  } catch (...) {
+    LM_LOG(kError, kClass, "AutoCadProxy::~AutoCadProxy") << "Error unlockDocument()";
+  }
   LM_LOG(kCreation, kClass, "AutoCadProxy::~AutoCadProxy") << "Destructed.";
 }
 
@@ -334,9 +340,8 @@ bool AutoCadProxy::lockDocument() {
 void AutoCadProxy::unlockDocument() {
   if (!mIsDocLocked) return;
   AcApDocument* const documentP = acDocManagerPtr()->curDocument();
-  // A document that refuses stays marked, and the next release asks it again; one that is gone took its lock
-  // along.
-  mIsDocLocked = documentP != nullptr && acDocManagerPtr()->unlockDocument(documentP) != Acad::eOk;
+  // Without a document, or when it refuses, the next release tries again.
+  mIsDocLocked = documentP == nullptr || acDocManagerPtr()->unlockDocument(documentP) != Acad::eOk;
 }
 
 void AutoCadProxy::handleDeviceKeys() try {

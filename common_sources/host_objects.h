@@ -1,4 +1,4 @@
-/// Owners of what the host lends: the implied selection and an entity opened for a moment. Main thread.
+/// Owners of what the host lends: the implied selection, and objects opened for a moment. Main thread.
 #ifndef COMMON_SOURCES_HOST_OBJECTS_H
 #define COMMON_SOURCES_HOST_OBJECTS_H
 
@@ -52,38 +52,53 @@ inline AdInt32 selectionLength(const ads_name selectionSet) {
   return length;
 }
 
-/// An entity opened by its name in a selection set.
-class OpenedEntity {
+/// A database object that was opened for a moment, or nothing. It is closed whatever happens: what stays open
+/// keeps every other command from it.
+template <class T>
+class Opened {
  public:
-  OpenedEntity(const ads_name name, AcDb::OpenMode mode) {
-    AcDbObjectId id;
-    if (acdbGetObjectId(id, name) != Acad::eOk) return;
-    if (acdbOpenAcDbEntity(mEntityP, id, mode) != Acad::eOk) mEntityP = nullptr;
-  }
-  ~OpenedEntity() {
+  explicit Opened(T* objectP) : mObjectP(objectP) {}
+  ~Opened() {
     try {
       close();
     } catch (...) {
       // Only reached when another failure is being reported already, or closing has failed twice.
     }
   }
-  OpenedEntity(const OpenedEntity&) = delete;
-  OpenedEntity& operator=(const OpenedEntity&) = delete;
+  Opened(const Opened&) = delete;
+  Opened& operator=(const Opened&) = delete;
 
-  explicit operator bool() const { return mEntityP != nullptr; }
-  AcDbEntity* operator->() const { return mEntityP; }
-  AcDbEntity* get() const { return mEntityP; }
+  explicit operator bool() const { return mObjectP != nullptr; }
+  T* operator->() const { return mObjectP; }
+  T& operator*() const { return *mObjectP; }
 
-  /// Closes the entity, once more when the host refuses. What the host throws passes through; the destructor
+  /// Closes the object, once more when the host refuses. What the host throws passes through; the destructor
   /// tries again.
   void close() {
-    if (mEntityP == nullptr) return;
-    if (mEntityP->close() != Acad::eOk) mEntityP->close();
-    mEntityP = nullptr;
+    if (mObjectP == nullptr) return;
+    if (mObjectP->close() != Acad::eOk) mObjectP->close();
+    mObjectP = nullptr;
   }
 
  private:
-  AcDbEntity* mEntityP = nullptr;
+  T* mObjectP;
 };
+
+/// Opens an entity by its name in a selection set; nothing when it cannot be opened.
+inline Opened<AcDbEntity> openEntity(const ads_name name, AcDb::OpenMode mode) {
+  AcDbObjectId id;
+  AcDbEntity* entityP = nullptr;
+  const bool isOpen =
+      acdbGetObjectId(id, name) == Acad::eOk && acdbOpenAcDbEntity(entityP, id, mode) == Acad::eOk;
+  return Opened<AcDbEntity>(isOpen ? entityP : nullptr);
+}
+
+/// Opens an object of class T by its id; nothing when it cannot be opened or is of another class.
+template <class T>
+Opened<T> openObject(AcDbObjectId id, AcDb::OpenMode mode) {
+  AcDbObject* objectP = nullptr;
+  const bool isOpen = acdbOpenAcDbObject(objectP, id, mode, T::desc(), false) == Acad::eOk;
+  return Opened<T>(isOpen ? static_cast<T*>(objectP) : nullptr);
+}
 
 #endif

@@ -89,6 +89,11 @@ ModuleTest::ModuleTest() {
   setenv("USERPROFILE", mProfile.c_str(), 1);
   installModule();
   writeSettings();
+  restart();
+}
+
+void ModuleTest::restart() {
+  std::filesystem::remove(mProfile / "Lumetrapad" / "autocad_addin_log.txt");
   clock_::start(clock_::Kind::kReplay, 16);
   controller::reset();
   host::start([] { clock_::drawn(); });

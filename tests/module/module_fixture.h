@@ -43,6 +43,9 @@ class ModuleTest : public ::testing::Test {
   /// Writes the settings file with these keys changed from the tests' values (every log level on).
   void writeSettings(const std::map<std::string, std::string>& changes = {});
 
+  /// A clock, a device and a host as new, and an empty log.
+  void restart();
+
   /// Tells the module a path of its own, in a folder with a menu exporter.
   void installModule();
 

@@ -193,6 +193,15 @@ TEST_F(PaperMotion, RefusedUnlockIsAskedForAgainByTheNextRelease) {
   expectNothingHeld();
 }
 
+TEST_F(PaperMotion, UnloadInTheMiddleOfAMovementUnlocksTheDocument) {
+  start();
+  deflect({10, 0, 0, 0, 0, 0});
+  proxy().handleDeviceCap();
+  ASSERT_EQ(host::report().lockDepth, 1);
+  unload();
+  expectNothingHeld();
+}
+
 class TileMotion : public PaperMotion {
  protected:
   void SetUp() override {
