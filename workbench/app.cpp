@@ -45,12 +45,13 @@ class ProgressLine {
   std::chrono::steady_clock::time_point mNext;
 };
 
-void writeResults(const fs::path& out, RunResult& result, const RunNames& names, const Profile& profile) {
+void writeResults(const fs::path& out, RunResult& result, const RunNames& names, const Session& session,
+                  const Profile& profile) {
   writeFile(out / "trajectory.csv", trajectoryCsv(result.recording.rows));
   writeFile(out / "entities.csv", entitiesCsv(result.entities));
   writeFile(out / "commandline.log", commandLineLog(result.recording.commandLine));
   writeFile(out / "summary.json", summaryJson(result, names));
-  writeReport(gatherReport(result, names, profile.log()), out / "index.html");
+  writeReport(gatherReport(result, names, session, {profile.log(), profile.menu()}), out / "index.html");
 }
 
 void printSummary(const RunResult& result, std::ostream& out) {
@@ -67,11 +68,12 @@ std::optional<std::size_t> lineOfMenuEvent(const Session& session) {
 int runReplay(const Options& options, std::ostream& out, std::ostream& err) {
   checkFiles(options);
   ReplayOrder order;
-  order.session = readSession(options.session);
+  const Session session = readSession(options.session);
+  order.session = session;
   order.drawing = readDrawing(options.drawing);
-  const auto menuLine = lineOfMenuEvent(order.session);
+  const auto menuLine = lineOfMenuEvent(session);
   if (menuLine && !options.menu)
-    throw InputError({order.session.file, *menuLine}, "the option --menu beside the event \"menu\"", "none");
+    throw InputError({session.file, *menuLine}, "the option --menu beside the event \"menu\"", "none");
   order.clock = options.isRealTime ? standin::clock::Kind::kReal : standin::clock::Kind::kReplay;
   order.frameMs = options.frameMs;
   order.moments = options.frames;
@@ -93,7 +95,7 @@ int runReplay(const Options& options, std::ostream& out, std::ostream& err) {
     result = replay(std::move(order), module);
   }
   const RunNames names{options.drawing.filename().string(), options.session.filename().string()};
-  writeResults(options.out, result, names, profile);
+  writeResults(options.out, result, names, session, profile);
   if (!options.isQuiet) printSummary(result, out);
   for (const std::string& problem : result.problems) err << "workbench: problem: " << problem << "\n";
   out << (options.out / "index.html").string() << "\n";

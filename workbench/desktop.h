@@ -7,6 +7,7 @@
 #include <functional>
 #include <string>
 
+#include "workbench/report.h"
 #include "workbench/session.h"
 
 namespace workbench {
@@ -25,6 +26,9 @@ void listenToDesktop(std::function<void(const DesktopMessage&)> listener);
 
 /// Moves the mouse pointer onto a control of that sort. Main thread.
 void movePointer(PointerTarget target);
+
+/// The windows and the pointer as they are now. Main thread.
+ReportDesktop desktopState();
 
 /// Makes `folder` the user's profile folder (USERPROFILE). Main thread, while no other thread runs.
 void setUserProfile(const std::filesystem::path& folder);

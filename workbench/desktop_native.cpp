@@ -3,10 +3,13 @@
 #include <unistd.h>
 
 #include <cstdlib>
+#include <optional>
 #include <utility>
 
 #include "standin_desktop.h"
 #include "standin_messages.h"
+#include "windows.h"
+#include "workbench/text_input.h"
 
 namespace workbench {
 namespace {
@@ -37,11 +40,41 @@ const char* placeName(PointerTarget target) {
   return "none";
 }
 
+standin::desktop::StandardDesktop theDesktop;
+
+std::optional<ReportScrollBar> barOf(HWND window, int which) {
+  const auto bar = standin::desktop::scrollBar(window, which);
+  if (!bar) return std::nullopt;
+  return ReportScrollBar{bar->minimum, bar->maximum, static_cast<int>(bar->page), bar->position};
+}
+
+ReportWindow windowState(HWND window) {
+  wchar_t name[64] = {};
+  RECT rect{};
+  GetClassNameW(window, name, 64);
+  GetWindowRect(window, &rect);
+  return {toUtf8(std::wstring_view(name)),
+          {rect.left, rect.top, rect.right, rect.bottom},
+          barOf(window, SB_VERT),
+          barOf(window, SB_HORZ)};
+}
+
 }  // namespace
 
 void resetDesktop() {
   windows::clearUserMessages();
-  standin::desktop::makeStandardDesktop();
+  theDesktop = standin::desktop::makeStandardDesktop();
+}
+
+ReportDesktop desktopState() {
+  ReportDesktop state;
+  for (const HWND window : {theDesktop.frame, theDesktop.canvas, theDesktop.palette, theDesktop.tree,
+                            theDesktop.group, theDesktop.list, theDesktop.edit, theDesktop.qt})
+    state.windows.push_back(windowState(window));
+  POINT pointer{};
+  GetCursorPos(&pointer);
+  state.pointer = {pointer.x, pointer.y};
+  return state;
 }
 
 void listenToDesktop(std::function<void(const DesktopMessage&)> listener) {

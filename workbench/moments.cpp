@@ -5,6 +5,7 @@
 
 #include "standin/controller/controller_feed.h"
 #include "standin_clock.h"
+#include "workbench/desktop.h"
 #include "workbench/drawing_state.h"
 
 namespace workbench {
@@ -14,6 +15,7 @@ namespace clock = standin::clock;
 namespace host = standin::host;
 
 constexpr int kSheetViewport = 1;
+constexpr int kWindowViewport = 2;
 
 bool isSamePoint(const AcGePoint3d& a, const AcGePoint3d& b) {
   return a.x == b.x && a.y == b.y && a.z == b.z;
@@ -47,6 +49,7 @@ void MomentRecorder::begin() {
 
 void MomentRecorder::look() {
   if (!clock::isMainThread() || mMoments.size() == mTimes.size()) return;
+  noteCandidates();
   const std::int64_t now = clock::nowMs();
   if (mTimes[mMoments.size()] <= now) take(now);
 }
@@ -67,11 +70,13 @@ void MomentRecorder::take(std::int64_t nowMs) {
   const auto cap = standin::controller::lastHandedOver();
   std::copy(cap.begin(), cap.end(), moment.cap.begin());
   moment.viewport = host::currentViewport();
-  moment.isPaper = moment.viewport == kSheetViewport && host::variable(L"TILEMODE") == L"0";
-  moment.camera = host::camera(moment.viewport).value_or(host::Camera());
+  moment.isLayout = host::variable(L"TILEMODE") == L"0";
+  moment.isPaper = moment.isLayout && moment.viewport == kSheetViewport;
+  moment.camera = host::camera(moment.isPaper ? kWindowViewport : moment.viewport).value_or(host::Camera());
   moment.paper = host::paperView();
-  moment.selection = host::selection();
-  noteCandidates(moment.selection);
+  noteCandidates();
+  moment.selection = mLastSelection;
+  if (mDesktop == Desktop::kShown) moment.desktop = desktopState();
   compare(moment);
   while (mMoments.size() < mTimes.size() && mTimes[mMoments.size()] <= nowMs) {
     moment.timeMs = mTimes[mMoments.size()];
@@ -79,10 +84,11 @@ void MomentRecorder::take(std::int64_t nowMs) {
   }
 }
 
-void MomentRecorder::noteCandidates(const std::vector<std::uint64_t>& selection) {
+void MomentRecorder::noteCandidates() {
+  std::vector<std::uint64_t> selection = host::selection();
   if (selection == mLastSelection) return;
-  for (const std::uint64_t handle : selection) mWasSelected[handle] = true;
-  mLastSelection = selection;
+  mWasSelected.insert(selection.begin(), selection.end());
+  mLastSelection = std::move(selection);
 }
 
 void MomentRecorder::compare(ReportMoment& moment) const {

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <map>
+#include <set>
 #include <vector>
 
 #include "workbench/report.h"
@@ -16,11 +17,15 @@ std::vector<std::int64_t> momentTimes(std::int64_t endMs, std::size_t count);
 /// Takes each moment at the first look at or after its time; between two looks the screen does not change.
 class MomentRecorder {
  public:
-  MomentRecorder(std::int64_t endMs, std::size_t count) : mTimes(momentTimes(endMs, count)) {}
+  enum class Desktop { kLeftOut, kShown };
+
+  MomentRecorder(std::int64_t endMs, std::size_t count, Desktop desktop = Desktop::kLeftOut)
+      : mTimes(momentTimes(endMs, count)), mDesktop(desktop) {}
 
   /// Remembers the drawing as it is when the session begins.
   void begin();
-  /// Takes the moments whose time has come. Does nothing on another thread than the main one, from which a
+  /// Notes what is selected, and takes the moments whose time has come. To be called at least once while a
+  /// selection lasts. Does nothing on another thread than the main one, from which a
   /// module that breaks the rules may draw.
   void look();
   /// Takes what is left as it is now.
@@ -31,17 +36,18 @@ class MomentRecorder {
 
  private:
   void take(std::int64_t nowMs);
-  void noteCandidates(const std::vector<std::uint64_t>& selection);
+  void noteCandidates();
   void compare(ReportMoment& moment) const;
 
   std::vector<std::int64_t> mTimes;
+  Desktop mDesktop;
   std::vector<ReportMoment> mMoments;
   std::map<std::uint64_t, ReportShape> mShapes;  ///< at the beginning, by handle
   std::size_t mEntitiesAtStart = 0;
   std::vector<std::uint64_t> mLastSelection;
-  /// Entities that were selected some time: nothing else of the drawing is ever moved, and comparing all of a
-  /// large drawing at every moment would take longer than the run.
-  std::map<std::uint64_t, bool> mWasSelected;
+  /// Entities that were selected at some look: nothing else of the drawing is ever moved, and comparing all
+  /// of a large drawing at every moment would take longer than the run.
+  std::set<std::uint64_t> mWasSelected;
 };
 
 }  // namespace workbench

@@ -9,6 +9,15 @@ namespace workbench {
 
 namespace fs = std::filesystem;
 
+namespace {
+
+std::string textOf(const fs::path& file, const char* expected) {
+  if (!fs::is_regular_file(file)) return {};
+  return toUtf8(readFile(file, expected));
+}
+
+}  // namespace
+
 Profile::Profile(const fs::path& profile) : mFolder(fs::absolute(profile).lexically_normal()) {}
 
 void Profile::clear() const {
@@ -24,16 +33,18 @@ void Profile::make() const {
 }
 
 void Profile::copyMenu(const fs::path& menu) const {
-  const fs::path copy = applications() / "autocad.mnu";
+  const fs::path copy = menuFile();
   std::error_code error;
   fs::copy_file(menu, copy, fs::copy_options::overwrite_existing, error);
   if (error) throw InputError({copy.string()}, "a file that can be written", error.message());
 }
 
 std::string Profile::log() const {
-  const fs::path file = settings() / "autocad_addin_log.txt";
-  if (!fs::is_regular_file(file)) return {};
-  return toUtf8(readFile(file, "the module's log"));
+  return textOf(settings() / "autocad_addin_log.txt", "the module's log");
+}
+
+std::string Profile::menu() const {
+  return textOf(menuFile(), "a menu file");
 }
 
 }  // namespace workbench

@@ -23,10 +23,13 @@ class Profile {
   const std::filesystem::path& folder() const { return mFolder; }
   /// The module's log as it stands, empty when it wrote none.
   std::string log() const;
+  /// The menu file as it stands, empty when there is none.
+  std::string menu() const;
 
  private:
   std::filesystem::path settings() const { return mFolder / "Lumetrapad"; }
   std::filesystem::path applications() const { return settings() / "Applications"; }
+  std::filesystem::path menuFile() const { return applications() / "autocad.mnu"; }
 
   std::filesystem::path mFolder;  ///< absolute
 };

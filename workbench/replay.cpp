@@ -1,5 +1,6 @@
 #include "workbench/replay.h"
 
+#include <algorithm>
 #include <chrono>
 #include <exception>
 #include <optional>
@@ -26,10 +27,20 @@ std::string counted(std::uint64_t count, const char* what) {
   return std::to_string(count) + " " + what;
 }
 
+/// A session that never moves the pointer has nothing to do with the desktop.
+MomentRecorder::Desktop desktopOf(const Session& session) {
+  const bool isUsed = std::any_of(session.user.begin(), session.user.end(), [](const TimedUserAction& event) {
+    return std::holds_alternative<MovePointer>(event.action);
+  });
+  return isUsed ? MomentRecorder::Desktop::kShown : MomentRecorder::Desktop::kLeftOut;
+}
+
 class Run {
  public:
   Run(ReplayOrder order, Module& module)
-      : mOrder(std::move(order)), mModule(module), mMoments(mOrder.session.endMs, mOrder.moments) {}
+      : mOrder(std::move(order)),
+        mModule(module),
+        mMoments(mOrder.session.endMs, mOrder.moments, desktopOf(mOrder.session)) {}
 
   RunResult go() {
     mResult.endMs = mOrder.session.endMs;
@@ -121,6 +132,7 @@ class Run {
     mResult.recording = recorder.take();
     mResult.shapes = mMoments.takeShapes();
     mResult.moments = mMoments.takeMoments();
+    mResult.layout = host::layout();
     mResult.host = host::report();
     mResult.eventsDelivered = controller::eventsHandedOver();
     mResult.eventsNotFetched = controller::eventsPending();

@@ -42,6 +42,7 @@ struct RunResult {
   std::map<std::string, std::size_t> notUnderstood;
   std::vector<ReportShape> shapes;  ///< at the beginning of the run
   std::vector<ReportMoment> moments;
+  standin::host::Layout layout;
   std::vector<std::string> problems;  ///< what makes the run unclean, one line each
 
   bool isClean() const { return problems.empty(); }

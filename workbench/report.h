@@ -7,6 +7,7 @@
 #include <array>
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -23,19 +24,57 @@ struct ReportShape {
   std::vector<standin::Polyline3> outline;
 };
 
+/// A scroll bar as the system tells it; `page` positions are in view at once.
+struct ReportScrollBar {
+  int minimum = 0;
+  int maximum = 0;
+  int page = 0;
+  int position = 0;
+};
+
+/// A window of the desktop, in screen coordinates.
+struct ReportWindow {
+  std::string className;      ///< UTF-8
+  std::array<int, 4> rect{};  ///< left, top, right, bottom
+  std::optional<ReportScrollBar> vertical;
+  std::optional<ReportScrollBar> horizontal;
+};
+
+/// The desktop: its windows, a parent before what lies in it, and the mouse pointer.
+struct ReportDesktop {
+  std::vector<ReportWindow> windows;
+  std::array<int, 2> pointer{};
+};
+
 /// What was on the screen at one moment.
 struct ReportMoment {
   std::int64_t timeMs = 0;
   std::array<int, 6> cap{};  ///< x, y, z, rx, ry, rz last handed to the module
   int viewport = 2;
-  bool isPaper = false;  ///< the sheet of a layout is shown: `paper` holds; otherwise `camera`
-  standin::host::Camera camera;
+  bool isLayout = false;         ///< a layout is shown: `paper` is what is seen of its sheet
+  bool isPaper = false;          ///< and the sheet itself is current, not the window in it
+  standin::host::Camera camera;  ///< of the model, in a layout as its window shows it
   standin::host::PaperView paper;
   std::vector<std::uint64_t> selection;  ///< handles pre-selected at this moment
   /// Shapes that at this moment look otherwise than in ReportData::shapes (moved), or are not among them
   /// (new).
   std::vector<ReportShape> changed;
-  std::vector<std::uint64_t> gone;  ///< handles of ReportData::shapes that are not there at this moment
+  std::vector<std::uint64_t> gone;       ///< handles of ReportData::shapes that are not there at this moment
+  std::optional<ReportDesktop> desktop;  ///< when the run has to do with it
+};
+
+/// An application function: an item of the menu file.
+struct ReportFunction {
+  std::string label;
+  std::string macro;
+};
+
+/// A key, or several at one time, and what came of it.
+struct ReportKey {
+  std::int64_t timeMs = 0;
+  std::string name;               ///< as the session writes it
+  std::vector<std::string> sent;  ///< texts for the command line, UTF-8
+  std::string view;               ///< in words, what is looked at then; empty when no view was changed
 };
 
 struct ReportLine {
@@ -53,6 +92,9 @@ struct ReportData {
   std::vector<ReportMoment> moments;
   std::vector<std::pair<std::int64_t, AcGePoint3d>> cameraPath;  ///< every position the camera took, in time
   std::vector<ReportLine> commandLine;
+  std::vector<ReportFunction> functions;  ///< by number
+  std::vector<ReportKey> keys;
+  standin::host::Layout layout;
   std::string log;  ///< the module's log file as it stands, UTF-8
 };
 

@@ -111,7 +111,7 @@ void appendCamera(std::string& json, const standin::host::Camera& camera) {
   const AcGePoint3d& t = camera.target;
   const AcGeVector3d& u = camera.up;
   Separator separator;
-  json += "\"camera\":[";
+  json += '[';
   appendCoordinates(json,
                     {p.x, p.y, p.z, t.x, t.y, t.z, u.x, u.y, u.z, camera.fieldWidth, camera.fieldHeight},
                     kCameraDigits, separator);
@@ -120,15 +120,53 @@ void appendCamera(std::string& json, const standin::host::Camera& camera) {
 
 void appendPaper(std::string& json, const standin::host::PaperView& paper) {
   Separator separator;
-  json += "\"paper\":[";
+  json += '[';
   appendCoordinates(json, {paper.centerX, paper.centerY, paper.width, paper.height}, kCameraDigits,
                     separator);
   json += ']';
 }
 
+/// The camera goes by another name where it is not the current view's.
+void appendViews(std::string& json, const ReportMoment& moment) {
+  if (moment.isLayout) {
+    json += "\"paper\":";
+    appendPaper(json, moment.paper);
+    json += ',';
+  }
+  json += moment.isPaper ? "\"window\":" : "\"camera\":";
+  appendCamera(json, moment.camera);
+}
+
+void appendIntegers(std::string& json, std::initializer_list<int> values) {
+  appendArray(json, values, [&json](int value) { appendInteger(json, value); });
+}
+
+void appendBar(std::string& json, const char* name, const std::optional<ReportScrollBar>& bar) {
+  if (!bar) return;
+  json += std::string(",\"") + name + "\":";
+  appendIntegers(json, {bar->minimum, bar->maximum, bar->page, bar->position});
+}
+
+std::string desktopEntry(const ReportDesktop& desktop) {
+  std::string entry = "{\"pointer\":";
+  appendIntegers(entry, {desktop.pointer[0], desktop.pointer[1]});
+  entry += ",\"windows\":";
+  appendArray(entry, desktop.windows, [&entry](const ReportWindow& window) {
+    entry += "{\"class\":";
+    appendText(entry, window.className);
+    entry += ",\"rect\":";
+    appendIntegers(entry, {window.rect[0], window.rect[1], window.rect[2], window.rect[3]});
+    appendBar(entry, "vertical", window.vertical);
+    appendBar(entry, "horizontal", window.horizontal);
+    entry += '}';
+  });
+  return entry + '}';
+}
+
 struct Tables {
   Table selections;
   Table changes;
+  Table desktops;
 };
 
 void appendMoment(std::string& json, const ReportMoment& moment, Tables& tables) {
@@ -139,11 +177,7 @@ void appendMoment(std::string& json, const ReportMoment& moment, Tables& tables)
   json += ",\"viewport\":";
   appendInteger(json, moment.viewport);
   json += ',';
-  if (moment.isPaper) {
-    appendPaper(json, moment.paper);
-  } else {
-    appendCamera(json, moment.camera);
-  }
+  appendViews(json, moment);
   std::string selection;
   appendHandles(selection, moment.selection);
   json += ",\"selection\":" + std::to_string(tables.selections.indexOf(selection));
@@ -157,6 +191,8 @@ void appendMoment(std::string& json, const ReportMoment& moment, Tables& tables)
     json += ",\"gone\":";
     appendHandles(json, moment.gone);
   }
+  if (moment.desktop)
+    json += ",\"desktop\":" + std::to_string(tables.desktops.indexOf(desktopEntry(*moment.desktop)));
   json += '}';
 }
 
@@ -169,6 +205,8 @@ void appendMoments(std::string& json, const std::vector<ReportMoment>& moments) 
   appendArray(json, tables.selections.entries(), appendEntry);
   json += ",\n\"changes\":";
   appendArray(json, tables.changes.entries(), appendEntry);
+  json += ",\n\"desktops\":";
+  appendArray(json, tables.desktops.entries(), appendEntry);
 }
 
 void appendPath(std::string& json, const std::vector<std::pair<std::int64_t, AcGePoint3d>>& path) {
@@ -208,6 +246,40 @@ void appendLine(std::string& json, const ReportLine& line) {
   json += ']';
 }
 
+void appendFunctions(std::string& json, const std::vector<ReportFunction>& functions) {
+  json += ",\n\"functions\":";
+  appendArray(json, functions, [&json](const ReportFunction& function) {
+    json += '[';
+    appendText(json, function.label);
+    json += ',';
+    appendText(json, function.macro);
+    json += ']';
+  });
+}
+
+void appendKeys(std::string& json, const std::vector<ReportKey>& keys) {
+  json += ",\n\"keys\":";
+  appendArray(json, keys, [&json](const ReportKey& key) {
+    json += '[';
+    appendInteger(json, key.timeMs);
+    json += ',';
+    appendText(json, key.name);
+    json += ',';
+    appendArray(json, key.sent, [&json](const std::string& text) { appendText(json, text); });
+    json += ',';
+    appendText(json, key.view);
+    json += ']';
+  });
+}
+
+void appendLayout(std::string& json, const standin::host::Layout& layout) {
+  json += ",\n\"layout\":{\"sheet\":";
+  appendPaper(json, layout.sheet);
+  json += ",\"window\":";
+  appendPaper(json, layout.window);
+  json += '}';
+}
+
 }  // namespace
 
 std::string reportJson(const ReportData& data) {
@@ -219,6 +291,9 @@ std::string reportJson(const ReportData& data) {
   appendPath(json, data.cameraPath);
   json += ",\n\"lines\":";
   appendArray(json, data.commandLine, [&json](const ReportLine& line) { appendLine(json, line); });
+  appendFunctions(json, data.functions);
+  appendKeys(json, data.keys);
+  appendLayout(json, data.layout);
   json += ",\n\"log\":";
   appendText(json, data.log);
   return json + '}';

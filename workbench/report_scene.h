@@ -11,8 +11,8 @@
 namespace workbench {
 
 /// One JSON object: `drawing`, `session`, `clean`, `summary`, `groups` (shapes by layer and colour, in the
-/// order of their names and numbers), `changes`, `selections`, `moments`, `path` (t x y z t x y z ...),
-/// `lines`, `log`.
+/// order of their names and numbers), `moments`, `selections`, `changes`, `desktops`, `path` (t x y z t x y z
+/// ...), `lines`, `functions`, `keys`, `layout`, `log`.
 std::string reportJson(const ReportData& data);
 
 }  // namespace workbench

@@ -2,6 +2,9 @@
 
 #include <utility>
 
+#include "workbench/key_effects.h"
+#include "workbench/menu_functions.h"
+
 namespace workbench {
 namespace {
 
@@ -21,7 +24,7 @@ std::vector<std::pair<std::int64_t, AcGePoint3d>> cameraPath(const std::vector<T
 
 }  // namespace
 
-ReportData gatherReport(RunResult& result, const RunNames& names, std::string log) {
+ReportData gatherReport(RunResult& result, const RunNames& names, const Session& session, RunTexts texts) {
   ReportData data;
   data.drawingName = names.drawing;
   data.sessionName = names.session;
@@ -32,7 +35,10 @@ ReportData gatherReport(RunResult& result, const RunNames& names, std::string lo
   data.cameraPath = cameraPath(result.recording.rows);
   for (const CommandLineEntry& line : result.recording.commandLine)
     data.commandLine.push_back({line.timeMs, kindName(line.kind), line.text});
-  data.log = std::move(log);
+  data.functions = menuFunctions(texts.menu);
+  data.keys = keyEffects(session, result.recording, data.functions);
+  data.layout = result.layout;
+  data.log = std::move(texts.log);
   return data;
 }
 

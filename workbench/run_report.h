@@ -10,8 +10,14 @@
 
 namespace workbench {
 
-/// The report's data; shapes and moments are moved out of `result`. `log` is the module's log, UTF-8.
-ReportData gatherReport(RunResult& result, const RunNames& names, std::string log);
+/// Files of the user's profile after the run, UTF-8.
+struct RunTexts {
+  std::string log;
+  std::string menu;
+};
+
+/// The report's data; shapes and moments are moved out of `result`.
+ReportData gatherReport(RunResult& result, const RunNames& names, const Session& session, RunTexts texts);
 
 }  // namespace workbench
 

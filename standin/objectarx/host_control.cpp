@@ -187,6 +187,14 @@ PaperView paperView() {
   return run().mDocumentP ? run().mDocumentP->mPaper.shown() : PaperView{};
 }
 
+Layout layout() {
+  const Lock lock(state().mMutex);
+  if (!run().mDocumentP) return {};
+  // The window lies in the middle of the sheet, with the same margin all round.
+  const PaperView sheet = run().mDocumentP->sheet();
+  return {sheet, {sheet.centerX, sheet.centerY, kWindowWidth, kWindowHeight}};
+}
+
 void setViewValid(bool isValid) {
   const Lock lock(state().mMutex);
   run().mIsViewValid = isValid;

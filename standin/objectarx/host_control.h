@@ -37,6 +37,12 @@ struct PaperView {
   double height = 1;
 };
 
+/// The layout's sheet, and where its floating viewport (number 2) lies on it: centres and sizes, sheet units.
+struct Layout {
+  PaperView sheet;
+  PaperView window;
+};
+
 /// Told of what happens at the host, in the middle of the call that does it.
 class STANDIN_OBJECTARX_API Listener {
  public:
@@ -135,6 +141,7 @@ STANDIN_OBJECTARX_API bool setCamera(int viewport, const Camera& camera);
 STANDIN_OBJECTARX_API void setPerspective(bool isPerspective);
 /// What the paper-space viewport shows (viewport 1 of the layout).
 STANDIN_OBJECTARX_API PaperView paperView();
+STANDIN_OBJECTARX_API Layout layout();
 /// Makes acgsGetGsView answer a view whose isValid() is false, for tests of that path.
 STANDIN_OBJECTARX_API void setViewValid(bool isValid);
 

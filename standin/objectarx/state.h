@@ -25,6 +25,9 @@ namespace standin::host {
 /// Size of the layout's sheet (A3, in millimetres).
 constexpr double kSheetWidth = 420;
 constexpr double kSheetHeight = 297;
+/// Size of the floating viewport on it.
+constexpr double kWindowWidth = 380;
+constexpr double kWindowHeight = 257;
 
 struct Document final : AcApDocument {
   explicit Document(std::unique_ptr<Drawing> drawing) : mDrawingP(std::move(drawing)) {}
@@ -32,7 +35,7 @@ struct Document final : AcApDocument {
   std::unique_ptr<Drawing> mDrawingP;
   std::vector<AcAp::DocLockMode> mLocks;
   LayoutViewport mPaper{kPaperViewport, kSheetWidth, kSheetHeight};
-  LayoutViewport mFloating{kFloatingViewport, 380, 257};
+  LayoutViewport mFloating{kFloatingViewport, kWindowWidth, kWindowHeight};
   TileRecord mTile;
 
   /// The sheet, all of it, as the paper-space viewport shows it.

@@ -165,15 +165,90 @@ test("an object that was moved is drawn where it is", async () => {
   assertNear(begin.y, dot(up) * share * scale, "y");
 });
 
-test("a sheet is shown in plan with its area", async () => {
+/** The picture's scale in the sample's sheet moments. */
+const sheetScale = ({ width, height }) => Math.min(width / 500, height / 400);
+
+test("a sheet is shown with its window, and the model in it", async () => {
   await open("bundle.html");
   await slideTo(1900);
   const begin = await beginOf("PROBE");
-  const scale = Math.min(begin.width / 50, begin.height / 40);
-  assertNear(begin.x, (3 - 5) * scale, "x");
-  assertNear(begin.y, (4 + 2) * scale, "y");
-  assertNear(Number(await page.getAttribute("#view .sheet", "width")), 50 * scale, "the sheet's width");
-  assert.match(await text("#readout"), /1, paper space/);
+  const scale = sheetScale(begin);
+  // In the window the camera at (4.5,-20,7.2) looks at the origin; the probe begins at (3,4,7).
+  const distance = Math.hypot(4.5, 20, 7.2), direction = [-4.5 / distance, 20 / distance, -7.2 / distance];
+  const flat = Math.hypot(direction[0], direction[1]), right = [direction[1] / flat, -direction[0] / flat, 0];
+  const up = [right[1] * direction[2], -right[0] * direction[2], right[0] * direction[1] - right[1] * direction[0]];
+  const dot = (a) => 3 * a[0] + 4 * a[1] + 7 * a[2], share = distance / (distance + dot(direction));
+  const inWindow = Math.min(380 / 20, 257 / 15) * scale;
+  assertNear(begin.x, 10 * scale + dot(right) * share * inWindow, "x");
+  assertNear(begin.y, 8.5 * scale + dot(up) * share * inWindow, "y");
+  assertNear(Number(await page.getAttribute("#view .sheet", "width")), 420 * scale, "the sheet's width");
+  assertNear(Number(await page.getAttribute("#view .window", "height")), 257 * scale, "the window's height");
+  assert.match(await text("#readout"), /1, paper space\s+Field\s+500 \u00d7 400\s+Centre\s+200, 140/);
+  await page.screenshot({ path: join(folder, "sheet.png") });
+});
+
+test("the window of a sheet has a heavy edge while it is the current one", async () => {
+  await open("bundle.html");
+  const isCurrent = () => page.locator("#view .window").evaluate((w) => w.classList.contains("is-current"));
+  await slideTo(1800);
+  assert.equal(await isCurrent(), true);
+  assert.match(await text("#readout"), /2, perspective/);
+  await slideTo(1900);
+  assert.equal(await isCurrent(), false);
+  await slideTo(1700);
+  assert.equal(await page.locator("#view .window").isVisible(), false, "in the model there is none");
+});
+
+test("nothing of the model is drawn beyond the window of a sheet", async () => {
+  await open("bundle.html");
+  await slideTo(1900);
+  const edge = await page.locator("#view .window").evaluate((w) => ["x", "y", "width", "height"].map((n) => Number(w.getAttribute(n))));
+  const numbers = (await drawn("ACROSS")).match(/-?[\d.]+/g).map(Number);
+  assert.ok(numbers.length >= 4, "the line crosses the window");
+  numbers.forEach((n, i) => assert.ok(n >= edge[i % 2] - 0.1 && n <= edge[i % 2] + edge[2 + (i % 2)] + 0.1, `${n} lies outside`));
+});
+
+test("the desktop shows what is scrolled and where the pointer lies", async () => {
+  await open("bundle.html");
+  const thumb = () => page.locator('#desktop [data-class="SysTreeView32"] .thumb.vertical').evaluate((t) => Number(t.getAttribute("y")));
+  const pointed = () => page.locator("#desktop .is-pointed").evaluate((w) => w.parentNode.dataset.class);
+  const first = await thumb();
+  assert.equal(await text("#desktop-place"), "SysTreeView32\nrow 0 of 399");
+  await slideTo(900);
+  const bar = await page.locator('#desktop [data-class="SysTreeView32"] .bar').evaluate((t) => Number(t.getAttribute("height")));
+  assertNear(await thumb(), first + bar * (90 / 400), "the thumb");
+  assert.equal(await pointed(), "SysTreeView32");
+  await slideTo(1000);
+  assert.equal(await pointed(), "Edit");
+  assert.equal(await text("#desktop-place"), "Edit\nrow 3 of 60\ncolumn 110 of 300");
+});
+
+test("a run that has nothing to do with the desktop shows none", async () => {
+  await open("empty.html");
+  assert.equal(await page.locator("#desktop-panel").isVisible(), false);
+  assert.equal(await page.locator("#tabs button").count(), 1, "neither keys nor functions");
+});
+
+test("the functions are listed by number with label and macro", async () => {
+  await open("bundle.html");
+  assert.equal(await page.locator("#page-functions").isVisible(), false);
+  await page.getByRole("tab", { name: "Functions" }).click();
+  assert.equal(await page.locator("#page-summary").isVisible(), false);
+  const rows = await page.locator("#functions tr").evaluateAll((all) => all.map((row) => [...row.cells].map((cell) => cell.textContent)));
+  assert.deepEqual(rows, [["0", "From above", "_-VIEW;_TOP"], ["1", "", 'M=$(getvar,"tilemode")']]);
+});
+
+test("each key is listed with what it sent and what was looked at then", async () => {
+  await open("bundle.html");
+  await page.getByRole("tab", { name: "Keys" }).click();
+  const cells = (row) => page.locator("#keys tr").nth(row).locator("td").allInnerTexts();
+  assert.deepEqual(await page.locator("#keys tr").nth(0).locator(".sent").evaluateAll((all) => all.map((s) => s.textContent)),
+    ["'_-VIEW _FRONT ", "'_ZOOM _ALL "]);
+  assert.equal((await cells(0))[3], "from the front, 40 x 30");
+  assert.deepEqual(await cells(1), ["1.00", "key top, function 1", "^[^[", "not changed"]);
+  await page.locator("#keys button").first().click();
+  assert.equal(await text("#clock"), "0.50 / 2.00 s", "the moment after the key");
+  assert.equal(await page.locator("#keys .is-last td").nth(1).innerText(), "key front");
 });
 
 test("the cap's six values are shown", async () => {
@@ -286,6 +361,9 @@ test("texts that look like markup are shown as they are", async () => {
   assert.equal(await text("#drawing-name"), markup);
   assert.equal(await text("#layers .name"), markup);
   assert.equal(await text("#summary td"), markup);
+  assert.match(await page.locator("#desktop-place").evaluate((p) => p.textContent), /^<\/script><script>.*\nrow 0 of 9$/);
+  assert.equal(await page.locator("#functions td").nth(1).evaluate((c) => c.textContent), markup);
+  assert.equal(await page.locator("#keys td").nth(1).evaluate((c) => c.textContent), markup);
 });
 
 test("ten thousand lines are drawn at every moment", async (context) => {

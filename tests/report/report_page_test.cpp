@@ -60,7 +60,9 @@ TEST(ReportScene, OfNothingIsWholeAndEmpty) {
   EXPECT_EQ(reportJson(ReportData{}),
             "{\"drawing\":\"\",\"session\":\"\",\"clean\":false,\n\"summary\":[],\n\"groups\":[],"
             "\n\"moments\":[],\n"
-            "\"selections\":[],\n\"changes\":[],\n\"path\":[],\n\"lines\":[],\n\"log\":\"\"}");
+            "\"selections\":[],\n\"changes\":[],\n\"desktops\":[],\n\"path\":[],\n\"lines\":[],\n"
+            "\"functions\":[],\n\"keys\":[],\n\"layout\":{\"sheet\":[0,0,1,1],\"window\":[0,0,1,1]},\n"
+            "\"log\":\"\"}");
 }
 
 TEST(ReportScene, ShapesAreGroupedByLayerAndColour) {
@@ -85,13 +87,43 @@ TEST(ReportScene, AMomentIsACameraInNumbers) {
                         "\"camera\":[10,-10,10.5,0,0,0,0,0,1,40,30,1],\"selection\":0}]"));
 }
 
-TEST(ReportScene, APaperMomentIsASheet) {
+TEST(ReportScene, ALayoutIsASheetWithAWindow) {
   ReportData data;
-  data.moments.resize(1);
+  data.moments.resize(2);
+  for (ReportMoment& moment : data.moments) {
+    moment.isLayout = true;
+    moment.paper = {5, -2, 420, 297};
+    moment.camera = {{0, 0, 1}, {0, 0, 0}, {0, 1, 0}, 40, 30, false};
+  }
   data.moments[0].isPaper = true;
   data.moments[0].viewport = 1;
-  data.moments[0].paper = {5, -2, 420, 297};
-  EXPECT_THAT(reportJson(data), HasSubstr("\"viewport\":1,\"paper\":[5,-2,420,297],\"selection\":0}"));
+  data.layout = {{210, 148.5, 420, 297}, {210, 148.5, 380, 257}};
+  const std::string json = reportJson(data);
+  EXPECT_THAT(json, HasSubstr("\"viewport\":1,\"paper\":[5,-2,420,297],"
+                              "\"window\":[0,0,1,0,0,0,0,1,0,40,30,0],\"selection\":0}"));
+  EXPECT_THAT(json, HasSubstr("\"viewport\":2,\"paper\":[5,-2,420,297],"
+                              "\"camera\":[0,0,1,0,0,0,0,1,0,40,30,0],\"selection\":0}"));
+  EXPECT_THAT(json, HasSubstr("\"layout\":{\"sheet\":[210,148.5,420,297],\"window\":[210,148.5,380,257]}"));
+}
+
+TEST(ReportScene, ADesktopThatStaysIsWrittenOnce) {
+  ReportData data;
+  data.moments.resize(3);
+  const ReportDesktop desktop{{{"Edit", {1, 2, 30, 40}, {}, ReportScrollBar{0, 300, 80, 5}}}, {7, 8}};
+  data.moments[0].desktop = data.moments[1].desktop = desktop;
+  const std::string json = reportJson(data);
+  EXPECT_EQ(count(json, "\"selection\":0,\"desktop\":0}"), 2U);
+  EXPECT_THAT(json, HasSubstr("\"desktops\":[{\"pointer\":[7,8],\"windows\":[{\"class\":\"Edit\","
+                              "\"rect\":[1,2,30,40],\"horizontal\":[0,300,80,5]}]}]"));
+}
+
+TEST(ReportScene, FunctionsAndKeysAreLists) {
+  ReportData data;
+  data.functions = {{"All", "_ZOOM;_ALL"}};
+  data.keys = {{5, "key top", {"'_-VIEW _TOP "}, "from above"}, {9, "key fit", {}, ""}};
+  EXPECT_THAT(reportJson(data),
+              HasSubstr("\"functions\":[[\"All\",\"_ZOOM;_ALL\"]],\n\"keys\":[[5,\"key top\","
+                        "[\"'_-VIEW _TOP \"],\"from above\"],[9,\"key fit\",[],\"\"]]"));
 }
 
 TEST(ReportScene, ACameraThatIsNotANumberIsNull) {
@@ -123,7 +155,8 @@ TEST(ReportScene, PathLinesAndLogAreInOrder) {
   data.log = "one\ntwo\n";
   EXPECT_THAT(reportJson(data),
               HasSubstr("\"path\":[0,1,2,3,16,1.5,2,3],\n\"lines\":[[7,\"send\",\"'_-VIEW _FRONT \"],"
-                        "[8,\"box\",\"caption\\ntext\"]],\n\"log\":\"one\\ntwo\\n\"}"));
+                        "[8,\"box\",\"caption\\ntext\"]],\n"));
+  EXPECT_THAT(reportJson(data), HasSubstr(",\n\"log\":\"one\\ntwo\\n\"}"));
 }
 
 TEST(ReportPage, TenThousandLinesAndSixtyMomentsStayBelowAMegabyte) {

@@ -77,6 +77,20 @@ standin::host::Camera cameraAt(int step) {
   return camera;
 }
 
+/// A tree that is scrolled by ten lines at each step, and an edit field beside it; the pointer goes over.
+workbench::ReportDesktop desktopAt(int step) {
+  workbench::ReportDesktop desktop;
+  desktop.windows = {
+      {"Frame", {0, 0, 400, 300}, {}, {}},
+      {"SysTreeView32", {200, 10, 300, 290}, workbench::ReportScrollBar{0, 399, 40, 10 * step}, {}},
+      {"Edit",
+       {310, 10, 390, 290},
+       workbench::ReportScrollBar{0, 60, 10, 3},
+       workbench::ReportScrollBar{0, 300, 80, 110}}};
+  desktop.pointer = {step < 10 ? 250 : 350, 150};
+  return desktop;
+}
+
 ReportMoment momentAt(int step) {
   ReportMoment moment;
   moment.timeMs = 100 * step;
@@ -84,9 +98,11 @@ ReportMoment momentAt(int step) {
   moment.camera = cameraAt(step);
   if (step >= 5 && step < 15) moment.selection = {kProbe};
   if (step >= 15) moment.changed = {probe(7)};
+  moment.isLayout = step >= 18;
   moment.isPaper = step == 19;
   moment.viewport = moment.isPaper ? 1 : 2;
-  moment.paper = {5, -2, 50, 40};
+  moment.paper = {200, 140, 500, 400};
+  moment.desktop = desktopAt(step);
   return moment;
 }
 
@@ -121,6 +137,10 @@ ReportData bundle() {
                       {1000, "send-activate", "\x1b\x1b_ZOOM _ALL\n"},
                       {1500, "host", "Unknown command \"FRONT\"."},
                       {1800, "beep", ""}};
+  data.functions = {{"From above", "_-VIEW;_TOP"}, {"", "M=$(getvar,\"tilemode\")"}};
+  data.keys = {{450, "key front", {"'_-VIEW _FRONT ", "'_ZOOM _ALL "}, "from the front, 40 x 30"},
+               {1000, "key top, function 1", {"\x1b\x1b"}, ""}};
+  data.layout = {{210, 148.5, 420, 297}, {210, 148.5, 380, 257}};
   data.log = kLog;
   return data;
 }
@@ -140,6 +160,10 @@ ReportData hostileRun() {
   data.drawingName = data.sessionName = data.log = markup;
   data.summary = {{markup, markup}};
   data.commandLine = {{0, markup, markup}};
+  data.functions = {{markup, markup}};
+  data.keys = {{0, markup, {markup}, markup}};
+  data.moments[0].desktop =
+      workbench::ReportDesktop{{{markup, {0, 0, 9, 9}, workbench::ReportScrollBar{0, 9, 1, 0}, {}}}, {1, 1}};
   data.shapes = {shape(1, markup.c_str(), 1, {{AcGePoint3d(-0.2, 0, 0), AcGePoint3d(0.2, 0, 0)}})};
   return data;
 }

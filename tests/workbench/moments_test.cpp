@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <set>
 
 #include "acdocman.h"
@@ -88,6 +89,48 @@ TEST_F(Moments, AMovedEntityIsAmongTheChangedFromThenOn) {
   EXPECT_EQ(moments.at(1).changed[0].outline.at(0).at(0).x, 6);
 }
 
+TEST_F(Moments, AnEntityMovedBetweenTwoMomentsIsAmongTheChanged) {
+  // Selected, moved and let go of while no moment is taken.
+  MomentRecorder recorder(100, 2);
+  recorder.begin();
+  recorder.look();
+  clock::advanceTo(30);
+  host::select({0x2B});
+  recorder.look();
+  moveSelected({0, 5, 0});
+  host::selectNone();
+  clock::advanceTo(60);
+  recorder.look();
+  recorder.finish();
+  const auto moments = recorder.takeMoments();
+  EXPECT_TRUE(moments.at(0).changed.empty());
+  EXPECT_TRUE(moments.at(1).selection.empty());
+  ASSERT_EQ(moments.at(1).changed.size(), 1u);
+  EXPECT_EQ(moments.at(1).changed[0].handle, 0x2Bu);
+  EXPECT_EQ(moments.at(1).changed[0].outline.at(0).at(0).y, 14);
+}
+
+TEST_F(Moments, ADesktopIsTakenWhereItIsAskedFor) {
+  resetDesktop();
+  MomentRecorder without(100, 1);
+  without.begin();
+  without.finish();
+  EXPECT_FALSE(without.takeMoments().at(0).desktop);
+  MomentRecorder recorder(100, 1, MomentRecorder::Desktop::kShown);
+  recorder.begin();
+  movePointer(PointerTarget::kTree);
+  recorder.finish();
+  const auto desktop = recorder.takeMoments().at(0).desktop;
+  ASSERT_TRUE(desktop);
+  const auto tree =
+      std::find_if(desktop->windows.begin(), desktop->windows.end(),
+                   [](const ReportWindow& window) { return window.className == "SysTreeView32"; });
+  ASSERT_NE(tree, desktop->windows.end());
+  EXPECT_EQ(tree->vertical->maximum, 2000);
+  EXPECT_GE(desktop->pointer[0], tree->rect[0]);
+  EXPECT_LT(desktop->pointer[0], tree->rect[2]);
+}
+
 TEST_F(Moments, AnErasedEntityIsGone) {
   MomentRecorder recorder(100, 1);
   recorder.begin();
@@ -113,8 +156,21 @@ TEST_F(Moments, TheSheetOfALayoutIsPaper) {
   host::setVariable(L"CVPORT", L"1");
   recorder.finish();
   const auto moment = recorder.takeMoments().at(0);
+  EXPECT_TRUE(moment.isLayout);
   EXPECT_TRUE(moment.isPaper);
   EXPECT_EQ(moment.viewport, 1);
+  EXPECT_EQ(moment.camera.fieldHeight, host::camera(2)->fieldHeight) << "of the window in it";
+}
+
+TEST_F(Moments, TheWindowOfALayoutIsNoPaper) {
+  MomentRecorder recorder(100, 1);
+  recorder.begin();
+  host::setVariable(L"TILEMODE", L"0");
+  host::setVariable(L"CVPORT", L"2");
+  recorder.finish();
+  const auto moment = recorder.takeMoments().at(0);
+  EXPECT_TRUE(moment.isLayout);
+  EXPECT_FALSE(moment.isPaper);
 }
 
 std::wstring classUnderPointer() {

@@ -50,9 +50,11 @@ function showReadout(element, moment) {
   if (moment) {
     const camera = cameraOf(moment);
     const triple = (p) => p.map(readable).join(", ");
-    const kind = moment.paper ? "paper space" : camera.isPerspective ? "perspective" : "parallel";
-    rows.push(["Viewport", `${moment.viewport}, ${kind}`], ["Field", `${readable(camera.width)} \u00d7 ${readable(camera.height)}`]);
-    if (moment.paper) rows.push(["Centre", triple(camera.target.slice(0, 2))]);
+    const isSheet = Boolean(moment.window);
+    const kind = isSheet ? "paper space" : camera.isPerspective ? "perspective" : "parallel";
+    const [width, height] = isSheet ? moment.paper.slice(2) : [camera.width, camera.height];
+    rows.push(["Viewport", `${moment.viewport}, ${kind}`], ["Field", `${readable(width)} \u00d7 ${readable(height)}`]);
+    if (isSheet) rows.push(["Centre", triple(moment.paper.slice(0, 2))]);
     else rows.push(["Camera", triple(camera.position)], ["Target", triple(camera.target)]);
   }
   element.replaceChildren(...rows.flatMap(([name, value]) => [html("dt", {}, name), html("dd", {}, value)]));
@@ -190,6 +192,52 @@ class LogPanel {
     this.more.textContent = `Show all ${found.length} lines`;
     const all = plural(this.lines.length, "line", "lines");
     byId("log-count").textContent = this.lines.length === 0 ? "" : found.length === this.lines.length ? all : `${found.length} of ${all}`;
+  }
+}
+
+/** Rows of a table: the keys that were pressed, and what came of each; a click shows the moment after it. */
+class KeysPanel {
+  constructor(element, keys, jump) {
+    this.keys = keys;
+    this.rows = keys.map(([time, name, sent, view]) => {
+      const button = html("button", { type: "button", title: "Show the view after this key" }, seconds(time));
+      button.addEventListener("click", () => jump(time));
+      const texts = sent.length ? sent.flatMap((text) => [html("span", { class: "sent" }, ...visibleText(text)), " "]) : ["nothing"];
+      return html("tr", {}, html("td", {}, button), html("td", {}, name), html("td", {}, ...texts),
+        html("td", { class: view ? "" : "muted" }, view || "not changed"));
+    });
+    element.append(...this.rows);
+  }
+
+  show(time) {
+    const last = lastAt(this.keys, time, (key) => key[0]);
+    this.rows.forEach((row, i) => row.classList.toggle("is-last", i === last));
+  }
+}
+
+function showFunctions(element, functions) {
+  functions.forEach(([label, macro], number) => element.append(html("tr", {}, html("td", { class: "number" }, String(number)),
+    html("td", {}, label), html("td", { class: "macro" }, macro))));
+}
+
+/** Pages that share a place; those that have nothing to show have no tab. */
+class Tabs {
+  constructor(list, pages) {
+    this.pages = pages.filter((page) => page.isThere);
+    for (const page of this.pages) {
+      page.tab = html("button", { type: "button", role: "tab", id: `tab-${page.id}`, "aria-controls": page.id }, page.title);
+      page.tab.addEventListener("click", () => this.show(page.id));
+      byId(page.id).setAttribute("aria-labelledby", page.tab.id);
+      list.append(page.tab);
+    }
+    this.show(this.pages[0].id);
+  }
+
+  show(id) {
+    for (const page of this.pages) {
+      page.tab.setAttribute("aria-selected", page.id === id);
+      byId(page.id).hidden = page.id !== id;
+    }
   }
 }
 

@@ -58,7 +58,7 @@ class PathView {
     for (const part of [this.field, this.sight, this.eye]) part.style.display = projection ? "" : "none";
     if (!this.at) return;
     this.behind.setAttribute("d", this.lineOf(this.points.slice(0, lastAt(this.times, time, (t) => t) + 1)));
-    if (projection) this.drawCamera(projection.camera, projection, Boolean(moment.paper));
+    if (projection) this.drawCamera(projection.camera, projection, Boolean(moment.window));
   }
 
   drawCamera(camera, { right, up }, isPaper) {

@@ -6,13 +6,14 @@ const scaled = (a, s) => [a[0] * s, a[1] * s, a[2] * s];
 const cross = (a, b) => [a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]];
 const norm = (a) => Math.hypot(a[0], a[1], a[2]);
 
-/** The camera of a moment. A sheet is looked at in plan, from above. */
+/** What is seen of a sheet, as a camera that looks down on it. */
+function sheetCamera([x, y, width, height]) {
+  return { position: [x, y, 1], target: [x, y, 0], up: [0, 1, 0], width, height, isPerspective: false };
+}
+
+/** The camera that looks at the model: the current view's, or of the window in the sheet. */
 function cameraOf(moment) {
-  if (moment.paper) {
-    const [x, y, width, height] = moment.paper;
-    return { position: [x, y, 1], target: [x, y, 0], up: [0, 1, 0], width, height, isPerspective: false };
-  }
-  const c = moment.camera;
+  const c = moment.camera || moment.window;
   return { position: c.slice(0, 3), target: c.slice(3, 6), up: c.slice(6, 9), width: c[9], height: c[10],
     isPerspective: c[11] === 1 };
 }
@@ -34,16 +35,22 @@ function projectionOf(camera, width, height) {
     right = cross(direction, Math.abs(direction[2]) < 0.9 ? [0, 0, 1] : [0, 1, 0]);
   right = scaled(right, 1 / norm(right));
   return { camera, direction, right, up: cross(right, direction), distance, near: distance * 1e-3,
-    scale: Math.min(width / camera.width, height / camera.height), width, height };
+    scale: Math.min(width / camera.width, height / camera.height), width, height, cx: width / 2, cy: height / 2 };
+}
+
+/** The same frame in a part of the picture: `box` has x, y, width and height in pixels. */
+function projectionInto(camera, box) {
+  const projection = projectionOf(camera, box.width, box.height);
+  return projection && { ...projection, cx: box.x + box.width / 2, cy: box.y + box.height / 2, box };
 }
 
 /** A pen that writes straight pieces as SVG path text, each clipped to the picture and a margin around it. */
 class PathPen {
-  constructor(width, height, margin = 20) {
-    this.left = -margin;
-    this.top = -margin;
-    this.rightEdge = width + margin;
-    this.bottom = height + margin;
+  constructor(width, height, margin = 20, left = 0, top = 0) {
+    this.left = left - margin;
+    this.top = top - margin;
+    this.rightEdge = left + width + margin;
+    this.bottom = top + height + margin;
     this.text = [];
     this.lastX = NaN;
     this.lastY = NaN;
@@ -77,11 +84,16 @@ class PathPen {
   }
 }
 
+/** A pen for what a projection shows: all of the picture, or its part of it exactly. */
+function penFor({ width, height, box }) {
+  return box ? new PathPen(box.width, box.height, 0, box.x, box.y) : new PathPen(width, height);
+}
+
 /** Draws one polyline (x y z x y z ...) with the pen; what lies behind the near plane is cut off. */
 function drawPolyline(projection, pen, points) {
   const { camera, direction: d, right: r, up: u, distance, near, scale } = projection;
   const [tx, ty, tz] = camera.target;
-  const cx = projection.width / 2, cy = projection.height / 2;
+  const { cx, cy } = projection;
   let x0 = 0, y0 = 0, z0 = 0;
   const emit = (xa, ya, za, xb, yb, zb) => {
     const sa = camera.isPerspective ? (scale * distance) / za : scale;

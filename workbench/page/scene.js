@@ -10,7 +10,8 @@ function readScene(data) {
   const groups = data.groups.map((g) => ({ layer: g.layer, colour: g.colour, shapes: g.shapes.map(readShape) }));
   const changes = data.changes.map((c) => ({ layer: c.layer, colour: c.colour, shape: readShape(c.shape) }));
   for (const change of changes) change.group = groupFor(groups, change);
-  return { groups, changes, selections: data.selections.map((s) => new Set(s)), moments: data.moments };
+  return { groups, changes, selections: data.selections.map((s) => new Set(s)), moments: data.moments,
+    desktops: data.desktops, layout: data.layout };
 }
 
 /** The group that a changed shape is drawn with, made when the drawing began without it. */

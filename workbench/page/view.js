@@ -17,10 +17,12 @@ class DrawingView {
     this.hiddenLayers = new Set();
     this.paths = scene.groups.map((group) => svg("path", { "data-layer": group.layer, "data-colour": group.colour }));
     this.selection = svg("path", { class: "selection" });
+    this.sheet = svg("rect", { class: "sheet" });
+    this.window = svg("rect", { class: "window" });
     this.outside = svg("path", { class: "outside" });
     this.frame = svg("rect", { class: "frame" });
     this.triad = svg("g", { class: "triad" });
-    element.append(...this.paths, this.selection, this.outside, this.frame, this.triad);
+    element.append(this.sheet, ...this.paths, this.selection, this.window, this.outside, this.frame, this.triad);
     this.recolour();
   }
 
@@ -39,16 +41,34 @@ class DrawingView {
   show(moment) {
     const width = this.element.clientWidth, height = this.element.clientHeight;
     this.element.setAttribute("viewBox", `0 0 ${width} ${height}`);
-    const projection = moment ? projectionOf(cameraOf(moment), width, height) : null;
+    const screen = moment && projectionOf(moment.paper ? sheetCamera(moment.paper) : cameraOf(moment), width, height);
+    const projection = screen && moment.paper ? projectionInto(cameraOf(moment), this.boxOf(this.scene.layout.window, screen)) : screen;
     this.say(this.noteFor(moment, projection));
     for (const part of this.element.children) part.style.display = projection ? "" : "none";
     if (!projection) return;
     const selected = this.scene.selections[moment.selection] || new Set();
-    const selectionPen = new PathPen(width, height);
+    const selectionPen = penFor(projection);
     this.scene.groups.forEach((group, i) => this.drawGroup(moment, projection, group, i, selected, selectionPen));
     this.selection.setAttribute("d", selectionPen.text.join(""));
-    this.drawFrame(projection, Boolean(moment.paper));
-    this.drawTriad(projection);
+    this.drawLayout(moment, screen);
+    this.drawFrame(screen);
+    this.drawTriad(projection, screen);
+  }
+
+  /** Where a part of the sheet lies in the picture. */
+  boxOf([x, y, width, height], { camera, scale, cx, cy }) {
+    return { x: cx + (x - width / 2 - camera.target[0]) * scale, y: cy - (y + height / 2 - camera.target[1]) * scale,
+      width: width * scale, height: height * scale };
+  }
+
+  /** The sheet and the window in it; the window's edge is heavy while it is the current one. */
+  drawLayout(moment, screen) {
+    for (const [part, place] of [[this.sheet, "sheet"], [this.window, "window"]]) {
+      part.style.display = moment.paper ? "" : "none";
+      if (!moment.paper) continue;
+      for (const [key, value] of Object.entries(this.boxOf(this.scene.layout[place], screen))) part.setAttribute(key, value);
+    }
+    this.window.setAttribute("class", moment.window ? "window" : "window is-current");
   }
 
   noteFor(moment, projection) {
@@ -62,7 +82,7 @@ class DrawingView {
     const isHidden = this.hiddenLayers.has(group.layer);
     this.paths[i].style.display = isHidden ? "none" : "";
     if (isHidden) return;
-    const pen = new PathPen(projection.width, projection.height);
+    const pen = penFor(projection);
     for (const shape of shapesAt(this.scene, moment, group)) {
       const pens = selected.has(shape.handle) ? [pen, selectionPen] : [pen];
       for (const line of shape.lines) for (const p of pens) drawPolyline(projection, p, line);
@@ -71,20 +91,21 @@ class DrawingView {
   }
 
   /** The field that was on the screen; what the picture shows beyond it is dimmed. */
-  drawFrame({ camera, scale, width, height }, isPaper) {
+  drawFrame({ camera, scale, width, height }) {
     const w = camera.width * scale, h = camera.height * scale, x = (width - w) / 2, y = (height - h) / 2;
     this.outside.setAttribute("d", `M0 0H${width}V${height}H0ZM${x} ${y}h${w}v${h}h${-w}Z`);
     for (const [key, value] of Object.entries({ x, y, width: w, height: h })) this.frame.setAttribute(key, value);
-    this.frame.setAttribute("class", isPaper ? "sheet" : "frame");
   }
 
   /** The world's axes as they lie on the screen. */
-  drawTriad({ right, up, direction, height }) {
+  drawTriad({ right, up, direction, height, box }, screen) {
     const axes = [["X", 1], ["Y", 3], ["Z", 5]].map(([name, index], i) => ({ name, index, x: right[i], y: up[i], z: direction[i] }));
     axes.sort((a, b) => b.z - a.z);
     const ink = themeColour("--ink"), paper = themeColour("--paper");
+    // In the lower left corner of what is seen of the model.
+    const corner = box ? [Math.max(box.x, 0) + 44, Math.min(box.y + box.height, screen.height) - 44] : [44, height - 44];
     this.triad.replaceChildren(...axes.flatMap((a) => {
-      const colour = cssColour(a.index, ink, paper), at = [44, height - 44];
+      const colour = cssColour(a.index, ink, paper), at = corner;
       const label = svg("text", { x: at[0] + a.x * 36, y: at[1] - a.y * 36, fill: colour }, a.name);
       const line = svg("path", { d: `M${at[0]} ${at[1]}l${a.x * 26} ${-a.y * 26}`, stroke: colour, "stroke-width": 2 });
       return Math.hypot(a.x, a.y) > 0.3 ? [line, label] : [line];

@@ -1,0 +1,40 @@
+#include "workbench/menu_functions.h"
+
+#include <gtest/gtest.h>
+
+#include "workbench/text_input.h"
+
+namespace workbench {
+namespace {
+
+std::string labelsAndMacros(std::string_view menuFile) {
+  std::string text;
+  for (const ReportFunction& function : menuFunctions(menuFile))
+    text += function.label + ":" + function.macro + "\n";
+  return text;
+}
+
+TEST(MenuFunctions, AreNumberedByWhatHasALabelAndAMacro) {
+  EXPECT_EQ(labelsAndMacros("[MenuBar]\na = {All}_ZOOM;_ALL|Shows everything\nb = Zoom\nc = {Empty}\n"
+                            "d =\ne = {Two} }_LINE\n"),
+            "All:_ZOOM;_ALL\nTwo: }_LINE\n");
+}
+
+TEST(MenuFunctions, StandInTheirOwnSectionOnly) {
+  EXPECT_EQ(labelsAndMacros("[Modes]\nx = {A}B\n\n[MenuBar] and more\ny\t{C}D # note\r\n[Other]\nz = {E}F\n"),
+            "C:D\n");
+}
+
+TEST(MenuFunctions, EndAtTheFirstBlankLine) {
+  EXPECT_EQ(labelsAndMacros("[MenuBar]\n# a note\na = {A}B\n\nb = {C}D\n"), "A:B\n");
+  EXPECT_EQ(labelsAndMacros("[MenuBar]\na = {A}B\n  # indented\nb = {C}D"), "A:B\n");
+}
+
+TEST(MenuFunctions, OfNoMenuAreNone) {
+  EXPECT_EQ(labelsAndMacros(""), "");
+  EXPECT_EQ(labelsAndMacros("[MenuBar]"), "");
+  EXPECT_EQ(labelsAndMacros("[MenuBar"), "");
+}
+
+}  // namespace
+}  // namespace workbench
