@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
-"""Holds a run's trajectory.csv to the formulas of view motion, row by row.
+"""Holds a run's trajectory.csv to the formulas of view motion and of the sheet's pan and zoom, row by row.
 
 The formulas are written out here a second time, in another language and from the description of the motion, so
-that an error in the module is not repeated by its own check. From each row the next `pass3d` row is computed out
-of the cap's values and compared within a tolerance relative to the size of the scene.
+that an error in the module is not repeated by its own check. From each row the next `pass3d` or `pass2d` row is
+computed out of the cap's values and compared within a tolerance relative to the size of the scene.
 
 usage: check_trajectory.py TRAJECTORY SESSION [--centre X,Y,Z] [--line X,Y,Z,X,Y,Z] [--axis] [--no-centre]
   --centre     mean of the box centres of what the session selects
@@ -20,6 +20,7 @@ import sys
 TRANSLATION_BASE = 20000.0
 ROTATION_BASE = 10000.0
 TOLERANCE = 1e-9
+SHEET = "1"
 
 
 def add(a, b):
@@ -149,6 +150,39 @@ def step(view, cap, mode, selected):
         turn(view, cap, axes, mode, selected)
 
 
+def zoom_of_sheet(z):
+    """A positive push shows less of the sheet; a fifth at most either way."""
+    dz = -(z / TRANSLATION_BASE)
+    return max(1.0 - abs(dz), 0.8) if dz < 0 else min(1.0 + abs(dz), 1.2)
+
+
+class Sheet:
+    """What is seen of a sheet. A pass shows itself by one row for its pan and one for its zoom."""
+
+    def __init__(self, row):
+        self.centre = [float(row["px"]), float(row["py"])]
+        self.width, self.height = float(row["field_width"]), float(row["field_height"])
+        self.zoom_due = None
+
+    def numbers(self):
+        return self.centre + [self.width, self.height]
+
+    def step(self, cap):
+        if self.zoom_due is not None:
+            self.zoom(self.zoom_due)
+        elif cap[0] or cap[1]:
+            self.centre[0] -= cap[0] / TRANSLATION_BASE * self.width
+            self.centre[1] -= cap[1] / TRANSLATION_BASE * self.height
+            # The values are read once a pass: those of this row hold for its zoom too.
+            self.zoom_due = cap[2] or None
+        else:
+            self.zoom(cap[2])
+
+    def zoom(self, z):
+        factor = zoom_of_sheet(z)
+        self.width, self.height, self.zoom_due = self.width * factor, self.height * factor, None
+
+
 class Session:
     """The events of a session that the motion depends on."""
 
@@ -180,14 +214,22 @@ def compare(expected, row):
     return worst if expected.perspective == actual.perspective else math.inf
 
 
+def compare_sheet(expected, row):
+    actual = Sheet(row)
+    size = max(1.0, max(abs(v) for v in expected.numbers()))
+    unused = [float(row[name]) for name in "pz tx ty tz ux uy uz".split()]
+    worst = max(abs(a - b) for a, b in zip(expected.numbers(), actual.numbers())) / size
+    return worst if not any(unused) else math.inf
+
+
 def check(rows, session, centre, line):
     checked, worst, failures = 0, 0.0, []
-    view, moving, selected = None, False, Selected(None, None)
+    view, sheet, moving, selected = None, None, False, Selected(None, None)
     for number, row in enumerate(rows, start=2):
         if row["kind"] == "pass3d":
             cap = [int(row["cap_" + name]) for name in "x y z rx ry rz".split()]
             time = int(row["time_ms"])
-            if not moving and any(cap[3:6]):
+            if not moving:
                 found = session.selected(time)
                 selected = Selected(centre if found else None, line if found else None)
             moving = True
@@ -196,10 +238,20 @@ def check(rows, session, centre, line):
             worst, checked = max(worst, error), checked + 1
             if not error <= TOLERANCE:
                 failures.append(f"line {number}: off by {error:.3g}, expected {view.numbers()}")
+        if row["kind"] == "pass2d":
+            sheet.step([int(row["cap_" + name]) for name in "x y z".split()])
+            error = compare_sheet(sheet, row)
+            worst, checked = max(worst, error), checked + 1
+            if not error <= TOLERANCE:
+                failures.append(f"line {number}: off by {error:.3g}, expected {sheet.numbers()}")
+            due, sheet = sheet.zoom_due, Sheet(row)
+            sheet.zoom_due = due
+        elif row["viewport"] == SHEET:
+            sheet = Sheet(row)
+        else:
+            view = View(row)
         if row["kind"] == "commit":
             moving = False
-        if row["kind"] != "pass2d":
-            view = View(row)
     return checked, worst, failures
 
 

@@ -44,6 +44,21 @@ def session(projection, selection, axis):
     return "\n".join(lines + [f"{time} end", ""])
 
 
+def sheet_session():
+    """Pan, zoom and both on the sheet, up to the limits of one pass, with turns that must have no effect."""
+    lines, time = ["0 setvar TILEMODE 0"], 100
+    for motion in ("400 0 0", "-300 250 0", "0 -400 0", "0 0 300", "0 0 -500", "120 -80 200", "-120 80 -200",
+                   "0 0 9000", "0 0 -9000", "1 0 -32768", "-1 0 32767", "10000 0 0", "-10000 0 0", "0 1 0"):
+        lines.append(f"{time} motion {motion} 90 -90 90")
+        time += 150
+        if time % 400 < 150:
+            lines.append(f"{time} motion 0 0 0 0 0 0")
+            time += 200
+    lines += [f"{time} motion 0 0 0 0 0 0", f"{time + 200} setvar CVPORT 2", f"{time + 300} motion 5 0 9 40 0 0"]
+    lines += [f"{time + 500} setvar CVPORT 1", f"{time + 900} motion 0 0 0 0 0 0"]
+    return "\n".join(lines + [f"{time + 1200} end", ""])
+
+
 def play(workbench, folder, text):
     paths = [os.path.join(folder, name) for name in ("d.dxf", "s.session")]
     for path, content in zip(paths, (drawing(), text)):
@@ -63,12 +78,21 @@ def falsify(trajectory):
     """Changes one coordinate in the middle by some ten-millionths."""
     with open(trajectory, encoding="ascii") as file:
         rows = file.read().splitlines()
-    middle = next(i for i in range(len(rows) // 2, len(rows)) if ",pass3d," in rows[i])
+    middle = next(i for i in range(len(rows) // 3, len(rows)) if ",pass" in rows[i])
     fields = rows[middle].split(",")
     fields[9] = repr(float(fields[9]) * (1 + 1e-7) + 1e-7)
     rows[middle] = ",".join(fields)
     with open(trajectory, "w", encoding="ascii") as file:
         file.write("\n".join(rows) + "\n")
+
+
+def judge(trajectory, session_file, options, broken, name):
+    """1 when the check did not come out as it should."""
+    if broken:
+        falsify(trajectory)
+    result = check(trajectory, session_file, options)
+    print(f"{name}: {result.stdout.strip()}")
+    return int((result.returncode == 0) == broken)
 
 
 def main():
@@ -79,15 +103,19 @@ def main():
     kinds = [("", False, []), ("A1 A2", False, [centre]), ("A1", True, ["--axis", line]),
              ("A1 A2", True, [centre]), ("A1", False, [line_centre])]
     failed = 0
+    with tempfile.TemporaryDirectory() as folder:
+        trajectory, session_file = play(workbench, folder, sheet_session())
+        with open(trajectory, encoding="ascii") as rows:
+            if rows.read().count(",pass2d,") < 40:
+                print("the session hardly moved the sheet")
+                failed += 1
+        failed += judge(trajectory, session_file, [], broken, "sheet")
     for projection in ("parallel", "perspective"):
         for selection, axis, options in kinds:
             with tempfile.TemporaryDirectory() as folder:
                 trajectory, session_file = play(workbench, folder, session(projection, selection, axis))
-                if broken:
-                    falsify(trajectory)
-                result = check(trajectory, session_file, options)
-                print(f"{projection}, selected '{selection}', axis {axis}: {result.stdout.strip()}")
-                failed += (result.returncode == 0) == broken
+                name = f"{projection}, selected '{selection}', axis {axis}"
+                failed += judge(trajectory, session_file, options, broken, name)
     return 1 if failed else 0
 
 
