@@ -1,13 +1,11 @@
 /// The sample sessions with the real module, on the sample drawing and on drawings that other programs made.
 /// The latter lie beside the project, so a machine without them skips those tests.
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 
-#include <cctype>
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <sstream>
+#include <map>
+
+#include "module_run.h"
 
 #include <nlohmann/json.hpp>
 
@@ -45,41 +43,6 @@ const Drawing kOthers[] = {{"pink_egg", {{"3DFACE", 288}}},
                              {"POLYLINE", 2}}},
                            {"us_main", {{"LINE", 10052}}}};
 
-class TemporaryFolder {
- public:
-  TemporaryFolder() {
-    std::string name = (fs::temp_directory_path() / "samples_test_XXXXXX").string();
-    if (mkdtemp(name.data()) == nullptr) throw std::runtime_error("no folder for the test");
-    mFolder = name;
-  }
-  ~TemporaryFolder() {
-    std::error_code ignored;
-    fs::remove_all(mFolder, ignored);
-  }
-  const fs::path& path() const { return mFolder; }
-
- private:
-  fs::path mFolder;
-};
-
-std::string read(const fs::path& file) {
-  std::ostringstream text;
-  text << std::ifstream(file, std::ios::binary).rdbuf();
-  return text.str();
-}
-
-/// Exit status of a run of the session into `out`, made if need be.
-int play(const fs::path& drawing, const std::string& session, const fs::path& out) {
-  fs::create_directory(out);
-  const fs::path samples = LM_SAMPLES;
-  const std::string command = "'" LM_WORKBENCH "' replay --quiet --drawing '" + drawing.string() +
-                              "' --session '" + (samples / (session + ".session")).string() + "' --menu '" +
-                              (samples / "autocad.mnu").string() + "' --out '" + out.string() + "' >'" +
-                              (out / "stdout.txt").string() + "' 2>&1";
-  const int status = std::system(command.c_str());
-  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-}
-
 struct Played {
   Session session;
   Drawing drawing;
@@ -101,11 +64,14 @@ std::vector<Played> everySessionOn(const Drawing* first, const Drawing* last) {
 }
 
 void expectCleanAndTheSameTwice(const Played& played, const fs::path& drawing) {
-  const TemporaryFolder folder;
-  const fs::path first = folder.path() / "first", second = folder.path() / "second";
-  ASSERT_EQ(play(drawing, played.session.name, first), 0) << read(first / "stdout.txt");
-  ASSERT_EQ(play(drawing, played.session.name, second), 0) << read(second / "stdout.txt");
-  const auto summary = nlohmann::json::parse(read(first / "summary.json"));
+  const ModuleRun run;
+  const fs::path samples = LM_SAMPLES;
+  const fs::path session = samples / (std::string(played.session.name) + ".session");
+  for (const char* const name : {"first", "second"})
+    ASSERT_EQ(run.play(drawing, session, samples / "autocad.mnu", name), 0)
+        << ModuleRun::read(run.out(name) / "stdout.txt");
+  const fs::path first = run.out("first"), second = run.out("second");
+  const auto summary = nlohmann::json::parse(ModuleRun::read(first / "summary.json"));
   EXPECT_TRUE(summary.at("clean").get<bool>());
   for (const char* const left : {"open_objects", "selection_sets_not_freed", "lock_depth_at_end",
                                  "calls_off_main_thread", "reactors_left", "commands_left"})
@@ -115,7 +81,7 @@ void expectCleanAndTheSameTwice(const Played& played, const fs::path& drawing) {
   for (const auto& [type, count] : played.session.drawn) expected[type] += count;
   EXPECT_EQ(entities, expected);
   for (const char* const name : {"trajectory.csv", "commandline.log", "entities.csv"})
-    EXPECT_EQ(read(first / name), read(second / name)) << name;
+    EXPECT_EQ(ModuleRun::read(first / name), ModuleRun::read(second / name)) << name;
 }
 
 class SampleSession : public testing::TestWithParam<Played> {};
