@@ -34,6 +34,9 @@ namespace {
 constexpr const char* kClass = "AutoCadProxy";
 constexpr UINT kIdlePeriodMs = 100;
 constexpr UINT kMovingPeriodMs = 10;
+constexpr std::int32_t kDefaultTransSensBase = 20000;
+constexpr std::int32_t kDefaultRotSensBase = 10000;
+constexpr std::int32_t kDefaultMaxContMoveTime = 500;
 constexpr double kMoveGain = 5.0;
 constexpr double kMoveUnits = 0.5;        // drawing units per unit of the cap and pass
 constexpr double kSheetMoveUnits = 5e-5;  // the same on a sheet
@@ -51,6 +54,15 @@ short systemVariable(const ACHAR* name) {
   return result.resval.rint;
 }
 
+/// The setting's value, or its default when nobody could work with it: a divisor of 0, a time before now.
+template <typename IsUsable>
+std::int32_t usable(const char* key, std::int32_t value, std::int32_t defaultValue, IsUsable isUsable) {
+  if (isUsable(value)) return value;
+  LM_LOG(kError, kClass, "AutoCadProxy::AutoCadProxy")
+      << "Setting '" << key << "' is " << value << ", " << defaultValue << " is used!";
+  return defaultValue;
+}
+
 AcGsView::Projection projection(bool isPerspective) {
   return isPerspective ? AcGsView::kPerspective : AcGsView::kParallel;
 }
@@ -63,20 +75,21 @@ Acad::ErrorStatus sendText(AcApDocument* documentP, const wchar_t* text, Activat
   return acDocManagerPtr()->sendStringToExecute(documentP, text, activate == Activate::kYes, false, true);
 }
 
-/// Full path of the module's own file, in the ANSI code page.
-std::string moduleFilePath() {
+/// Full path of the module's own file; empty when the system does not tell.
+std::wstring moduleFilePath() {
   std::array<wchar_t, MAX_PATH> path{};
-  GetModuleFileNameW(_hdllInstance, path.data(), static_cast<DWORD>(path.size()));
-  return ansiFromWide(path.data());
+  const DWORD length = GetModuleFileNameW(_hdllInstance, path.data(), static_cast<DWORD>(path.size()));
+  return std::wstring(path.data(), std::min<std::size_t>(length, path.size()));
 }
 
 using ClassName = std::array<char, 261>;
 
-/// The window's class name in the ANSI code page, blanks for what it does not hold; empty when there is none.
+/// The window's class name in the ANSI code page, blanks for what it does not hold, cut to what fits.
 ClassName windowClass(HWND window) {
   std::array<wchar_t, 510> wide{};
   ClassName narrow{};
-  const int length = GetClassNameW(window, wide.data(), static_cast<int>(wide.size()));
+  const int read = GetClassNameW(window, wide.data(), static_cast<int>(wide.size()));
+  const int length = std::min(read, static_cast<int>(narrow.size()) - 1);
   WideCharToMultiByte(CP_ACP, 0, wide.data(), length, narrow.data(), static_cast<int>(narrow.size()) - 1, " ",
                       nullptr);
   return narrow;
@@ -119,15 +132,17 @@ void scrollByWheel(HWND window, POINT pointer, const ScrollAmount& amount) {
   sleepMs(static_cast<std::uint32_t>(scrollWaitMs(amount)));
 }
 
-/// Centre of the entity's box.
-AcGePoint3d boxCentre(const ads_name name) {
+/// Adds the centre of the entity's box; false when it cannot be opened or has no box.
+bool addBoxCentre(const ads_name name, AcGeVector3d* sumP) {
   Opened<AcDbEntity> entity = openEntity(name, AcDb::kForRead);
   AcDbExtents box;
-  require(entity && entity->getGeomExtents(box) == Acad::eOk);
+  const bool isFound = entity && entity->getGeomExtents(box) == Acad::eOk;
   entity.close();
+  if (!isFound) return false;
   const AcGePoint3d low = box.minPoint();
   const AcGePoint3d high = box.maxPoint();
-  return AcGePoint3d((low.x + high.x) * 0.5, (low.y + high.y) * 0.5, (low.z + high.z) * 0.5);
+  *sumP += AcGeVector3d((low.x + high.x) * 0.5, (low.y + high.y) * 0.5, (low.z + high.z) * 0.5);
+  return true;
 }
 
 /// False, and nothing changed, when the entity is not a line or has no length.
@@ -204,13 +219,17 @@ AcGePoint3d rotationCentre(const AcGsView* viewP, int rotCenterMode, bool isPers
 
 AutoCadProxy::AutoCadProxy(LmAutoCad* lmAutoCadP) : mLmAutoCadP(lmAutoCadP) {
   LM_LOG(kCreation, kClass, "AutoCadProxy::AutoCadProxy") << "Constructing ...";
-  mTransSensBase = mLmAutoCadP->transSensBase();
-  mRotSensBase = mLmAutoCadP->rotSensBase();
-  mMaxContMoveTime = static_cast<std::uint32_t>(mLmAutoCadP->maxContMoveTime());
+  mTransSensBase = usable("transSensBase", mLmAutoCadP->transSensBase(), kDefaultTransSensBase,
+                          [](auto v) { return v != 0; });
+  mRotSensBase =
+      usable("rotSensBase", mLmAutoCadP->rotSensBase(), kDefaultRotSensBase, [](auto v) { return v != 0; });
+  mMaxContMoveTime =
+      static_cast<std::uint32_t>(usable("maxContMoveTime", mLmAutoCadP->maxContMoveTime(),
+                                        kDefaultMaxContMoveTime, [](auto v) { return v >= 0; }));
   mUseInt3dIntrfce = mLmAutoCadP->useInt3dIntrfce();
   if (!mUseInt3dIntrfce) StartDotNETPlugin();
   theProxyP = this;
-  mTimerId = SetTimer(nullptr, 0, kIdlePeriodMs, TimerProc);
+  armTimer();
   LM_LOG(kCreation, kClass, "AutoCadProxy::AutoCadProxy") << "AutoCadProxy constructed.";
 }
 
@@ -243,12 +262,16 @@ void CALLBACK TimerProc(HWND, UINT, UINT_PTR, DWORD) {
   if (theProxyP != nullptr) theProxyP->tick();
 }
 
+void AutoCadProxy::armTimer() {
+  mTimerId = SetTimer(nullptr, 0, mIsCapMoving ? kMovingPeriodMs : kIdlePeriodMs, TimerProc);
+  if (mTimerId == 0) LM_LOG(kError, kClass, "AutoCadProxy::armTimer") << "Error SetTimer()";
+}
+
 void AutoCadProxy::tick() try {
   KillTimer(nullptr, mTimerId);
   if (!mIsMenuLoaded) loadMenufile();
   doTransform();
-  if (mIsTimerActive)
-    mTimerId = SetTimer(nullptr, 0, mIsCapMoving ? kMovingPeriodMs : kIdlePeriodMs, TimerProc);
+  if (mIsTimerActive) armTimer();
 } catch (...) {
   LM_LOG(kError, kClass, "AutoCadProxy::TimerProc") << "Error TimerProc()";
 }
@@ -309,6 +332,8 @@ void AutoCadProxy::handleCapIsReleased(int mode) {
     LM_LOG(kError, kClass, "AutoCadProxy::handleCapIsReleased") << "Error handleCapIsReleased()";
   }
   mIsCapMoving = false;
+  mIsSelCentreValid = false;
+  mIsSelAxisValid = false;
   LM_LOG(kTrace, kClass, "AutoCadProxy::handleCapIsReleased") << "Cap released.";
 }
 
@@ -331,17 +356,23 @@ void AutoCadProxy::releaseIn3DMode() {
 
 bool AutoCadProxy::lockDocument() {
   if (mIsDocLocked) return true;
-  AcApDocument* const documentP = acDocManagerPtr()->curDocument();
-  mIsDocLocked = documentP != nullptr && acDocManagerPtr()->lockDocument(documentP, AcAp::kWrite, nullptr,
-                                                                         nullptr, true) == Acad::eOk;
+  mLockedDocumentP = acDocManagerPtr()->curDocument();
+  mIsDocLocked =
+      mLockedDocumentP != nullptr &&
+      acDocManagerPtr()->lockDocument(mLockedDocumentP, AcAp::kWrite, nullptr, nullptr, true) == Acad::eOk;
   return mIsDocLocked;
 }
 
 void AutoCadProxy::unlockDocument() {
   if (!mIsDocLocked) return;
-  AcApDocument* const documentP = acDocManagerPtr()->curDocument();
-  // Without a document, or when it refuses, the next release tries again.
-  mIsDocLocked = documentP == nullptr || acDocManagerPtr()->unlockDocument(documentP) != Acad::eOk;
+  // A document that refuses stays marked: the next release tries again.
+  mIsDocLocked = acDocManagerPtr()->unlockDocument(mLockedDocumentP) != Acad::eOk;
+}
+
+void AutoCadProxy::documentToBeDestroyed(AcApDocument* documentP) {
+  if (!mIsDocLocked || documentP != mLockedDocumentP) return;
+  unlockDocument();
+  mIsDocLocked = false;
 }
 
 void AutoCadProxy::handleDeviceKeys() try {
@@ -404,22 +435,25 @@ void AutoCadProxy::StartDotNETPlugin() try {
     return;
   }
   LM_LOG(kTrace, kClass, "AutoCadProxy::StartDotNETPlugin") << "Start .NET Plugin...";
-  const std::string modulePath = moduleFilePath();
-  LM_LOG(kTrace, kClass, "AutoCadProxy::StartDotNETPlugin") << "charPath: '" << modulePath << "'";
-  const std::size_t folderEnd = modulePath.rfind('\\');
-  if (folderEnd == std::string::npos) {
-    LM_LOG(kError, kClass, "AutoCadProxy::StartDotNETPlugin") << "Error: Invalid path " << modulePath;
+  const std::wstring modulePath = moduleFilePath();
+  const std::string charPath = ansiFromWide(modulePath.c_str());
+  LM_LOG(kTrace, kClass, "AutoCadProxy::StartDotNETPlugin") << "charPath: '" << charPath << "'";
+  // Cut while it is wide: in some code pages a backslash is also the second half of a letter.
+  const std::size_t folderEnd = modulePath.rfind(L'\\');
+  if (folderEnd == std::wstring::npos) {
+    LM_LOG(kError, kClass, "AutoCadProxy::StartDotNETPlugin") << "Error: Invalid path " << charPath;
     return;
   }
-  std::string exporter = modulePath.substr(0, folderEnd) + "\\MenuScribe2015.dll";
-  LM_LOG(kTrace, kClass, "AutoCadProxy::StartDotNETPlugin") << "dllPath: '" << exporter << "'";
-  if (!Util::fileExists(exporter)) {
+  std::wstring exporter = modulePath.substr(0, folderEnd) + L"\\MenuScribe2015.dll";
+  const std::string dllPath = ansiFromWide(exporter.c_str());
+  LM_LOG(kTrace, kClass, "AutoCadProxy::StartDotNETPlugin") << "dllPath: '" << dllPath << "'";
+  if (!Util::fileExists(dllPath)) {
     LM_LOG(kError, kClass, "AutoCadProxy::StartDotNETPlugin")
-        << "Error: MenuScriber does not exist " << exporter;
+        << "Error: MenuScriber does not exist " << dllPath;
     return;
   }
-  std::replace(exporter.begin(), exporter.end(), '\\', '/');
-  const std::wstring command = netloadCommand(wideFromAnsi(exporter));
+  std::replace(exporter.begin(), exporter.end(), L'\\', L'/');
+  const std::wstring command = netloadCommand(exporter);
   const Acad::ErrorStatus status =
       sendText(acDocManagerPtr()->curDocument(), command.c_str(), Activate::kYes);
   LM_LOG(kTrace, kClass, "AutoCadProxy::StartDotNETPlugin")
@@ -430,10 +464,12 @@ void AutoCadProxy::StartDotNETPlugin() try {
 
 void AutoCadProxy::loadMenufile() try {
   const std::string path = mLmAutoCadP->applicationsDirPath() + "\\autocad.mnu";
-  const std::optional<MenuTable> table = readMenuFile(path);
-  mMenuTable = table ? table->mMacros : std::vector<std::string>();
-  mModes.publish(table ? table->mModes : PublishedNames::Names());
-  if (!table) return;
+  std::optional<MenuTable> table = readMenuFile(path);
+  const bool isRead = table.has_value();
+  if (!isRead) table.emplace();
+  mMenuTable = std::move(table->mMacros);
+  mModes.publish(table->mModes);
+  if (!isRead) return;
   LM_LOG(kCreation, kClass, "AutoCadProxy::loadMenufile")
       << "Menu file '" << path << "' with " << mMenuTable.size() << " entries loaded.";
   mIsMenuLoaded = !table->mModes.empty();
@@ -504,6 +540,7 @@ bool AutoCadProxy::getSelObjectsCenter(const ads_name selectionSet, AcGePoint3d*
   mIsSelCentreValid = false;
   if (selectionSet != nullptr) {
     mIsSelCentreValid = meanOfBoxCentres(selectionSet, centreP);
+    if (mIsSelCentreValid) mSelCentre = *centreP;
     return mIsSelCentreValid;
   }
   ImpliedSelection selection;
@@ -521,12 +558,15 @@ bool AutoCadProxy::meanOfBoxCentres(const ads_name selectionSet, AcGePoint3d* ce
   const AdInt32 count = selectionLength(selectionSet);
   if (count == 0) return false;
   AcGeVector3d sum(0, 0, 0);
+  AdInt32 boxes = 0;
   for (AdInt32 i = 0; i < count; ++i) {
     ads_name name{};
     if (acedSSName(selectionSet, i, name) != RTNORM) return false;
-    sum = sum + (boxCentre(name) - AcGePoint3d::kOrigin);
+    // An erased entity, or an empty block, must not cost the others their centre.
+    if (addBoxCentre(name, &sum)) ++boxes;
   }
-  *centreP = AcGePoint3d(sum.x / count, sum.y / count, sum.z / count);
+  require(boxes > 0);
+  *centreP = AcGePoint3d(sum.x / boxes, sum.y / boxes, sum.z / boxes);
   LM_LOG(kTmp, kClass, "AutoCadProxy::getSelObjectsCenter")
       << "selCenterPoint: " << centreP->x << ", " << centreP->y << ", " << centreP->z;
   return true;
@@ -605,7 +645,7 @@ bool AutoCadProxy::transformSelection3d(double x, double y, double z, double rx,
   if (ry != 0.0)
     motion = motion * AcGeMatrix3d::rotation(ry * kTurnUnits, isKeepHorizon ? kWorldY : *yAxisP, centre);
   if (rz != 0.0 && !isKeepHorizon) motion = motion * AcGeMatrix3d::rotation(rz * kTurnUnits, *zAxisP, centre);
-  lockDocument();
+  require(lockDocument());
   transformEach(selection.name(), motion, Redraw::kNo);
   selection.free();
   return true;
@@ -620,7 +660,7 @@ bool AutoCadProxy::transformSelection2d(double x, double y) try {
   if (!selection.isTaken()) return false;
   AcGeMatrix3d motion;
   motion.setTranslation(AcGeVector3d(x * kSheetMoveUnits, y * kSheetMoveUnits, 0.0));
-  lockDocument();
+  require(lockDocument());
   transformEach(selection.name(), motion, Redraw::kYes);
   selection.free();
   return true;
@@ -653,26 +693,41 @@ void AutoCadProxy::handleCapIsDeflectedIn3DMode(short x, short y, short z, short
     moveXYZ(viewP, x / base, y / base, z / base, &axes[0], &axes[1], &axes[2], mode.mRotCenterMode,
             isPerspective, mode.mIsHover);
   }
-  if (rx != 0 || ry != 0 || rz != 0) rotateByCap(viewP, rx, ry, rz, axes, mode, isPerspective);
+  if (rx != 0 || ry != 0 || rz != 0)
+    rotateByCap(viewP, rx, ry, rz, axes, mode, isPerspective);
+  else if (!mIsCapMoving)
+    findTurn();
   viewP->update();
 } catch (...) {
   LM_LOG(kError, kClass, "AutoCadProxy::handleCapIsDeflectedIn3DMode")
       << "Error handleCapIsDeflectedIn3DMode()";
 }
 
+AutoCadProxy::Turn AutoCadProxy::findTurn() {
+  if (mLmAutoCadP->toggleRotationAxis() && getSelObjectAxis(&mSelAxisDirection, &mSelAxisPoint))
+    return Turn::kAboutSelectedLine;
+  if (mLmAutoCadP->toggleRotationCenter() && getSelObjectsCenter(nullptr, &mSelCentre))
+    return Turn::kAboutSelectedCentre;
+  return Turn::kByMode;
+}
+
 void AutoCadProxy::rotateByCap(AcGsView* viewP, short rx, short ry, short rz, ScreenAxes& axes,
                                const RotationMode& mode, bool isPerspective) {
   AcGePoint3d centre;
-  if (mLmAutoCadP->toggleRotationAxis() && getSelObjectAxis(&mSelAxisDirection, &mSelAxisPoint)) {
-    rx = axisShare(rx, mSelAxisDirection, axes[0]);
-    ry = axisShare(ry, mSelAxisDirection, axes[1]);
-    rz = axisShare(rz, mSelAxisDirection, axes[2]);
-    axes.fill(mSelAxisDirection);
-    centre = mSelAxisPoint;
-  } else if (mLmAutoCadP->toggleRotationCenter() && getSelObjectsCenter(nullptr, &mSelCentre)) {
-    centre = mSelCentre;
-  } else {
-    centre = rotationCentre(viewP, mode.mRotCenterMode, isPerspective);
+  switch (findTurn()) {
+    case Turn::kAboutSelectedLine:
+      rx = axisShare(rx, mSelAxisDirection, axes[0]);
+      ry = axisShare(ry, mSelAxisDirection, axes[1]);
+      rz = axisShare(rz, mSelAxisDirection, axes[2]);
+      axes.fill(mSelAxisDirection);
+      centre = mSelAxisPoint;
+      break;
+    case Turn::kAboutSelectedCentre:
+      centre = mSelCentre;
+      break;
+    case Turn::kByMode:
+      centre = rotationCentre(viewP, mode.mRotCenterMode, isPerspective);
+      break;
   }
   const double base = mRotSensBase;
   const auto turn = [&](double angle, int axisIndex) {

@@ -1,10 +1,9 @@
 /// Turns the state of the device into actions of the host. A timer on the host's main thread polls what the
 /// reading thread has stored; every host call is made there. One for each load of the module.
 ///
-///   state                     deflected                                  released
-///   idle (100 ms)             -> moving; "Cap moving."                   stays idle
-///   moving (10 ms)            one pass of motion, again and again        commit, unlock; "Cap released." ->
-///   idle
+///   state            | deflected                         | released
+///   idle, 100 ms     | -> moving; logs "Cap moving."     | stays idle
+///   moving, 10 ms    | one pass of motion after another  | commits, unlocks, logs "Cap released." -> idle
 ///
 /// A deflection that scrolls a control under the pointer changes neither state.
 #ifndef COMMON_SOURCES_AUTO_CAD_PROXY_H
@@ -26,6 +25,7 @@
 #include "gevec3d.h"
 #include "gs.h"
 
+class AcApDocument;
 class LmAutoCad;
 
 /// Navigation modes.
@@ -63,6 +63,9 @@ class AutoCadProxy {
   void setObjectMoveMode(bool isObjectMoveMode) { mIsObjectMoveMode = isObjectMoveMode; }
   bool isCapMoving() const { return mIsCapMoving; }
   bool isDocLocked() const { return mIsDocLocked; }
+
+  /// The document goes away: a lock on it is given back and forgotten.
+  void documentToBeDestroyed(AcApDocument* documentP);
 
   // --- polling ---
 
@@ -118,7 +121,7 @@ class AutoCadProxy {
   bool calcScreenAxesRelativeToObject(AcGsView* viewP, AcGeVector3d* xAxisP, AcGeVector3d* yAxisP,
                                       AcGeVector3d* zAxisP);
 
-  /// Mean of the centres of the selected entities' boxes, drawing units. `selectionSet` null: of the implied
+  /// Mean of the centres of the selected entities' boxes, drawing units; entities without a box are left out. `selectionSet` null: of the implied
   /// selection; it is read once a movement, later passes get the validity found then and leave `centreP`
   /// alone. False when nothing is selected.
   bool getSelObjectsCenter(const ads_name selectionSet, AcGePoint3d* centreP);
@@ -174,10 +177,16 @@ class AutoCadProxy {
  private:
   using ScreenAxes = std::array<AcGeVector3d, 3>;
 
+  enum class Turn { kAboutSelectedLine, kAboutSelectedCentre, kByMode };
+
+  void armTimer();
   void releaseIn2DMode();
   void releaseIn3DMode();
   bool lockDocument();
   void unlockDocument();
+  /// What a rotation is about. On the first pass of a movement it is asked also when nothing turns yet, since a selection
+  /// counts as it is then.
+  Turn findTurn();
   void rotateByCap(AcGsView* viewP, short rx, short ry, short rz, ScreenAxes& axes, const RotationMode& mode,
                    bool isPerspective);
   bool meanOfBoxCentres(const ads_name selectionSet, AcGePoint3d* centreP);
@@ -191,6 +200,7 @@ class AutoCadProxy {
   bool mIsCapMoving = false;
   bool mIsTimerActive = true;
   bool mIsDocLocked = false;
+  AcApDocument* mLockedDocumentP = nullptr;  ///< valid while mIsDocLocked
   std::atomic<RotationMode> mRotationMode{RotationMode{}};
   bool mIsObjectMoveMode = false;
   UINT_PTR mTimerId = 0;

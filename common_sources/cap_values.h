@@ -8,8 +8,8 @@
 
 struct CapValues {
   std::array<std::int16_t, 6> mAxes{};  ///< x, y, z, rx, ry, rz, as the device delivers them
-  std::int32_t mExtra1 = 0;             ///< stored with the axes, used by nothing
-  std::int32_t mExtra2 = 0;
+  std::int32_t mCapExtra1 = 0;          ///< stored with the axes, used by nothing
+  std::int32_t mCapExtra2 = 0;
 };
 
 /// True when no axis is deflected beyond `threshold`; a value equal to it counts as released.

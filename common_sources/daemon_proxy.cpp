@@ -1,5 +1,9 @@
 #include "common_sources/daemon_proxy.h"
 
+#include <string.h>
+
+#include <string_view>
+
 #include "LM_Daemon/src/logging.h"
 #include "common_sources/auto_cad_proxy.h"
 #include "common_sources/lm_auto_cad.h"
@@ -73,7 +77,8 @@ bool DaemonProxy::connect() {
       LM_LOG(kError, kClass, "DaemonProxy::connect") << "Error in lmGetDevInfo()!";
       return false;
     }
-    LM_LOG(kInfo, kClass, "DaemonProxy::connect") << "devIdx: " << index << ":" << info.mName;
+    LM_LOG(kInfo, kClass, "DaemonProxy::connect")
+        << "devIdx: " << index << ":" << std::string_view(info.mName, strnlen(info.mName, sizeof info.mName));
   }
   retrieveRotMode();
   mIsConnected = true;

@@ -12,8 +12,8 @@ constexpr std::uint32_t kWatchPeriodMs = 2000;
 
 LmAutoCad::LmAutoCad() {
   processLog().init(logPars());
-  mAutoCadProxyP = new AutoCadProxy(this);
-  mDaemonProxyP = new DaemonProxy(this);
+  mAutoCadProxyP = std::make_unique<AutoCadProxy>(this);
+  mDaemonProxyP = std::make_unique<DaemonProxy>(this);
   startWatchThread();
   LM_LOG(kCreation, kClass, "LmAutoCad::LmAutoCad") << "Constructed.";
 }
@@ -26,8 +26,8 @@ LmAutoCad::~LmAutoCad() {
   while (mIsWatching) sleepMs(kWatchPeriodMs);
   // The flag falls before the thread has left the module's code, which the host may unmap once this is over.
   if (mIsWatchThreadStarted) pthread_join(mWatchThread, nullptr);
-  delete mDaemonProxyP;
-  delete mAutoCadProxyP;
+  mDaemonProxyP.reset();
+  mAutoCadProxyP.reset();
   LM_LOG(kCreation, kClass, "LmAutoCad::~LmAutoCad") << "Destructed.";
 }
 
@@ -51,8 +51,8 @@ void LmAutoCad::getCapData(short& x, short& y, short& z, short& rx, short& ry, s
   rx = cap.mAxes[3];
   ry = cap.mAxes[4];
   rz = cap.mAxes[5];
-  extra1 = cap.mExtra1;
-  extra2 = cap.mExtra2;
+  extra1 = cap.mCapExtra1;
+  extra2 = cap.mCapExtra2;
 }
 
 void LmAutoCad::watchConnection() {

@@ -7,6 +7,7 @@
 
 #include <atomic>
 #include <cstdint>
+#include <memory>
 
 #include "common_sources/cap_values.h"
 #include "common_sources/latest_value.h"
@@ -32,8 +33,8 @@ class LmAutoCad : public Settings {
   LmAutoCad(const LmAutoCad&) = delete;
   LmAutoCad& operator=(const LmAutoCad&) = delete;
 
-  AutoCadProxy* autoCadProxy() const { return mAutoCadProxyP; }
-  DaemonProxy* daemonProxy() const { return mDaemonProxyP; }
+  AutoCadProxy* autoCadProxy() const { return mAutoCadProxyP.get(); }
+  DaemonProxy* daemonProxy() const { return mDaemonProxyP.get(); }
 
   /// Reading thread. The latest deflection, raw device values, and the two values that came with it.
   void setCapData(short x, short y, short z, short rx, short ry, short rz, std::int32_t extra1,
@@ -65,8 +66,8 @@ class LmAutoCad : public Settings {
   static void* watchingThread(void* lmAutoCadP);
   void startWatchThread();
 
-  AutoCadProxy* mAutoCadProxyP = nullptr;
-  DaemonProxy* mDaemonProxyP = nullptr;
+  std::unique_ptr<AutoCadProxy> mAutoCadProxyP;
+  std::unique_ptr<DaemonProxy> mDaemonProxyP;
   pthread_t mWatchThread{};
   bool mIsWatchThreadStarted = false;
   std::atomic<bool> mIsRunning{true};

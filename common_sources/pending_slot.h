@@ -30,6 +30,7 @@ class PendingSlot {
   }
 
  private:
+  static_assert(std::atomic<Request>::is_always_lock_free, "a key must not make the main thread wait");
   std::atomic<Request> mRequest;
 };
 

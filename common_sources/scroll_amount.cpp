@@ -11,7 +11,7 @@ constexpr std::string_view kWheelClass = "QWidget";
 constexpr int kLongestWaitMs = 150;
 constexpr int kShortestWaitMs = 1;
 constexpr int kShortList = 50;
-constexpr int kLinesPerMessage = 100;
+constexpr int kRangePerMessage = 100;
 constexpr int kMostMessages = 10;
 }  // namespace
 
@@ -34,7 +34,7 @@ bool isUsable(const ScrollBar& bar) {
 }
 
 int lineCount(const ScrollBar& bar) {
-  return std::clamp(bar.mMaximum / kLinesPerMessage, 1, kMostMessages);
+  return std::clamp(bar.mMaximum / kRangePerMessage, 1, kMostMessages);
 }
 
 bool isScrollable(const ScrollBar& bar, int amount) {

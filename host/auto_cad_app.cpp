@@ -8,12 +8,14 @@
 
 namespace {
 
-/// The host knows no exceptions: what is thrown ends here.
+/// The host knows no exceptions: what is thrown ends here. False when something was.
 template <typename Action>
-void contained(Action action) {
+bool contained(Action action) {
   try {
     action();
+    return true;
   } catch (...) {
+    return false;
   }
 }
 
@@ -28,15 +30,17 @@ AcRx::AppRetCode CAutoCAD2011App::On_kInitAppMsg(void* pkt) {
   AcRx::AppRetCode result = AcRx::kRetOK;
   // Each step stands for itself: a command that cannot be registered must not cost the user the device.
   contained([&] { result = AcRxArxApp::On_kInitAppMsg(pkt); });
-  contained([&] { mDocDataP = std::make_unique<DocDataManager>(); });
-  contained([&] { mLmAutoCadP = new (std::nothrow) LmAutoCad; });
+  if (mDocDataP == nullptr) contained([&] { mDocDataP = std::make_unique<DocDataManager>(); });
+  if (mLmAutoCadP == nullptr) contained([&] { mLmAutoCadP = new (std::nothrow) LmAutoCad; });
   contained([] { acutPrintf(L"\nmLmAutoCadP constructed\n"); });
   return result;
 }
 
 AcRx::AppRetCode CAutoCAD2011App::On_kUnloadAppMsg(void* pkt) {
   AcRx::AppRetCode result = AcRx::kRetOK;
-  contained([&] { result = AcRxArxApp::On_kUnloadAppMsg(pkt); });
+  // A command that stays registered would lead into code that is gone: the host is asked twice.
+  const auto removeCommands = [&] { result = AcRxArxApp::On_kUnloadAppMsg(pkt); };
+  if (!contained(removeCommands)) contained(removeCommands);
   delete mLmAutoCadP;
   mLmAutoCadP = nullptr;
   mDocDataP.reset();

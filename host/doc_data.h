@@ -7,6 +7,10 @@
 /// Nothing yet. The manager forgets a document's entry when the document is destroyed.
 class CDocData {};
 
-using DocDataManager = AcApDataManager<CDocData>;
+/// Tells the AutoCadProxy, too, that a document goes away.
+class DocDataManager : public AcApDataManager<CDocData> {
+ public:
+  void documentToBeDestroyed(AcApDocument* documentP) override;
+};
 
 #endif

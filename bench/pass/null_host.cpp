@@ -44,7 +44,7 @@ void resetNullView() {
   view = NullView();
 }
 
-/// A floating viewport: 3D navigation.
+/// TILEMODE and CVPORT alike: a viewport that is navigated in 3D.
 extern "C" int acedGetVar(const ACHAR*, resbuf* result) {
   result->resval.rint = 2;
   return RTNORM;

@@ -2,6 +2,7 @@
 // line.
 #include <algorithm>
 
+#include "call_record.h"
 #include "operation.h"
 #include "state.h"
 
@@ -33,10 +34,12 @@ class DocManager final : public AcApDocManager {
     return Call(kCurDocument).isToFail() ? nullptr : run().mDocumentP.get();
   }
 
-  Acad::ErrorStatus lockDocument(AcApDocument* documentP, AcAp::DocLockMode mode,
-                                 const ACHAR* /*globalCommand*/, const ACHAR* /*localCommand*/,
-                                 bool /*prompt*/) override {
+  Acad::ErrorStatus lockDocument(AcApDocument* documentP, AcAp::DocLockMode mode, const ACHAR* globalCommand,
+                                 const ACHAR* localCommand, bool prompt) override {
     const Call call(kLock);
+    callRecord().lockMode = mode;
+    callRecord().hasLockNames = globalCommand != nullptr || localCommand != nullptr;
+    callRecord().isLockPrompted = prompt;
     if (call.isToFail()) return Acad::eLockViolation;
     Document* openP = openDocumentOf(kLock, documentP);
     if (openP == nullptr) return Acad::eNoDocument;
@@ -60,8 +63,10 @@ class DocManager final : public AcApDocManager {
   }
 
   Acad::ErrorStatus sendStringToExecute(AcApDocument* documentP, const ACHAR* text, bool activate,
-                                        bool /*wrapUpInactiveDoc*/, bool /*echo*/) override {
+                                        bool wrapUpInactiveDoc, bool echo) override {
     Call call(kSend);
+    callRecord().wrapUpInactiveDoc = wrapUpInactiveDoc;
+    callRecord().echo = echo;
     if (call.isToFail() || text == nullptr) return Acad::eInvalidInput;
     if (openDocumentOf(kSend, documentP) == nullptr) return Acad::eNoDocument;
     const std::wstring sent = text;

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "acgs.h"
+#include "call_record.h"
 #include "operation.h"
 #include "state.h"
 
@@ -121,13 +122,18 @@ int currentViewportNumber() {
 
 using namespace standin::host;
 
-AcGsView* acgsGetGsView(int viewportNumber, bool /*createIfNone*/) {
+AcGsView* acgsGetGsView(int viewportNumber, bool createIfNone) {
+  standin::host::callRecord().createIfNone = createIfNone;
   return Call(kGetGsView).isToFail() ? nullptr : viewOf(viewportNumber);
 }
 
-Adesk::Boolean acgsSetViewParameters(int viewportNumber, const AcGsView* viewP, bool /*regenRequired*/,
-                                     bool /*rescaleRequired*/, bool /*syncRequired*/) {
+Adesk::Boolean acgsSetViewParameters(int viewportNumber, const AcGsView* viewP, bool regenRequired,
+                                     bool rescaleRequired, bool syncRequired) {
   Call call(kSetViewParameters);
+  standin::host::CallRecord& record = standin::host::callRecord();
+  record.regenRequired = regenRequired;
+  record.rescaleRequired = rescaleRequired;
+  record.syncRequired = syncRequired;
   if (call.isToFail()) return Adesk::kFalse;
   GraphicsView* ownP = viewOf(viewportNumber);
   const auto* givenP = dynamic_cast<const GraphicsView*>(viewP);

@@ -67,12 +67,12 @@ void openDocument(std::unique_ptr<Drawing> drawing) {
 void closeDocument() {
   Lock lock(state().mMutex);
   if (!run().mDocumentP) return;
-  noteWhatClosingLeaves(*run().mDocumentP);
   const std::vector<AcApDocManagerReactor*> reactors = run().mReactors;
   AcApDocument* closingP = run().mDocumentP.get();
   lock.unlock();
   for (AcApDocManagerReactor* reactorP : reactors) reactorP->documentToBeDestroyed(closingP);
   lock.lock();
+  noteWhatClosingLeaves(*run().mDocumentP);
   run().mDocumentP.reset();
   run().mReport.openObjects = 0;
   run().mSelection.clear();

@@ -44,7 +44,8 @@ int acutPrintf(const ACHAR* format, ...) {
   va_start(arguments, format);
   const int length = std::vswprintf(text.data(), text.size(), wideFormat.c_str(), arguments);
   va_end(arguments);
-  if (length < 0) return RTERROR;
+  // One C library answers what it would have needed, another that it did not fit.
+  if (length < 0 || static_cast<std::size_t>(length) >= text.size()) return RTERROR;
   ++run().mReport.modulePrints;
   call.leave();
   tell(&Listener::modulePrinted, std::wstring(text.data(), static_cast<std::size_t>(length)));

@@ -3,6 +3,7 @@
 #include <cwchar>
 #include <cwctype>
 
+#include "call_record.h"
 #include "operation.h"
 #include "rxdlinkr.h"
 #include "state.h"
@@ -35,9 +36,12 @@ auto findCommand(const ACHAR* group, const ACHAR* globalName) {
 class CommandStack final : public AcEdCommandStack {
  public:
   Acad::ErrorStatus addCommand(const ACHAR* group, const ACHAR* globalName, const ACHAR* localName,
-                               Adesk::Int32 /*flags*/, AcRxFunctionPtr function, AcEdUIContext* /*contextP*/,
-                               int /*fcode*/, HINSTANCE /*resource*/, AcEdCommand** commandPP) override {
+                               Adesk::Int32 flags, AcRxFunctionPtr function, AcEdUIContext* contextP,
+                               int fcode, HINSTANCE /*resource*/, AcEdCommand** commandPP) override {
     const Call call(kAddCommand);
+    callRecord().commandFlags = flags;
+    callRecord().hasCommandContext = contextP != nullptr;
+    callRecord().commandResource = fcode;
     if (call.isToFail()) return Acad::eDuplicateKey;
     if (group == nullptr || globalName == nullptr || localName == nullptr || function == nullptr)
       return Acad::eInvalidInput;

@@ -3,6 +3,7 @@
 
 #include "acedads.h"
 #include "names.h"
+#include "call_record.h"
 #include "operation.h"
 #include "state.h"
 #include "text.h"
@@ -72,8 +73,9 @@ int acedSSFree(const ads_name ss) {
   return RTNORM;
 }
 
-int acedRedraw(const ads_name entity, int /*mode*/) {
+int acedRedraw(const ads_name entity, int mode) {
   const Call call(kRedraw);
+  standin::host::callRecord().redrawMode = mode;
   if (call.isToFail() || !isEntityName(entity) || currentDrawing() == nullptr) return RTERROR;
   return currentDrawing()->find(handleOf(entity)) == nullptr ? RTERROR : RTNORM;
 }

@@ -164,6 +164,7 @@ Acad::ErrorStatus acedVportTableRecords2Vports() {
   Call call(kToTiles);
   if (call.isToFail() || !run().mDocumentP) return Acad::eNotApplicable;
   TileRecord& record = run().mDocumentP->mTile;
+  if (ObjectAccess::isOpen(record)) breach(kToTiles, "called while the table record is open");
   GraphicsView& view = run().mTileView;
   view.store(withShown(view.live(), record.shown()));
   // The width is not set by hand: it follows the height, in the tile's proportion.

@@ -62,8 +62,8 @@ TEST(CommandText, LetterMAloneIsACommand) {
   EXPECT_EQ(commandOfToken("MM="), L"MM=\n");
 }
 
-TEST(CommandText, EightBitCharactersKeepTheirCodes) {
-  EXPECT_EQ(commandOfToken("\xC4"), L"\u00C4\n");
+TEST(CommandText, EightBitCharactersAreThoseOfTheCodePage) {
+  EXPECT_EQ(commandOfToken("\xC4\x80"), L"\u00C4\u20AC\n");
 }
 
 }  // namespace

@@ -1,10 +1,11 @@
 #include "common_sources/menu_table.h"
 
 #include <gmock/gmock.h>
-#include <stdlib.h>
 
 #include <filesystem>
 #include <fstream>
+
+#include "tests/support/system.h"
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
@@ -31,10 +32,7 @@ INSTANTIATE_TEST_SUITE_P(Values, MenuValues,
 
 class MenuFile : public ::testing::Test {
  protected:
-  MenuFile() {
-    std::string name = (std::filesystem::temp_directory_path() / "lm_menu_XXXXXX").string();
-    mFolder = mkdtemp(name.data());
-  }
+  MenuFile() : mFolder(tests::makeTempFolder()) {}
   ~MenuFile() override { std::filesystem::remove_all(mFolder); }
   std::optional<MenuTable> read(const std::string& text) {
     std::ofstream(mFolder / "autocad.mnu") << text;

@@ -1,6 +1,8 @@
 #include <gmock/gmock.h>
 
+#include "standin/objectarx/call_record.h"
 #include "standin_clock.h"
+#include "standin_win32_faults.h"
 #include "tests/module/module_fixture.h"
 
 namespace clock_ = standin::clock;
@@ -250,6 +252,121 @@ TEST_F(CapEvents, ChangeOfTabDuringAMovementChangesTheHandler) {
   deflect({});
   EXPECT_FALSE(proxy().handleDeviceCap());
   EXPECT_TRUE(hasLogged("Document unlocked"));
+}
+
+TEST_F(CapEvents, CommitRegeneratesAndRescalesButDoesNotSynchronise) {
+  load();
+  deflect({10, 0, 0, 0, 0, 0});
+  proxy().handleDeviceCap();
+  EXPECT_TRUE(host::callRecord().createIfNone);
+  proxy().handleCapIsReleased(k3DMode);
+  EXPECT_TRUE(host::callRecord().regenRequired);
+  EXPECT_TRUE(host::callRecord().rescaleRequired);
+  EXPECT_FALSE(host::callRecord().syncRequired);
+}
+
+struct UnusableSetting {
+  const char* key;
+  const char* value;
+  const char* text;
+};
+
+class UnusableSettings : public CapEvents, public ::testing::WithParamInterface<UnusableSetting> {};
+
+TEST_P(UnusableSettings, AreReplacedByTheirDefaults) {
+  writeSettings({{GetParam().key, GetParam().value}});
+  load();
+  EXPECT_THAT(errors(), ElementsAre(GetParam().text));
+  deflect({10, 0, 10, 10, 0, 0});
+  clock_::advanceTo(*clock_::nextTimer());
+  clock_::runDueTimer();
+  EXPECT_EQ(mHost.mUpdates.size(), 33u);
+  EXPECT_THAT(host::report().breaches, IsEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Keys, UnusableSettings,
+    ::testing::Values(UnusableSetting{"transSensBase", "0", "Setting 'transSensBase' is 0, 20000 is used!"},
+                      UnusableSetting{"rotSensBase", "none", "Setting 'rotSensBase' is 0, 10000 is used!"},
+                      UnusableSetting{"maxContMoveTime", "-1",
+                                      "Setting 'maxContMoveTime' is -1, 500 is used!"}));
+
+TEST_F(CapEvents, WrapOfTheTickCountIsHarmless) {
+  load();
+  clock_::setTickBase(0xFFFFFFFFu - static_cast<std::uint32_t>(clock_::nowMs()) - 200);
+  deflect({10, 0, 0, 0, 0, 0});
+  clock_::advanceTo(*clock_::nextTimer());
+  const std::uint32_t before = GetTickCount();
+  proxy().doTransform();
+  EXPECT_LT(GetTickCount(), before) << "it has wrapped";
+  EXPECT_EQ(mHost.mUpdates.size(), 33u);
+}
+
+TEST_F(CapEvents, FailureOfTheTickIsLoggedAndTheTimerStaysOff) {
+  load();
+  clock_::advanceTo(*clock_::nextTimer());
+  ASSERT_TRUE(standin::windows::faults().order("GetTickCount", {Misbehaviour::kThrow, 1, true}));
+  clock_::runDueTimer();
+  EXPECT_THAT(errors(), ElementsAre("Error TimerProc()"));
+  EXPECT_EQ(clock_::timerCount(), 0u);
+}
+
+TEST_F(CapEvents, TimerThatCannotBeSetIsLogged) {
+  ASSERT_TRUE(standin::windows::faults().order("SetTimer", {Misbehaviour::kFail, 1, true}));
+  load();
+  EXPECT_THAT(errors(), ElementsAre("Error SetTimer()"));
+}
+
+TEST_F(CapEvents, ThresholdIsReadAnewAndDivisorsAreNot) {
+  load();
+  deflect({15, 0, 0, 0, 0, 0});
+  mCoreP->setMinThreshold(15);
+  EXPECT_FALSE(proxy().handleDeviceCap());
+  mCoreP->setMinThreshold(14);
+  mCoreP->setTransSensBase(1);
+  EXPECT_TRUE(proxy().handleDeviceCap());
+  EXPECT_THAT(logTexts("INF", "moveXYZ"), ElementsAre("Move x-Direction, value: 0.00075"));
+}
+
+TEST_F(CapEvents, TimeOfZeroServesNoKeysEither) {
+  writeSettings({{"maxContMoveTime", "0"}});
+  load();
+  mHost.mSent.clear();
+  deviceEvent(0x2000B);
+  idle(500);
+  EXPECT_THAT(mHost.mSent, IsEmpty());
+}
+
+TEST_F(CapEvents, ForeignInterfaceServesKeysOnceATick) {
+  writeSettings({{"useInt3dIntrfce", "on"}});
+  load();
+  orderHost("AcApDocManager::curDocument", Misbehaviour::kThrow, false);
+  deviceEvent(0x2000B);
+  proxy().tick();
+  proxy().tick();
+  EXPECT_EQ(countLogged("Error handleDeviceKeys()"), 2u);
+}
+
+TEST_F(CapEvents, LockIsGivenBackBeforeTheViewIsCommitted) {
+  load();
+  ASSERT_TRUE(host::setVariable(L"TILEMODE", L"0"));
+  ASSERT_TRUE(host::setVariable(L"CVPORT", L"1"));
+  deflect({10, 0, 0, 0, 0, 0});
+  proxy().handleDeviceCap();
+  ASSERT_TRUE(proxy().isDocLocked());
+  EXPECT_EQ(host::callRecord().lockMode, AcAp::kWrite);
+  EXPECT_FALSE(host::callRecord().hasLockNames);
+  EXPECT_TRUE(host::callRecord().isLockPrompted);
+  ASSERT_TRUE(host::setVariable(L"CVPORT", L"2"));
+  class LockAtCommit : public host::Listener {
+   public:
+    void viewCommitted(int, const host::Camera&) override { mDepth = host::report().lockDepth; }
+    std::int64_t mDepth = -1;
+  } listener;
+  host::setListener(&listener);
+  proxy().handleCapIsReleased(k3DMode);
+  host::setListener(&mHost);
+  EXPECT_EQ(listener.mDepth, 0);
 }
 
 }  // namespace

@@ -25,6 +25,7 @@ class DaemonProxyTest : public ModuleTest {
 TEST_F(DaemonProxyTest, ConnectsAsAcad) {
   load();
   EXPECT_EQ(controller::connectedAs(), "acad");
+  EXPECT_EQ(controller::connectReserved(), 0);
   EXPECT_TRUE(controller::isConnected());
   EXPECT_TRUE(daemon().isConnected());
 }
@@ -41,6 +42,8 @@ TEST_F(DaemonProxyTest, ConnectLogsEachDevice) {
   load();
   EXPECT_THAT(logged("connect"),
               ElementsAre("Checking connection ...", "devIdx: 0:Lumetrapad", "devIdx: 1:Second pad"));
+  EXPECT_THAT(logTexts("TRC", "connect"), ElementsAre("Checking connection ..."));
+  EXPECT_THAT(logTexts("INF", "connect"), ElementsAre("devIdx: 0:Lumetrapad", "devIdx: 1:Second pad"));
 }
 
 TEST_F(DaemonProxyTest, NoDeviceIsNoFailure) {

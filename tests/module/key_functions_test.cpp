@@ -2,6 +2,7 @@
 
 #include <fstream>
 
+#include "standin/objectarx/call_record.h"
 #include "standin_messages.h"
 #include "standin_process.h"
 #include "tests/module/module_fixture.h"
@@ -162,8 +163,12 @@ TEST_F(KeyFunctions, ApplicationFunctionsAreSentActivatedAndSpecialOnesNot) {
   host::setListener(&activations);
   function(0);
   key(0x2000B);
+  openSheet();
+  key(0x2000C);
   host::setListener(&mHost);
-  EXPECT_EQ(activations.mFlags, (std::vector<bool>{true, true, false}));
+  EXPECT_EQ(activations.mFlags, (std::vector<bool>{true, true, false, false}));
+  EXPECT_FALSE(host::callRecord().wrapUpInactiveDoc);
+  EXPECT_TRUE(host::callRecord().echo);
 }
 
 TEST_F(KeyFunctions, FailedExecutionIsLoggedAndTriedAgain) {
@@ -254,6 +259,24 @@ TEST_F(KeyFunctions, MenuFileWithoutModesIsReadOnEveryTickAndUsable) {
   EXPECT_EQ(mHost.mSent.back(), L"_LINE\n");
 }
 
+TEST_F(KeyFunctions, MenuFileIsReadBeforeTheKeysOfTheSameTick) {
+  writeMenu("[Modes]\nDrafting =\n\n[MenuBar]\n1 = {Line}_LINE\n");
+  load();
+  deviceEvent(0x20020);
+  proxy().tick();
+  EXPECT_EQ(mHost.mSent.back(), L"_LINE\n");
+}
+
+TEST_F(KeyFunctions, MenuFileThatVanishesEmptiesBothLists) {
+  writeMenu("[MenuBar]\n1 = {Line}_LINE\n");
+  load();
+  proxy().loadMenufile();
+  std::filesystem::remove(mProfile / "Lumetrapad" / "Applications" / "autocad.mnu");
+  proxy().loadMenufile();
+  function(0);
+  EXPECT_THAT(errors(), ElementsAre("keyEvent (0') too big (max. is -1)!"));
+}
+
 TEST_F(KeyFunctions, ReportedModeFollowsTheMenuFile) {
   writeMenu("[Modes]\nNone =\nSheet =\nModel =\n\n[MenuBar]\n");
   load();
@@ -316,6 +339,7 @@ TEST_F(KeyFunctions, MissingSettingsFolderIsToldInABoxWithABeep) {
   ASSERT_EQ(messages.size(), 2u);
   EXPECT_EQ(messages[0].kind, standin::windows::UserMessage::Kind::kBeep);
   const std::string profile = mProfile.string();
+  EXPECT_EQ(messages[1].type, MB_OK);
   EXPECT_EQ(messages[1].caption, L"Lumetra Plug-in Error");
   EXPECT_EQ(messages[1].text,
             L"Folder '" + std::wstring(profile.begin(), profile.end()) +

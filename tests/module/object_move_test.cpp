@@ -1,5 +1,8 @@
 #include <gmock/gmock.h>
 
+#include "acedads.h"
+#include "adscodes.h"
+#include "standin/objectarx/call_record.h"
 #include "tests/module/module_fixture.h"
 
 namespace controller = standin::controller;
@@ -192,8 +195,36 @@ TEST_F(ObjectMove, EntitiesThatCannotBeOpenedArePassedOver) {
   movement({10, 0, 0, 0, 0, 0});
   expectNear(pointOf(0x30), {0, 0, 0});
   expectNear(pointOf(0x12), {9 + 5, 0, 0});
+  EXPECT_THAT(errors(), IsEmpty());
+  EXPECT_EQ(host::faults().calls("acedRedraw"), 0u) << "the view's update shows the change";
   expectNothingHeld();
 }
+
+TEST_F(ObjectMove, EntitiesWithoutABoxAreLeftOutOfTheCentre) {
+  start();
+  ASSERT_TRUE(host::select({0x11, 0x12}));
+  host::drawing()->erase(0x11);
+  AcGePoint3d centre;
+  ads_name set{};
+  ASSERT_EQ(acedSSGet(L"I", nullptr, nullptr, nullptr, set), RTNORM);
+  EXPECT_TRUE(proxy().getSelObjectsCenter(set, &centre));
+  acedSSFree(set);
+  expectNear(centre, {9, 0, 0});
+}
+
+class RefusedLocks : public ObjectMove, public ::testing::WithParamInterface<bool> {};
+
+TEST_P(RefusedLocks, MoveTheViewInsteadAndAreLogged) {
+  GetParam() ? startOnTheSheet() : start();
+  ASSERT_TRUE(host::select({0x12}));
+  orderHost("AcApDocManager::lockDocument", Misbehaviour::kFail);
+  movement({100, 0, 0, 0, 0, 0});
+  EXPECT_THAT(errors(), ElementsAre("Error transformSelection()"));
+  expectNear(pointOf(0x12), {9, 0, 0});
+  expectNothingHeld();
+}
+
+INSTANTIATE_TEST_SUITE_P(ModelAndSheet, RefusedLocks, ::testing::Bool());
 
 TEST_F(ObjectMove, SelectionWithoutACentreTurnsAboutTheOrigin) {
   start();
@@ -239,6 +270,7 @@ TEST_F(ObjectMove, OnTheSheetTheSelectionFollowsTheCap) {
   movement({100, -200, 500, 500, 500, 500});
   expectNear(pointOf(0x12), {9.005, -0.01, 0});
   EXPECT_EQ(host::faults().calls("acedRedraw"), 1u);
+  EXPECT_EQ(host::callRecord().redrawMode, 1);
   EXPECT_THAT(mHost.mPaper, IsEmpty());
   expectNothingHeld();
 }

@@ -1,6 +1,6 @@
 #include <gmock/gmock.h>
 
-#include "standin_clock.h"
+#include "host/doc_data.h"
 #include "tests/module/module_fixture.h"
 
 namespace host = standin::host;
@@ -199,6 +199,18 @@ TEST_F(PaperMotion, UnloadInTheMiddleOfAMovementUnlocksTheDocument) {
   proxy().handleDeviceCap();
   ASSERT_EQ(host::report().lockDepth, 1);
   unload();
+  expectNothingHeld();
+}
+
+TEST_F(PaperMotion, DocumentClosedInAMovementTakesItsLockAlong) {
+  start();
+  deflect({10, 0, 0, 0, 0, 0});
+  proxy().handleDeviceCap();
+  DocDataManager manager;
+  host::openDocument(std::make_unique<standin::Drawing>());
+  deflect({});
+  proxy().handleDeviceCap();
+  EXPECT_FALSE(proxy().isDocLocked());
   expectNothingHeld();
 }
 

@@ -373,4 +373,55 @@ TEST_F(ViewMotion, RotatedAxisOfALevelHorizonIsHandedBack) {
   expectNear(axis, {0, 0, 1});
 }
 
+TEST_F(ViewMotion, SelectionCountsFromTheFirstPassEvenWhenThatOnlyPushes) {
+  start();
+  ASSERT_TRUE(host::select({0x12}));
+  deflect({0, 0, 1, 0, 0, 0});
+  proxy().handleDeviceCap();
+  host::selectNone();
+  AcGePoint3d target = camera().target;
+  target.rotateBy(0.5, {-1, 0, 0}, {9, 0, 0});
+  deflect({0, 0, 0, 50, 0, 0});
+  proxy().handleDeviceCap();
+  expectNear(camera().target, target);
+}
+
+TEST_F(ViewMotion, SelectionOfAnEarlierMovementIsForgotten) {
+  start();
+  ASSERT_TRUE(host::select({0x12}));
+  deflect({0, 0, 0, 1, 0, 0});
+  proxy().handleDeviceCap();
+  deflect({});
+  proxy().handleDeviceCap();
+  host::selectNone();
+  deflect({0, 0, 1, 0, 0, 0});
+  proxy().handleDeviceCap();
+  const AcGePoint3d target = camera().target;
+  deflect({0, 0, 0, 50, 0, 0});
+  proxy().handleDeviceCap();
+  expectNear(camera().target, target);
+}
+
+TEST_F(ViewMotion, ViewThatTakesOverFromObjectsTurnsAboutTheirCentre) {
+  start();
+  ASSERT_TRUE(host::select({0x12}));
+  proxy().setObjectMoveMode(true);
+  deflect({0, 0, 0, 0, 0, 50});
+  proxy().handleDeviceCap();
+  proxy().setObjectMoveMode(false);
+  AcGePoint3d target = camera().target;
+  target.rotateBy(0.5, {-1, 0, 0}, {9, 0, 0});
+  deflect({0, 0, 0, 50, 0, 0});
+  proxy().handleDeviceCap();
+  expectNear(camera().target, target);
+}
+
+TEST_F(ViewMotion, CameraModesInvertTheOtherRotationsAndTheFlightToo) {
+  start({}, 103, true);
+  host::setCamera(2, {{0, -8, 6}, {0, 0, 0}, {0, 0.6, 0.8}, 4, 9, true});
+  pass(0, 0, 10, 0, 10, 20);
+  EXPECT_THAT(logTexts("DBG", "rotate"), ElementsAre("Rotate Axis: 0.1(1)", "Rotate Axis: 0.2(2)"));
+  EXPECT_THAT(logTexts("INF", "moveXYZ"), ElementsAre("Move z-Direction, value: -0.1"));
+}
+
 }  // namespace

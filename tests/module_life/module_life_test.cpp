@@ -1,5 +1,4 @@
 #include <gmock/gmock.h>
-#include <stdlib.h>
 
 #include <atomic>
 #include <filesystem>
@@ -8,9 +7,11 @@
 
 #include "rxdefs.h"
 #include "standin/controller/controller_feed.h"
+#include "standin/objectarx/call_record.h"
 #include "standin/objectarx/host_control.h"
 #include "standin_clock.h"
 #include "tests/module_life/loaded_module.h"
+#include "tests/support/system.h"
 
 namespace clock_ = standin::clock;
 namespace controller = standin::controller;
@@ -28,11 +29,9 @@ class Prints : public host::Listener {
 
 class ModuleLife : public ::testing::Test {
  protected:
-  ModuleLife() {
-    std::string name = (std::filesystem::temp_directory_path() / "lm_life_XXXXXX").string();
-    mProfile = mkdtemp(name.data());
+  ModuleLife() : mProfile(tests::makeTempFolder()) {
     std::filesystem::create_directories(mProfile / "Lumetrapad" / "Applications");
-    setenv("USERPROFILE", mProfile.c_str(), 1);
+    tests::setEnvironment("USERPROFILE", mProfile.string());
     start(clock_::Kind::kReplay, 1);
   }
   ~ModuleLife() override {
@@ -127,10 +126,6 @@ TEST_F(ModuleLife, ClosedDocumentIsForgottenWithoutComplaint) {
   EXPECT_THAT(host::report().breaches, IsEmpty());
 }
 
-struct InitFault {
-  const char* operation;
-};
-
 class InitFaults : public ModuleLife, public ::testing::WithParamInterface<const char*> {};
 
 TEST_P(InitFaults, DoNotKeepTheCoreFromRunning) {
@@ -149,6 +144,59 @@ INSTANTIATE_TEST_SUITE_P(Operations, InitFaults,
                                            "AcRxDynamicLinker::registerAppMDIAware", "acrxSysRegistry",
                                            "AcEdCommandStack::addCommand", "AcApDocManager::addReactor",
                                            "acutPrintf"));
+
+class UnloadFaults : public ModuleLife, public ::testing::WithParamInterface<const char*> {};
+
+TEST_P(UnloadFaults, LeaveNothingThatLeadsIntoTheModule) {
+  {
+    const LoadedModule module(LM_MODULE_FILE);
+    module.send(AcRx::kInitAppMsg);
+    ASSERT_TRUE(host::faults().order(GetParam(), {standin::Misbehaviour::kThrow, 1, true}));
+    EXPECT_EQ(module.send(AcRx::kUnloadAppMsg), AcRx::kRetOK);
+  }
+  EXPECT_EQ(host::report().commandsRegistered, 0u);
+  EXPECT_EQ(host::report().reactors, 0u);
+  EXPECT_EQ(clock_::timerCount(), 0u);
+  EXPECT_EQ(clock_::otherThreads(), 0u);
+  host::closeDocument();
+}
+
+INSTANTIATE_TEST_SUITE_P(Operations, UnloadFaults,
+                         ::testing::Values("acrxSysRegistry", "AcRxDictionary::at",
+                                           "AcEdCommandStack::removeCmd", "acDocManagerPtr",
+                                           "AcApDocManager::removeReactor"));
+
+TEST_F(ModuleLife, SecondInitMessageMakesNoSecondCore) {
+  {
+    const LoadedModule module(LM_MODULE_FILE);
+    module.send(AcRx::kInitAppMsg);
+    module.send(AcRx::kInitAppMsg);
+    EXPECT_EQ(clock_::timerCount(), 1u);
+    module.send(AcRx::kUnloadAppMsg);
+    EXPECT_EQ(clock_::otherThreads(), 0u);
+  }
+  EXPECT_EQ(clock_::timerCount(), 0u);
+}
+
+TEST_F(ModuleLife, CommandsFlipTheSwitchesOfTheirNames) {
+  const LoadedModule module(LM_MODULE_FILE);
+  module.send(AcRx::kInitAppMsg);
+  mPrints.mTexts.clear();
+  EXPECT_EQ(host::callRecord().commandFlags, 0);
+  EXPECT_FALSE(host::callRecord().hasCommandContext);
+  EXPECT_EQ(host::callRecord().commandResource, -1);
+  for (const wchar_t* const name : {L"LM_Toggle_Rotation_Center", L"LM_Toggle_Rotation_Axis",
+                                    L"LM_Toggle_Scroll_Mode", L"LM_Toggle_Object_Move_Mode"})
+    host::type(std::wstring(name) + L"\n");
+  EXPECT_THAT(
+      mPrints.mTexts,
+      ElementsAre(L"\n=> Selection as Rotation Center:  off", L"\n=> Selected Line as Rotation Axis:  on",
+                  L"\n=> Scroll Trees and Lists:  off", L"\n=> Move Selected Object:  on"));
+  ASSERT_TRUE(host::faults().order("acutPrintf", {standin::Misbehaviour::kThrow, 1, true}));
+  host::type(L"LM_Toggle_Scroll_Mode\n");
+  EXPECT_THAT(host::report().breaches, IsEmpty()) << "nothing is thrown into the host";
+  module.send(AcRx::kUnloadAppMsg);
+}
 
 /// The device as it lives: it moves, is lost and found, and its keys are pressed, while the host is busy.
 /// Ends when the module has fetched so many events in all.

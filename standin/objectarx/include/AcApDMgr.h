@@ -12,13 +12,16 @@ class AcApDataManager : public AcApDocManagerReactor {
  public:
   AcApDataManager() { acDocManager->addReactor(this); }
   ~AcApDataManager() override {
-    // A module is torn down whatever the host answers, and a destructor must not throw.
-    try {
-      acDocManager->removeReactor(this);
-    } catch (...) {
+    // A reactor that stays registered would lead into code that is gone: the host is asked twice. A destructor must
+    // not throw.
+    for (int attempt = 0; attempt < 2; ++attempt) {
+      try {
+        acDocManager->removeReactor(this);
+        return;
+      } catch (...) {
+      }
     }
   }
-
   void documentToBeDestroyed(AcApDocument* documentP) override { mData.erase(documentP); }
 
   T& docData(AcApDocument* documentP) { return mData[documentP]; }

@@ -1,0 +1,37 @@
+/// The arguments with which the host was last called, for those that change nothing in the stand-in but matter to the
+/// real host. Main thread only.
+#ifndef STANDIN_CALL_RECORD_H
+#define STANDIN_CALL_RECORD_H
+
+#include "acdocman.h"
+#include "standin_objectarx_api.h"
+
+namespace standin::host {
+
+struct CallRecord {
+  bool createIfNone = false;  ///< acgsGetGsView
+
+  bool regenRequired = false;  ///< acgsSetViewParameters
+  bool rescaleRequired = false;
+  bool syncRequired = false;
+
+  AcAp::DocLockMode lockMode{};  ///< lockDocument
+  bool hasLockNames = false;
+  bool isLockPrompted = false;
+
+  bool wrapUpInactiveDoc = false;  ///< sendStringToExecute
+  bool echo = false;
+
+  int redrawMode = 0;  ///< acedRedraw
+
+  int commandFlags = -1;  ///< addCommand, of the last row
+  bool hasCommandContext = false;
+  int commandResource = 0;
+};
+
+/// Kept from one run to the next: look right after the call.
+STANDIN_OBJECTARX_API CallRecord& callRecord();
+
+}  // namespace standin::host
+
+#endif
