@@ -1,10 +1,25 @@
-# lm_add_test(NAME SOURCES... LIBS...): a GoogleTest program whose tests are registered one by one.
+# lm_add_test(NAME SOURCES... LIBS... [NATIVE_ONLY TEST...]): a GoogleTest program whose tests are registered one by
+# one. What is said to be native only is left out on Windows.
 include(GoogleTest)
-find_package(GTest REQUIRED)
+if(CMAKE_CROSSCOMPILING)
+  # The machine's own library is not for the system that is built for; its sources are.
+  add_subdirectory(/usr/src/googletest ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
+else()
+  find_package(GTest REQUIRED)
+endif()
 
 function(lm_add_test name)
-  cmake_parse_arguments(ARG "" "" "SOURCES;LIBS" ${ARGN})
+  cmake_parse_arguments(ARG "" "" "SOURCES;LIBS;NATIVE_ONLY" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
-  target_link_libraries(${name} PRIVATE lm_options ${ARG_LIBS} GTest::gtest_main GTest::gmock)
-  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300)
+  target_link_libraries(${name} PRIVATE lm_options tests_support ${ARG_LIBS} GTest::gtest_main GTest::gmock)
+  if(WIN32)
+    # Only what is shipped has to be fast.
+    target_compile_options(${name} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-O0>)
+    set(windows_properties FIXTURES_REQUIRED display)
+    if(ARG_NATIVE_ONLY)
+      list(JOIN ARG_NATIVE_ONLY ":" left_out)
+      set(filter TEST_FILTER "-${left_out}")
+    endif()
+  endif()
+  gtest_discover_tests(${name} ${filter} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300 ${windows_properties})
 endfunction()

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <functional>
 #include <limits>
+#include <regex>
 #include <sstream>
 #include <stdexcept>
 
@@ -30,7 +31,7 @@ TEST_F(LogEntries, HaveTimeTypeThreadPositionAndText) {
                                "|*_entry_test.cpp|   " + std::to_string(__LINE__ - 3) +
                                "| Proxy::Proxy::run               | text";
   ASSERT_EQ(entries().size(), 1u);
-  EXPECT_THAT(entries()[0].substr(0, 12), testing::MatchesRegex("[0-9]{2}:[0-9]{2}:[0-9]{2}.[0-9]{3}"));
+  EXPECT_TRUE(std::regex_match(entries()[0].substr(0, 12), std::regex("\\d\\d:\\d\\d:\\d\\d\\.\\d{3}")));
   EXPECT_EQ(entries()[0].substr(12), expected);
 }
 

@@ -1,21 +1,20 @@
-#include <dlfcn.h>
 #include <gmock/gmock.h>
 
 #include <thread>
 
 #include "tests/logging/log_fixture.h"
+#include "tests/support/system.h"
 
 namespace {
 
 /// Loads the module, logs from this and from another thread, and unloads it.
 void runModule(const std::string& logPath) {
-  void* const moduleP = dlopen(LOG_MODULE, RTLD_NOW | RTLD_LOCAL);
-  ASSERT_NE(moduleP, nullptr) << dlerror();
-  const auto logInto = reinterpret_cast<void (*)(const char*)>(dlsym(moduleP, "logInto"));
+  void* const moduleP = tests::openLibrary(LOG_MODULE);
+  const auto logInto = reinterpret_cast<void (*)(const char*)>(tests::symbolOf(moduleP, "logInto"));
   ASSERT_NE(logInto, nullptr);
   logInto(logPath.c_str());
   std::thread(logInto, logPath.c_str()).join();
-  ASSERT_EQ(dlclose(moduleP), 0);
+  tests::closeLibrary(moduleP);
 }
 
 TEST(LogOfAModule, IsClosedWhenTheModuleIsUnloaded) {
@@ -28,7 +27,7 @@ TEST(LogOfAModule, IsClosedWhenTheModuleIsUnloaded) {
 TEST(LogOfAModule, DoesNotKeepTheModuleInMemory) {
   const TempFolder folder;
   runModule(folder.path("a.log"));
-  EXPECT_EQ(dlopen(LOG_MODULE, RTLD_NOW | RTLD_NOLOAD), nullptr);
+  EXPECT_FALSE(tests::isMapped(LOG_MODULE));
 }
 
 TEST(LogOfAModule, BeginsAnewWhenTheModuleIsLoadedAgain) {

@@ -12,6 +12,7 @@
 #include "standin_clock.h"
 #include "tests/module_life/loaded_module.h"
 #include "tests/support/system.h"
+#include "tests/support/system.h"
 
 namespace clock_ = standin::clock;
 namespace controller = standin::controller;

@@ -15,7 +15,7 @@ TEST_F(SettingsTest, WithoutTheFoldersTheDefaultsHoldAndNoFolderIsMade) {
 }
 
 TEST_F(SettingsTest, WithoutAUserProfileTheDefaultsHold) {
-  unsetenv("USERPROFILE");
+  tests::clearEnvironment("USERPROFILE");
   const Settings settings;
   EXPECT_EQ(settings.userProfileDir(), "");
   EXPECT_EQ(settings.settingsDirPath(), "\\Lumetrapad");

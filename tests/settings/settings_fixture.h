@@ -4,11 +4,11 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <string>
 
 #include "common_sources/settings.h"
+#include "tests/support/system.h"
 #include "tests/util/temp_folder.h"
 
 inline const std::string kSettingsFile = "Lumetrapad/Applications/autocad_addin.ini";
@@ -56,7 +56,7 @@ class SettingsTest : public testing::Test {
  protected:
   SettingsTest() {
     std::filesystem::create_directories(mProfile.root() / "Lumetrapad" / "Applications");
-    setenv("USERPROFILE", profile().c_str(), 1);
+    tests::setEnvironment("USERPROFILE", profile());
   }
 
   std::string profile() const {

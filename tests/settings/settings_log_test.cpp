@@ -79,7 +79,7 @@ TEST_F(SettingsLog, TellsOfAFileThatCannotBeWritten) {
 }
 
 TEST_F(SettingsLog, TellsOfAMissingUserProfile) {
-  unsetenv("USERPROFILE");
+  tests::clearEnvironment("USERPROFILE");
   const Settings settings;
   EXPECT_THAT(entries(), testing::Contains("ERR|Environment variable USERPROFILE is not set!"));
 }

@@ -231,10 +231,10 @@ TEST_F(CommandLineTest, TilemodeAndCvportSwitchTabAndViewport) {
 TEST_F(CommandLineTest, NetloadByLispNamesTheAssembly) {
   const std::filesystem::path path = std::filesystem::path(testing::TempDir()) / "an assembly.dll";
   std::ofstream(path) << "x";
-  send(L"(command \"netload\" \"" + path.wstring() + L"\")\n");
+  send(L"(command \"netload\" \"" + path.generic_wstring() + L"\")\n");
   send(L"(command \"netload\" \"C:/no such.dll\")\n");
   std::filesystem::remove(path);
-  EXPECT_EQ(mRecorder.mHostPrinted, (Prints{L"Assembly \"" + path.wstring() + L"\" loaded.",
+  EXPECT_EQ(mRecorder.mHostPrinted, (Prints{L"Assembly \"" + path.generic_wstring() + L"\" loaded.",
                                             L"Cannot load assembly \"C:/no such.dll\"."}));
 }
 

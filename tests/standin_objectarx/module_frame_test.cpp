@@ -1,7 +1,6 @@
-#include <dlfcn.h>
-
 #include "host_fixture.h"
 #include "rxdefs.h"
+#include "tests/support/system.h"
 
 namespace {
 
@@ -12,15 +11,12 @@ using Handled = const wchar_t* (*)();
 
 class ModuleFrame : public HostTest {
  protected:
-  ModuleFrame() : mLibraryP(dlopen(SAMPLE_MODULE_PATH, RTLD_NOW | RTLD_LOCAL)) {
-    if (mLibraryP == nullptr) return;
-    mEntryPoint = reinterpret_cast<EntryPoint>(dlsym(mLibraryP, "acrxEntryPoint"));
-    mHandled = reinterpret_cast<Handled>(dlsym(mLibraryP, "handled"));
+  ModuleFrame() : mLibraryP(tests::openLibrary(SAMPLE_MODULE_PATH)) {
+    mEntryPoint = reinterpret_cast<EntryPoint>(tests::symbolOf(mLibraryP, "acrxEntryPoint"));
+    mHandled = reinterpret_cast<Handled>(tests::symbolOf(mLibraryP, "handled"));
   }
-  ~ModuleFrame() override {
-    if (mLibraryP != nullptr) dlclose(mLibraryP);
-  }
-  void SetUp() override { ASSERT_TRUE(mEntryPoint != nullptr && mHandled != nullptr) << dlerror(); }
+  ~ModuleFrame() override { tests::closeLibrary(mLibraryP); }
+  void SetUp() override { ASSERT_TRUE(mEntryPoint != nullptr && mHandled != nullptr); }
 
   AcRx::AppRetCode send(int message) { return mEntryPoint(static_cast<AcRx::AppMsgCode>(message), nullptr); }
 

@@ -3,21 +3,17 @@
 #define TESTS_UTIL_TEMP_FOLDER_H
 
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 
+#include "tests/support/system.h"
+
 class TempFolder {
  public:
-  TempFolder() {
-    std::string name = (std::filesystem::temp_directory_path() / "lm_test_XXXXXX").string();
-    if (mkdtemp(name.data()) == nullptr) throw std::runtime_error("no temporary folder: " + name);
-    mRoot = name;
-  }
+  TempFolder() : mRoot(tests::makeTempFolder()) {}
   ~TempFolder() {
     std::error_code ignored;
     std::filesystem::remove_all(mRoot, ignored);
@@ -39,7 +35,8 @@ class TempFolder {
   }
 
   std::string read(const std::string& name) const {
-    std::ifstream file(mRoot / name, std::ios::binary);
+    // As text: on Windows the lines end in their own manner.
+    std::ifstream file(mRoot / name);
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
   }
 

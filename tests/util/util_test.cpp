@@ -2,26 +2,23 @@
 
 #include <gmock/gmock.h>
 
-#include <cerrno>
 #include <climits>
-#include <cstdlib>
+#include <ctime>
 #include <filesystem>
+#include <regex>
 
-#include "standin_messages.h"
-#include "tests/util/system_faults.h"
+#include "tests/support/system.h"
 #include "tests/util/temp_folder.h"
 
 namespace {
 
-using standin::windows::UserMessage;
-
 TEST(UserProfileDir, IsTheEnvironmentsValueUnchanged) {
-  setenv("USERPROFILE", "C:\\Users\\x\\", 1);
+  tests::setEnvironment("USERPROFILE", "C:\\Users\\x\\");
   EXPECT_EQ(Util::getUserProfileDir(), "C:\\Users\\x\\");
 }
 
 TEST(UserProfileDir, IsEmptyWithoutTheVariable) {
-  unsetenv("USERPROFILE");
+  tests::clearEnvironment("USERPROFILE");
   EXPECT_EQ(Util::getUserProfileDir(), "");
 }
 
@@ -34,47 +31,6 @@ TEST(FileProbes, FindAFileButNoFolder) {
   EXPECT_TRUE(Util::folderExists(folder.path("")));
   EXPECT_FALSE(Util::folderExists(folder.path("a.txt")));
   EXPECT_FALSE(Util::folderExists(folder.path("none")));
-}
-
-TEST(FileProbes, TakeAFileThatMayNotBeOpenedForLocked) {
-  const TempFolder folder;
-  folder.write("a.txt", "");
-  const SystemFault fault(SystemCall::kOpen, EACCES);
-  EXPECT_TRUE(Util::isFileLocked(folder.path("a.txt")));
-}
-
-TEST(FileProbes, DoNotTakeAnyOtherFailureForALock) {
-  const TempFolder folder;
-  folder.write("a.txt", "");
-  EXPECT_FALSE(Util::isFileLocked(folder.path("a.txt")));
-  EXPECT_FALSE(Util::isFileLocked(folder.path("none.txt")));
-  const SystemFault fault(SystemCall::kOpen, EMFILE);
-  EXPECT_FALSE(Util::isFileLocked(folder.path("a.txt")));
-}
-
-class Boxes : public testing::Test {
- protected:
-  Boxes() { standin::windows::clearUserMessages(); }
-  ~Boxes() override { standin::windows::clearUserMessages(); }
-};
-
-TEST_F(Boxes, AreShownAfterABeep) {
-  EXPECT_EQ(Util::beepAndShowMessage(nullptr, "text", "caption", 0x10), 1);
-  const std::vector<UserMessage> messages = standin::windows::userMessages();
-  ASSERT_EQ(messages.size(), 2u);
-  EXPECT_EQ(messages[0].kind, UserMessage::Kind::kBeep);
-  EXPECT_EQ(messages[0].frequency, 440u);
-  EXPECT_EQ(messages[0].durationMs, 200u);
-  EXPECT_EQ(messages[1].text, L"text");
-  EXPECT_EQ(messages[1].caption, L"caption");
-  EXPECT_EQ(messages[1].type, 0x10u);
-}
-
-TEST_F(Boxes, ThatCannotBeShownBeepAndAnswerSo) {
-  standin::windows::setBoxAnswer(0);
-  EXPECT_EQ(Util::beepAndShowMessage(nullptr, "text", "caption", 0), 0);
-  ASSERT_FALSE(standin::windows::userMessages().empty());
-  EXPECT_EQ(standin::windows::userMessages()[0].kind, UserMessage::Kind::kBeep);
 }
 
 TEST(Widening, ExtendsTheSignOfEachByteToSixteenBits) {
@@ -130,7 +86,7 @@ TEST(RotationTexts, OfRotationCenterModes) {
 TEST(TimeTexts, TheTimeOfDayHasTwelveCharacters) {
   std::string text(12, ' ');
   Util::writeTimeOfDay(text.data(), Util::utcMsOfDay());
-  EXPECT_THAT(text, testing::MatchesRegex("[0-2][0-9]:[0-5][0-9]:[0-6][0-9].[0-9]{3}"));
+  EXPECT_TRUE(std::regex_match(text, std::regex("[0-2]\\d:[0-5]\\d:[0-6]\\d\\.\\d{3}"))) << text;
 }
 
 TEST(TimeTexts, TheTimeOfDayIsZeroFilled) {

@@ -1,0 +1,55 @@
+#include <gtest/gtest.h>
+
+#include <cerrno>
+
+#include "standin_messages.h"
+#include "tests/util/system_faults.h"
+#include "tests/util/temp_folder.h"
+#include "util/util.h"
+
+namespace {
+
+using standin::windows::UserMessage;
+
+TEST(FileProbes, TakeAFileThatMayNotBeOpenedForLocked) {
+  const TempFolder folder;
+  folder.write("a.txt", "");
+  const SystemFault fault(SystemCall::kOpen, EACCES);
+  EXPECT_TRUE(Util::isFileLocked(folder.path("a.txt")));
+}
+
+TEST(FileProbes, DoNotTakeAnyOtherFailureForALock) {
+  const TempFolder folder;
+  folder.write("a.txt", "");
+  EXPECT_FALSE(Util::isFileLocked(folder.path("a.txt")));
+  EXPECT_FALSE(Util::isFileLocked(folder.path("none.txt")));
+  const SystemFault fault(SystemCall::kOpen, EMFILE);
+  EXPECT_FALSE(Util::isFileLocked(folder.path("a.txt")));
+}
+
+class Boxes : public testing::Test {
+ protected:
+  Boxes() { standin::windows::clearUserMessages(); }
+  ~Boxes() override { standin::windows::clearUserMessages(); }
+};
+
+TEST_F(Boxes, AreShownAfterABeep) {
+  EXPECT_EQ(Util::beepAndShowMessage(nullptr, "text", "caption", 0x10), 1);
+  const std::vector<UserMessage> messages = standin::windows::userMessages();
+  ASSERT_EQ(messages.size(), 2u);
+  EXPECT_EQ(messages[0].kind, UserMessage::Kind::kBeep);
+  EXPECT_EQ(messages[0].frequency, 440u);
+  EXPECT_EQ(messages[0].durationMs, 200u);
+  EXPECT_EQ(messages[1].text, L"text");
+  EXPECT_EQ(messages[1].caption, L"caption");
+  EXPECT_EQ(messages[1].type, 0x10u);
+}
+
+TEST_F(Boxes, ThatCannotBeShownBeepAndAnswerSo) {
+  standin::windows::setBoxAnswer(0);
+  EXPECT_EQ(Util::beepAndShowMessage(nullptr, "text", "caption", 0), 0);
+  ASSERT_FALSE(standin::windows::userMessages().empty());
+  EXPECT_EQ(standin::windows::userMessages()[0].kind, UserMessage::Kind::kBeep);
+}
+
+}  // namespace
