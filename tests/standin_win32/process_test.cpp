@@ -81,12 +81,13 @@ TEST(GetModuleFileName, AnswersThePathThatWasSet) {
 TEST(GetModuleFileName, AnswersTheFileThatHoldsTheAddress) {
   void* const address = dlsym(RTLD_DEFAULT, "GetCurrentThreadId");
   const std::wstring path = moduleFileName(static_cast<HMODULE>(address));
-  EXPECT_NE(path.find(L"libstandin_win32.so"), std::wstring::npos);
+  EXPECT_NE(path.find(L"\\libstandin_win32.so"), std::wstring::npos);
+  EXPECT_EQ(path.find(L'/'), std::wstring::npos) << "folders are parted as Windows parts them";
 }
 
 TEST(GetModuleFileName, AnswersTheProgramForNull) {
   const std::wstring path = moduleFileName(nullptr);
-  EXPECT_EQ(path.substr(path.rfind(L'/')), L"/standin_win32_test");
+  EXPECT_EQ(path.substr(path.rfind(L'\\')), L"\\standin_win32_test");
 }
 
 TEST(GetModuleFileName, FailsForAHandleThatIsNoModule) {

@@ -3,6 +3,7 @@
 #include <dlfcn.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <cstdlib>
@@ -20,7 +21,8 @@ namespace {
 std::mutex modulesMutex;
 std::map<const void*, std::wstring> modulePaths;
 
-/// File names are widened as the locale says; a byte it does not understand is kept as it is.
+/// File names are widened as the locale says; a byte it does not understand is kept as it is. Folders are
+/// parted by backslashes, as Windows answers them.
 std::wstring widened(const char* path) {
   std::wstring result;
   std::mbstate_t state{};
@@ -32,6 +34,7 @@ std::wstring widened(const char* path) {
     path += isUnderstood ? used : 1;
     if (!isUnderstood) state = {};
   }
+  std::replace(result.begin(), result.end(), L'/', L'\\');
   return result;
 }
 
