@@ -2,6 +2,9 @@
 
 set(LM_SANITIZER "" CACHE STRING "Sanitizers for the whole build: 'address,undefined', 'thread' or empty")
 
+if(WIN32)
+  include(lm_windows)
+endif()
 find_package(Threads REQUIRED)
 
 add_library(lm_options INTERFACE)

@@ -36,3 +36,5 @@ build() {
     return 1
   }
 }
+
+windows_packages=(g++-mingw-w64-x86-64-posix wine wine64 xvfb googletest)

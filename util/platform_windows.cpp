@@ -3,7 +3,7 @@
 #include <direct.h>
 #include <fcntl.h>
 #include <io.h>
-#include <sys/stat.h>
+#include <windows.h>
 
 #include <cerrno>
 
@@ -19,8 +19,9 @@ bool isOpenDenied(std::string_view path) {
 }
 
 bool isFolder(std::string_view path) {
-  struct _stat64 status = {};
-  return ::_stat64(nativePath(path).c_str(), &status) == 0 && (status.st_mode & _S_IFDIR) != 0;
+  // The runtime's own status knows no folder whose path ends in a backslash.
+  const DWORD attributes = ::GetFileAttributesA(nativePath(path).c_str());
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
 bool makeFolder(std::string_view path) {

@@ -9,7 +9,7 @@ namespace workbench {
 namespace {
 
 constexpr wchar_t kFrameClass[] = L"LumetraWorkbench";
-constexpr wchar_t kWidgetClass[] = L"Qt5QWindowIcon";
+constexpr wchar_t kWidgetClass[] = L"QWidget";
 constexpr int kLines = 200;
 constexpr int kCell = 200;  // pixels
 constexpr int kGap = 10;
@@ -70,8 +70,8 @@ HWND ControlWindow::add(const wchar_t* className, DWORD style, int column, int r
 
 void ControlWindow::fill() const {
   // One column, as the palettes have it.
-  SetWindowLongPtrW(mList, GWL_STYLE, (GetWindowLongPtrW(mList, GWL_STYLE) & ~LVS_TYPEMASK) | LVS_REPORT |
-                                          LVS_NOCOLUMNHEADER);
+  SetWindowLongPtrW(mList, GWL_STYLE,
+                    (GetWindowLongPtrW(mList, GWL_STYLE) & ~LVS_TYPEMASK) | LVS_REPORT | LVS_NOCOLUMNHEADER);
   LVCOLUMNW column{};
   column.mask = LVCF_WIDTH;
   column.cx = 2 * kCell;

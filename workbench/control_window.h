@@ -21,7 +21,7 @@ class ControlWindow {
   HWND list() const { return mList; }        ///< list view, 200 lines
   HWND listBox() const { return mListBox; }  ///< 200 lines, behind a group box
   HWND edit() const { return mEdit; }        ///< 200 lines, wider than the field
-  HWND widget() const { return mWidget; }    ///< its class name begins with "Qt"
+  HWND widget() const { return mWidget; }    ///< scrolls by the wheel only, as a "QWidget" does
 
   /// Puts the mouse pointer on the middle of one of the controls; null: off the window.
   void pointAt(HWND control) const;

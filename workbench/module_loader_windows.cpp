@@ -57,8 +57,7 @@ std::string missingImport(const std::wstring& file) {
   if (image == nullptr) return {};
   std::string missing;
   for (const std::string& name : importsOf(image)) {
-    const HMODULE import =
-        LoadLibraryExW(toWide(name).c_str(), nullptr, LOAD_LIBRARY_SEARCH_DEFAULT_DIRS);
+    const HMODULE import = LoadLibraryExW(toWide(name).c_str(), nullptr, LOAD_LIBRARY_SEARCH_DEFAULT_DIRS);
     if (import == nullptr && GetLastError() == ERROR_MOD_NOT_FOUND && missing.empty()) missing = name;
     if (import != nullptr) FreeLibrary(import);
   }
@@ -83,7 +82,7 @@ struct Freer {
 
 }  // namespace
 
-Module::Module(const std::filesystem::path& file) : mFile(std::filesystem::absolute(file)) {
+Module::Module(const std::filesystem::path& file) : mFile(std::filesystem::absolute(file).make_preferred()) {
   const std::string name = mFile.string();
   if (!std::filesystem::is_regular_file(mFile)) throw InputError({name}, kExpected, "no such file");
   // A box about a missing library would wait for somebody to press its button.

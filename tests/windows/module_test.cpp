@@ -1,0 +1,118 @@
+// The module under the real Windows: its timer, its threads, its files.
+#include <windows.h>
+
+#include <psapi.h>
+
+#include "tests/windows/module_run.h"
+
+namespace clock_ = standin::clock;
+namespace controller = standin::controller;
+namespace host = standin::host;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+
+namespace {
+
+TEST_F(ModuleRun, TheTimerTicksAndTheCapMovesTheView) {
+  const LoadedModule module(LM_MODULE_FILE);
+  EXPECT_EQ(module.send(AcRx::kInitAppMsg), AcRx::kRetOK);
+  const host::Camera before = *host::camera(2);
+  moveCap(100, 0);
+  EXPECT_TRUE(serve(0, [this] { return mUpdates > 5; }));
+  moveCap(0, 0);
+  EXPECT_TRUE(serve(0, [] { return host::report().commits > 0; }));
+  EXPECT_NE(host::camera(2)->target.x, before.target.x);
+  module.send(AcRx::kUnloadAppMsg);
+  EXPECT_THAT(host::report().breaches, IsEmpty());
+  EXPECT_EQ(host::report().callsOffMainThread, 0u);
+}
+
+TEST_F(ModuleRun, AKeySendsItsViewCommand) {
+  const LoadedModule module(LM_MODULE_FILE);
+  module.send(AcRx::kInitAppMsg);
+  controller::deliver({0x2000B, {}, 0, 0});
+  EXPECT_TRUE(serve(0, [] { return host::report().textsSent == 1; }));
+  module.send(AcRx::kUnloadAppMsg);
+}
+
+TEST_F(ModuleRun, NothingIsLeftBehindTheUnloadMessage) {
+  {
+    const LoadedModule module(LM_MODULE_FILE);
+    module.send(AcRx::kInitAppMsg);
+    EXPECT_EQ(clock_::otherThreads(), 2u);
+    module.send(AcRx::kUnloadAppMsg);
+    EXPECT_EQ(clock_::otherThreads(), 0u);
+  }
+  EXPECT_FALSE(LoadedModule::isMapped(LM_MODULE_FILE));
+  EXPECT_EQ(clock_::timerCount(), 0u);
+  EXPECT_FALSE(controller::isConnected());
+  EXPECT_THAT(controller::breaches(), IsEmpty());
+}
+
+TEST_F(ModuleRun, TheDaemonIsLostAndFoundWhileTheCapMoves) {
+  const LoadedModule module(LM_MODULE_FILE);
+  module.send(AcRx::kInitAppMsg);
+  moveCap(100, 0);
+  EXPECT_TRUE(serve(0, [this] { return mUpdates > 2; }));
+  controller::setDown(true);
+  EXPECT_TRUE(serve(0, [] { return !controller::isConnected(); }));
+  controller::setDown(false);
+  EXPECT_TRUE(serve(0, [] { return controller::isConnected(); }));
+  const std::uint64_t handedOver = controller::eventsHandedOver();
+  moveCap(0, 0);
+  EXPECT_TRUE(serve(0, [handedOver] { return controller::eventsHandedOver() > handedOver; }));
+  EXPECT_TRUE(serve(0, [] { return host::report().commits > 0; }));
+  module.send(AcRx::kUnloadAppMsg);
+  EXPECT_THAT(host::report().breaches, IsEmpty());
+}
+
+TEST_F(ModuleRun, SettingsAndLogLieInTheUsersFolderWhateverItsName) {
+  for (const wchar_t* const name : {L"J\u00fcrgen M\u00fcller", L"a b  c"}) {
+    useProfile(name);
+    const LoadedModule module(LM_MODULE_FILE);
+    module.send(AcRx::kInitAppMsg);
+    module.send(AcRx::kUnloadAppMsg);
+    EXPECT_THAT(read("Applications/autocad_addin.ini"), HasSubstr("transSensBase         = 20000"));
+    EXPECT_THAT(read("autocad_addin_log.txt"), HasSubstr("AutoCadProxy constructed."));
+  }
+}
+
+TEST_F(ModuleRun, TheExporterIsLookedForBesideTheModulesOwnFile) {
+  const LoadedModule module(LM_MODULE_FILE);
+  module.send(AcRx::kInitAppMsg);
+  module.send(AcRx::kUnloadAppMsg);
+  std::string folder = std::filesystem::absolute(LM_MODULE_FILE).parent_path().make_preferred().string();
+  EXPECT_THAT(read("autocad_addin_log.txt"),
+              HasSubstr("Error: MenuScriber does not exist " + folder + "\\MenuScribe2015.dll"));
+}
+
+DWORD handleCount() {
+  DWORD count = 0;
+  GetProcessHandleCount(GetCurrentProcess(), &count);
+  return count;
+}
+
+TEST_F(ModuleRun, FiftyLivesWithTheCapMovingLeaveNothing) {
+  DWORD handlesAfterTheFirst = 0;
+  for (int life = 0; life < 50; ++life) {
+    {
+      const LoadedModule module(LM_MODULE_FILE);
+      module.send(AcRx::kInitAppMsg);
+      moveCap(static_cast<std::int16_t>(50 + life), 20);
+      const int before = mUpdates;
+      ASSERT_TRUE(serve(0, [this, before] { return mUpdates > before; })) << "life " << life;
+      module.send(AcRx::kUnloadAppMsg);
+      ASSERT_EQ(clock_::otherThreads(), 0u) << "life " << life;
+    }
+    ASSERT_FALSE(LoadedModule::isMapped(LM_MODULE_FILE)) << "life " << life;
+    // Messages that are under way to code that is gone would end the process here.
+    serve(20);
+    if (life == 0) handlesAfterTheFirst = handleCount();
+  }
+  EXPECT_LE(handleCount(), handlesAfterTheFirst + 2);
+  EXPECT_EQ(mPrints.size(), 50u);
+  EXPECT_THAT(host::report().breaches, IsEmpty());
+}
+
+}  // namespace

@@ -1,0 +1,80 @@
+// The cap scrolls real controls under the real mouse pointer.
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include "tests/windows/module_run.h"
+#include "workbench/control_window.h"
+
+namespace {
+
+int position(HWND window, int bar) {
+  SCROLLINFO info{};
+  info.cbSize = sizeof info;
+  info.fMask = SIF_POS;
+  GetScrollInfo(window, bar, &info);
+  return info.nPos;
+}
+
+class RealScrolling : public ModuleRun {
+ protected:
+  RealScrolling() : mModule(LM_MODULE_FILE) { mModule.send(AcRx::kInitAppMsg); }
+  ~RealScrolling() override { mModule.send(AcRx::kUnloadAppMsg); }
+
+  void deflect(std::int16_t x, std::int16_t y, std::int16_t z) {
+    standin::controller::deliver({-1, {x, y, z, 0, 0, 0}, 0, 0});
+  }
+  /// Down and up again by the cap's push along its vertical axes, with the control's bar read back.
+  void scrollDownAndUp(HWND control) {
+    mWindow.pointAt(control);
+    deflect(0, -300, 0);
+    const bool isDown = serve(0, [control] { return position(control, SB_VERT) > 3; });
+    const int lowest = position(control, SB_VERT);
+    deflect(0, 300, 0);
+    const bool isUp = serve(0, [control, lowest] { return position(control, SB_VERT) < lowest; });
+    deflect(0, 0, 0);
+    EXPECT_TRUE(isDown) << "lowest " << lowest;
+    EXPECT_TRUE(isUp) << "lowest " << lowest;
+    EXPECT_EQ(mUpdates, 0) << "the view moved instead";
+  }
+
+  workbench::ControlWindow mWindow;
+  LoadedModule mModule;
+};
+
+TEST_F(RealScrolling, OfATreeView) {
+  scrollDownAndUp(mWindow.tree());
+}
+TEST_F(RealScrolling, OfAListView) {
+  scrollDownAndUp(mWindow.list());
+}
+TEST_F(RealScrolling, OfAListBoxBehindAGroupBox) {
+  scrollDownAndUp(mWindow.listBox());
+}
+TEST_F(RealScrolling, OfAnEditField) {
+  scrollDownAndUp(mWindow.edit());
+}
+
+TEST_F(RealScrolling, OfTheEditFieldSideways) {
+  mWindow.pointAt(mWindow.edit());
+  deflect(300, 0, 0);
+  EXPECT_TRUE(serve(0, [this] { return position(mWindow.edit(), SB_HORZ) > 0; }));
+  deflect(0, 0, 0);
+}
+
+TEST_F(RealScrolling, OfAWidgetByTheWheel) {
+  mWindow.pointAt(mWindow.widget());
+  deflect(0, -300, 0);
+  EXPECT_TRUE(serve(0, [this] { return mWindow.wheelTurns() != 0; }));
+  deflect(0, 0, 0);
+  EXPECT_EQ(mUpdates, 0);
+}
+
+TEST_F(RealScrolling, NotOverTheCanvas) {
+  mWindow.pointAt(mWindow.canvas());
+  deflect(0, -300, 0);
+  EXPECT_TRUE(serve(0, [this] { return mUpdates > 0; }));
+  deflect(0, 0, 0);
+}
+
+}  // namespace
