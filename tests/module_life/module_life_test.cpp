@@ -12,7 +12,6 @@
 #include "standin_clock.h"
 #include "tests/module_life/loaded_module.h"
 #include "tests/support/system.h"
-#include "tests/support/system.h"
 
 namespace clock_ = standin::clock;
 namespace controller = standin::controller;
