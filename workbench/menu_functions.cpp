@@ -24,6 +24,7 @@ std::string_view takeLine(std::string_view& text) {
 
 /// What stands behind the key and the run of separators after it.
 std::string_view valueOf(std::string_view line) {
+  line = trimmed(line);
   const std::size_t separator = line.find_first_of("=\t");
   if (separator == std::string_view::npos) return {};
   const std::size_t value = line.find_first_not_of("=\t", separator);
@@ -42,13 +43,14 @@ std::optional<ReportFunction> functionOf(std::string_view value) {
 
 bool isHeader(std::string_view line, std::string_view section) {
   line = trimmed(line);
-  return line.substr(0, 1) == "[" && line.substr(1, line.find(']') - 1) == section;
+  const std::size_t end = line.find(']');
+  return line.substr(0, 1) == "[" && end != std::string_view::npos && line.substr(1, end - 1) == section;
 }
 
-/// A blank line, a header and an indented comment end a section's parameters.
+/// A blank line, a header, an indented comment and a line without a key end a section's parameters.
 bool isParameter(std::string_view line) {
   line = trimmed(line);
-  return !line.empty() && line.front() != '[' && line.front() != '#';
+  return !line.empty() && line.find_first_of("[#=") != 0;
 }
 
 }  // namespace

@@ -30,10 +30,14 @@ TEST(MenuFunctions, EndAtTheFirstBlankLine) {
   EXPECT_EQ(labelsAndMacros("[MenuBar]\na = {A}B\n  # indented\nb = {C}D"), "A:B\n");
 }
 
+TEST(MenuFunctions, ABlankBeforeAKeyIsNoSeparator) {
+  EXPECT_EQ(labelsAndMacros("[MenuBar]\n\ta = {A}B\n  c\t{C}D\n= {E}F\ng = {G}H"), "A:B\nC:D\n");
+}
+
 TEST(MenuFunctions, OfNoMenuAreNone) {
   EXPECT_EQ(labelsAndMacros(""), "");
   EXPECT_EQ(labelsAndMacros("[MenuBar]"), "");
-  EXPECT_EQ(labelsAndMacros("[MenuBar"), "");
+  EXPECT_EQ(labelsAndMacros("[MenuBar\na = {A}B"), "") << "a header without its end";
 }
 
 }  // namespace
