@@ -1,65 +1,17 @@
 // The cost of one pass of view motion with all six axes deflected, beside the same three rotations in Eigen.
 #include <benchmark/benchmark.h>
-#include <stdlib.h>
 
 #include <Eigen/Geometry>
-#include <filesystem>
-#include <fstream>
 
 #include "bench/allocation_count.h"
+#include "bench/null_core.h"
 #include "bench/pass/null_host.h"
-#include "common_sources/auto_cad_proxy.h"
-#include "common_sources/lm_auto_cad.h"
-#include "standin/controller/controller_feed.h"
-#include "standin/objectarx/host_control.h"
-#include "standin_clock.h"
 
 namespace {
 
-/// A core object with every log level off and object selection switched off.
-class Core {
- public:
-  Core() {
-    std::string name = (std::filesystem::temp_directory_path() / "lm_bench_XXXXXX").string();
-    mProfile = mkdtemp(name.data());
-    setenv("USERPROFILE", mProfile.c_str(), 1);
-    std::filesystem::create_directories(mProfile / "Lumetrapad" / "Applications");
-    writeSettings();
-    standin::clock::start(standin::clock::Kind::kReplay);
-    standin::controller::reset();
-    standin::host::start();
-    mCoreP = std::make_unique<LmAutoCad>();
-    standin::clock::settle();
-    mCoreP->setCapData(3, -2, 1, 40, -30, 20, 0, 0);
-  }
-  ~Core() {
-    mCoreP.reset();
-    standin::clock::stop();
-    std::filesystem::remove_all(mProfile);
-  }
-  AutoCadProxy& proxy() { return *mCoreP->autoCadProxy(); }
-
- private:
-  void writeSettings() const {
-    std::ofstream file(mProfile / "Lumetrapad" / "Applications" / "autocad_addin.ini");
-    file << "[PROGRAM]\nname = bench\nversion = 0\ntransSensBase = 20000\nrotSensBase = 10000\nminThreshold "
-            "= 0\n"
-            "maxContMoveTime = 500\ntoggleRotationCenter = off\ntoggleRotationAxis = off\nscrollTreeAndList "
-            "= off\n"
-            "useInt3dIntrfce = off\n\n[LOGGING]\nlogFile = log.txt\nmaxSize = 5000\nlogToFile = on\n"
-            "logToCnsl = off\n";
-    for (const char* const level :
-         {"warning", "creation", "trace", "devcom", "intcom", "info", "debug", "tmp"})
-      file << level << " = off\n";
-    file << "fileToLog =\n";
-  }
-
-  std::filesystem::path mProfile;
-  std::unique_ptr<LmAutoCad> mCoreP;
-};
-
 void PassAllSixAxes(benchmark::State& state) {
-  Core core;
+  NullCore core;
+  core.core().setCapData(3, -2, 1, 40, -30, 20, 0, 0);
   AutoCadProxy& proxy = core.proxy();
   resetNullView();
   proxy.handleDeviceCap();

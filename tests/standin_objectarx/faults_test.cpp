@@ -2,6 +2,7 @@
 #include <functional>
 #include <map>
 #include <set>
+#include <utility>
 #include <thread>
 
 #include "aced.h"
@@ -163,7 +164,8 @@ void addViewports(Calls& calls) {
   calls["acedVports2VportTableRecords"] = [](Operands&) {
     return acedVports2VportTableRecords() == Acad::eOk;
   };
-  calls["acedVportTableRecords2Vports"] = [](Operands&) {
+  calls["acedVportTableRecords2Vports"] = [](Operands& o) {
+    if (o.recordP != nullptr) std::exchange(o.recordP, nullptr)->close();
     return acedVportTableRecords2Vports() == Acad::eOk;
   };
 }

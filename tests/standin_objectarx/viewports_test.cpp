@@ -120,6 +120,14 @@ TEST_F(Tile, TileShowsWhatTheRecordHoldsAndItsWidthFollows) {
   EXPECT_EQ(mDrawnCount, 1);
 }
 
+TEST_F(Tile, RecordStillOpenAtTheConversionIsABreach) {
+  acedVports2VportTableRecords();
+  const Record record(acedActiveViewportId(), AcDb::kForWrite);
+  acedVportTableRecords2Vports();
+  ASSERT_EQ(host::report().breaches.size(), 1u);
+  EXPECT_EQ(host::report().breaches[0], "acedVportTableRecords2Vports: called while the table record is open");
+}
+
 TEST_F(Tile, ConversionBackAndForthChangesNothing) {
   host::Camera slanted = *host::camera(2);
   slanted.position = {40, -31, 17};

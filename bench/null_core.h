@@ -1,0 +1,62 @@
+/// A core object for benchmarks: every log level off, no selection as centre or axis, no scrolling.
+#ifndef BENCH_NULL_CORE_H
+#define BENCH_NULL_CORE_H
+
+#include <stdlib.h>
+
+#include <filesystem>
+#include <fstream>
+#include <memory>
+
+#include "common_sources/auto_cad_proxy.h"
+#include "common_sources/lm_auto_cad.h"
+#include "standin/controller/controller_feed.h"
+#include "standin/objectarx/host_control.h"
+#include "standin_clock.h"
+
+class NullCore {
+ public:
+  NullCore() {
+    std::string name = (std::filesystem::temp_directory_path() / "lm_bench_XXXXXX").string();
+    mProfile = mkdtemp(name.data());
+    setenv("USERPROFILE", mProfile.c_str(), 1);
+    std::filesystem::create_directories(mProfile / "Lumetrapad" / "Applications");
+    writeSettings();
+    standin::clock::start(standin::clock::Kind::kReplay);
+    standin::controller::reset();
+    standin::host::start();
+    standin::host::openDocument(std::make_unique<standin::Drawing>());
+    mCoreP = std::make_unique<LmAutoCad>();
+    standin::clock::settle();
+  }
+  ~NullCore() {
+    mCoreP.reset();
+    standin::clock::stop();
+    std::filesystem::remove_all(mProfile);
+  }
+  NullCore(const NullCore&) = delete;
+  NullCore& operator=(const NullCore&) = delete;
+
+  LmAutoCad& core() { return *mCoreP; }
+  AutoCadProxy& proxy() { return *mCoreP->autoCadProxy(); }
+
+ private:
+  void writeSettings() const {
+    std::ofstream file(mProfile / "Lumetrapad" / "Applications" / "autocad_addin.ini");
+    file << "[PROGRAM]\nname = bench\nversion = 0\ntransSensBase = 20000\nrotSensBase = 10000\nminThreshold "
+            "= 0\n"
+            "maxContMoveTime = 500\ntoggleRotationCenter = off\ntoggleRotationAxis = off\nscrollTreeAndList "
+            "= off\n"
+            "useInt3dIntrfce = off\n\n[LOGGING]\nlogFile = log.txt\nmaxSize = 5000\nlogToFile = on\n"
+            "logToCnsl = off\n";
+    for (const char* const level :
+         {"warning", "creation", "trace", "devcom", "intcom", "info", "debug", "tmp"})
+      file << level << " = off\n";
+    file << "fileToLog =\n";
+  }
+
+  std::filesystem::path mProfile;
+  std::unique_ptr<LmAutoCad> mCoreP;
+};
+
+#endif
