@@ -92,9 +92,9 @@ ModuleTest::ModuleTest() {
   restart();
 }
 
-void ModuleTest::restart() {
+void ModuleTest::restart(std::uint32_t frameMs) {
   std::filesystem::remove(mProfile / "Lumetrapad" / "autocad_addin_log.txt");
-  clock_::start(clock_::Kind::kReplay, 16);
+  clock_::start(clock_::Kind::kReplay, frameMs);
   controller::reset();
   host::start([] { clock_::drawn(); });
   host::openDocument(smallDrawing());

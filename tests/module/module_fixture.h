@@ -44,7 +44,7 @@ class ModuleTest : public ::testing::Test {
   void writeSettings(const std::map<std::string, std::string>& changes = {});
 
   /// A clock, a device and a host as new, and an empty log.
-  void restart();
+  void restart(std::uint32_t frameMs = 16);
 
   /// Tells the module a path of its own, in a folder with a menu exporter.
   void installModule();
