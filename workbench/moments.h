@@ -31,6 +31,8 @@ class MomentRecorder {
   /// Takes what is left as it is now.
   void finish();
 
+  const std::vector<std::int64_t>& times() const { return mTimes; }
+
   std::vector<ReportShape> takeShapes();
   std::vector<ReportMoment> takeMoments() { return std::move(mMoments); }
 

@@ -60,9 +60,10 @@ class Run {
 
  private:
   void startWorld() {
+    // A real window takes its time to come up, which is not the session's.
+    resetDesktop();
     clock::start(mOrder.clock, mOrder.frameMs);
     controller::reset();
-    resetDesktop();
     host::start([this] {
       mMoments.look();
       clock::drawn();
@@ -74,6 +75,8 @@ class Run {
   std::exception_ptr runModule(Recorder& recorder) {
     std::exception_ptr failure;
     mDevice.emplace(mOrder.session);
+    // What is scrolled draws nothing of the host's: the clock has to tell when a moment has come.
+    for (const std::int64_t timeMs : mMoments.times()) clock::schedule(timeMs, [this] { mMoments.look(); });
     send(AcRx::kInitAppMsg, "the init message");
     send(AcRx::kLoadDwgMsg, "the load drawing message");
     settle("the init message");
