@@ -84,6 +84,20 @@ void expectCleanAndTheSameTwice(const Played& played, const fs::path& drawing) {
     EXPECT_EQ(ModuleRun::read(first / name), ModuleRun::read(second / name)) << name;
 }
 
+TEST(ScrollingReport, ShowsTheStepsWithinOneTick) {
+  // From 100 ms on for up to 500 ms the module scrolls in one tick, every 120 ms, and nothing is drawn.
+  const ModuleRun run;
+  const auto session = run.write("a.session", "0 pointer tree\n50 motion 0 0 60 0 0 0\n590 end\n");
+  const fs::path samples = LM_SAMPLES;
+  ASSERT_EQ(run.play(samples / "bracket.dxf", session, samples / "autocad.mnu", "out"), 0);
+  const std::string page = ModuleRun::read(run.out("out") / "index.html");
+  for (const char* const position : {"[0,2000,40,0]", "[0,2000,40,10]", "[0,2000,40,20]", "[0,2000,40,30]"})
+    EXPECT_NE(
+        page.find(std::string("\"SysTreeView32\",\"rect\":[1210,60,1390,260],\"vertical\":") + position),
+        std::string::npos)
+        << position;
+}
+
 class SampleSession : public testing::TestWithParam<Played> {};
 
 TEST_P(SampleSession, RunsCleanAndTwiceTheSame) {
