@@ -125,7 +125,8 @@ TEST_F(Tile, RecordStillOpenAtTheConversionIsABreach) {
   const Record record(acedActiveViewportId(), AcDb::kForWrite);
   acedVportTableRecords2Vports();
   ASSERT_EQ(host::report().breaches.size(), 1u);
-  EXPECT_EQ(host::report().breaches[0], "acedVportTableRecords2Vports: called while the table record is open");
+  EXPECT_EQ(host::report().breaches[0],
+            "acedVportTableRecords2Vports: called while the table record is open");
 }
 
 TEST_F(Tile, ConversionBackAndForthChangesNothing) {
