@@ -38,8 +38,10 @@ class NativeFile {
 
   /// Reads up to `size` bytes; 0 at the end of the file and when reading fails.
   std::size_t read(char* bufferP, std::size_t size);
-  /// True when all of `text` was written.
+  /// True when all of `text` was written. In appending mode it is written in one piece.
   bool write(std::string_view text);
+  /// Bytes that `text` takes in a file that is open for appending.
+  static std::size_t appendedSize(std::string_view text);
   /// The next read begins at the first byte.
   void rewind();
   /// Position of the next byte in bytes; after a write in appending mode the end of what was written.
@@ -48,6 +50,7 @@ class NativeFile {
 
  private:
   int mHandle = -1;
+  bool mIsAppending = false;
 };
 
 /// Result of removing or renaming a file.

@@ -47,6 +47,7 @@ bool NativeFile::openForReading(std::string_view path) {
 bool NativeFile::openForAppending(std::string_view path) {
   close();
   mHandle = openFile(path, O_WRONLY | O_CREAT | O_APPEND);
+  mIsAppending = isOpen();
   if (isOpen()) ::lseek(mHandle, 0, SEEK_END);
   return isOpen();
 }
@@ -66,6 +67,7 @@ bool NativeFile::openForOverwriting(std::string_view path) {
 void NativeFile::close() {
   if (isOpen()) ::close(mHandle);
   mHandle = -1;
+  mIsAppending = false;
 }
 
 std::size_t NativeFile::read(char* bufferP, std::size_t size) {
@@ -84,6 +86,10 @@ bool NativeFile::write(std::string_view text) {
     text.remove_prefix(static_cast<std::size_t>(count));
   }
   return true;
+}
+
+std::size_t NativeFile::appendedSize(std::string_view text) {
+  return text.size();
 }
 
 void NativeFile::rewind() {

@@ -49,7 +49,9 @@ std::optional<std::string> read(HKEY mainKey, std::string_view keyName, std::str
   if (!key.isOpen()) return std::nullopt;
   const std::wstring wideValue = Util::widen(value);
   DWORD size = 0;
-  LSTATUS code = RegQueryValueExW(key.get(), wideValue.c_str(), nullptr, nullptr, nullptr, &size);
+  DWORD type = REG_NONE;
+  LSTATUS code = RegQueryValueExW(key.get(), wideValue.c_str(), nullptr, &type, nullptr, &size);
+  if (code == ERROR_SUCCESS && type != REG_SZ) code = ERROR_UNSUPPORTED_TYPE;
   std::wstring text(size / sizeof(wchar_t) + 1, L'\0');
   if (code == ERROR_SUCCESS)
     code = RegQueryValueExW(key.get(), wideValue.c_str(), nullptr, nullptr,

@@ -19,7 +19,7 @@ class NativeLogFile : public LogFile {
   void write(std::string_view text) override {
     if (mHasFailed || !mFile.isOpen()) return;
     mHasFailed = !mFile.write(text);
-    mPosition += static_cast<std::int64_t>(text.size());
+    mPosition += static_cast<std::int64_t>(NativeFile::appendedSize(text));
   }
 
   std::int64_t position(bool isExact) override {
