@@ -4,16 +4,34 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstdint>
 #include <sstream>
 #include <string>
 #include <vector>
 
 #include "LM_Daemon/src/logging.h"
 #include "tests/util/temp_folder.h"
+#include "util/threads.h"
 #include "util/util.h"
 
-/// Columns before the text of a line whose thread id and line number fit their columns.
-constexpr std::size_t kPrefixWidth = 12 + 1 + 3 + 1 + 6 + 1 + 16 + 2 + 4 + 2 + 32 + 2;
+/// The column of a thread's number, which takes the room it needs.
+inline std::size_t threadWidth(std::uint32_t thread) {
+  return std::max<std::size_t>(6, std::to_string(thread).size());
+}
+
+/// Where the source file stands in a line of that thread.
+inline std::size_t fileStart(std::uint32_t thread) {
+  return 12 + 1 + 3 + 1 + threadWidth(thread) + 1;
+}
+
+/// Columns before the text of a line of that thread whose line number fits its column.
+inline std::size_t prefixWidth(std::uint32_t thread) {
+  return fileStart(thread) + 16 + 2 + 4 + 2 + 32 + 2;
+}
+
+/// The same for the thread that runs the tests.
+inline const std::size_t kPrefixWidth = prefixWidth(currentThreadId());
 
 inline std::vector<std::string> linesOf(const std::string& text) {
   std::vector<std::string> lines;

@@ -33,8 +33,9 @@ class LogThreads : public LogTest {
   /// Whether the line is an entry of writer(), complete and nothing else; which one it is, then.
   static bool isWhole(const std::string& line, int& thread, int& entry) {
     if (line.size() < kPrefixWidth || line.substr(12, 5) != "|INF|") return false;
-    if (line.substr(23, 19) != "|*hreads_test.cpp| ") return false;
-    const std::string text = line.substr(kPrefixWidth);
+    const auto writer = static_cast<std::uint32_t>(std::stoul(line.substr(17)));
+    if (line.substr(fileStart(writer) - 1, 19) != "|*hreads_test.cpp| ") return false;
+    const std::string text = line.substr(prefixWidth(writer));
     return std::sscanf(text.c_str(), "thread %d entry %d", &thread, &entry) == 2 &&
            text == textOf(thread, entry);
   }

@@ -1,17 +1,19 @@
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <sstream>
 #include <vector>
 
 #include "LM_Daemon/src/logging.h"
 #include "tests/settings/settings_fixture.h"
+#include "util/threads.h"
 
 namespace {
 
 using testing::ElementsAre;
 
-/// Columns before the text of a line of the log.
-constexpr std::size_t kPrefixWidth = 82;
+/// Columns before the text of a line of this thread in the log; its number takes the room it needs.
+const std::size_t kPrefixWidth = 76 + std::max<std::size_t>(6, std::to_string(currentThreadId()).size());
 
 class SettingsLog : public SettingsTest {
  protected:
