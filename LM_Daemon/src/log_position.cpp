@@ -6,9 +6,9 @@
 
 namespace {
 
-/// Answers where the copy ends.
+/// Answers where the copy ends. An empty text may have no address.
 char* copy(char* targetP, std::string_view text) {
-  std::memcpy(targetP, text.data(), text.size());
+  if (!text.empty()) std::memcpy(targetP, text.data(), text.size());
   return targetP + text.size();
 }
 

@@ -26,12 +26,10 @@ class LogPosition {
 
   std::string_view text() const { return {mText.data(), mSize}; }
 
-  /// The same without an object, for a file name without folders: writes the text to `targetP`, which has
-  /// room for kMaxSize, and answers its size.
+ private:
   static std::size_t write(char* targetP, std::string_view fileName, int line, std::string_view className,
                            std::string_view methodName);
 
- private:
   /// Without a backslash npos + 1 is 0: the whole path.
   static std::string_view fileNameOf(std::string_view path) { return path.substr(path.rfind('\\') + 1); }
 

@@ -14,6 +14,7 @@ class LogText {
  public:
   /// Text that finds no memory is dropped.
   void append(std::string_view text) noexcept {
+    if (text.empty()) return;  // it may have no address, which memcpy may not be given
     if (char* const targetP = extend(text.size())) std::memcpy(targetP, text.data(), text.size());
   }
 

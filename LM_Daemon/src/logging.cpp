@@ -5,7 +5,6 @@
 #include <cstring>
 #include <utility>
 
-#include "LM_Daemon/src/log_position.h"
 #include "util/threads.h"
 #include "util/util.h"
 
@@ -75,11 +74,12 @@ void Logging::init(const LogPars& pars) {
   mPars = pars;
   if (!pars.mSettingsDirPath.empty()) mDirectory = pars.mSettingsDirPath;
   mFileP.reset();
+  mIsResumeDue = false;
   sLevelMask.store(logLevelMask(mPars), std::memory_order_relaxed);
   if (mPars.mIsLogToFile) openLogFile();
 }
 
-int Logging::backupLogFile() {
+int Logging::backupLogFile() noexcept {
   const Lock lock(*this);
   return backupLocked();
 }
@@ -97,21 +97,6 @@ bool Logging::isFileWanted(std::string_view sourceFile) const noexcept {
 }
 
 bool Logging::openEntry(LogLevel level, std::string_view sourceFile, std::string_view position) noexcept {
-  if (!begin(level, sourceFile)) return false;
-  mText.append(position);
-  mText.append(LogPosition::kGap);
-  return true;
-}
-
-bool Logging::openEntry(LogLevel level, std::string_view fileName, int line, std::string_view className,
-                        std::string_view methodName) noexcept {
-  if (!begin(level, fileName)) return false;
-  appendPosition(mText, fileName, line, className, methodName);
-  return true;
-}
-
-/// The filters, the lock, and the line up to its position.
-bool Logging::begin(LogLevel level, std::string_view sourceFile) noexcept {
   if (!isLogged(level)) return false;
   const bool isNested = isOwner();
   if (!isNested) {
@@ -122,14 +107,14 @@ bool Logging::begin(LogLevel level, std::string_view sourceFile) noexcept {
     if (!isNested) Lock::release(*this);
     return false;
   }
-  mOpenEntries[mDepth++] = {mText.size(), false, mText.isHexadecimal()};
+  mOpenEntries[mDepth++] = {++mEntryNumber, mText.size(), false, mText.isHexadecimal()};
   mText.setHexadecimal(false);
-  appendStart(mText, level);
+  appendStart(mText, level, position);
   return true;
 }
 
-/// Time and thread change rarely from one line to the next, so their texts are kept.
-void Logging::appendStart(LogText& text, LogLevel level) noexcept {
+/// The line up to its text. Time and thread change rarely from one line to the next, so their texts are kept.
+void Logging::appendStart(LogText& text, LogLevel level, std::string_view position) noexcept {
   const std::uint32_t msOfDay = Util::utcMsOfDay();
   const std::uint32_t thread = currentThreadId();
   if (msOfDay != mMsOfDay || thread != mStartThread) {
@@ -143,19 +128,11 @@ void Logging::appendStart(LogText& text, LogLevel level) noexcept {
     std::memcpy(startP, mStart.data(), mStartSize);
     std::memcpy(startP + kTypeStart, logLevelType(level), kLogLevelTypeSize);
   }
-}
-
-void Logging::appendPosition(LogText& text, std::string_view fileName, int line, std::string_view className,
-                             std::string_view methodName) noexcept {
-  const std::size_t start = text.size();
-  char* const startP = text.extend(LogPosition::kMaxSize);
-  if (startP == nullptr) return;
-  text.cut(start + LogPosition::write(startP, fileName, line, className, methodName));
+  text.append(position);
   text.append(LogPosition::kGap);
 }
 
 void Logging::endEntry() noexcept {
-  if (!isOwner() || mDepth == 0) return;
   const OpenEntry entry = mOpenEntries[--mDepth];
   mText.append("\n");
   writeEntry(mText.from(entry.start));
@@ -164,55 +141,41 @@ void Logging::endEntry() noexcept {
   if (mDepth == 0) Lock::release(*this);
 }
 
-Logging& Logging::operator<<(std::string_view text) noexcept {
-  if (!isOwner() || mDepth == 0) return *this;
+void Logging::append(std::string_view text) noexcept {
   bool& isHexDumpNext = mOpenEntries[mDepth - 1].isHexDumpNext;
   if (isHexDumpNext)
     mText.appendHexDump(text);
   else
     mText.append(text);
   isHexDumpNext = false;
-  return *this;
 }
 
-Logging& Logging::operator<<(const char* textP) noexcept {
-  return textP != nullptr ? *this << std::string_view(textP) : *this;
+void Logging::append(const char* textP) noexcept {
+  if (textP != nullptr) append(std::string_view(textP));
 }
 
-Logging& Logging::operator<<(int value) noexcept {
+void Logging::append(int value) noexcept {
   if (value == kEndOfEntry)
     endEntry();
-  else if (!isOwner() || mDepth == 0)
-    return *this;
   else if (value == kHexDumpNext)
     mOpenEntries[mDepth - 1].isHexDumpNext = true;
   else
     mText.appendInteger(value);
-  return *this;
 }
 
-Logging& Logging::operator<<(double value) noexcept {
-  if (isOwner()) mText.appendReal(value);
-  return *this;
-}
-
-Logging& Logging::operator<<(const void* pointerP) noexcept {
-  if (isOwner()) mText.appendPointer(pointerP);
-  return *this;
-}
-
-Logging& Logging::operator<<(std::ios_base& (*manipulator)(std::ios_base&)) noexcept {
-  if (!isOwner()) return *this;
+void Logging::append(std::ios_base& (*manipulator)(std::ios_base&)) noexcept {
   const auto hex = static_cast<std::ios_base& (*)(std::ios_base&)>(std::hex);
   const auto dec = static_cast<std::ios_base& (*)(std::ios_base&)>(std::dec);
   if (manipulator == hex) mText.setHexadecimal(true);
   if (manipulator == dec) mText.setHexadecimal(false);
-  return *this;
 }
 
 Logging* LogEntry::open(LogLevel level, std::string_view fileName, int line, std::string_view className,
                         std::string_view methodName) noexcept {
   Logging* const logP = Logging::current();
   if (logP == nullptr) return nullptr;
-  return logP->openEntry(level, fileName, line, className, methodName) ? logP : nullptr;
+  if (!logP->openEntry(level, fileName, LogPosition(fileName, line, className, methodName).text()))
+    return nullptr;
+  mNumber = logP->mEntryNumber;
+  return logP;
 }

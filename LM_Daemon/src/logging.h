@@ -22,6 +22,7 @@
 #include "LM_Daemon/src/log_file.h"
 #include "LM_Daemon/src/log_level.h"
 #include "LM_Daemon/src/log_pars.h"
+#include "LM_Daemon/src/log_position.h"
 #include "LM_Daemon/src/log_text.h"
 #include "util/mutex.h"
 
@@ -49,8 +50,9 @@ class Logging {
   void init(const LogPars& pars);
 
   /// Makes the log file the one backup and begins a new one. 0: done; -1: no file is open; -2: the old backup
-  /// could not be removed; -3: the file could not be renamed. After -2 and -3 the file is written on.
-  int backupLogFile();
+  /// could not be removed; -3: the file could not be renamed, or there is no memory for it. After -2 and -3 the
+  /// file is written on. A file that is itself named like its backup is kept and written on after a new header.
+  int backupLogFile() noexcept;
 
   /// Whether an entry of this level may be written at all.
   static bool isLogged(LogLevel level) noexcept {
@@ -63,32 +65,23 @@ class Logging {
 
   /// Opens an entry: true when it is to be written. The calling thread then holds the lock, streams the text
   /// and closes the entry with kEndOfEntry. An entry opened while another one of the same thread is open is
-  /// written before that one. `position` is a LogPosition's text.
+  /// written before that one; one that is nested in more than seven others is left out. `position` is a
+  /// LogPosition's text.
   bool openEntry(LogLevel level, std::string_view sourceFile, std::string_view position) noexcept;
 
-  /// The same with the parts of the position; the file is named without folders.
-  bool openEntry(LogLevel level, std::string_view fileName, int line, std::string_view className,
-                 std::string_view methodName) noexcept;
-
-  /// Pieces of the calling thread's open entry; without one they are dropped.
-  Logging& operator<<(std::string_view text) noexcept;
-  Logging& operator<<(const char* textP) noexcept;
-  Logging& operator<<(const std::string& text) noexcept { return *this << std::string_view(text); }
-  Logging& operator<<(char character) noexcept { return *this << std::string_view(&character, 1); }
-  Logging& operator<<(bool value) noexcept { return appendInteger(value ? 1u : 0u); }
-  Logging& operator<<(int value) noexcept;
-  Logging& operator<<(double value) noexcept;
-  Logging& operator<<(const void* pointerP) noexcept;
-  /// std::hex and std::dec, until the end of the entry; others do nothing.
-  Logging& operator<<(std::ios_base& (*manipulator)(std::ios_base&)) noexcept;
-  template <typename T, std::enable_if_t<std::is_integral_v<T>, int> = 0>
-  Logging& operator<<(T value) noexcept {
-    if constexpr (sizeof(T) == 1) return *this << static_cast<char>(value);
-    return appendInteger(value);
+  /// A piece of the calling thread's open entry; without one it is dropped. Texts, characters, integers,
+  /// unscoped enumerators, floating point numbers, pointers; std::hex and std::dec until the end of the entry,
+  /// other manipulators do nothing.
+  template <typename T>
+  Logging& operator<<(const T& piece) noexcept {
+    if (isOwner() && mDepth > 0) append(piece);
+    return *this;
   }
 
  private:
+  friend class LogEntry;
   struct OpenEntry {
+    std::uint64_t number;
     std::size_t start;
     bool isHexDumpNext;
     bool isHexadecimal;
@@ -98,27 +91,42 @@ class Logging {
   /// Entries of one thread that may be open in each other.
   static constexpr std::size_t kMaxNesting = 8;
 
-  template <typename T>
-  Logging& appendInteger(T value) noexcept {
-    if (isOwner()) mText.appendInteger(value);
-    return *this;
+  // What is streamed, by the thread that has an entry open.
+  void append(std::string_view text) noexcept;
+  void append(const char* textP) noexcept;
+  void append(const std::string& text) noexcept { append(std::string_view(text)); }
+  void append(char character) noexcept { mText.append({&character, 1}); }
+  void append(bool value) noexcept { mText.appendInteger(value ? 1u : 0u); }
+  void append(int value) noexcept;
+  void append(double value) noexcept { mText.appendReal(value); }
+  void append(const void* pointerP) noexcept { mText.appendPointer(pointerP); }
+  void append(std::ios_base& (*manipulator)(std::ios_base&)) noexcept;
+  template <typename T, std::enable_if_t<std::is_integral_v<T>, int> = 0>
+  void append(T value) noexcept {
+    if constexpr (sizeof(T) == 1)
+      append(static_cast<char>(value));
+    else
+      mText.appendInteger(value);
+  }
+
+  /// Whether the entry of that number is the calling thread's innermost open one.
+  bool isInnermost(std::uint64_t number) const noexcept {
+    return isOwner() && mDepth > 0 && mOpenEntries[mDepth - 1].number == number;
   }
   bool isOwner() const noexcept;
   bool isFileWanted(std::string_view sourceFile) const noexcept;
-  bool begin(LogLevel level, std::string_view sourceFile) noexcept;
-  void appendStart(LogText& text, LogLevel level) noexcept;
-  static void appendPosition(LogText& text, std::string_view fileName, int line, std::string_view className,
-                             std::string_view methodName) noexcept;
+  void appendStart(LogText& text, LogLevel level, std::string_view position) noexcept;
   void endEntry() noexcept;
   void writeEntry(std::string_view line) noexcept;
   void emit(std::string_view line) noexcept;
   bool isFull() noexcept;
   std::int64_t sizeLimit() const noexcept;
   void logError(int sourceLine, std::string_view methodName, std::string_view text) noexcept;
-  void writeHeader();
+  void writeHeader() noexcept;
   void openLogFile();
-  int backupLocked();
-  void resumeLogFile();
+  int backupLocked() noexcept;
+  int replaceLogFile();
+  void resumeLogFile() noexcept;
   void startSizeTracking(std::int64_t fullAt) noexcept;
 
   static std::atomic<std::int32_t> sMarker;
@@ -137,7 +145,11 @@ class Logging {
   LogText mText;
   std::array<OpenEntry, kMaxNesting> mOpenEntries = {};
   std::size_t mDepth = 0;
+  /// Number of the entry opened last.
+  std::uint64_t mEntryNumber = 0;
 
+  /// The file was closed and there was no memory to open it again.
+  bool mIsResumeDue = false;
   std::int64_t mFullAt = 0;
   /// Time, type and thread of the entry opened last.
   std::array<char, 32> mStart = {"hh:mm:ss.mmm|typ|"};
@@ -164,29 +176,24 @@ class LogEntry {
 
   bool isOpen() const noexcept { return mLogP != nullptr; }
 
+  /// Closes no other entry, should a sentinel among the pieces have ended this one.
   void close() noexcept {
-    if (mLogP != nullptr) *mLogP << Logging::kEndOfEntry;
+    if (mLogP != nullptr && mLogP->isInnermost(mNumber)) mLogP->endEntry();
     mLogP = nullptr;
   }
 
+  /// A piece is dropped once a sentinel has ended the entry: the lock is no longer ours.
   template <typename T>
-  LogEntry& operator<<(const T& piece) {
-    if (mLogP == nullptr) return *this;
-    *mLogP << piece;
-    // Streamed as data it has ended the entry: the lock is no longer ours.
-    if constexpr (std::is_same_v<T, int>)
-      if (piece == Logging::kEndOfEntry) mLogP = nullptr;
-    return *this;
-  }
-  LogEntry& operator<<(std::ios_base& (*manipulator)(std::ios_base&)) {
-    if (mLogP != nullptr) *mLogP << manipulator;
+  LogEntry& operator<<(const T& piece) noexcept {
+    if (mLogP != nullptr && mLogP->isInnermost(mNumber)) mLogP->append(piece);
     return *this;
   }
 
  private:
-  static Logging* open(LogLevel level, std::string_view fileName, int line, std::string_view className,
-                       std::string_view methodName) noexcept;
+  Logging* open(LogLevel level, std::string_view fileName, int line, std::string_view className,
+                std::string_view methodName) noexcept;
 
+  std::uint64_t mNumber = 0;
   Logging* mLogP;
 };
 

@@ -1,3 +1,5 @@
+#include <algorithm>
+#include <cctype>
 #include <exception>
 
 #include "LM_Daemon/src/logging.h"
@@ -11,14 +13,22 @@ constexpr std::int64_t kBytesPerKilobyte = 1000;
 /// How many lines in a row may trust the tracked size before the system is asked.
 constexpr int kMaxTrustedWrites = 32;
 
-constexpr const char* kRule =
+constexpr std::string_view kRule =
     "------------------------------------------------------------------------------------------\n";
-constexpr const char* kColumns =
+constexpr std::string_view kColumns =
     "    Time    |Typ|  TID |      File      | Line|        Class And Method         | LogText\n"
-    "------------+---+------+----------------+-----+---------------------------------+---------";
+    "------------+---+------+----------------+-----+---------------------------------+---------\n";
 
 std::string backupName(const std::string& path) {
   return path.substr(0, path.rfind('.')) + ".bak";
+}
+
+/// Windows makes no difference between small and capital letters.
+bool isSameFile(const std::string& path, const std::string& other) {
+  const auto isSameLetter = [](unsigned char a, unsigned char b) {
+    return std::tolower(a) == std::tolower(b);
+  };
+  return std::equal(path.begin(), path.end(), other.begin(), other.end(), isSameLetter);
 }
 
 }  // namespace
@@ -38,9 +48,14 @@ void Logging::openLogFile() {
   startSizeTracking(sizeLimit());
 }
 
-void Logging::writeHeader() {
-  emit(kRule + ("Lumetra logfile '" + mPars.mLogFile + "' opened at " + Util::localDate() + "\n") + kRule +
-       kColumns + "\n");
+void Logging::writeHeader() noexcept {
+  LogText block;
+  for (const std::string_view piece :
+       {kRule, std::string_view("Lumetra logfile '"), std::string_view(mPars.mLogFile),
+        std::string_view("' opened at "), std::string_view(Util::localDate()), std::string_view("\n"), kRule,
+        kColumns})
+    block.append(piece);
+  emit(block.from(0));
 }
 
 std::int64_t Logging::sizeLimit() const noexcept {
@@ -65,11 +80,10 @@ bool Logging::isFull() noexcept {
 }
 
 void Logging::writeEntry(std::string_view line) noexcept {
-  try {
-    if (mFileP != nullptr && isFull()) backupLocked();
-  } catch (const std::exception&) {
-    // Without memory there is no backup; the entry itself needs none.
-  }
+  if (mIsResumeDue)
+    resumeLogFile();
+  else if (mFileP != nullptr && isFull())
+    backupLocked();
   emit(line);
 }
 
@@ -84,18 +98,29 @@ void Logging::logError(int sourceLine, std::string_view methodName, std::string_
   const std::string_view sourceFile = LM_LOG_SOURCE_FILE;
   if (!isLogged(LogLevel::kError) || !isFileWanted(sourceFile)) return;
   LogText line;
-  appendStart(line, LogLevel::kError);
-  appendPosition(line, sourceFile, sourceLine, "Logging", methodName);
+  appendStart(line, LogLevel::kError, LogPosition(sourceFile, sourceLine, "Logging", methodName).text());
   line.append(text);
   line.append("\n");
   emit(line.from(0));
 }
 
-int Logging::backupLocked() {
+int Logging::backupLocked() noexcept {
   if (mFileP == nullptr) return -1;
-  mFileP->close();
+  try {
+    return replaceLogFile();
+  } catch (const std::exception&) {
+    // Without memory there is no backup, and no entry may be lost to that.
+    if (mIsResumeDue) resumeLogFile();
+    return -3;
+  }
+}
+
+int Logging::replaceLogFile() {
   const std::string backup = backupName(mPath);
-  if (removeFile(backup) == FileChange::kFailed) {
+  const bool isItsOwnBackup = isSameFile(mPath, backup);
+  mFileP->close();
+  mIsResumeDue = true;
+  if (!isItsOwnBackup && removeFile(backup) == FileChange::kFailed) {
     resumeLogFile();
     logError(__LINE__, "Logging::backupLogFile", "'" + backup + "' couldn't be removed!");
     return -2;
@@ -105,16 +130,23 @@ int Logging::backupLocked() {
     printLine("File '" + mPath + "' couldn't be renamed to '" + backup + "'!");
     return -3;
   }
-  if (mFileP->open(mPath))
+  const bool isOpen = mFileP->open(mPath);
+  mIsResumeDue = false;
+  startSizeTracking(sizeLimit() + (isItsOwnBackup ? mFileP->position(true) : 0));
+  if (isOpen)
     writeHeader();
   else
     logError(__LINE__, "Logging::backupLogFile", "Opening of stream of'" + mPath + "' failed!\n");
-  startSizeTracking(sizeLimit());
   return 0;
 }
 
 /// No entry is lost to a backup that isn't possible. It is tried again when as much again has been written.
-void Logging::resumeLogFile() {
-  if (!mFileP->open(mPath)) return;
-  startSizeTracking(mFileP->position(true) + sizeLimit());
+void Logging::resumeLogFile() noexcept {
+  try {
+    mFileP->open(mPath);
+    mIsResumeDue = false;
+    startSizeTracking(mFileP->position(true) + sizeLimit());
+  } catch (const std::exception&) {
+    // The next entry tries it again.
+  }
 }

@@ -115,6 +115,28 @@ TEST_F(LogBackups, AppendToAPathWithoutADot) {
   EXPECT_TRUE(mFolder.has("b.bak"));
 }
 
+TEST_F(LogBackups, DoNotRemoveALogThatIsNamedLikeItsBackup) {
+  mPars.mLogFile = mFolder.path("b.bak");
+  init();
+  fill();
+  log("next");
+  log("after");
+  const std::vector<std::string> lines = linesOf(mFolder.read("b.bak"));
+  ASSERT_EQ(lines.size(), 5u + 1u + 5u + 2u) << "the header stands once more";
+  EXPECT_EQ(lines[5].substr(kPrefixWidth), std::string(1000, 'x'));
+  EXPECT_EQ(lines[12].substr(kPrefixWidth), "after");
+  EXPECT_EQ(mLog.backupLogFile(), 0);
+}
+
+TEST_F(LogBackups, WithALimitOfNothingAreMadeForEveryEntry) {
+  mPars.mMaxSize = 0;
+  init();
+  log("first");
+  log("second");
+  EXPECT_EQ(linesOf(backup()).back().substr(kPrefixWidth), "first");
+  EXPECT_THAT(texts(), ElementsAre("second"));
+}
+
 TEST_F(LogBackups, ThatCannotBeRemovedAreToldAndNothingIsLost) {
   blockBackup();
   fill();

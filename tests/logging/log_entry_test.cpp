@@ -27,8 +27,8 @@ int raise() {
 TEST_F(LogEntries, HaveTimeTypeThreadPositionAndText) {
   LM_LOG(kInfo, "Proxy", "Proxy::run") << "text";
   const std::string thread = std::to_string(currentThreadId());
-  const std::string expected = "|INF|" + std::string(6 - thread.size(), ' ') + thread +
-                               "|*_entry_test.cpp|   " + std::to_string(__LINE__ - 3) +
+  const std::string expected = "|INF|" + std::string(threadWidth(currentThreadId()) - thread.size(), ' ') +
+                               thread + "|*_entry_test.cpp|   " + std::to_string(__LINE__ - 3) +
                                "| Proxy::Proxy::run               | text";
   ASSERT_EQ(entries().size(), 1u);
   EXPECT_TRUE(std::regex_match(entries()[0].substr(0, 12), std::regex("\\d\\d:\\d\\d:\\d\\d\\.\\d{3}")));
@@ -100,6 +100,50 @@ TEST_F(LogEntries, EndWhenTheSentinelIsStreamedAsData) {
   LM_LOG(kInfo, "A", "A::b") << "a" << 314159 << "lost";
   LM_LOG(kInfo, "A", "A::b") << 314158 << ' ' << 314159L;
   EXPECT_THAT(texts(), ElementsAre("a", "314158 314159"));
+}
+
+TEST_F(LogEntries, DumpStringsOnlyNotCharacters) {
+  LM_LOG(kInfo, "A", "A::b") << 271828 << 'c' << 7 << "x";
+  EXPECT_THAT(linesOf(file().substr(file().find("| c7") + 4)),
+              ElementsAre("", "       0  1  2  3  4  5  6  7  8  9", "   0: 78 "));
+}
+
+TEST_F(LogEntries, DoNotDumpAStringOfAnEntryInside) {
+  const auto inner = [] {
+    LM_LOG(kInfo, "A", "A::c") << "inner";
+    return "x";
+  };
+  LM_LOG(kInfo, "A", "A::b") << 271828 << inner();
+  EXPECT_EQ(texts()[0], "inner");
+  EXPECT_EQ(linesOf(file()).back(), "   0: 78 ");
+}
+
+TEST_F(LogEntries, EndOnlyThemselvesWhenAnEnumeratorIsTheSentinel) {
+  enum Code { eSentinel = 314159 };
+  const auto inner = [] {
+    LM_LOG(kInfo, "A", "A::c") << "inner" << eSentinel << "lost";
+    return 10;
+  };
+  LM_LOG(kInfo, "A", "A::b") << "outer " << inner() << " goes on";
+  EXPECT_THAT(texts(), ElementsAre("inner", "outer 10 goes on"));
+}
+
+TEST_F(LogEntries, ThatASentinelEndedDoNotStreamIntoTheNext) {
+  LogEntry ended(LogLevel::kInfo, "a.cpp", 1, "A", "A::b");
+  ended << "a" << 314159;
+  LogEntry next(LogLevel::kInfo, "a.cpp", 1, "A", "A::b");
+  ended << "lost";
+  ended.close();
+  next << "b";
+  next.close();
+  EXPECT_THAT(texts(), ElementsAre("a", "b"));
+}
+
+TEST_F(LogEntries, TakeAnEmptyTextWithoutAnAddress) {
+  LM_LOG(kInfo, std::string_view(), std::string_view())
+      << "a" << std::string_view() << 271828 << std::string_view();
+  EXPECT_EQ(texts()[0], "a");
+  EXPECT_EQ(linesOf(file()).back(), "       0  1  2  3  4  5  6  7  8  9");
 }
 
 TEST_F(LogEntries, AreClosedWhenAnOperandThrows) {

@@ -1,0 +1,49 @@
+// What the log does when there is no memory.
+#include <gtest/gtest.h>
+
+#include "tests/logging/log_fixture.h"
+#include "tests/util/allocations.h"
+
+namespace {
+
+using LogWithoutMemory = LogTest;
+
+void log(const char* textP) {
+  LM_LOG(kInfo, "A", "A::b") << textP;
+}
+
+TEST_F(LogWithoutMemory, LosesNoEntryToABackupThatFindsNone) {
+  bool isComplete = false;
+  for (int left = 0; !isComplete; ++left) {
+    ASSERT_LT(left, 100) << "the backup has never been made";
+    mPars.mLogFile = mFolder.path("file" + std::to_string(left) + ".log");
+    init();
+    log("before");
+    {
+      const tests::MemoryRunsOut memoryRunsOut(left);
+      isComplete = mLog.backupLogFile() == 0;
+    }
+    log("after");
+    const std::string name = "file" + std::to_string(left);
+    const std::string text = mFolder.read(name + ".bak") + mFolder.read(name + ".log");
+    EXPECT_NE(text.find("| before\n"), std::string::npos) << left;
+    EXPECT_NE(text.find("| after\n"), std::string::npos) << left;
+  }
+}
+
+TEST_F(LogWithoutMemory, WritesOnIntoAFileThatIsDueForABackup) {
+  mPars.mMaxSize = 1;
+  init();
+  log(std::string(1000, 'x').c_str());
+  {
+    const tests::MemoryRunsOut memoryRunsOut(0);
+    log("during");
+    EXPECT_EQ(mLog.backupLogFile(), -3);
+  }
+  EXPECT_EQ(texts().back(), "during");
+  log("after");
+  EXPECT_TRUE(mFolder.has("a.bak"));
+  EXPECT_EQ(texts().back(), "after");
+}
+
+}  // namespace
