@@ -1,5 +1,5 @@
-# lm_add_test(NAME SOURCES... LIBS... [NATIVE_ONLY TEST...]): a GoogleTest program whose tests are registered one by
-# one. What is said to be native only is left out on Windows.
+# lm_add_test(NAME SOURCES... LIBS... [NATIVE_ONLY TEST...] [PROPERTIES ...]): a GoogleTest program whose tests are
+# registered one by one. What is said to be native only is left out on Windows.
 include(GoogleTest)
 if(CMAKE_CROSSCOMPILING)
   # The machine's own library is not for the system that is built for; its sources are.
@@ -9,7 +9,7 @@ else()
 endif()
 
 function(lm_add_test name)
-  cmake_parse_arguments(ARG "" "" "SOURCES;LIBS;NATIVE_ONLY" ${ARGN})
+  cmake_parse_arguments(ARG "" "" "SOURCES;LIBS;NATIVE_ONLY;PROPERTIES" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE lm_options tests_support ${ARG_LIBS} GTest::gtest_main GTest::gmock)
   if(WIN32)
@@ -21,5 +21,5 @@ function(lm_add_test name)
       set(filter TEST_FILTER "-${left_out}")
     endif()
   endif()
-  gtest_discover_tests(${name} ${filter} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300 ${windows_properties})
+  gtest_discover_tests(${name} ${filter} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300 ${windows_properties} ${ARG_PROPERTIES})
 endfunction()

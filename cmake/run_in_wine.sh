@@ -20,6 +20,9 @@ if [ ! -f "$build/prefix/made" ]; then
     touch "$build/prefix/made"
   ) 8>"$build/prefix.lock"
 fi
+# Wine's server outlives the program that starts it, and would keep that one's output open: whoever reads the output to
+# its end would wait for it.
+wineserver-stable --persistent=20 </dev/null >/dev/null 2>&1 || true
 case " $* " in
   # CMake takes the lines of the list as they stand.
   *" --gtest_list_tests "*) wine-stable "$@" | tr -d '\r' ;;

@@ -42,7 +42,7 @@ ControlWindow::ControlWindow() {
   InitCommonControlsEx(&controls);
   registerClass(kFrameClass, DefWindowProcW);
   registerClass(kWidgetClass, widgetProc);
-  mFrame = CreateWindowExW(WS_EX_TOPMOST, kFrameClass, L"Workbench", WS_POPUP | WS_VISIBLE, 0, 0, 3 * kCell,
+  mFrame = CreateWindowExW(WS_EX_TOPMOST, kFrameClass, L"Workbench", WS_POPUP, 0, 0, 3 * kCell,
                            2 * kCell, nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
   if (mFrame == nullptr) throw std::runtime_error("no window: error " + std::to_string(GetLastError()));
   mCanvas = add(L"STATIC", SS_NOTIFY, 0, 0);
@@ -53,7 +53,9 @@ ControlWindow::ControlWindow() {
   mListBox = add(L"LISTBOX", WS_VSCROLL | LBS_NOINTEGRALHEIGHT, 0, 1);
   mEdit = add(L"EDIT", ES_MULTILINE | ES_AUTOHSCROLL | ES_AUTOVSCROLL | WS_VSCROLL | WS_HSCROLL, 1, 1);
   mWidget = add(kWidgetClass, 0, 2, 1);
+  // Shown only now: each line would be drawn as it comes.
   fill();
+  ShowWindow(mFrame, SW_SHOWNOACTIVATE);
   UpdateWindow(mFrame);
 }
 

