@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <new>
 #include <string>
 
 #include "util/console.h"
@@ -9,13 +10,18 @@
 
 namespace {
 
-std::string thread() {
-  return std::to_string(currentThreadId());
-}
+using Print = void (*)(std::string_view) noexcept;
 
-std::string errnoText() {
+/// Prints `before`, the name, `after`, the thread, `end` and the reason that errno gives. A text that finds no
+/// memory is dropped: a lock must not end the process for want of a diagnostic.
+void printFailure(Print print, std::string_view before, std::string_view name, std::string_view after,
+                  std::string_view end) noexcept try {
   const int code = errno;
-  return "errno = " + std::to_string(code) + ", error: " + std::strerror(code);
+  std::string text(before);
+  text.append(name).append(after).append(std::to_string(currentThreadId())).append(end);
+  text.append("errno = ").append(std::to_string(code)).append(", error: ").append(std::strerror(code));
+  print(text);
+} catch (const std::bad_alloc&) {
 }
 
 /// A signal that ends the wait must not let a second thread in.
@@ -38,35 +44,30 @@ int refuse() {
 Mutex::Mutex(std::string_view name) : mName(std::string(name) + "_" + std::to_string(currentProcessId())) {
   mIsInitialised = sem_init(&mSemaphore, 0, 1) == 0;
   if (mIsInitialised) return;
-  const std::string reason = errnoText();
-  printLine("Mutex::Mutex(): **** Error initializing semaphore by thread " + thread() + "! **** " + reason);
+  printFailure(printLine, "Mutex::Mutex(): **** Error initializing semaphore", "", " by thread ", "! **** ");
 }
 
 Mutex::~Mutex() {
   const int result = mIsInitialised ? sem_destroy(&mSemaphore) : refuse();
   if (result == 0) return;
-  const std::string reason = errnoText();
-  printLine("Mutex::~Mutex(): Semaphore '" + std::string(name()) + "' (OS X ID not available) of thread " +
-            thread() + " could not be destroyed!" + reason);
+  printFailure(printLine, "Mutex::~Mutex(): Semaphore '", name(), "' (OS X ID not available) of thread ",
+               " could not be destroyed!");
 }
 
-int Mutex::lock() {
+int Mutex::lock() noexcept {
   mIsLocked.store(true, std::memory_order_relaxed);
   const int result = mIsInitialised ? waitFor(mSemaphore) : refuse();
-  if (result == 0) return result;
-  const std::string reason = errnoText();
-  printLine("Mutex::lock(): **** Error locking semaphore '" + std::string(name()) + "' by thread " +
-            thread() + "! **** " + reason);
+  if (result != 0)
+    printFailure(printLine, "Mutex::lock(): **** Error locking semaphore '", name(), "' by thread ",
+                 "! **** ");
   return result;
 }
 
-int Mutex::unlock() {
+int Mutex::unlock() noexcept {
   const int result = mIsInitialised ? sem_post(&mSemaphore) : refuse();
-  if (result != 0) {
-    const std::string reason = errnoText();
-    printErrorLine("Mutex::unlock(): **** Error unlocking semaphore '" + std::string(name()) +
-                   "' by thread " + thread() + "'! **** " + reason);
-  }
+  if (result != 0)
+    printFailure(printErrorLine, "Mutex::unlock(): **** Error unlocking semaphore '", name(), "' by thread ",
+                 "'! **** ");
   mIsLocked.store(false, std::memory_order_relaxed);
   return result;
 }

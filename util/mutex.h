@@ -1,5 +1,7 @@
 /// A named semaphore of count one. Any thread may unlock it, not only the one that locked it. Its diagnostics
-/// go to the standard streams, never to the log: the log depends on it. Any thread.
+/// go to the standard streams, never to the log: the log depends on it. A diagnostic that finds no memory is
+/// dropped. A forked child has a copy of its own, locked for good if another thread held it at that moment.
+/// Any thread.
 #ifndef UTIL_MUTEX_H
 #define UTIL_MUTEX_H
 
@@ -22,10 +24,10 @@ class Mutex {
 
   /// Waits until the semaphore is free and takes it. 0 on success; otherwise, an uninitialised object
   /// included, the failure is told on standard output and nothing has been taken.
-  int lock();
+  int lock() noexcept;
 
   /// Frees the semaphore; 0 on success. A failure is told on standard error.
-  int unlock();
+  int unlock() noexcept;
 
   /// The name as it is kept: at most 32 characters.
   std::string_view name() const { return mName.text(); }

@@ -1,5 +1,6 @@
 #include "util/sleep_mutex.h"
 
+#include <new>
 #include <string>
 
 #include "util/console.h"
@@ -7,20 +8,22 @@
 
 namespace {
 
-void tell(const char* method, std::string_view name, const char* what) {
+/// A line of this lock, which ends with the thread and `end`. One that finds no memory is dropped.
+void printState(const char* method, std::string_view name, const char* what, const char* end = "") noexcept
+    try {
   printLine("SleepMutex::" + std::string(method) + ": '" + std::string(name) + "' " + what +
-            std::to_string(currentThreadId()));
+            std::to_string(currentThreadId()) + end);
+} catch (const std::bad_alloc&) {
 }
 
 }  // namespace
 
 SleepMutex::SleepMutex(std::string_view name) : mName(name) {
-  printLine("SleepMutex::SleepMutex(): '" + std::string(this->name()) + "' constructed by thread " +
-            std::to_string(currentThreadId()) + ".");
+  printState("SleepMutex()", this->name(), "constructed by thread ", ".");
 }
 
 SleepMutex::~SleepMutex() {
-  tell("~SleepMutex()", name(), "destructed by thread ");
+  printState("~SleepMutex()", name(), "destructed by thread ");
 }
 
 int SleepMutex::lock() {
@@ -29,7 +32,7 @@ int SleepMutex::lock() {
     if (count++ >= mMaxPolls) break;
     sleepMs(static_cast<std::uint32_t>(mPollIntervalMs));
   }
-  if (count >= mMaxPolls) tell("lock()", name(), "forced to unlock due to timeout, called by thread ");
+  if (count >= mMaxPolls) printState("lock()", name(), "forced to unlock due to timeout, called by thread ");
   mIsLocked.store(true, std::memory_order_relaxed);
   return 0;
 }

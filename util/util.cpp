@@ -67,12 +67,15 @@ std::wstring Util::widen(std::string_view text) {
   return result;
 }
 
-std::string Util::localDate() {
-  const std::tm time = platform::localTime();
+std::string Util::dateText(const std::tm& time) {
   char text[48];
   std::snprintf(text, sizeof text, "%s %s %2d %04d", kWeekdays[time.tm_wday % 7], kMonths[time.tm_mon % 12],
                 time.tm_mday, time.tm_year + 1900);
   return text;
+}
+
+std::string Util::localDate() {
+  return dateText(platform::localTime());
 }
 
 std::uint32_t Util::utcMsOfDay() {

@@ -5,6 +5,7 @@
 #define UTIL_UTIL_H
 
 #include <cstdint>
+#include <ctime>
 #include <string>
 #include <string_view>
 
@@ -48,8 +49,9 @@ class Util {
   static const char* motionReferenceToText(int value);
   static const char* rotationCenterModeToText(int value);
 
-  /// Local date of now: weekday, month, day of the month padded to two places by a blank, year; for example
-  /// "Mon Nov 16 2026".
+  /// Weekday, month, day of the month padded to two places by a blank, year; for example "Mon Nov 16 2026".
+  static std::string dateText(const std::tm& time);
+  /// The local date of now.
   static std::string localDate();
 
   /// Milliseconds since midnight, UTC.

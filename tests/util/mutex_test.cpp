@@ -2,10 +2,12 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <atomic>
 #include <cerrno>
 #include <cstring>
-#include <sstream>
+#include <initializer_list>
+#include <optional>
 #include <thread>
 #include <vector>
 
@@ -26,6 +28,34 @@ std::string reason(int code) {
 std::string nameOf(const char* name) {
   return std::string(name) + "_" + std::to_string(currentProcessId());
 }
+
+/// What `call` prints on standard output.
+template <typename Call>
+std::string output(Call call) {
+  testing::internal::CaptureStdout();
+  call();
+  return testing::internal::GetCapturedStdout();
+}
+
+/// A mutex whose semaphore could not be made, without what it prints when it comes and goes.
+class UninitialisedMutex {
+ public:
+  explicit UninitialisedMutex(const char* nameP) {
+    const SystemFault fault(SystemCall::kSemInit, ENOSPC);
+    output([&] { mMutex.emplace(nameP); });
+  }
+  ~UninitialisedMutex() {
+    output([this] { destroy(); });
+  }
+  UninitialisedMutex(const UninitialisedMutex&) = delete;
+  UninitialisedMutex& operator=(const UninitialisedMutex&) = delete;
+
+  void destroy() { mMutex.reset(); }
+  Mutex* operator->() const { return &*mMutex; }
+
+ private:
+  mutable std::optional<Mutex> mMutex;
+};
 
 TEST(Mutex, IsNamedWithTheProcess) {
   EXPECT_EQ(Mutex("a").name(), nameOf("a"));
@@ -55,18 +85,21 @@ TEST(Mutex, MayBeUnlockedByAnotherThread) {
 
 TEST(Mutex, LetsOneThreadInAtATime) {
   Mutex mutex("a");
-  int count = 0;
+  std::atomic<int> inside{0};
+  std::atomic<int> most{0};
   const auto work = [&] {
-    for (int i = 0; i < 5000; ++i) {
+    for (int i = 0; i < 1000; ++i) {
       mutex.lock();
-      ++count;
+      most = std::max<int>(most, ++inside);
+      std::this_thread::yield();
+      --inside;
       mutex.unlock();
     }
   };
   std::vector<std::thread> threads;
   for (int i = 0; i < 4; ++i) threads.emplace_back(work);
   for (std::thread& thread : threads) thread.join();
-  EXPECT_EQ(count, 20000);
+  EXPECT_EQ(most, 1);
 }
 
 TEST(Mutex, ThatCannotBeMadeSaysSoAndStaysUninitialised) {
@@ -84,16 +117,34 @@ TEST(Mutex, ThatCannotBeMadeSaysSoAndStaysUninitialised) {
 }
 
 TEST(Mutex, ThatIsUninitialisedCannotBeLockedAndNeverWaits) {
-  testing::internal::CaptureStdout();
+  const UninitialisedMutex mutex("a");
+  EXPECT_EQ(output([&] { EXPECT_EQ(mutex->lock(), -1); }), "Mutex::lock(): **** Error locking semaphore '" +
+                                                               nameOf("a") + "' by thread " + threadText() +
+                                                               "! **** " + reason(EINVAL) + "\n");
+}
+
+TEST(Mutex, ThatIsUninitialisedCannotBeUnlocked) {
+  const UninitialisedMutex mutex("a");
   testing::internal::CaptureStderr();
-  {
-    const SystemFault fault(SystemCall::kSemInit, ENOSPC);
-    Mutex mutex("a");
-    EXPECT_EQ(mutex.lock(), -1);
-    EXPECT_EQ(mutex.unlock(), -1);
-  }
-  EXPECT_NE(testing::internal::GetCapturedStdout().find(reason(EINVAL)), std::string::npos);
-  EXPECT_NE(testing::internal::GetCapturedStderr().find(reason(EINVAL)), std::string::npos);
+  EXPECT_EQ(mutex->unlock(), -1);
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "Mutex::unlock(): **** Error unlocking semaphore '" +
+                                                        nameOf("a") + "' by thread " + threadText() +
+                                                        "'! **** " + reason(EINVAL) + "\n");
+}
+
+TEST(Mutex, ThatIsUninitialisedSaysSoWhenItIsDestroyed) {
+  UninitialisedMutex mutex("a");
+  EXPECT_EQ(output([&] { mutex.destroy(); }), "Mutex::~Mutex(): Semaphore '" + nameOf("a") +
+                                                  "' (OS X ID not available) of thread " + threadText() +
+                                                  " could not be destroyed!" + reason(EINVAL) + "\n");
+}
+
+TEST(Mutex, ANameThatFillsItsFieldIsToldWithoutWhatLiesBehind) {
+  Mutex mutex("0123456789012345678901234567890123456789");
+  const SystemFault fault(SystemCall::kSemWait, EDEADLK);
+  EXPECT_EQ(output([&] { mutex.lock(); }),
+            "Mutex::lock(): **** Error locking semaphore '01234567890123456789012345678901' by thread " +
+                threadText() + "! **** " + reason(EDEADLK) + "\n");
 }
 
 TEST(Mutex, ThatCannotBeLockedSaysSoOnStandardOutput) {
@@ -134,36 +185,55 @@ TEST(Mutex, ThatCannotBeDestroyedSaysSoOnStandardOutput) {
                 threadText() + " could not be destroyed!" + reason(EBUSY) + "\n");
 }
 
-/// The lines of `text` that `isOwn` picks.
-std::vector<std::string> linesWith(const std::string& text, const std::string& start) {
-  std::vector<std::string> result;
-  std::istringstream stream(text);
-  for (std::string line; std::getline(stream, line);)
-    if (line.rfind(start, 0) == 0) result.push_back(line);
-  return result;
-}
+class MutexTestRoutine : public testing::Test {
+ protected:
+  MutexTestRoutine() {
+    standin::clock::start(standin::clock::Kind::kReplay);
+    testing::internal::CaptureStdout();
+  }
+  ~MutexTestRoutine() override { standin::clock::stop(); }
 
-TEST(MutexTestRoutine, TellsEachStepOfBothThreads) {
-  standin::clock::start(standin::clock::Kind::kReal, 16, 100.0);
-  testing::internal::CaptureStdout();
+  /// Keeps whether the mutex is locked at each of `times`.
+  template <typename MutexOf>
+  void watch(MutexOf mutexOf, std::initializer_list<std::int64_t> times) {
+    for (const std::int64_t time : times)
+      standin::clock::schedule(time, [this, mutexOf] { mWasLocked.push_back(mutexOf().isLocked()); });
+  }
+
+  std::vector<bool> mWasLocked;
+};
+
+TEST_F(MutexTestRoutine, HoldsTheMutexAgainstTheSecondThread) {
+  const HeldThread held;
+  watch([]() -> Mutex& { return *static_cast<Mutex*>(HeldThread::argument()); }, {1, 3999, 4001, 8999});
   testMutex();
-  const std::string output = testing::internal::GetCapturedStdout();
-  standin::clock::stop();
-  EXPECT_EQ(output.substr(0, 24), "\nSTARTING MUTEX TEST: \n\n");
-  EXPECT_THAT(linesWith(output, "testMutex()"),
-              ElementsAre("testMutex(): lock mutex and hold it for 2000:", "testMutex(): unlock mutex:",
-                          "testMutex(): unlock mutex:", "testMutex(): ending..."));
-  EXPECT_THAT(linesWith(output, "startSecondThread()"),
-              ElementsAre("startSecondThread(): sleeping 1000...", "startSecondThread(): lock mutex:",
-                          "startSecondThread(): got mutex and hold it for 2000",
-                          "startSecondThread(): unlock mutex:", "startSecondThread(): ending..."));
-  EXPECT_LT(output.find("testMutex(): unlock mutex:"), output.find("startSecondThread(): got mutex"));
+  EXPECT_EQ(testing::internal::GetCapturedStdout(),
+            "\nSTARTING MUTEX TEST: \n\n"
+            "testMutex(): lock mutex and hold it for 2000:\n"
+            "testMutex(): unlock mutex:\n"
+            "testMutex(): unlock mutex:\n"
+            "testMutex(): ending...\n");
+  EXPECT_EQ(HeldThread::body(), &startSecondThread);
+  EXPECT_THAT(mWasLocked, ElementsAre(true, true, false, false));
+  EXPECT_EQ(standin::clock::nowMs(), 9000);
 }
 
-TEST(MutexTestRoutine, GoesOnWithoutASecondThread) {
-  standin::clock::start(standin::clock::Kind::kReplay);
+TEST_F(MutexTestRoutine, TakesTheMutexForTwoSecondsInTheSecondThread) {
+  Mutex mutex("test");
+  watch([&mutex]() -> Mutex& { return mutex; }, {999, 1001, 2999, 3001});
+  EXPECT_EQ(startSecondThread(&mutex), nullptr);
+  EXPECT_EQ(testing::internal::GetCapturedStdout(),
+            "startSecondThread(): sleeping 1000...\n"
+            "startSecondThread(): lock mutex:\n"
+            "startSecondThread(): got mutex and hold it for 2000\n"
+            "startSecondThread(): unlock mutex:\n"
+            "startSecondThread(): ending...\n");
+  EXPECT_THAT(mWasLocked, ElementsAre(false, true, true, false));
+  EXPECT_EQ(standin::clock::nowMs(), 4000);
+}
+
+TEST_F(MutexTestRoutine, GoesOnWithoutASecondThread) {
   const SystemFault fault(SystemCall::kPthreadCreate, 0);
-  testing::internal::CaptureStdout();
   testMutex();
   EXPECT_EQ(testing::internal::GetCapturedStdout(),
             "\nSTARTING MUTEX TEST: \n\n"
@@ -173,7 +243,6 @@ TEST(MutexTestRoutine, GoesOnWithoutASecondThread) {
             "testMutex(): unlock mutex:\n"
             "testMutex(): ending...\n");
   EXPECT_EQ(standin::clock::nowMs(), 9000);
-  standin::clock::stop();
 }
 
 }  // namespace

@@ -17,6 +17,25 @@ bool SystemFault::strikes(SystemCall call) {
   return true;
 }
 
+void* (*HeldThread::sBody)(void*) = nullptr;
+void* HeldThread::sArgumentP = nullptr;
+bool HeldThread::sIsHolding = false;
+
+bool HeldThread::takes(void* (*body)(void*), void* argumentP) {
+  if (!sIsHolding) return false;
+  sBody = body;
+  sArgumentP = argumentP;
+  return true;
+}
+
+namespace {
+
+void* doNothing(void*) {
+  return nullptr;
+}
+
+}  // namespace
+
 // The linker gives the module these in the place of the library's (option --wrap).
 extern "C" {
 
@@ -44,7 +63,8 @@ int __real_pthread_create(pthread_t*, const pthread_attr_t*, void* (*)(void*), v
 int __wrap_pthread_create(pthread_t* threadP, const pthread_attr_t* attributesP, void* (*body)(void*),
                           void* argP) {
   if (SystemFault::strikes(SystemCall::kPthreadCreate)) return EAGAIN;
-  return __real_pthread_create(threadP, attributesP, body, argP);
+  if (!HeldThread::takes(body, argP)) return __real_pthread_create(threadP, attributesP, body, argP);
+  return __real_pthread_create(threadP, attributesP, doNothing, nullptr);
 }
 
 int __real_open(const char*, int, ...);

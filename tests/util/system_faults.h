@@ -25,4 +25,27 @@ class SystemFault {
   static int sTimes;
 };
 
+/// While it lives, a new thread does nothing, and what it was to do is kept here.
+class HeldThread {
+ public:
+  HeldThread() {
+    sBody = nullptr;
+    sIsHolding = true;
+  }
+  ~HeldThread() { sIsHolding = false; }
+  HeldThread(const HeldThread&) = delete;
+  HeldThread& operator=(const HeldThread&) = delete;
+
+  static void* (*body())(void*) { return sBody; }
+  static void* argument() { return sArgumentP; }
+
+  /// For the wrapped operation: whether the thread is held.
+  static bool takes(void* (*body)(void*), void* argumentP);
+
+ private:
+  static void* (*sBody)(void*);
+  static void* sArgumentP;
+  static bool sIsHolding;
+};
+
 #endif

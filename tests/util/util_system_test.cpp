@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <ctime>
+#include <string>
 
 #include "standin_messages.h"
 #include "tests/util/system_faults.h"
@@ -25,6 +27,34 @@ TEST(FileProbes, DoNotTakeAnyOtherFailureForALock) {
   EXPECT_FALSE(Util::isFileLocked(folder.path("none.txt")));
   const SystemFault fault(SystemCall::kOpen, EMFILE);
   EXPECT_FALSE(Util::isFileLocked(folder.path("a.txt")));
+}
+
+/// The time zone of the process while it lives.
+class TimeZone {
+ public:
+  explicit TimeZone(const char* name) {
+    tests::setEnvironment("TZ", name);
+    tzset();
+  }
+  ~TimeZone() {
+    tests::clearEnvironment("TZ");
+    tzset();
+  }
+  TimeZone(const TimeZone&) = delete;
+  TimeZone& operator=(const TimeZone&) = delete;
+};
+
+TEST(LocalDate, IsAnotherDayWhereTheClockIsAheadByMoreThanADay) {
+  std::string east, west;
+  {
+    const TimeZone zone("East-14");
+    east = Util::localDate();
+  }
+  {
+    const TimeZone zone("West+12");
+    west = Util::localDate();
+  }
+  EXPECT_NE(east, west);
 }
 
 class Boxes : public testing::Test {

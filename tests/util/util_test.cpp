@@ -109,6 +109,17 @@ TEST(TimeTexts, TheDateIsTheLocalDay) {
   EXPECT_EQ(Util::localDate(), text.substr(0, 11) + text.substr(20, 4));
 }
 
+TEST(TimeTexts, ADayOfOneDigitIsPaddedByABlank) {
+  std::tm time = {};
+  time.tm_year = 126;
+  time.tm_mon = 1;
+  time.tm_mday = 3;
+  time.tm_wday = 2;
+  EXPECT_EQ(Util::dateText(time), "Tue Feb  3 2026");
+  time.tm_mday = 13;
+  EXPECT_EQ(Util::dateText(time), "Tue Feb 13 2026");
+}
+
 TEST(Folders, AreMadeOneAtATime) {
   const TempFolder folder;
   EXPECT_TRUE(Util::makeDirectory(folder.path("a")));
