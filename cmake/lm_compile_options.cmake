@@ -5,11 +5,23 @@ set(LM_SANITIZER "" CACHE STRING "Sanitizers for the whole build: 'address,undef
 if(WIN32)
   include(lm_windows)
 endif()
-find_package(Threads REQUIRED)
+if(MSVC)
+  # The POSIX threads that Windows lacks.
+  find_package(PThreads4W REQUIRED)
+  set(threads PThreads4W::PThreads4W)
+else()
+  find_package(Threads REQUIRED)
+  set(threads Threads::Threads)
+endif()
 
 add_library(lm_options INTERFACE)
 target_include_directories(lm_options INTERFACE ${PROJECT_SOURCE_DIR})
-target_link_libraries(lm_options INTERFACE Threads::Threads)
+target_link_libraries(lm_options INTERFACE ${threads})
+if(MSVC)
+  target_compile_options(lm_options INTERFACE /W4 /EHsc /permissive- /utf-8 /Zc:__cplusplus)
+  target_link_options(lm_options INTERFACE /Brepro)
+  return()
+endif()
 target_compile_options(lm_options INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual -Werror
   -fvisibility=hidden -fvisibility-inlines-hidden

@@ -1,0 +1,23 @@
+# Who the host is: its stand-in, or AutoCAD itself through the ObjectARX SDK. The module links lm_host_interface.
+set(LM_HOST standin CACHE STRING "The host that the module is built for: 'standin' or 'sdk'")
+set_property(CACHE LM_HOST PROPERTY STRINGS standin sdk)
+set(LM_OBJECTARX_DIR "" CACHE PATH "Folder of the ObjectARX 2013 SDK, for LM_HOST=sdk")
+
+add_library(lm_host_interface INTERFACE)
+if(LM_HOST STREQUAL "standin")
+  target_link_libraries(lm_host_interface INTERFACE standin_objectarx)
+  return()
+endif()
+if(NOT LM_HOST STREQUAL "sdk")
+  message(FATAL_ERROR "LM_HOST: expected 'standin' or 'sdk', found '${LM_HOST}'")
+endif()
+if(NOT WIN32)
+  message(FATAL_ERROR "LM_HOST=sdk: the SDK is for Windows only")
+endif()
+if(NOT EXISTS "${LM_OBJECTARX_DIR}/inc")
+  message(FATAL_ERROR "LM_OBJECTARX_DIR: expected the folder of the ObjectARX 2013 SDK, found no '${LM_OBJECTARX_DIR}/inc'")
+endif()
+# Its headers are not held to this project's warnings.
+target_include_directories(lm_host_interface SYSTEM INTERFACE ${LM_OBJECTARX_DIR}/inc ${LM_OBJECTARX_DIR}/inc-x64)
+file(GLOB sdk_libraries ${LM_OBJECTARX_DIR}/lib-x64/*.lib)
+target_link_libraries(lm_host_interface INTERFACE ${sdk_libraries})
