@@ -59,7 +59,8 @@ class Cnfg {
 
   /// Gives `key` another value in memory: in `section`, or with an empty section wherever it stands first.
   /// The line keeps what was around the value, and its comment keeps its column as far as the new value lets
-  /// it. kOk, kSectionNotFound or kParameterNotFound.
+  /// it. A '#', CR or LF ends a value, so only what stands before it in `newValue` is taken. kOk,
+  /// kSectionNotFound or kParameterNotFound.
   std::int32_t setParameter(std::string_view key, std::string_view newValue, std::string_view section = {});
 
   /// Writes the lines in memory over the start of the file; nothing is done unless in editing mode. The file

@@ -3,10 +3,16 @@
 
 namespace {
 
+/// Blanks that stand before a value; of a value that is nothing but blanks the first, the others are its room.
+std::size_t blanksBeforeValue(std::string_view value) {
+  const std::string_view trimmed = CnfgLine::trimmed(value);
+  if (trimmed.empty()) return value.empty() || value.front() == '\0' ? 0 : 1;
+  return static_cast<std::size_t>(trimmed.data() - value.data());
+}
+
 /// A line with its value replaced. The comment moves only when the new value needs its room.
 std::string rebuilt(const CnfgLine& line, std::string_view newValue) {
-  const std::string_view trimmed = CnfgLine::trimmed(line.value);
-  const auto blanksBefore = static_cast<std::size_t>(trimmed.data() - line.value.data());
+  const std::size_t blanksBefore = blanksBeforeValue(line.value);
   std::string text(line.leading);
   text.append(line.key).append(line.keyBlanks);
   text.append(line.separator.empty() ? std::string_view("=") : line.separator);
@@ -39,6 +45,7 @@ std::size_t Cnfg::heldSectionStart(std::string_view section) const {
 std::int32_t Cnfg::setParameter(std::string_view key, std::string_view newValue, std::string_view section) {
   mParameter = key;
   mSection = section;
+  newValue = newValue.substr(0, newValue.find_first_of("#\r\n"));
   const std::size_t start = heldSectionStart(section);
   if (start == std::string::npos) return result(kSectionNotFound);
   for (std::size_t i = start; i < mHeldLines.size(); ++i) {

@@ -5,14 +5,13 @@
 
 #include <string_view>
 
-/// | Line          | Recognised by                                   | Pieces |
-/// |---------------|-------------------------------------------------|----------------------------------------------|
-/// | blank         | only blanks and TABs, or nothing                | none | | comment       | first other
-/// character '#'                       | leading, trailing (from '#')                 | | header        |
-/// first other character '[', a ']' behind it      | leading, section (not trimmed), trailing     | | broken
-/// header | first other character '[', no ']' behind it     | none                                         |
-/// | parameter     | any other first character                       | leading, key, separator, value,
-/// trailing     |
+/// | Line          | Recognised by                               | Pieces                                    |
+/// |---------------|---------------------------------------------|-------------------------------------------|
+/// | blank         | only blanks and TABs, or nothing            | none                                      |
+/// | comment       | first other character '#'                   | leading, trailing (from '#')              |
+/// | header        | first other character '[', a ']' behind it  | leading, section (not trimmed), trailing  |
+/// | broken header | first other character '[', no ']' behind it | none                                      |
+/// | parameter     | any other first character                   | leading, key, separator, value, trailing  |
 struct CnfgLine {
   enum class Kind { kBlank, kComment, kHeader, kBrokenHeader, kParameter };
 

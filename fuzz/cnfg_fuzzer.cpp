@@ -32,6 +32,8 @@ void edit(Cnfg& cnfg) {
   if (cnfg.setParameter("name", "new value") != Cnfg::kOk) return;
   check(cnfg.save() == Cnfg::kOk);
   check(cnfg.getErrorText() == "OK");
+  cnfg.loadForEditing();
+  check(cnfg.setParameter("name", "new value") == Cnfg::kOk);
 }
 
 }  // namespace

@@ -48,6 +48,39 @@ TEST_F(CnfgEditing, AValueThatNeedsTheRoomMovesTheComment) {
   EXPECT_EQ(mFolder.read("a.ini"), "k = 12345 # c\n");
 }
 
+TEST_F(CnfgEditing, AValueTakesTheRoomOfBlanksBeforeTheComment) {
+  load("\tfileToLog = \t       # name\nempty =# c\n");
+  mCnfg.setParameter("fileToLog", "a.cpp");
+  mCnfg.setParameter("empty", "1");
+  mCnfg.save();
+  EXPECT_EQ(mFolder.read("a.ini"), "\tfileToLog = a.cpp   # name\nempty =1 # c\n");
+}
+
+TEST_F(CnfgEditing, AValueEndsWhereItWouldEndInTheFile) {
+  load("a=1\nb=2\nc=3 \n");
+  mCnfg.setParameter("a", "4#5");
+  mCnfg.setParameter("b", "4\n[B]");
+  mCnfg.setParameter("c", "4\r5");
+  mCnfg.save();
+  EXPECT_EQ(mFolder.read("a.ini"), "a=4\nb=4\nc=4\n\n") << "the last line end is the old one";
+}
+
+TEST_F(CnfgEditing, ALineOfBlanksAtTheEndIsKept) {
+  load("k=1\n \n\n");
+  mCnfg.setParameter("k", "11");
+  mCnfg.save();
+  EXPECT_EQ(mFolder.read("a.ini"), "k=11\n \n");
+}
+
+TEST_F(CnfgEditing, WhatIsMissingIsNamed) {
+  load("[A]\nk=1\n");
+  mCnfg.setParameter("none", "2", "A");
+  EXPECT_EQ(mCnfg.getErrorText(),
+            "Parameter 'none' in section 'A' not found! (" + mFolder.path("a.ini") + ")");
+  mCnfg.setParameter("k", "2", "B");
+  EXPECT_EQ(mCnfg.getErrorText(), "Section 'B' not found!");
+}
+
 TEST_F(CnfgEditing, AKeyAloneGetsASeparator) {
   load("key\n");
   mCnfg.setParameter("key", "1");

@@ -83,6 +83,49 @@ TEST_F(CnfgReading, WithoutTrimmingTheValueKeepsItsBlanks) {
   EXPECT_EQ(mValue, " 1 ");
 }
 
+TEST_F(CnfgReading, WithoutTrimmingTheOtherOperationsKeepTheBlanksToo) {
+  open("[A]\nk = 1 #\n");
+  mCnfg.findSection("A");
+  mCnfg.readNextParameter(mKey, mValue, Cnfg::Trim::kNo);
+  EXPECT_EQ(mValue, " 1 ");
+  mValue.clear();
+  mCnfg.readParameterByIndex(mKey, mValue, "A", 0, Cnfg::Trim::kNo);
+  EXPECT_EQ(mValue, " 1 ");
+}
+
+TEST_F(CnfgReading, ACarriageReturnOfALastLineWithoutALineFeedEndsTheValue) {
+  open("[A]\na=1\r");
+  EXPECT_EQ(mCnfg.readParameter("a", mValue, "A"), 0);
+  EXPECT_EQ(mValue, "1");
+  mFolder.write("b.ini", "[A]\nkey\r");
+  mCnfg.open(mFolder.path("b.ini"));
+  EXPECT_EQ(mCnfg.readParameter("key\r", mValue, "A"), 0) << "it is part of a key alone";
+}
+
+TEST_F(CnfgReading, AFileOfCarriageReturnsAloneIsOneLine) {
+  open("[A]\ra=1\rb=2\r");
+  EXPECT_EQ(mCnfg.findSection("A"), 0);
+  EXPECT_EQ(mCnfg.readNextParameter(mKey, mValue), 4);
+}
+
+TEST_F(CnfgReading, AFileThatCannotBeOpenedIsNamedAlsoAfterAnother) {
+  open("[A]\na=1\n");
+  const std::string path = mFolder.path("none.ini");
+  EXPECT_EQ(mCnfg.open(path), 1);
+  EXPECT_EQ(mCnfg.getErrorText(), "File '" + path + "' not found!");
+  EXPECT_EQ(mCnfg.readParameter("a", mValue, "A"), 2) << "the first file is closed";
+}
+
+TEST_F(CnfgReading, TheEmptySectionIsFoundAtTheFirstLineThatNamesNone) {
+  open("[A]\na=1\nb=2\n");
+  EXPECT_EQ(mCnfg.findSection(""), 0);
+  EXPECT_EQ(mCnfg.readNextParameter(mKey, mValue), 0);
+  EXPECT_EQ(mKey, "b");
+  mFolder.write("b.ini", "[A]\n[B]");
+  mCnfg.open(mFolder.path("b.ini"));
+  EXPECT_EQ(mCnfg.findSection(""), 2);
+}
+
 TEST_F(CnfgReading, ABlankLineHidesEveryParameterAfterIt) {
   open("[PROGRAM]\nname = 1\n\nversion = 2\n");
   EXPECT_EQ(mCnfg.readParameter("name", mValue, "PROGRAM"), 0);
