@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <limits>
+#include <new>
 #include <variant>
 
 #include "LM_Daemon/src/logging.h"
@@ -119,16 +120,25 @@ Settings::Settings() {
   LM_LOG(kCreation, kClass, "Settings::Settings") << "Constructing ...";
   mLogPars.mSettingsDirPath = mSettingsDirPath;
   processLog().setDirectory(mSettingsDirPath);
-  if (mUserProfileDir.empty())
-    LM_LOG(kError, kClass, "Settings::Settings") << "Environment variable USERPROFILE is not set!";
+  reportMissingProfile();
   mSettingsFilePath = mApplicationsDirPath + "\\" + mFileName;
   readOrReset();
   LM_LOG(kInfo, kClass, "Settings::Settings") << "\n" << dump();
   LM_LOG(kCreation, kClass, "Settings::Settings") << "Constructed.";
 }
 
+void Settings::reportMissingProfile() const {
+  if (mUserProfileDir.empty())
+    LM_LOG(kError, kClass, "Settings::reportMissingProfile")
+        << "Environment variable USERPROFILE is not set!";
+}
+
 Settings::~Settings() {
-  writeSettingsFile(mSettingsFilePath);
+  try {
+    writeSettingsFile(mSettingsFilePath);
+  } catch (const std::bad_alloc&) {
+    LM_LOG(kError, kClass, "Settings::~Settings") << "No memory to write the settings file!";
+  }
   LM_LOG(kCreation, kClass, "Settings::~Settings") << "Destructed.";
 }
 
@@ -193,8 +203,10 @@ std::string Settings::fileText() const {
 
 int Settings::writeSettingsFile(const std::string& path) {
   LM_LOG(kTrace, kClass, "Settings::writeSettingsFile") << "Writing new default settings file ...";
+  // Before the file is emptied, which nothing may follow that can fail for want of memory.
+  const std::string text = fileText();
   NativeFile file;
-  if (!file.openForReplacing(path) || !file.write(fileText())) {
+  if (!file.openForReplacing(path) || !file.write(text)) {
     LM_LOG(kError, kClass, "Settings::writeSettingsFile")
         << "Writing default settings file '" << mFileName << "' failed!";
     return -1;

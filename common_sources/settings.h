@@ -17,7 +17,8 @@ class Settings {
   /// a single key is missing, all values become the defaults and the file is written anew; folders are not
   /// created. Never fails: what cannot be read or written is told in the log.
   Settings();
-  /// Writes the values in force to the settings file, as the constructor would the defaults.
+  /// Writes the values in force to the settings file, as the constructor would the defaults. Without memory
+  /// the file may be left as it is.
   ~Settings();
   Settings(const Settings&) = delete;
   Settings& operator=(const Settings&) = delete;
@@ -63,6 +64,10 @@ class Settings {
 
   /// The built-in values, those of the log included.
   void setDefaults();
+
+  /// Tells in the log that the environment has no USERPROFILE, if it has none. The constructor does so, too,
+  /// but a log that is opened by these settings is not open then.
+  void reportMissingProfile() const;
 
   /// The values as text for the log, one line each.
   std::string dump() const;

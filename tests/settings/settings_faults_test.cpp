@@ -48,10 +48,11 @@ TEST_F(SettingsTest, AFullDiskIsTold) {
 }
 
 TEST_F(SettingsTest, AFileOfHundredMegabytesIsReadAndReplaced) {
-  write("");
+  const std::string text = replaced(kDefaultFile, "= 20000", "= 77777");
+  write(text);
   std::filesystem::resize_file(mProfile.root() / kSettingsFile, 100u << 20);
-  { EXPECT_EQ(Settings().rotSensBase(), 10000); }
-  EXPECT_EQ(file(), kDefaultFile);
+  { EXPECT_EQ(Settings().transSensBase(), 77777); }
+  EXPECT_EQ(file(), text);
 }
 
 TEST_F(SettingsTest, ALineOfTenMegabytesIsRead) {

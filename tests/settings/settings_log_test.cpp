@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "LM_Daemon/src/logging.h"
+#include "config/cnfg.h"
 #include "tests/settings/settings_fixture.h"
 #include "util/threads.h"
 
@@ -18,24 +19,44 @@ const std::size_t kPrefixWidth = 76 + std::max<std::size_t>(6, std::to_string(cu
 class SettingsLog : public SettingsTest {
  protected:
   SettingsLog() {
-    LogPars pars;
-    pars.mLogFile = mProfile.path("a.log");
-    pars.mIsTrace = true;
-    pars.mIsInfo = false;
-    mLog.init(pars);
+    mPars.mLogFile = mProfile.path("a.log");
+    mPars.mIsTrace = true;
+    mPars.mIsInfo = false;
+    mLog.init(mPars);
+    mIgnored = allLines();
   }
 
-  /// Type and text of each entry behind the header.
-  std::vector<std::string> entries() const {
+  void initAllLevels() {
+    mPars.mIsInfo = true;
+    mLog.init(mPars);
+    mIgnored = allLines();
+  }
+
+  std::size_t allLines() const {
+    const std::string text = mProfile.read("a.log");
+    return static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
+  }
+
+  /// The lines behind those that are ignored, the dump's own left out.
+  std::vector<std::string> lines() const {
     std::istringstream stream(mProfile.read("a.log"));
     std::vector<std::string> result;
     std::string line;
-    for (int i = 0; std::getline(stream, line); ++i)
-      if (i >= 5 && line.size() >= kPrefixWidth)
-        result.push_back(line.substr(13, 4) + line.substr(kPrefixWidth));
+    for (std::size_t i = 0; std::getline(stream, line); ++i)
+      if (i >= mIgnored && line.size() >= kPrefixWidth && line[12] == '|' && line[2] == ':')
+        result.push_back(line);
     return result;
   }
 
+  /// Type and text of each of them.
+  std::vector<std::string> entries() const {
+    std::vector<std::string> result;
+    for (const std::string& line : lines()) result.push_back(line.substr(13, 4) + line.substr(kPrefixWidth));
+    return result;
+  }
+
+  LogPars mPars;
+  std::size_t mIgnored = 0;
   Logging mLog;
 };
 
@@ -47,27 +68,87 @@ TEST_F(SettingsLog, TellsOfConstructionAndDestruction) {
                                      "TRC|Default settings file written.", "CRT|Destructed."));
 }
 
-TEST_F(SettingsLog, TellsOfAMissingFile) {
-  LogPars pars;
-  pars.mLogFile = mProfile.path("b.log");
-  pars.mIsCreation = false;
-  mLog.init(pars);
+TEST_F(SettingsLog, TellsTheWholeWayToTheDefaults) {
+  initAllLevels();
   const Settings settings;
-  EXPECT_NE(mProfile.read("b.log").find("| Settings file not found - using default values ...\n"),
-            std::string::npos);
+  EXPECT_THAT(entries(),
+              ElementsAre("CRT|Constructing ...", "INF|Settings file not found - using default values ...",
+                          "TRC|Writing new default settings file ...", "TRC|Default settings file written.",
+                          "INF|", "CRT|Constructed."));
+}
+
+TEST_F(SettingsLog, TellsTheSameOfAnIncompleteFile) {
+  initAllLevels();
+  write(replaced(kDefaultFile, "\tname ", "\tnaem "));
+  const Settings settings;
+  EXPECT_THAT(entries(), ElementsAre("CRT|Constructing ...",
+                                     "ERR|Parameter 'name' in section 'PROGRAM' not found! (" +
+                                         settings.settingsFilePath() + ")",
+                                     "ERR|Error reading settings file!",
+                                     "INF|Settings file not found - using default values ...",
+                                     "TRC|Writing new default settings file ...",
+                                     "TRC|Default settings file written.", "INF|", "CRT|Constructed."));
 }
 
 TEST_F(SettingsLog, TellsEveryMissingKeyAndThatReadingFailed) {
   write(kDefaultFile);
   Settings settings;
-  mProfile.write("a.log", "");
-  mProfile.write("c.ini", replaced(replaced(kDefaultFile, "\tname ", "\tnaem "), "[LOGGING]", "[LOG]"));
-  settings.readSettingsFile(mProfile.path("c.ini"));
-  const std::string log = mProfile.read("a.log");
-  EXPECT_NE(log.find("| Parameter 'name' in section 'PROGRAM' not found! (" + mProfile.path("c.ini") + ")\n"),
-            std::string::npos);
-  EXPECT_NE(log.find("| Section 'LOGGING' not found!\n"), std::string::npos);
-  EXPECT_EQ(log.substr(log.size() - 31), "| Error reading settings file!\n");
+  mLog.init(mPars);
+  const std::string path = mProfile.path("c.ini");
+  std::string text = replaced(kDefaultFile, "\tversion ", "\tnoisrev ");
+  mProfile.write("c.ini", replaced(replaced(text, "\tname ", "\tnaem "), "\tfileToLog", "\tx"));
+  mIgnored = allLines();
+  settings.readSettingsFile(path);
+  EXPECT_THAT(entries(),
+              ElementsAre("ERR|Parameter 'name' in section 'PROGRAM' not found! (" + path + ")",
+                          "ERR|Parameter 'version' in section 'PROGRAM' not found! (" + path + ")",
+                          "ERR|Parameter 'fileToLog' in section 'LOGGING' not found! (" + path + ")",
+                          "ERR|Error reading settings file!"));
+}
+
+TEST_F(SettingsLog, NamesTheOperationsBehindTheEntries) {
+  write(replaced(kDefaultFile, "\tname ", "\tnaem "));
+  { const Settings settings; }
+  std::vector<std::string> methods;
+  for (const std::string& line : lines()) methods.push_back(line.substr(kPrefixWidth - 34, 32));
+  EXPECT_THAT(methods, ElementsAre("Settings::Settings::Settings    ", "*ttings::Settings::readParameter",
+                                   "*ngs::Settings::readSettingsFile", "*gs::Settings::writeSettingsFile",
+                                   "*gs::Settings::writeSettingsFile", "Settings::Settings::Settings    ",
+                                   "*gs::Settings::writeSettingsFile", "*gs::Settings::writeSettingsFile",
+                                   "Settings::Settings::~Settings   "));
+}
+
+/// Lets a test call what only the settings themselves use, and choose the section of the log.
+class OpenSettings : public Settings {
+ public:
+  using Settings::readNextParameter;
+  void setLogSection(const char* nameP) { mLogPars.mSectionName = nameP; }
+};
+
+TEST_F(SettingsLog, TellsThatASectionHasNoFurtherParameter) {
+  write(kDefaultFile);
+  const OpenSettings settings;
+  mIgnored = allLines();
+  mProfile.write("c.ini", "[A]\nk= 1 \n\n");
+  Cnfg cnfg;
+  cnfg.open(mProfile.path("c.ini"));
+  cnfg.findSection("A");
+  std::string key, value;
+  EXPECT_EQ(OpenSettings::readNextParameter(cnfg, key, value), 0);
+  EXPECT_EQ(key + value, "k1");
+  EXPECT_EQ(OpenSettings::readNextParameter(cnfg, key, value), 4);
+  EXPECT_THAT(entries(), ElementsAre("ERR|No further parameter in section 'A'!"));
+}
+
+TEST_F(SettingsLog, HaveTheirValuesInTheSectionThatIsNamed) {
+  write(kDefaultFile);
+  OpenSettings settings;
+  settings.setLogSection("OTHER");
+  mProfile.write("c.ini", replaced(replaced(kDefaultFile, "[LOGGING]", "[OTHER]"), "= 5000", "= 7777"));
+  EXPECT_EQ(settings.readSettingsFile(mProfile.path("c.ini")), 0);
+  EXPECT_EQ(settings.logPars().mMaxSize, 7777);
+  settings.writeSettingsFile(mProfile.path("d.ini"));
+  EXPECT_NE(mProfile.read("d.ini").find("\n\n[OTHER]\n\tlogFile "), std::string::npos);
 }
 
 TEST_F(SettingsLog, TellsOfAFileThatCannotBeWritten) {
@@ -84,6 +165,21 @@ TEST_F(SettingsLog, TellsOfAMissingUserProfile) {
   tests::clearEnvironment("USERPROFILE");
   const Settings settings;
   EXPECT_THAT(entries(), testing::Contains("ERR|Environment variable USERPROFILE is not set!"));
+}
+
+TEST_F(SettingsLog, TellsOfAMissingUserProfileAgainWhenTheLogIsOpen) {
+  tests::clearEnvironment("USERPROFILE");
+  const Settings settings;
+  mIgnored = allLines();
+  settings.reportMissingProfile();
+  EXPECT_THAT(entries(), ElementsAre("ERR|Environment variable USERPROFILE is not set!"));
+}
+
+TEST_F(SettingsLog, TellsNothingOfAUserProfileThatIsThere) {
+  const Settings settings;
+  mIgnored = allLines();
+  settings.reportMissingProfile();
+  EXPECT_THAT(entries(), ElementsAre());
 }
 
 TEST_F(SettingsLog, HoldsTheDumpAtInfoLevel) {

@@ -1,0 +1,29 @@
+// What the settings do when there is no memory to write them.
+#include <optional>
+
+#include "tests/settings/settings_fixture.h"
+#include "tests/util/allocations.h"
+
+namespace {
+
+class SettingsWithoutMemory : public SettingsTest {};
+
+TEST_F(SettingsWithoutMemory, EndWithAFileThatIsWholeOldOrNew) {
+  std::string newFile;
+  bool isWritten = false;
+  for (int left = 0; !isWritten; ++left) {
+    ASSERT_LT(left, 2000) << "the file has never been written";
+    write(kDefaultFile);
+    std::optional<Settings> settings(std::in_place);
+    settings->setTransSensBase(77777);
+    {
+      const tests::MemoryRunsOut memoryRunsOut(left);
+      settings.reset();
+    }
+    newFile = file();
+    isWritten = newFile != kDefaultFile;
+  }
+  EXPECT_EQ(newFile, replaced(kDefaultFile, "= 20000", "= 77777"));
+}
+
+}  // namespace
