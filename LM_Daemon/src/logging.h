@@ -1,5 +1,6 @@
 /// The log of the process: one line per entry, with time, level, thread, source position and text, into a
-/// file and onto standard output. Any thread may log; an entry belongs to the thread that opened it.
+/// file and onto standard output. Any thread may log; an entry belongs to the thread that opened it. A forked
+/// child may not log: another thread may have held the lock at that moment.
 ///
 ///   LM_LOG(kInfo, "AutoCadProxy", "AutoCadProxy::moveXYZ") << "Move x-Direction, value: " << dx;
 ///
@@ -37,7 +38,7 @@ class Logging {
 
   /// Becomes the log that log calls go to. `maker` makes the file that init() opens.
   explicit Logging(LogFileMaker maker = makeLogFile);
-  /// From here on every log call does nothing.
+  /// From here on every log call does nothing. No other thread may be in a log call any more.
   ~Logging();
   Logging(const Logging&) = delete;
   Logging& operator=(const Logging&) = delete;

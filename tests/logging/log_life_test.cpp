@@ -136,6 +136,36 @@ TEST(LogLife, AFileThatCannotBeMadeIsToldAndNotUsed) {
   EXPECT_EQ(lines[1].substr(kPrefixWidth), "next");
 }
 
+TEST(LogLife, AFileThatCannotBeMadeGetsNoBackup) {
+  Logging log(&FailedMaker::make);
+  LogPars pars;
+  pars.mLogFile = "x.log";
+  log.init(pars);
+  EXPECT_EQ(log.backupLogFile(), -1);
+}
+
+TEST(LogLife, ItsOwnErrorsNameTheOperation) {
+  Logging log(&FailedMaker::make);
+  LogPars pars;
+  pars.mLogFile = "x.log";
+  pars.mIsLogToCnsl = true;
+  testing::internal::CaptureStdout();
+  log.init(pars);
+  const std::string line = testing::internal::GetCapturedStdout();
+  EXPECT_EQ(line.substr(fileStart(currentThreadId()), 18), "logging_file.cpp| ");
+  EXPECT_EQ(line.substr(kPrefixWidth - 34, 32), "Logging::Logging::init          ");
+}
+
+TEST(LogLife, ItsOwnErrorsAreLeftOutWhenAnotherFileIsToBeLogged) {
+  Logging log(&FailedMaker::make);
+  LogPars pars;
+  pars.mIsLogToCnsl = true;
+  pars.mExclFileToLog = "other.cpp";
+  testing::internal::CaptureStdout();
+  log.init(pars);
+  EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+}
+
 TEST(LogLife, WithoutALogNothingIsDone) {
   std::optional<Logging> log(std::in_place);
   log.reset();
