@@ -8,10 +8,21 @@ else()
   find_package(GTest REQUIRED)
 endif()
 
+if(NOT CMAKE_CROSSCOMPILING)
+  # GoogleMock's header takes most of the time that a small test takes to compile: it is compiled once.
+  file(WRITE ${CMAKE_BINARY_DIR}/test_header.cpp "int main() {}\n")
+  add_executable(lm_test_header EXCLUDE_FROM_ALL ${CMAKE_BINARY_DIR}/test_header.cpp)
+  target_link_libraries(lm_test_header PRIVATE lm_options GTest::gmock)
+  target_precompile_headers(lm_test_header PRIVATE <gmock/gmock.h>)
+endif()
+
 function(lm_add_test name)
   cmake_parse_arguments(ARG "" "" "SOURCES;LIBS;NATIVE_ONLY;PROPERTIES" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE lm_options tests_support ${ARG_LIBS} GTest::gtest_main GTest::gmock)
+  if(NOT CMAKE_CROSSCOMPILING)
+    target_precompile_headers(${name} REUSE_FROM lm_test_header)
+  endif()
   if(WIN32)
     # Only what is shipped has to be fast.
     target_compile_options(${name} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-O0>)

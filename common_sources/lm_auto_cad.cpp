@@ -12,6 +12,7 @@ constexpr std::uint32_t kWatchPeriodMs = 2000;
 
 LmAutoCad::LmAutoCad() {
   processLog().init(logPars());
+  reportMissingProfile();
   mAutoCadProxyP = std::make_unique<AutoCadProxy>(this);
   mDaemonProxyP = std::make_unique<DaemonProxy>(this);
   startWatchThread();

@@ -42,8 +42,8 @@ ControlWindow::ControlWindow() {
   InitCommonControlsEx(&controls);
   registerClass(kFrameClass, DefWindowProcW);
   registerClass(kWidgetClass, widgetProc);
-  mFrame = CreateWindowExW(WS_EX_TOPMOST, kFrameClass, L"Workbench", WS_POPUP, 0, 0, 3 * kCell,
-                           2 * kCell, nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
+  mFrame = CreateWindowExW(WS_EX_TOPMOST, kFrameClass, L"Workbench", WS_POPUP, 0, 0, 3 * kCell, 2 * kCell,
+                           nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
   if (mFrame == nullptr) throw std::runtime_error("no window: error " + std::to_string(GetLastError()));
   mCanvas = add(L"STATIC", SS_NOTIFY, 0, 0);
   mTree = add(WC_TREEVIEWW, TVS_HASLINES | TVS_LINESATROOT, 1, 0);
