@@ -49,11 +49,11 @@ void Logging::openLogFile() {
 }
 
 void Logging::writeHeader() noexcept {
+  const std::string date = Util::localDate();
   LogText block;
   for (const std::string_view piece :
        {kRule, std::string_view("Lumetra logfile '"), std::string_view(mPars.mLogFile),
-        std::string_view("' opened at "), std::string_view(Util::localDate()), std::string_view("\n"), kRule,
-        kColumns})
+        std::string_view("' opened at "), std::string_view(date), std::string_view("\n"), kRule, kColumns})
     block.append(piece);
   emit(block.from(0));
 }

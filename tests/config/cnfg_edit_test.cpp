@@ -57,12 +57,12 @@ TEST_F(CnfgEditing, AValueTakesTheRoomOfBlanksBeforeTheComment) {
 }
 
 TEST_F(CnfgEditing, AValueEndsWhereItWouldEndInTheFile) {
-  load("a=1\nb=2\nc=3 \n");
-  mCnfg.setParameter("a", "4#5");
+  load("a=1\nb=2\nc=3\n");
+  mCnfg.setParameter("a", "44#5");
   mCnfg.setParameter("b", "4\n[B]");
   mCnfg.setParameter("c", "4\r5");
   mCnfg.save();
-  EXPECT_EQ(mFolder.read("a.ini"), "a=4\nb=4\nc=4\n\n") << "the last line end is the old one";
+  EXPECT_EQ(mFolder.read("a.ini"), "a=44\nb=4\nc=4\n");
 }
 
 TEST_F(CnfgEditing, ALineOfBlanksAtTheEndIsKept) {
