@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <array>
-#include <chrono>
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
@@ -83,13 +82,17 @@ DWORD GetCurrentProcessId() {
 }
 
 void GetSystemTime(LPSYSTEMTIME time) {
-  using std::chrono::duration_cast;
-  using std::chrono::milliseconds;
-  const auto sinceEpoch = std::chrono::system_clock::now().time_since_epoch();
-  const auto ms = duration_cast<milliseconds>(sinceEpoch).count();
-  const std::time_t seconds = ms / 1000;
-  std::tm fields{};
-  gmtime_r(&seconds, &fields);
+  // As on Windows the time goes on with the system's tick, and reading it costs next to nothing.
+  timespec now{};
+  clock_gettime(CLOCK_REALTIME_COARSE, &now);
+  // Every line of the log asks for the time, and gmtime_r takes a lock that all threads share.
+  thread_local struct {
+    std::time_t seconds = -1;
+    std::tm fields{};
+  } last;
+  std::tm& fields = last.fields;
+  if (now.tv_sec != last.seconds) gmtime_r(&now.tv_sec, &fields);
+  last.seconds = now.tv_sec;
   time->wYear = static_cast<WORD>(fields.tm_year + 1900);
   time->wMonth = static_cast<WORD>(fields.tm_mon + 1);
   time->wDayOfWeek = static_cast<WORD>(fields.tm_wday);
@@ -97,5 +100,5 @@ void GetSystemTime(LPSYSTEMTIME time) {
   time->wHour = static_cast<WORD>(fields.tm_hour);
   time->wMinute = static_cast<WORD>(fields.tm_min);
   time->wSecond = static_cast<WORD>(fields.tm_sec);
-  time->wMilliseconds = static_cast<WORD>(ms % 1000);
+  time->wMilliseconds = static_cast<WORD>(now.tv_nsec / 1000000);
 }
