@@ -163,6 +163,13 @@ bool readLine(const ads_name name, AcGeVector3d* directionP, AcGePoint3d* pointP
   return true;
 }
 
+/// An error of a method that is known at run time only.
+void logError(int line, const char* methodName, const char* textP) {
+  LogEntry(LogLevel::kError, LM_LOG_SOURCE_FILE,
+           LogPosition(LM_LOG_SOURCE_FILE, line, kClass, methodName).text())
+      << textP;
+}
+
 /// Changes the current tile of the model tab through its table record. Throws what the host throws.
 template <typename Change>
 void changeTile(const char* methodName, Change change) {
@@ -170,7 +177,7 @@ void changeTile(const char* methodName, Change change) {
   Opened<AcDbViewportTableRecord> tile =
       openObject<AcDbViewportTableRecord>(acedActiveViewportId(), AcDb::kForWrite);
   if (!tile) {
-    LM_LOG(kError, kClass, methodName) << "AcDbViewportTableRecordPointer could not be retrieved!";
+    logError(__LINE__, methodName, "AcDbViewportTableRecordPointer could not be retrieved!");
     return;
   }
   change(*tile);
@@ -184,7 +191,7 @@ template <typename Change>
 void changeViewport(const char* methodName, Change change) {
   Opened<AcDbViewport> viewport = openObject<AcDbViewport>(acedActiveViewportId(), AcDb::kForWrite);
   if (!viewport) {
-    LM_LOG(kError, kClass, methodName) << "AcDbObjectPointer could not be retrieved!";
+    logError(__LINE__, methodName, "AcDbObjectPointer could not be retrieved!");
     return;
   }
   change(*viewport);

@@ -5,6 +5,7 @@
 #include <cstring>
 #include <utility>
 
+#include "util/console.h"
 #include "util/threads.h"
 #include "util/util.h"
 
@@ -98,10 +99,11 @@ bool Logging::isFileWanted(std::string_view sourceFile) const noexcept {
 
 bool Logging::openEntry(LogLevel level, std::string_view sourceFile, std::string_view position) noexcept {
   if (!isLogged(level)) return false;
-  const bool isNested = isOwner();
+  const std::uint32_t thread = currentThreadId();
+  const bool isNested = mOwner.load(std::memory_order_relaxed) == thread;
   if (!isNested) {
     if (mMutex.lock() != 0) return false;
-    mOwner.store(currentThreadId(), std::memory_order_relaxed);
+    mOwner.store(thread, std::memory_order_relaxed);
   }
   if (mDepth == kMaxNesting || !isFileWanted(sourceFile)) {
     if (!isNested) Lock::release(*this);
@@ -124,12 +126,38 @@ void Logging::appendStart(LogText& text, LogLevel level, std::string_view positi
     const int size = std::snprintf(&mStart[kThreadStart], mStart.size() - kThreadStart, "%6u|", thread);
     mStartSize = kThreadStart + static_cast<std::size_t>(size);
   }
-  if (char* const startP = text.extend(mStartSize)) {
-    std::memcpy(startP, mStart.data(), mStartSize);
-    std::memcpy(startP + kTypeStart, logLevelType(level), kLogLevelTypeSize);
+  char* const startP = text.extend(mStartSize + position.size() + LogPosition::kGap.size());
+  if (startP == nullptr) return;
+  std::memcpy(startP, mStart.data(), mStartSize);
+  std::memcpy(startP + kTypeStart, logLevelType(level), kLogLevelTypeSize);
+  position.copy(startP + mStartSize, position.size());
+  LogPosition::kGap.copy(startP + mStartSize + position.size(), LogPosition::kGap.size());
+}
+
+/// Other processes may append to the same file, so the size is asked of the system once a millisecond; within
+/// one, only every few lines, because asking costs a third of a line.
+bool Logging::isFull() noexcept {
+  const bool isExact = mMsOfDay != mMsOfExactSize || ++mWritesSinceExactSize > kMaxTrustedWrites;
+  if (isExact) {
+    mMsOfExactSize = mMsOfDay;
+    mWritesSinceExactSize = 0;
   }
-  text.append(position);
-  text.append(LogPosition::kGap);
+  const std::int64_t size = mFileP->position(isExact);
+  return size >= 0 && size >= mFullAt;
+}
+
+void Logging::writeEntry(std::string_view line) noexcept {
+  if (mIsResumeDue)
+    resumeLogFile();
+  else if (mFileP != nullptr && isFull())
+    backupLocked();
+  emit(line);
+}
+
+/// `line` ends in a line end.
+void Logging::emit(std::string_view line) noexcept {
+  if (mFileP != nullptr && mPars.mIsLogToFile) mFileP->write(line);
+  if (mPars.mIsLogToCnsl) printLine(line.substr(0, line.size() - 1));
 }
 
 void Logging::endEntry() noexcept {
@@ -150,10 +178,6 @@ void Logging::append(std::string_view text) noexcept {
   isHexDumpNext = false;
 }
 
-void Logging::append(const char* textP) noexcept {
-  if (textP != nullptr) append(std::string_view(textP));
-}
-
 void Logging::append(int value) noexcept {
   if (value == kEndOfEntry)
     endEntry();
@@ -170,12 +194,10 @@ void Logging::append(std::ios_base& (*manipulator)(std::ios_base&)) noexcept {
   if (manipulator == dec) mText.setHexadecimal(false);
 }
 
-Logging* LogEntry::open(LogLevel level, std::string_view fileName, int line, std::string_view className,
-                        std::string_view methodName) noexcept {
+Logging* LogEntry::open(LogLevel level, std::string_view sourceFile, std::string_view position) noexcept {
   Logging* const logP = Logging::current();
-  if (logP == nullptr) return nullptr;
-  if (!logP->openEntry(level, fileName, LogPosition(fileName, line, className, methodName).text()))
-    return nullptr;
+  if (logP == nullptr || !logP->openEntry(level, sourceFile, position)) return nullptr;
   mNumber = logP->mEntryNumber;
+  mThread = logP->mOwner.load(std::memory_order_relaxed);
   return logP;
 }

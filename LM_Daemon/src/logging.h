@@ -91,10 +91,14 @@ class Logging {
 
   /// Entries of one thread that may be open in each other.
   static constexpr std::size_t kMaxNesting = 8;
+  /// How many lines in a row may trust the tracked size before the system is asked.
+  static constexpr int kMaxTrustedWrites = 32;
 
   // What is streamed, by the thread that has an entry open.
   void append(std::string_view text) noexcept;
-  void append(const char* textP) noexcept;
+  void append(const char* textP) noexcept {
+    if (textP != nullptr) append(std::string_view(textP));
+  }
   void append(const std::string& text) noexcept { append(std::string_view(text)); }
   void append(char character) noexcept { mText.append({&character, 1}); }
   void append(bool value) noexcept { mText.appendInteger(value ? 1u : 0u); }
@@ -110,9 +114,10 @@ class Logging {
       mText.appendInteger(value);
   }
 
-  /// Whether the entry of that number is the calling thread's innermost open one.
-  bool isInnermost(std::uint64_t number) const noexcept {
-    return isOwner() && mDepth > 0 && mOpenEntries[mDepth - 1].number == number;
+  /// Whether the entry of that number is the innermost open one of the calling thread, whose id is `thread`.
+  bool isInnermost(std::uint64_t number, std::uint32_t thread) const noexcept {
+    return mOwner.load(std::memory_order_relaxed) == thread && mDepth > 0 &&
+           mOpenEntries[mDepth - 1].number == number;
   }
   bool isOwner() const noexcept;
   bool isFileWanted(std::string_view sourceFile) const noexcept;
@@ -122,7 +127,7 @@ class Logging {
   void emit(std::string_view line) noexcept;
   bool isFull() noexcept;
   std::int64_t sizeLimit() const noexcept;
-  void logError(int sourceLine, std::string_view methodName, std::string_view text) noexcept;
+  void logError(std::string_view position, std::string_view text) noexcept;
   void writeHeader() noexcept;
   void openLogFile();
   int backupLocked() noexcept;
@@ -168,9 +173,9 @@ Logging& processLog();
 /// One entry, from construction to close() or destruction, whatever happens in between.
 class LogEntry {
  public:
-  LogEntry(LogLevel level, std::string_view fileName, int line, std::string_view className,
-           std::string_view methodName) noexcept
-      : mLogP(Logging::isLogged(level) ? open(level, fileName, line, className, methodName) : nullptr) {}
+  /// `position` is a LogPosition's text.
+  LogEntry(LogLevel level, std::string_view sourceFile, std::string_view position) noexcept
+      : mLogP(Logging::isLogged(level) ? open(level, sourceFile, position) : nullptr) {}
   ~LogEntry() { close(); }
   LogEntry(const LogEntry&) = delete;
   LogEntry& operator=(const LogEntry&) = delete;
@@ -179,22 +184,23 @@ class LogEntry {
 
   /// Closes no other entry, should a sentinel among the pieces have ended this one.
   void close() noexcept {
-    if (mLogP != nullptr && mLogP->isInnermost(mNumber)) mLogP->endEntry();
+    if (mLogP != nullptr && mLogP->isInnermost(mNumber, mThread)) mLogP->endEntry();
     mLogP = nullptr;
   }
 
   /// A piece is dropped once a sentinel has ended the entry: the lock is no longer ours.
   template <typename T>
   LogEntry& operator<<(const T& piece) noexcept {
-    if (mLogP != nullptr && mLogP->isInnermost(mNumber)) mLogP->append(piece);
+    if (mLogP != nullptr && mLogP->isInnermost(mNumber, mThread)) mLogP->append(piece);
     return *this;
   }
 
  private:
-  Logging* open(LogLevel level, std::string_view fileName, int line, std::string_view className,
-                std::string_view methodName) noexcept;
+  Logging* open(LogLevel level, std::string_view sourceFile, std::string_view position) noexcept;
 
   std::uint64_t mNumber = 0;
+  /// Of the thread that opened the entry, and that alone uses it. Kept because asking costs more than a piece.
+  std::uint32_t mThread = 0;
   Logging* mLogP;
 };
 
@@ -209,11 +215,18 @@ constexpr std::size_t sourceFileNameStart(const char* pathP) {
 #define LM_LOG_SOURCE_FILE \
   std::string_view(&__FILE__[std::integral_constant<std::size_t, sourceFileNameStart(__FILE__)>::value])
 
+/// The text of this place in the sources, made by the compiler; the names are constant expressions.
+#define LM_LOG_POSITION(className, methodName)                                                      \
+  []() noexcept {                                                                                   \
+    static constexpr LogPosition kLogPosition(LM_LOG_SOURCE_FILE, __LINE__, className, methodName); \
+    return kLogPosition.text();                                                                     \
+  }()
+
 /// A statement: opens an entry at `level` (an enumerator of LogLevel without its scope), into which the rest
 /// of the statement streams. `methodName` is qualified with the class, as all log lines of the plug-in are.
-#define LM_LOG(level, className, methodName)                                                      \
-  for (LogEntry lmLogEntry(LogLevel::level, LM_LOG_SOURCE_FILE, __LINE__, className, methodName); \
-       lmLogEntry.isOpen(); lmLogEntry.close())                                                   \
+#define LM_LOG(level, className, methodName)                                                             \
+  for (LogEntry lmLogEntry(LogLevel::level, LM_LOG_SOURCE_FILE, LM_LOG_POSITION(className, methodName)); \
+       lmLogEntry.isOpen(); lmLogEntry.close())                                                          \
   lmLogEntry
 
 #endif

@@ -10,8 +10,6 @@
 namespace {
 
 constexpr std::int64_t kBytesPerKilobyte = 1000;
-/// How many lines in a row may trust the tracked size before the system is asked.
-constexpr int kMaxTrustedWrites = 32;
 
 constexpr std::string_view kRule =
     "------------------------------------------------------------------------------------------\n";
@@ -39,7 +37,7 @@ void Logging::openLogFile() {
   mPath = isFullPath ? mPars.mLogFile : mDirectory + "\\" + mPars.mLogFile;
   mFileP = mMaker();
   if (mFileP == nullptr) {
-    logError(__LINE__, "Logging::init", "Opening log file '" + mPars.mLogFile + "failed!");
+    logError(LM_LOG_POSITION("Logging", "Logging::init"), "Opening log file '" + mPars.mLogFile + "failed!");
     mPars.mIsLogToFile = false;
     return;
   }
@@ -67,38 +65,11 @@ void Logging::startSizeTracking(std::int64_t fullAt) noexcept {
   mWritesSinceExactSize = kMaxTrustedWrites;
 }
 
-/// Other processes may append to the same file, so the size is asked of the system once a millisecond; within
-/// one, only every few lines, because asking costs a third of a line.
-bool Logging::isFull() noexcept {
-  const bool isExact = mMsOfDay != mMsOfExactSize || ++mWritesSinceExactSize > kMaxTrustedWrites;
-  if (isExact) {
-    mMsOfExactSize = mMsOfDay;
-    mWritesSinceExactSize = 0;
-  }
-  const std::int64_t size = mFileP->position(isExact);
-  return size >= 0 && size >= mFullAt;
-}
-
-void Logging::writeEntry(std::string_view line) noexcept {
-  if (mIsResumeDue)
-    resumeLogFile();
-  else if (mFileP != nullptr && isFull())
-    backupLocked();
-  emit(line);
-}
-
-/// `line` ends in a line end.
-void Logging::emit(std::string_view line) noexcept {
-  if (mFileP != nullptr && mPars.mIsLogToFile) mFileP->write(line);
-  if (mPars.mIsLogToCnsl) printLine(line.substr(0, line.size() - 1));
-}
-
 /// An entry of the log itself, written while the lock is held and another entry may wait to be written.
-void Logging::logError(int sourceLine, std::string_view methodName, std::string_view text) noexcept {
-  const std::string_view sourceFile = LM_LOG_SOURCE_FILE;
-  if (!isLogged(LogLevel::kError) || !isFileWanted(sourceFile)) return;
+void Logging::logError(std::string_view position, std::string_view text) noexcept {
+  if (!isLogged(LogLevel::kError) || !isFileWanted(LM_LOG_SOURCE_FILE)) return;
   LogText line;
-  appendStart(line, LogLevel::kError, LogPosition(sourceFile, sourceLine, "Logging", methodName).text());
+  appendStart(line, LogLevel::kError, position);
   line.append(text);
   line.append("\n");
   emit(line.from(0));
@@ -122,7 +93,7 @@ int Logging::replaceLogFile() {
   mIsResumeDue = true;
   if (!isItsOwnBackup && removeFile(backup) == FileChange::kFailed) {
     resumeLogFile();
-    logError(__LINE__, "Logging::backupLogFile", "'" + backup + "' couldn't be removed!");
+    logError(LM_LOG_POSITION("Logging", "Logging::backupLogFile"), "'" + backup + "' couldn't be removed!");
     return -2;
   }
   if (renameFile(mPath, backup) == FileChange::kFailed) {
@@ -136,7 +107,8 @@ int Logging::replaceLogFile() {
   if (isOpen)
     writeHeader();
   else
-    logError(__LINE__, "Logging::backupLogFile", "Opening of stream of'" + mPath + "' failed!\n");
+    logError(LM_LOG_POSITION("Logging", "Logging::backupLogFile"),
+             "Opening of stream of'" + mPath + "' failed!\n");
   return 0;
 }
 

@@ -6,7 +6,8 @@
 namespace {
 
 void log(LogLevel level, double value) {
-  LogEntry(level, "a.cpp", 1, "AutoCadProxy", "AutoCadProxy::moveXYZ") << "value: " << value << " of " << 3;
+  LogEntry(level, "a.cpp", LM_LOG_POSITION("AutoCadProxy", "AutoCadProxy::moveXYZ"))
+      << "value: " << value << " of " << 3;
 }
 
 TEST(LogCost, ALevelThatIsOffAllocatesNothing) {

@@ -51,7 +51,7 @@ TEST_F(LogEntries, AppendNumbersAsAStreamDoes) {
   };
   streamInto(expected);
   {
-    LogEntry entry(LogLevel::kInfo, "a.cpp", 1, "A", "A::b");
+    LogEntry entry(LogLevel::kInfo, "a.cpp", LM_LOG_POSITION("A", "A::b"));
     streamInto(entry);
   }
   EXPECT_THAT(texts(), ElementsAre(expected.str()));
@@ -129,9 +129,9 @@ TEST_F(LogEntries, EndOnlyThemselvesWhenAnEnumeratorIsTheSentinel) {
 }
 
 TEST_F(LogEntries, ThatASentinelEndedDoNotStreamIntoTheNext) {
-  LogEntry ended(LogLevel::kInfo, "a.cpp", 1, "A", "A::b");
+  LogEntry ended(LogLevel::kInfo, "a.cpp", LM_LOG_POSITION("A", "A::b"));
   ended << "a" << 314159;
-  LogEntry next(LogLevel::kInfo, "a.cpp", 1, "A", "A::b");
+  LogEntry next(LogLevel::kInfo, "a.cpp", LM_LOG_POSITION("A", "A::b"));
   ended << "lost";
   ended.close();
   next << "b";

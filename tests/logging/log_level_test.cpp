@@ -20,7 +20,7 @@ class LogLevels : public LogTest, public testing::WithParamInterface<LevelCase> 
     init();
   }
 
-  void log(LogLevel level) { LogEntry(level, "a.cpp", 1, "A", "A::b") << "text"; }
+  void log(LogLevel level) { LogEntry(level, "a.cpp", LM_LOG_POSITION("A", "A::b")) << "text"; }
 };
 
 TEST_P(LogLevels, AreWrittenWhenTheirSwitchIsOn) {
