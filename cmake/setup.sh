@@ -27,7 +27,8 @@ build() {
   shift
   mkdir -p build
   say "building $preset"
-  if [ ! -f "build/$preset/build.ninja" ] && ! cmake --preset "$preset" >"$log" 2>&1; then
+  # The build itself notices all changes but those of the presets.
+  if [ ! "build/$preset/build.ninja" -nt CMakePresets.json ] && ! cmake --preset "$preset" >"$log" 2>&1; then
     cat "$log"
     return 1
   fi
