@@ -7,6 +7,7 @@
 #include <string>
 #include <utility>
 
+#include "workbench/beeps.h"
 #include "workbench/control_window.h"
 #include "workbench/desktop.h"
 
@@ -74,8 +75,12 @@ void resetDesktop() {
 void listenToDesktop(std::function<void(const DesktopMessage&)> newListener) {
   if (hook != nullptr) UnhookWindowsHookEx(std::exchange(hook, nullptr));
   listener = std::move(newListener);
-  // A beep leaves no trace that a program could see.
-  if (listener) hook = SetWindowsHookExW(WH_CBT, answerBoxes, nullptr, GetCurrentThreadId());
+  listenToBeeps({});
+  if (!listener) return;
+  hook = SetWindowsHookExW(WH_CBT, answerBoxes, nullptr, GetCurrentThreadId());
+  listenToBeeps([](DWORD hertz, DWORD durationMs) {
+    listener({true, std::to_wstring(hertz) + L" Hz, " + std::to_wstring(durationMs) + L" ms"});
+  });
 }
 
 void movePointer(PointerTarget target) {

@@ -2,10 +2,10 @@
 
 #include <array>
 #include <cstdio>
-#include <cstring>
 #include <utility>
-#include <vector>
 
+#include "workbench/beeps.h"
+#include "workbench/import_table.h"
 #include "workbench/input_error.h"
 #include "workbench/module_loader.h"
 #include "workbench/text_input.h"
@@ -32,31 +32,13 @@ Function symbol(HMODULE library, const char* name, const std::string& file) {
   return reinterpret_cast<Function>(reinterpret_cast<void*>(address));
 }
 
-/// Names of the libraries that an image mapped as a file's sections asks for.
-std::vector<std::string> importsOf(HMODULE image) {
-  const auto* const base = reinterpret_cast<const std::uint8_t*>(image);
-  IMAGE_DOS_HEADER dos{};
-  std::memcpy(&dos, base, sizeof dos);
-  IMAGE_NT_HEADERS64 headers{};
-  std::memcpy(&headers, base + dos.e_lfanew, sizeof headers);
-  const auto& directory = headers.OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
-  std::vector<std::string> names;
-  if (directory.VirtualAddress == 0) return names;
-  for (std::size_t at = directory.VirtualAddress;; at += sizeof(IMAGE_IMPORT_DESCRIPTOR)) {
-    IMAGE_IMPORT_DESCRIPTOR entry{};
-    std::memcpy(&entry, base + at, sizeof entry);
-    if (entry.Name == 0) return names;
-    names.emplace_back(reinterpret_cast<const char*>(base + entry.Name));
-  }
-}
-
 /// Windows does not say which library it missed: the first of those that the file asks for and that cannot be
 /// loaded; empty when there is none.
 std::string missingImport(const std::wstring& file) {
   const HMODULE image = LoadLibraryExW(file.c_str(), nullptr, DONT_RESOLVE_DLL_REFERENCES);
   if (image == nullptr) return {};
   std::string missing;
-  for (const std::string& name : importsOf(image)) {
+  for (const std::string& name : importedLibraries(image)) {
     const HMODULE import = LoadLibraryExW(toWide(name).c_str(), nullptr, LOAD_LIBRARY_SEARCH_DEFAULT_DIRS);
     if (import == nullptr && GetLastError() == ERROR_MOD_NOT_FOUND && missing.empty()) missing = name;
     if (import != nullptr) FreeLibrary(import);
@@ -94,6 +76,7 @@ Module::Module(const std::filesystem::path& file) : mFile(std::filesystem::absol
   const int version = symbol<int (*)()>(guard.library, "acrxGetApiVersion", name)();
   if (version != kHostApiVersion) throw InputError({name}, kExpected, "one for " + hex(version));
   mEntryPoint = symbol<EntryPoint>(guard.library, "acrxEntryPoint", name);
+  hearBeeps(guard.library);
   mHandle = std::exchange(guard.library, nullptr);
 }
 

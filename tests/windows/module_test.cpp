@@ -1,5 +1,7 @@
 // The module under the real Windows: its timer, its threads, its files.
 #include "tests/windows/module_run.h"
+#include "workbench/beeps.h"
+#include "workbench/desktop.h"
 
 namespace clock_ = standin::clock;
 namespace controller = standin::controller;
@@ -72,6 +74,22 @@ TEST_F(ModuleRun, SettingsAndLogLieInTheUsersFolderWhateverItsName) {
     EXPECT_THAT(read("Applications/autocad_addin.ini"), HasSubstr("transSensBase         = 20000"));
     EXPECT_THAT(read("autocad_addin_log.txt"), HasSubstr("AutoCadProxy constructed."));
   }
+}
+
+TEST_F(ModuleRun, AMissingSettingsFolderIsToldInABoxAfterABeep) {
+  std::filesystem::remove_all(mProfile / "Lumetrapad" / "Applications");
+  std::vector<std::wstring> told;
+  workbench::listenToDesktop(
+      [&told](const workbench::DesktopMessage& message) { told.push_back(message.text); });
+  const LoadedModule module(LM_MODULE_FILE);
+  workbench::hearBeeps(GetModuleHandleA(LM_MODULE_FILE));
+  module.send(AcRx::kInitAppMsg);
+  module.send(AcRx::kUnloadAppMsg);
+  workbench::listenToDesktop({});
+  EXPECT_THAT(told, ElementsAre(L"440 Hz, 200 ms",
+                                L"Lumetra Plug-in Error\nFolder '" + mProfile.wstring() +
+                                    L"\\Lumetrapad\\Applications' not found!\n\nStart the driver first "
+                                    L"and try again to read out AutoCAD's menu items."));
 }
 
 TEST_F(ModuleRun, TheExporterIsLookedForBesideTheModulesOwnFile) {
