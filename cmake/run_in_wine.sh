@@ -2,10 +2,12 @@
 # Runs a Windows program under Wine, with a prefix of the build folder's own that is made once.
 #   run_in_wine.sh BUILD_FOLDER PROGRAM ARGS...
 set -euo pipefail
-build=$1
+build=$(realpath -m "$1")
 shift
-export WINEPREFIX=$build/prefix WINEDEBUG=${WINEDEBUG:--all} WINEDLLOVERRIDES="mscoree,mshtml="
-if [ -z "${LM_DISPLAY_IS_OWN:-}" ] && [ -f "$build/display" ]; then
+# No menu entries for the user's own desktop, no offers to install more, and the same code page for everybody.
+export WINEPREFIX=$build/prefix WINEDEBUG=${WINEDEBUG:--all} WINEDLLOVERRIDES="mscoree,mshtml,winemenubuilder.exe="
+export LC_ALL=C.UTF-8
+if [ -f "$build/display" ]; then
   DISPLAY=$(cat "$build/display")
   export DISPLAY
 fi
@@ -15,8 +17,13 @@ if [ ! -f "$build/prefix/made" ]; then
   (
     flock 8
     [ -f "$build/prefix/made" ] && exit 0
-    env -u DISPLAY wineboot-stable --init </dev/null >/dev/null 2>&1 8>&-
-    env -u DISPLAY wineserver-stable --wait 8>&-
+    {
+      env -u DISPLAY wineboot-stable --init </dev/null 8>&- && env -u DISPLAY wineserver-stable --wait 8>&-
+    } >"$build/prefix.log" 2>&1 || {
+      echo "Wine could not make its prefix $build/prefix:"
+      cat "$build/prefix.log"
+      exit 1
+    } >&2
     touch "$build/prefix/made"
   ) 8>"$build/prefix.lock"
 fi
@@ -24,7 +31,15 @@ fi
 # its end would wait for it.
 wineserver-stable --persistent=20 </dev/null >/dev/null 2>&1 || true
 case " $* " in
-  # CMake takes the lines of the list as they stand.
-  *" --gtest_list_tests "*) wine-stable "$@" | tr -d '\r' ;;
+  *" --gtest_"*)
+    # The first program that shows a window starts Wine's desktop, which keeps that program's output open as well. And
+    # CMake takes the lines of the list of tests as they stand.
+    output=$(mktemp)
+    trap 'rm -f "$output"' EXIT
+    status=0
+    wine-stable "$@" </dev/null >"$output" 2>&1 || status=$?
+    tr -d '\r' <"$output"
+    exit "$status"
+    ;;
   *) exec wine-stable "$@" ;;
 esac

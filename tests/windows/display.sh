@@ -1,38 +1,60 @@
 #!/bin/bash
 # Starts or ends the screen that the Windows programs of a build folder are shown on: an X server of its own that
 # nobody sees, and Wine's own server, which then need not be started anew by each program.
-#   display.sh start|end BUILD_FOLDER
+#   display.sh start BUILD_FOLDER   for the process that calls; waits while another one has it
+#   display.sh end BUILD_FOLDER     the caller's own, or one whose owner is gone
 set -euo pipefail
-action=$1
-build=$2
-export WINEPREFIX=$build/prefix
+action=${1:-}
+build=${2:-}
 
-end_server() {
+end_servers() {
   WINEPREFIX=$build/prefix wineserver-stable --kill 2>/dev/null || true
   [ ! -f "$build/display.pid" ] || kill "$(cat "$build/display.pid")" 2>/dev/null || true
-  rm -f "$build/display" "$build/display.pid"
+  rm -f "$build"/display{,.pid,.owner,.number}
+}
+
+# The process that the screen was started for, when it still runs.
+owner() {
+  local owner
+  owner=$(cat "$build/display.owner" 2>/dev/null) && kill -0 "$owner" 2>/dev/null && echo "$owner"
+}
+
+start_server() {
+  rm -f "$build/display.number"
+  mkfifo "$build/display.number"
+  setsid Xvfb -displayfd 3 -screen 0 1024x768x24 -nolisten tcp 3>"$build/display.number" \
+    >"$build/display.log" 2>&1 </dev/null &
+  echo $! >"$build/display.pid"
+  local number
+  read -r number <"$build/display.number"
+  rm -f "$build/display.number"
+  echo ":$number" >"$build/display"
 }
 
 case $action in
   start)
     command -v Xvfb >/dev/null || { echo "no Xvfb: install the package xvfb"; exit 1; }
-    # Held by the X server as long as it lives: a second run waits for the first.
+    mkdir -p "$build"
+    # Held by the X server as long as it lives.
     exec 9>"$build/display.lock"
-    flock --timeout 600 9
-    rm -f "$build/display" "$build/display.number"
-    mkfifo "$build/display.number"
-    setsid Xvfb -displayfd 3 -screen 0 1024x768x24 -nolisten tcp 3>"$build/display.number" \
-      >/dev/null 2>&1 </dev/null &
-    echo $! >"$build/display.pid"
-    read -r number <"$build/display.number"
-    rm -f "$build/display.number"
-    echo ":$number" >"$build/display"
+    if ! flock --nonblock 9; then
+      if other=$(owner); then
+        echo "waiting for process $other, which has the screen"
+      else
+        end_servers
+      fi
+      flock --timeout 600 9 || { echo "the screen of $build is still in use"; exit 1; }
+    fi
+    echo "$PPID" >"$build/display.owner"
+    trap 'echo "the screen could not be started:"; cat "$build/display.log"; end_servers' ERR
+    start_server
     # The prefix is made, and its desktop is on this screen from now on.
     WINEPREFIX=$build/prefix wineserver-stable --kill 2>/dev/null || true
-    "$(dirname "$0")/../../cmake/run_in_wine.sh" "$build" cmd /c exit </dev/null >/dev/null 2>&1 9>&-
+    "$(dirname "$0")/../../cmake/run_in_wine.sh" "$build" cmd /c exit </dev/null >>"$build/display.log" 2>&1 9>&-
     ;;
   end)
-    end_server
+    other=$(owner) || other=$PPID
+    [ "$other" != "$PPID" ] || end_servers
     ;;
   *)
     echo "usage: display.sh start|end BUILD_FOLDER" >&2
