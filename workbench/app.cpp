@@ -98,7 +98,7 @@ int runReplay(const Options& options, std::ostream& out, std::ostream& err) {
   writeResults(options.out, result, names, session, profile);
   if (!options.isQuiet) printSummary(result, out);
   for (const std::string& problem : result.problems) err << "workbench: problem: " << problem << "\n";
-  out << (options.out / "index.html").string() << "\n";
+  out << (options.out / "index.html").generic_string() << "\n";
   return result.isClean() ? kExitClean : kExitUnclean;
 }
 

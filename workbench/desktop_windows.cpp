@@ -1,9 +1,8 @@
 #include <windows.h>
 
-#include <io.h>
-
 #include <cstdlib>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <utility>
 
@@ -78,6 +77,8 @@ void listenToDesktop(std::function<void(const DesktopMessage&)> newListener) {
   listenToBeeps({});
   if (!listener) return;
   hook = SetWindowsHookExW(WH_CBT, answerBoxes, nullptr, GetCurrentThreadId());
+  // Nobody would press the button of the first box.
+  if (hook == nullptr) throw std::runtime_error("message boxes cannot be seen (SetWindowsHookEx failed)");
   listenToBeeps([](DWORD hertz, DWORD durationMs) {
     listener({true, std::to_wstring(hertz) + L" Hz, " + std::to_wstring(durationMs) + L" ms"});
   });
@@ -92,7 +93,10 @@ void setUserProfile(const std::filesystem::path& folder) {
 }
 
 bool isErrorTerminal() {
-  return _isatty(_fileno(stderr)) != 0;
+  // What is drawn on a terminal takes escape sequences, which a console has to be told to understand.
+  const HANDLE console = GetStdHandle(STD_ERROR_HANDLE);
+  DWORD mode = 0;
+  return GetConsoleMode(console, &mode) && SetConsoleMode(console, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING);
 }
 
 }  // namespace workbench

@@ -39,7 +39,7 @@ std::string missingImport(const std::wstring& file) {
   if (image == nullptr) return {};
   std::string missing;
   for (const std::string& name : importedLibraries(image)) {
-    const HMODULE import = LoadLibraryExW(toWide(name).c_str(), nullptr, LOAD_LIBRARY_SEARCH_DEFAULT_DIRS);
+    const HMODULE import = LoadLibraryW(toWide(name).c_str());
     if (import == nullptr && GetLastError() == ERROR_MOD_NOT_FOUND && missing.empty()) missing = name;
     if (import != nullptr) FreeLibrary(import);
   }
