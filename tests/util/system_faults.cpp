@@ -67,8 +67,10 @@ int __wrap_pthread_create(pthread_t* threadP, const pthread_attr_t* attributesP,
   return __real_pthread_create(threadP, attributesP, doNothing, nullptr);
 }
 
+#ifndef _WIN32
 int __real_open(const char*, int, ...);
 int __wrap_open(const char* pathP, int flags, mode_t mode) {
   return SystemFault::strikes(SystemCall::kOpen) ? -1 : __real_open(pathP, flags, mode);
 }
+#endif
 }
