@@ -5,14 +5,17 @@ The formulas are written out here a second time, in another language and from th
 that an error in the module is not repeated by its own check. From each row the next `pass3d` or `pass2d` row is
 computed out of the cap's values and compared within a tolerance relative to the size of the scene.
 
-usage: check_trajectory.py TRAJECTORY SESSION [--centre X,Y,Z] [--line X,Y,Z,X,Y,Z] [--axis] [--no-centre]
+usage: check_trajectory.py TRAJECTORY SESSION [--centre X,Y,Z] [--line X,Y,Z,X,Y,Z] [--axis] [--no-centre] [--realtime]
   --centre     mean of the box centres of what the session selects
   --line       ends of the one line that the session selects
   --axis       the selected line is the rotation axis
   --no-centre  the selection is not the rotation centre
+  --realtime   the cap may have changed between a pass's reading of it and its row: a row may follow from the values
+               of the row before
 Prints the number of passes checked; status 1 and the first rows that differ when any does.
 """
 import argparse
+import copy
 import csv
 import math
 import sys
@@ -222,24 +225,32 @@ def compare_sheet(expected, row):
     return worst if not any(unused) else math.inf
 
 
-def check(rows, session, centre, line):
+def cap_of(row):
+    return [int(row["cap_" + name]) for name in "x y z rx ry rz".split()]
+
+
+def check(rows, session, centre, line, realtime=False):
     checked, worst, failures = 0, 0.0, []
     view, sheet, moving, selected = None, None, False, Selected(None, None)
     for number, row in enumerate(rows, start=2):
         if row["kind"] == "pass3d":
-            cap = [int(row["cap_" + name]) for name in "x y z rx ry rz".split()]
+            cap, earlier = cap_of(row), cap_of(rows[number - 3])
             time = int(row["time_ms"])
             if not moving:
                 found = session.selected(time)
                 selected = Selected(centre if found else None, line if found else None)
             moving = True
+            before = copy.deepcopy(view)
             step(view, cap, session.mode(time), selected)
             error = compare(view, row)
+            if realtime and not error <= TOLERANCE and earlier != cap:
+                step(before, earlier, session.mode(time), selected)
+                error = min(error, compare(before, row))
             worst, checked = max(worst, error), checked + 1
             if not error <= TOLERANCE:
                 failures.append(f"line {number}: off by {error:.3g}, expected {view.numbers()}")
         if row["kind"] == "pass2d":
-            sheet.step([int(row["cap_" + name]) for name in "x y z".split()])
+            sheet.step(cap_of(row)[0:3])
             error = compare_sheet(sheet, row)
             worst, checked = max(worst, error), checked + 1
             if not error <= TOLERANCE:
@@ -267,12 +278,13 @@ def main():
     parser.add_argument("--line", type=vector)
     parser.add_argument("--axis", action="store_true")
     parser.add_argument("--no-centre", action="store_true")
+    parser.add_argument("--realtime", action="store_true")
     arguments = parser.parse_args()
     with open(arguments.trajectory, encoding="utf-8", newline="") as text:
         rows = list(csv.DictReader(text))
     centre = None if arguments.no_centre else arguments.centre
     line = [arguments.line[0:3], arguments.line[3:6]] if arguments.axis and arguments.line else None
-    checked, worst, failures = check(rows, Session(arguments.session), centre, line)
+    checked, worst, failures = check(rows, Session(arguments.session), centre, line, arguments.realtime)
     for failure in failures[:5]:
         print(failure)
     print(f"{checked} passes checked, {len(failures)} differ, largest relative difference {worst:.3g}")

@@ -1,14 +1,15 @@
 #!/bin/bash
-# Builds the module a second time, in a folder of another name, and compares the two files byte for byte.
-#   same_bytes_test.sh SOURCE_FOLDER MODULE SECOND_BUILD_FOLDER
+# Builds the module a second time, from sources in a folder of another name, and compares the two files byte for byte.
+#   same_bytes_test.sh SOURCE_FOLDER MODULE
 set -euo pipefail
-source=$1
 module=$2
-second=$3
-rm -rf "$second"
-cmake -S "$source" -B "$second" -G Ninja -DCMAKE_BUILD_TYPE=Release \
+second=$(mktemp -d)
+trap 'rm -rf "$second"' EXIT
+source=$second/a_copy_of_the_sources
+mkdir "$source"
+tar -C "$1" --exclude=./build --exclude=./out --exclude=./.git -cf - . | tar -C "$source" -xf -
+cmake -S "$source" -B "$second/built" -G Ninja -DCMAKE_BUILD_TYPE=Release \
   -DCMAKE_TOOLCHAIN_FILE="$source/cmake/windows_toolchain.cmake" >/dev/null
-cmake --build "$second" --target LMTRAutoCAD2013 >/dev/null
-cmp "$module" "$second/bin/LMTRAutoCAD2013.arx"
-rm -rf "$second"
+cmake --build "$second/built" --target LMTRAutoCAD2013 >/dev/null
+cmp "$module" "$second/built/bin/LMTRAutoCAD2013.arx"
 echo "the same bytes"

@@ -59,13 +59,18 @@ TEST_F(RealScrolling, OfTheEditFieldSideways) {
   mWindow.pointAt(mWindow.edit());
   deflect(300, 0, 0);
   EXPECT_TRUE(serve(0, [this] { return position(mWindow.edit(), SB_HORZ) > 0; }));
+  deflect(-300, 0, 0);
+  EXPECT_TRUE(serve(0, [this] { return position(mWindow.edit(), SB_HORZ) == 0; }));
   deflect(0, 0, 0);
+  EXPECT_EQ(mUpdates, 0);
 }
 
 TEST_F(RealScrolling, OfAWidgetByTheWheel) {
   mWindow.pointAt(mWindow.widget());
   deflect(0, -300, 0);
-  EXPECT_TRUE(serve(0, [this] { return mWindow.wheelTurns() != 0; }));
+  EXPECT_TRUE(serve(0, [this] { return mWindow.wheelTurns() < 0; }));
+  deflect(0, 300, 0);
+  EXPECT_TRUE(serve(0, [this] { return mWindow.wheelTurns() > 0; }));
   deflect(0, 0, 0);
   EXPECT_EQ(mUpdates, 0);
 }
