@@ -134,8 +134,8 @@ void Logging::appendStart(LogText& text, LogLevel level, std::string_view positi
   LogPosition::kGap.copy(startP + mStartSize + position.size(), LogPosition::kGap.size());
 }
 
-/// Other processes may append to the same file, so the size is asked of the system once a millisecond; within
-/// one, only every few lines, because asking costs a third of a line.
+/// Other processes may append to the same file, so the size is asked of the system whenever time has moved on; until
+/// then only every few lines, because asking costs a third of a line.
 bool Logging::isFull() noexcept {
   const bool isExact = mMsOfDay != mMsOfExactSize || ++mWritesSinceExactSize > kMaxTrustedWrites;
   if (isExact) {
