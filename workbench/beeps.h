@@ -9,7 +9,8 @@
 
 namespace workbench {
 
-/// Hears the beeps of `library` until it is freed. Nothing happens when it cannot beep.
+/// Hears the beeps of `library` until it is freed. Nothing happens when it does not import Beep, or its imports
+/// cannot be changed.
 void hearBeeps(HMODULE library);
 
 /// Hertz and milliseconds of every beep that is heard, before it sounds; an empty listener ends that.

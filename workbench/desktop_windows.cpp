@@ -73,12 +73,13 @@ void resetDesktop() {
 
 void listenToDesktop(std::function<void(const DesktopMessage&)> newListener) {
   if (hook != nullptr) UnhookWindowsHookEx(std::exchange(hook, nullptr));
-  listener = std::move(newListener);
+  listener = nullptr;
   listenToBeeps({});
-  if (!listener) return;
+  if (!newListener) return;
   hook = SetWindowsHookExW(WH_CBT, answerBoxes, nullptr, GetCurrentThreadId());
   // Nobody would press the button of the first box.
   if (hook == nullptr) throw std::runtime_error("message boxes cannot be seen (SetWindowsHookEx failed)");
+  listener = std::move(newListener);
   listenToBeeps([](DWORD hertz, DWORD durationMs) {
     listener({true, std::to_wstring(hertz) + L" Hz, " + std::to_wstring(durationMs) + L" ms"});
   });

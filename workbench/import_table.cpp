@@ -1,5 +1,6 @@
 #include "workbench/import_table.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 
@@ -44,6 +45,7 @@ std::vector<std::string> importedLibraries(HMODULE image) {
 void** importSlot(HMODULE image, const std::string& library, const std::string& function) {
   for (const IMAGE_IMPORT_DESCRIPTOR& descriptor : importDescriptors(image)) {
     if (_stricmp(textAt(image, descriptor.Name), library.c_str()) != 0) continue;
+    if (descriptor.OriginalFirstThunk == 0) continue;  // a linker that keeps no names
     // The names stay in one list; the addresses, in the same order, are filled into the other.
     for (std::size_t i = 0;; ++i) {
       const std::size_t offset = i * sizeof(IMAGE_THUNK_DATA64);

@@ -55,6 +55,15 @@ std::string reasonOf(DWORD code, const std::wstring& file) {
   return "one that cannot be loaded (error " + std::to_string(code) + ")";
 }
 
+/// No box about what cannot be loaded while it lives.
+struct ErrorMode {
+  ErrorMode() : before(SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX)) {}
+  ~ErrorMode() { SetErrorMode(before); }
+  ErrorMode(const ErrorMode&) = delete;
+  ErrorMode& operator=(const ErrorMode&) = delete;
+  UINT before;
+};
+
 struct Freer {
   HMODULE library;
   ~Freer() {
@@ -68,10 +77,9 @@ Module::Module(const std::filesystem::path& file) : mFile(std::filesystem::absol
   const std::string name = mFile.string();
   if (!std::filesystem::is_regular_file(mFile)) throw InputError({name}, kExpected, "no such file");
   // A box about a missing library would wait for somebody to press its button.
-  const UINT mode = SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
+  const ErrorMode quiet;
   Freer guard{LoadLibraryW(mFile.c_str())};
   const DWORD code = GetLastError();
-  SetErrorMode(mode);
   if (guard.library == nullptr) throw InputError({name}, kExpected, reasonOf(code, mFile.wstring()));
   const int version = symbol<int (*)()>(guard.library, "acrxGetApiVersion", name)();
   if (version != kHostApiVersion) throw InputError({name}, kExpected, "one for " + hex(version));

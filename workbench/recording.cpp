@@ -41,10 +41,10 @@ std::string handleText(std::uint64_t handle) {
 }
 
 Recorder::Recorder() {
-  host::setListener(this);
   listenToDesktop([this](const DesktopMessage& message) {
     addLine(message.isBeep ? LineKind::kBeep : LineKind::kBox, message.text);
   });
+  host::setListener(this);
 }
 
 Recorder::~Recorder() {
