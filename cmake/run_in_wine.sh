@@ -34,10 +34,12 @@ case " $* " in
   *" --gtest_"*)
     # The first program that shows a window starts Wine's desktop, which keeps that program's output open as well. And
     # CMake takes the lines of the list of tests as they stand.
-    output=$(mktemp)
+    output=$(mktemp "$build/output.XXXXXX")
     trap 'rm -f "$output"' EXIT
+    errors=$output
+    [[ " $* " == *" --gtest_list_tests "* ]] && errors=/dev/null
     status=0
-    wine-stable "$@" </dev/null >"$output" 2>&1 || status=$?
+    wine-stable "$@" </dev/null >"$output" 2>>"$errors" || status=$?
     tr -d '\r' <"$output"
     exit "$status"
     ;;

@@ -10,8 +10,8 @@ usage: check_trajectory.py TRAJECTORY SESSION [--centre X,Y,Z] [--line X,Y,Z,X,Y
   --line       ends of the one line that the session selects
   --axis       the selected line is the rotation axis
   --no-centre  the selection is not the rotation centre
-  --realtime   the cap may have changed between a pass's reading of it and its row: a row may follow from the values
-               of the row before
+  --realtime   the cap may have changed between a pass's reading of it and its row: a pass3d row may follow from the
+               values of the row before
 Prints the number of passes checked; status 1 and the first rows that differ when any does.
 """
 import argparse

@@ -19,7 +19,10 @@ class Workbenches:
         if not os.path.exists(os.path.join(folder, "build.ninja")):
             print("skipped: no native debug build to compare with")
             sys.exit(1 if os.environ.get("CI") == "true" else 77)
-        subprocess.run(["cmake", "--build", folder, "--target", "workbench"], check=True, stdout=subprocess.DEVNULL)
+        built = subprocess.run(["cmake", "--build", folder, "--target", "workbench"], stdout=subprocess.PIPE, text=True,
+                               check=False)
+        if built.returncode != 0:
+            raise SystemExit(built.stdout)
 
     def play(self, program, session, out):
         os.mkdir(out)

@@ -3,14 +3,19 @@
 # nobody sees, and Wine's own server, which then need not be started anew by each program.
 #   display.sh start BUILD_FOLDER   for the process that calls; waits while another one has it
 #   display.sh end BUILD_FOLDER     the caller's own, or one whose owner is gone
-set -euo pipefail
+set -eEuo pipefail
 action=${1:-}
 build=${2:-}
 
+forget() { rm -f "$build"/display{,.pid,.owner,.number}; }
+
+# The files first: with the X server goes the lock, and whoever waits for it writes files of its own.
 end_servers() {
+  local server
+  server=$(cat "$build/display.pid" 2>/dev/null) || server=
+  forget
   WINEPREFIX=$build/prefix wineserver-stable --kill 2>/dev/null || true
-  [ ! -f "$build/display.pid" ] || kill "$(cat "$build/display.pid")" 2>/dev/null || true
-  rm -f "$build"/display{,.pid,.owner,.number}
+  [ -z "$server" ] || kill "$server" 2>/dev/null || true
 }
 
 # The process that the screen was started for, when it still runs.
@@ -53,6 +58,13 @@ case $action in
     "$(dirname "$0")/../../cmake/run_in_wine.sh" "$build" cmd /c exit </dev/null >>"$build/display.log" 2>&1 9>&-
     ;;
   end)
+    # While nobody holds the lock there is no X server, and nothing to end.
+    [ -e "$build/display.lock" ] || exit 0
+    exec 9>"$build/display.lock"
+    if flock --nonblock 9; then
+      forget
+      exit 0
+    fi
     other=$(owner) || other=$PPID
     [ "$other" != "$PPID" ] || end_servers
     ;;
