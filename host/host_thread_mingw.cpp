@@ -11,7 +11,8 @@ struct HostThread {
   ~HostThread() { __xl_f(nullptr, DLL_THREAD_DETACH, nullptr); }
 };
 
-/// Made before all other static objects of the module, and so destroyed after them: none of them may use the library any more.
+/// Made before all other static objects of the module, and so destroyed after them: none of them may use the
+/// library any more.
 [[maybe_unused]] const HostThread theHostThread __attribute__((init_priority(101)));
 
 }  // namespace

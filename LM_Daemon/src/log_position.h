@@ -1,5 +1,5 @@
-/// Where in the sources a log entry comes from, as a line of the log shows it in fixed columns. The compiler makes
-/// the text, so that an entry only copies it. Any thread.
+/// Where in the sources a log entry comes from, as a line of the log shows it in fixed columns. Made by the
+/// compiler where the names are constants, so that an entry only copies it. Any thread.
 #ifndef LM_DAEMON_SRC_LOG_POSITION_H
 #define LM_DAEMON_SRC_LOG_POSITION_H
 
