@@ -135,9 +135,46 @@ TEST(WindowsFolders, AreRemovedWithWhatIsInThem) {
   EXPECT_FALSE(folder.has("gone"));
 }
 
+/// Another process under a name of its own: this program's copy, which never gets to its first instruction.
+class OtherProcess {
+ public:
+  explicit OtherProcess(const std::string& path) {
+    wchar_t self[MAX_PATH] = {};
+    GetModuleFileNameW(nullptr, self, MAX_PATH);
+    std::filesystem::copy_file(self, path);
+    STARTUPINFOW start = {};
+    start.cb = sizeof start;
+    mIsRunning = CreateProcessW(std::filesystem::path(path).c_str(), nullptr, nullptr, nullptr, FALSE,
+                                CREATE_SUSPENDED, nullptr, nullptr, &start, &mProcess);
+  }
+  ~OtherProcess() {
+    if (!mIsRunning) return;
+    TerminateProcess(mProcess.hProcess, 0);
+    WaitForSingleObject(mProcess.hProcess, INFINITE);
+    CloseHandle(mProcess.hThread);
+    CloseHandle(mProcess.hProcess);
+  }
+  OtherProcess(const OtherProcess&) = delete;
+  OtherProcess& operator=(const OtherProcess&) = delete;
+  bool isRunning() const { return mIsRunning; }
+
+ private:
+  PROCESS_INFORMATION mProcess = {};
+  bool mIsRunning = false;
+};
+
 TEST(WindowsProcesses, AreFoundByTheStartOfTheirName) {
-  EXPECT_TRUE(WindowsUtil::isProcessRunning("services.exe"));
-  EXPECT_FALSE(WindowsUtil::isProcessRunning("no_such_program.exe"));
+  const TempFolder folder;
+  EXPECT_FALSE(WindowsUtil::isProcessRunning("other_program_to_find.exe"));
+  {
+    const OtherProcess other(folder.path("other_program_to_find.exe"));
+    ASSERT_TRUE(other.isRunning());
+    EXPECT_TRUE(WindowsUtil::isProcessRunning("other_program_to_find.exe"));
+    EXPECT_TRUE(WindowsUtil::isProcessRunning("other_program_too"));
+    EXPECT_FALSE(WindowsUtil::isProcessRunning("other_program_"));
+    EXPECT_FALSE(WindowsUtil::isProcessRunning("other_programs"));
+  }
+  EXPECT_FALSE(WindowsUtil::isProcessRunning("other_program_to_find.exe"));
 }
 
 TEST(WindowsProcesses, ThisOneIsNoOther) {
