@@ -23,6 +23,10 @@ TEST(Threads, TheProcessHasItsNumber) {
   EXPECT_EQ(currentProcessId(), static_cast<std::uint32_t>(getpid()));
 }
 
+TEST(Threads, TheProcessIsNotEndingWhileItRuns) {
+  EXPECT_FALSE(isProcessEnding());
+}
+
 TEST(Threads, SleepingTakesTheTimeOnTheClock) {
   standin::clock::start(standin::clock::Kind::kReplay);
   sleepMs(1234);

@@ -8,3 +8,7 @@ std::uint32_t currentThreadId() {
   if (id == 0) id = GetCurrentThreadId();
   return id;
 }
+
+bool isProcessEnding() noexcept {
+  return false;
+}

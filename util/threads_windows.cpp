@@ -1,0 +1,15 @@
+#include <windows.h>
+
+#include "util/threads.h"
+
+std::uint32_t currentThreadId() {
+  return static_cast<std::uint32_t>(GetCurrentThreadId());
+}
+
+bool isProcessEnding() noexcept {
+  // In no import library: what a library does at its end is the only use there is for it.
+  using Query = BOOLEAN(NTAPI*)();
+  const HMODULE system = GetModuleHandleW(L"ntdll.dll");
+  const FARPROC address = system != nullptr ? GetProcAddress(system, "RtlDllShutdownInProgress") : nullptr;
+  return address != nullptr && reinterpret_cast<Query>(reinterpret_cast<void*>(address))() != 0;
+}
