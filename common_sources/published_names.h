@@ -24,7 +24,7 @@ class PublishedNames {
   const Names& current() const { return *mCurrentP.load(std::memory_order_acquire); }
 
  private:
-  const Names mNone;
+  const Names mNone{};
   std::vector<std::unique_ptr<const Names>> mListsP;
   std::atomic<const Names*> mCurrentP{&mNone};
 };
