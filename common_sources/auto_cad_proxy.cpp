@@ -79,7 +79,7 @@ Acad::ErrorStatus sendText(AcApDocument* documentP, const wchar_t* text, Activat
 std::wstring moduleFilePath() {
   std::array<wchar_t, MAX_PATH> path{};
   const DWORD length = GetModuleFileNameW(_hdllInstance, path.data(), static_cast<DWORD>(path.size()));
-  return std::wstring(path.data(), std::min<std::size_t>(length, path.size()));
+  return {path.data(), std::min<std::size_t>(length, path.size())};
 }
 
 using ClassName = std::array<char, 261>;

@@ -1,6 +1,6 @@
 #include "common_sources/daemon_proxy.h"
 
-#include <string.h>
+#include <string.h>  // NOLINT(modernize-deprecated-headers): strnlen is no part of C++
 
 #include <string_view>
 

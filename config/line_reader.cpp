@@ -5,7 +5,7 @@
 #include <utility>
 
 namespace {
-constexpr std::size_t kUsualCapacity = 64 * 1024;
+constexpr std::size_t kUsualCapacity = std::size_t{64} * 1024;
 }  // namespace
 
 bool LineReader::open(const std::string& path) {

@@ -92,7 +92,7 @@ EntityPtr makeLightPolyline(const DxfRecord& record, const EntityProperties& pro
                        "the number of the vertices that follow (" + std::to_string(count) + ")");
   for (standin::PolylineVertex& vertex : vertices) vertex.at = frame.toWorld(vertex.at);
   const bool isClosed = (record.integer(70, 0, -kMostInt16 - 1, kMostInt16) & kClosedFlag) != 0;
-  return standin::makePolyline(properties, "LWPOLYLINE", std::move(vertices), frame.z, isClosed);
+  return standin::makePolyline(properties, "LWPOLYLINE", vertices, frame.z, isClosed);
 }
 
 }  // namespace

@@ -52,7 +52,7 @@ std::unique_ptr<standin::DrawnEntity> DxfInserts::make(const DxfRecord& record, 
 std::string DxfInserts::makeArrayBlock(const DxfRecord& record, const std::string& block,
                                        const AcGeMatrix3d& scale,
                                        const standin::EntityProperties& properties) {
-  const std::string name = "*ARRAY|" + std::to_string(++mArrays);
+  std::string name = "*ARRAY|" + std::to_string(++mArrays);
   const double columnSpacing = record.real(44, 0);
   const double rowSpacing = record.real(45, 0);
   standin::EntityProperties copy = properties;

@@ -18,8 +18,8 @@ namespace workbench {
 /// all blocks are known before, and the contents are checked when the whole file is.
 class DxfInserts {
  public:
-  DxfInserts(standin::Drawing& drawing, const std::string& file, DxfNames blockNames)
-      : mDrawing(drawing), mFile(file), mBlockNames(std::move(blockNames)) {}
+  DxfInserts(standin::Drawing& drawing, std::string file, DxfNames blockNames)
+      : mDrawing(drawing), mFile(std::move(file)), mBlockNames(std::move(blockNames)) {}
 
   /// The block's contents follow; a block of that name met before is replaced.
   void beginBlock(const std::string& block) { mContents[block] = {}; }

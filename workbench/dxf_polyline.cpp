@@ -46,13 +46,14 @@ EntityPtr makePlanar(const DxfRecord& record, const std::vector<DxfRecord>& vert
     const AcGePoint3d at = vertex.point(10);
     points.push_back({frame.toWorld({at.x, at.y, elevation}), vertex.real(42, 0)});
   }
-  return standin::makePolyline(properties, "POLYLINE", std::move(points), frame.z, isClosed);
+  return standin::makePolyline(properties, "POLYLINE", points, frame.z, isClosed);
 }
 
 EntityPtr make3d(const std::vector<DxfRecord>& vertices, const EntityProperties& properties, bool isClosed) {
   std::vector<standin::PolylineVertex> points;
+  points.reserve(vertices.size());
   for (const DxfRecord& vertex : vertices) points.push_back({vertex.point(10), 0});
-  return standin::makePolyline(properties, "POLYLINE", std::move(points), kWorldZ, isClosed);
+  return standin::makePolyline(properties, "POLYLINE", points, kWorldZ, isClosed);
 }
 
 EntityPtr makeMesh(const DxfRecord& record, const std::vector<DxfRecord>& vertices,
@@ -64,6 +65,7 @@ EntityPtr makeMesh(const DxfRecord& record, const std::vector<DxfRecord>& vertic
     throw record.error(std::to_string(m) + " x " + std::to_string(n) + " mesh vertices",
                        std::to_string(vertices.size()));
   std::vector<AcGePoint3d> points;
+  points.reserve(vertices.size());
   for (const DxfRecord& vertex : vertices) points.push_back(vertex.point(10));
   return standin::makeMesh(properties, std::move(points), m, n, (flags & kClosed) != 0,
                            (flags & kMeshClosedN) != 0);
@@ -90,6 +92,7 @@ std::vector<std::size_t> readFace(const DxfRecord& vertex, std::size_t pointCoun
 
 EntityPtr makePolyface(const std::vector<DxfRecord>& vertices, const EntityProperties& properties) {
   std::vector<AcGePoint3d> points;
+  points.reserve(vertices.size());
   for (const DxfRecord& vertex : vertices)
     if (!isFaceRecord(vertex)) points.push_back(vertex.point(10));
   std::vector<std::vector<std::size_t>> faces;

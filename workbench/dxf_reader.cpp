@@ -199,7 +199,7 @@ class DxfReader {
   }
 
   static std::string skippedName(const DxfRecord& record, Space space) {
-    const std::string type = toUtf8(record.type());
+    std::string type = toUtf8(record.type());
     switch (space) {
       case Space::kModel:
         return type;

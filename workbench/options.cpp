@@ -38,7 +38,7 @@ std::optional<fs::path> optionalPath(const std::string& text) {
 
 /// Beside the program, as it is shipped, or in the build folder's own place for it.
 fs::path defaultModule() {
-  const fs::path beside = executableFolder() / kModuleName;
+  fs::path beside = executableFolder() / kModuleName;
   if (fs::exists(beside)) return beside;
   return (executableFolder() / ".." / "host" / kModuleName).lexically_normal();
 }

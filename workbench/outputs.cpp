@@ -78,6 +78,7 @@ std::map<std::string, std::size_t> countByType(const std::vector<EntityState>& e
 
 std::vector<std::string> handleTexts(const std::set<std::uint64_t>& handles) {
   std::vector<std::string> texts;
+  texts.reserve(handles.size());
   for (const std::uint64_t handle : handles) texts.push_back(handleText(handle));
   return texts;
 }

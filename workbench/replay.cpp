@@ -117,7 +117,7 @@ class Run {
     if (threads != 0)
       mModule.keep();
     else if (!mModule.unload())
-      mResult.problems.push_back("the module is mapped still after it was freed");
+      mResult.problems.emplace_back("the module is mapped still after it was freed");
   }
 
   static std::size_t threadsLeft() {

@@ -54,7 +54,7 @@ class LineReader {
   }
 
   InputError error(const std::string& expected, const std::string& found) const {
-    return InputError(mPlace, expected, found);
+    return {mPlace, expected, found};
   }
 
  private:
@@ -217,9 +217,7 @@ class SessionParser {
 
   void parseEnd(LineReader&) { mIsEnded = true; }
 
-  void addDevice(DeviceAction action) {
-    mSession.device.push_back({mSession.endMs, mLine, std::move(action)});
-  }
+  void addDevice(const DeviceAction& action) { mSession.device.push_back({mSession.endMs, mLine, action}); }
   void addUser(UserAction action) { mSession.user.push_back({mSession.endMs, mLine, std::move(action)}); }
 
   Session mSession;

@@ -8,7 +8,7 @@
 namespace {
 
 constexpr std::size_t kUsualSize = 1024;
-constexpr std::size_t kKeptSize = 64 * 1024;
+constexpr std::size_t kKeptSize = std::size_t{64} * 1024;
 constexpr int kSignificantDigits = 6;
 /// Digits of any std::size_t, and every width that is asked for.
 constexpr std::size_t kLongestField = 24;

@@ -17,7 +17,7 @@ constexpr std::size_t indexOf(Operation operation) {
 }  // namespace
 
 Daemon& Daemon::instance() {
-  static Daemon* const daemon = new Daemon;
+  static auto* const daemon = new Daemon;
   return *daemon;
 }
 

@@ -95,7 +95,7 @@ class Evaluator {
   std::wstring piece() {
     if (isAtExpression()) return expression();
     if (mText[mAt] == L'"') return quoted();
-    return std::wstring(1, mText[mAt++]);
+    return {mText[mAt++]};
   }
 
   std::wstring quoted() {
@@ -104,7 +104,7 @@ class Evaluator {
       mIsBroken = true;
       return {};
     }
-    const std::wstring result = mText.substr(mAt + 1, end - mAt - 1);
+    std::wstring result = mText.substr(mAt + 1, end - mAt - 1);
     mAt = end + 1;
     return result;
   }

@@ -140,7 +140,7 @@ struct PolylineVertex {
 };
 /// `typeName` "LWPOLYLINE" or "POLYLINE"; bulges turn about `normal` (unit).
 STANDIN_OBJECTARX_API std::unique_ptr<DrawnEntity> makePolyline(EntityProperties, const char* typeName,
-                                                                std::vector<PolylineVertex> vertices,
+                                                                const std::vector<PolylineVertex>& vertices,
                                                                 const AcGeVector3d& normal, bool isClosed);
 /// A polygon mesh of m by n vertices, row by row ("POLYLINE").
 STANDIN_OBJECTARX_API std::unique_ptr<DrawnEntity> makeMesh(EntityProperties,

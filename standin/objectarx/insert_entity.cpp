@@ -9,9 +9,12 @@ constexpr int kDeepestNesting = 16;
 
 class InsertEntity final : public GeometryEntity {
  public:
-  InsertEntity(EntityProperties properties, const Drawing& drawing, const std::string& block,
+  InsertEntity(EntityProperties properties, const Drawing& drawing, std::string block,
                const AcGeMatrix3d& transform)
-      : GeometryEntity(std::move(properties)), mDrawing(drawing), mBlock(block), mTransform(transform) {}
+      : GeometryEntity(std::move(properties)),
+        mDrawing(drawing),
+        mBlock(std::move(block)),
+        mTransform(transform) {}
 
   const char* typeName() const override { return "INSERT"; }
   Polyline3 points() const override { return {mTransform * AcGePoint3d::kOrigin}; }

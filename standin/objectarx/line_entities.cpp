@@ -80,8 +80,8 @@ std::unique_ptr<DrawnEntity> makeLine(EntityProperties properties, const AcGePoi
 }
 
 std::unique_ptr<DrawnEntity> makePolyline(EntityProperties properties, const char* typeName,
-                                          std::vector<PolylineVertex> vertices, const AcGeVector3d& normal,
-                                          bool isClosed) {
+                                          const std::vector<PolylineVertex>& vertices,
+                                          const AcGeVector3d& normal, bool isClosed) {
   return std::make_unique<PolylineEntity>(std::move(properties), typeName, vertices, normal, isClosed);
 }
 

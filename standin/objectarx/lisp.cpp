@@ -53,7 +53,7 @@ class Reader {
 };
 
 LispError noFunction(const std::wstring& name) {
-  return LispError("no function definition: " + std::string(name.begin(), name.end()));
+  return LispError{"no function definition: " + std::string(name.begin(), name.end())};
 }
 
 /// menucmd knows the menus of the screen too; "M=" alone evaluates an expression.

@@ -42,6 +42,7 @@ int acutPrintf(const ACHAR* format, ...) {
   std::vector<wchar_t> text(kLongestPrint);
   va_list arguments;
   va_start(arguments, format);
+  // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized): it does not see what va_start does.
   const int length = std::vswprintf(text.data(), text.size(), wideFormat.c_str(), arguments);
   va_end(arguments);
   // One C library answers what it would have needed, another that it did not fit.

@@ -24,7 +24,7 @@ void startRuntimeThreads() {
 }  // namespace
 
 Clock& Clock::instance() {
-  static Clock* const clock = new Clock;
+  static auto* const clock = new Clock;
   return *clock;
 }
 

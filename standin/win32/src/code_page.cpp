@@ -18,7 +18,7 @@ constexpr std::array<std::uint32_t, 32> kUpperControls = {
     0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x9D,   0x017E, 0x0178};
 
 std::optional<char> byteOf(wchar_t character) {
-  const auto code = static_cast<std::uint32_t>(character);
+  const auto code = static_cast<std::uint32_t>(character);  // NOLINT(bugprone-signed-char-misuse): a wide one
   if (code < 0x80 || (code >= 0xA0 && code <= 0xFF)) return static_cast<char>(code);
   const auto* const found = std::find(kUpperControls.begin(), kUpperControls.end(), code);
   if (found == kUpperControls.end()) return std::nullopt;
@@ -50,7 +50,7 @@ int WideCharToMultiByte(UINT codePage, DWORD /*flags*/, LPCWSTR wide, int wideCo
   if (usedReplacement != nullptr) *usedReplacement = isReplaced ? TRUE : FALSE;
   if (narrowSize == 0) return static_cast<int>(bytes.size());
   if (bytes.size() > static_cast<std::size_t>(narrowSize)) return 0;
-  std::memcpy(narrow, bytes.data(), bytes.size());
+  std::copy(bytes.begin(), bytes.end(), narrow);
   return static_cast<int>(bytes.size());
 }
 

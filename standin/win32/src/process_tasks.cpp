@@ -13,7 +13,7 @@ std::set<pid_t> processTasks() {
   const std::unique_ptr<DIR, int (*)(DIR*)> folder(opendir("/proc/self/task"), closedir);
   if (!folder) return tasks;
   while (const dirent* const entry = readdir(folder.get())) {
-    const pid_t task = static_cast<pid_t>(std::strtol(entry->d_name, nullptr, 10));
+    const auto task = static_cast<pid_t>(std::strtol(entry->d_name, nullptr, 10));
     if (task != 0) tasks.insert(task);
   }
   return tasks;
