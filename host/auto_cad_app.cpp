@@ -30,7 +30,7 @@ AcRx::AppRetCode CAutoCAD2011App::On_kInitAppMsg(void* pkt) {
   AcRx::AppRetCode result = AcRx::kRetOK;
   // Each step stands for itself: a command that cannot be registered must not cost the user the device.
   contained([&] { result = AcRxArxApp::On_kInitAppMsg(pkt); });
-  if (mDocDataP == nullptr) contained([&] { mDocDataP = std::make_unique<DocDataManager>(); });
+  if (mDocDataP == nullptr) contained([&] { mDocDataP = new (std::nothrow) DocDataManager; });
   if (mLmAutoCadP == nullptr) contained([&] { mLmAutoCadP = new (std::nothrow) LmAutoCad; });
   contained([] { acutPrintf(L"\nmLmAutoCadP constructed\n"); });
   return result;
@@ -43,7 +43,8 @@ AcRx::AppRetCode CAutoCAD2011App::On_kUnloadAppMsg(void* pkt) {
   if (!contained(removeCommands)) contained(removeCommands);
   delete mLmAutoCadP;
   mLmAutoCadP = nullptr;
-  mDocDataP.reset();
+  delete mDocDataP;
+  mDocDataP = nullptr;
   return result;
 }
 

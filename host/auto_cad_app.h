@@ -3,8 +3,6 @@
 #ifndef HOST_AUTO_CAD_APP_H
 #define HOST_AUTO_CAD_APP_H
 
-#include <memory>
-
 #include "arxEntryPoint.h"
 #include "host/doc_data.h"
 
@@ -32,8 +30,10 @@ class CAutoCAD2011App : public AcRxArxApp {
   static void LMGroupLM_Toggle_Object_Move_Mode();
 
  private:
-  LmAutoCad* mLmAutoCadP = nullptr;  ///< owned; null until the init message
-  std::unique_ptr<DocDataManager> mDocDataP;
+  // Owned; null until the init message, destroyed by the unload message and by nothing else: a process that ends without
+  // it has ended their threads already, and the host may not be called any more.
+  LmAutoCad* mLmAutoCadP = nullptr;
+  DocDataManager* mDocDataP = nullptr;
 };
 
 #endif

@@ -7,7 +7,7 @@ std::uint32_t currentThreadId() {
 }
 
 bool isProcessEnding() noexcept {
-  // In no import library: what a library does at its end is the only use there is for it.
+  // Looked up at run time: the libraries that programs are usually linked with do not have it.
   using Query = BOOLEAN(NTAPI*)();
   const HMODULE system = GetModuleHandleW(L"ntdll.dll");
   const FARPROC address = system != nullptr ? GetProcAddress(system, "RtlDllShutdownInProgress") : nullptr;

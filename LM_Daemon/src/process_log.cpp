@@ -1,18 +1,19 @@
-#include <memory>
-
 #include "LM_Daemon/src/logging.h"
 #include "util/threads.h"
 
 namespace {
 
 /// Made and destroyed with the module itself, so that unloading the module closes its log. A process that ends with the
-/// module loaded leaves the log as it is: a thread that was ended within it has its lock, and each line is in the file
-/// by now.
+/// module loaded leaves the log as it is: a thread that was ended within it has its lock, for which whoever logs from
+/// now on would wait. Each finished line is in the file.
 struct ProcessLog {
+  ProcessLog() : mLogging() {}
   ~ProcessLog() {
-    if (isProcessEnding()) static_cast<void>(mLoggingP.release());
+    if (!isProcessEnding()) mLogging.~Logging();
   }
-  std::unique_ptr<Logging> mLoggingP = std::make_unique<Logging>();
+  union {
+    Logging mLogging;
+  };
 };
 
 ProcessLog gProcessLog;
@@ -20,5 +21,5 @@ ProcessLog gProcessLog;
 }  // namespace
 
 Logging& processLog() {
-  return *gProcessLog.mLoggingP;
+  return gProcessLog.mLogging;
 }

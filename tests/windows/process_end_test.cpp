@@ -2,20 +2,65 @@
 // may be within the log, before it tells the module.
 #include <windows.h>
 
+#include <functional>
 #include <thread>
 
 #include "tests/windows/module_run.h"
 
 namespace controller = standin::controller;
+namespace fs = std::filesystem;
+namespace host = standin::host;
 using ::testing::HasSubstr;
 
 namespace {
 
 constexpr int kExitStatus = 42;
+constexpr int kNotReached = 1;
+constexpr const char* kWaitingFolder = "LM_WAITING_FOLDER";
+constexpr const char* kSettings = "Lumetrapad/Applications/autocad_addin.ini";
 
+/// The death tests run this program anew for each process that is to end, from the fixture on.
 class ProcessEnd : public ModuleRun {
  protected:
-  /// The module's settings as it writes them itself, but with the log of each key.
+  ProcessEnd() {
+    const wchar_t* const waitingP = _wgetenv(L"LM_WAITING_FOLDER");
+    if (waitingP == nullptr) {
+      tests::setEnvironment(kWaitingFolder, mFolder.string());
+      logEachKey();
+      return;
+    }
+    // A process that ends this way removes no folder: the one that waits for it does.
+    fs::remove_all(mFolder);
+    mFolder = waitingP;
+    int life = 0;
+    while (fs::exists(mFolder / std::to_string(life))) ++life;
+    useProfile(std::to_wstring(life));
+    fs::copy_file(mFolder / "user" / kSettings, mProfile / kSettings);
+  }
+  ~ProcessEnd() override { tests::clearEnvironment(kWaitingFolder); }
+
+  /// Ends this process while `thread` runs again and again, once `isReached`.
+  void end(const std::function<void()>& thread, const std::function<bool()>& isReached) {
+    const LoadedModule module(LM_MODULE_FILE);
+    module.send(AcRx::kInitAppMsg);
+    std::thread([&thread] {
+      for (;;) thread();
+    }).detach();
+    for (int waitsMs = 0; !isReached(); ++waitsMs) {
+      if (waitsMs > 20000) ExitProcess(kNotReached);
+      Sleep(1);
+    }
+    ExitProcess(kExitStatus);
+  }
+
+  /// Far more than the module writes of itself.
+  bool areHundredsOfKeysLogged() const {
+    std::ifstream log(mProfile / "Lumetrapad" / "autocad_addin_log.txt", std::ios::ate);
+    return log.tellg() > 100000;
+  }
+
+ private:
+  /// The settings as the module writes them itself, but with the log of each key.
   void logEachKey() {
     {
       const LoadedModule module(LM_MODULE_FILE);
@@ -26,27 +71,24 @@ class ProcessEnd : public ModuleRun {
     std::string settings = read("Applications/autocad_addin.ini");
     ASSERT_THAT(settings, HasSubstr(off));
     settings.replace(settings.find(off), off.size(), "debug                 = on");
-    std::ofstream(mProfile / "Lumetrapad" / "Applications" / "autocad_addin.ini") << settings;
-  }
-
-  /// Ends this process while the module's reading thread logs one key after another.
-  void endWhileKeysAreLogged() {
-    logEachKey();
-    const LoadedModule module(LM_MODULE_FILE);
-    module.send(AcRx::kInitAppMsg);
-    std::thread([] {
-      for (;;) controller::deliver({5, {}, 0, 0});
-    }).detach();
-    // Some hundred lines of it, far more than the module writes of itself.
-    const std::filesystem::path log = mProfile / "Lumetrapad" / "autocad_addin_log.txt";
-    while (std::filesystem::file_size(log) < 100000) Sleep(1);
-    ExitProcess(kExitStatus);
+    std::ofstream(mProfile / kSettings) << settings;
   }
 };
 
 TEST_F(ProcessEnd, ComesAlsoWhileTheModuleLogs) {
-  for (int life = 0; life < 10; ++life)
-    EXPECT_EXIT(endWhileKeysAreLogged(), testing::ExitedWithCode(kExitStatus), "");
+  for (int life = 0; life < 20; ++life)
+    EXPECT_EXIT(end(
+                    [] {
+                      controller::deliver({5, {}, 0, 0});
+                    },
+                    [this] { return areHundredsOfKeysLogged(); }),
+                testing::ExitedWithCode(kExitStatus), "");
+}
+
+TEST_F(ProcessEnd, CallsNothingOfTheHost) {
+  for (int life = 0; life < 20; ++life)
+    EXPECT_EXIT(end([] { host::report(); }, [] { return host::report().reactors > 0; }),
+                testing::ExitedWithCode(kExitStatus), "");
 }
 
 }  // namespace

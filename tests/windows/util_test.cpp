@@ -170,7 +170,7 @@ TEST(WindowsProcesses, AreFoundByTheStartOfTheirName) {
     const OtherProcess other(folder.path("other_program_to_find.exe"));
     ASSERT_TRUE(other.isRunning());
     EXPECT_TRUE(WindowsUtil::isProcessRunning("other_program_to_find.exe"));
-    EXPECT_TRUE(WindowsUtil::isProcessRunning("other_program_too"));
+    EXPECT_TRUE(WindowsUtil::isProcessRunning("other_program_tree.exe"));
     EXPECT_FALSE(WindowsUtil::isProcessRunning("other_program_"));
     EXPECT_FALSE(WindowsUtil::isProcessRunning("other_programs"));
   }
