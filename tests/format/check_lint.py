@@ -10,14 +10,15 @@ import os
 import shutil
 import subprocess
 import sys
+import tempfile
 
 
-def sources(project, build, folders):
-    """The compiled files that lie in one of the project's folders, each once."""
+def commands(project, build, folders):
+    """The compile commands of the sources in the project's folders, one of each source."""
     with open(os.path.join(build, "compile_commands.json"), encoding="utf-8") as file:
-        compiled = {os.path.realpath(os.path.join(entry["directory"], entry["file"])) for entry in json.load(file)}
-    wanted = tuple(os.path.join(os.path.realpath(project), folder) + os.sep for folder in folders)
-    return sorted(path for path in compiled if path.startswith(wanted))
+        compiled = {os.path.join(entry["directory"], entry["file"]): entry for entry in json.load(file)}
+    inside = tuple(os.path.join(os.path.realpath(project), folder) + os.sep for folder in folders)
+    return {path: entry for path, entry in sorted(compiled.items()) if os.path.realpath(path).startswith(inside)}
 
 
 def main():
@@ -25,23 +26,26 @@ def main():
     if not shutil.which(tool):
         print("skipped: clang-tidy is not installed")
         return 1 if os.environ.get("CI") == "true" else 77
-    files = sources(project, build, folders)
     for folder in folders:
-        if not sources(project, build, [folder]):
+        if not commands(project, build, [folder]):
             print(f"expected sources of the build in {folder}, found none")
             return 1
+    chosen = commands(project, build, folders)
+    with tempfile.TemporaryDirectory() as database:
+        # Of a source that several targets compile, the build's own list would have each command checked.
+        with open(os.path.join(database, "compile_commands.json"), "w", encoding="utf-8") as file:
+            json.dump(list(chosen.values()), file)
 
-    def check(path):
-        return subprocess.run([tool, "-p", build, "--quiet", path], stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
-                              text=True, check=False)
+        def check(path):
+            return subprocess.run([tool, "-p", database, f"--config-file={project}/.clang-tidy", "--quiet", path],
+                                  capture_output=True, text=True, check=False)
 
-    with concurrent.futures.ThreadPoolExecutor(len(os.sched_getaffinity(0))) as pool:
-        results = list(pool.map(check, files))
-    for result in results:
-        if result.returncode != 0:
-            print(result.stdout)
-    failed = sum(result.returncode != 0 for result in results)
-    print(f"{len(files)} files, {failed} with findings")
+        with concurrent.futures.ThreadPoolExecutor(len(os.sched_getaffinity(0))) as pool:
+            results = dict(zip(chosen, pool.map(check, chosen)))
+    failed = {path: result for path, result in results.items() if result.returncode != 0}
+    for path, result in failed.items():
+        print(f"{path} (status {result.returncode}):\n{result.stdout}{result.stderr}")
+    print(f"{len(results)} files, {len(failed)} with findings")
     return 1 if failed else 0
 
 
