@@ -2,6 +2,7 @@
 // may be within the log, before it tells the module.
 #include <windows.h>
 
+#include <cstdlib>
 #include <functional>
 #include <thread>
 
@@ -23,7 +24,7 @@ constexpr const char* kSettings = "Lumetrapad/Applications/autocad_addin.ini";
 class ProcessEnd : public ModuleRun {
  protected:
   ProcessEnd() {
-    const wchar_t* const waitingP = _wgetenv(L"LM_WAITING_FOLDER");
+    const char* const waitingP = std::getenv(kWaitingFolder);
     if (waitingP == nullptr) {
       tests::setEnvironment(kWaitingFolder, mFolder.string());
       logEachKey();
