@@ -2,17 +2,17 @@
 #ifndef BENCH_NULL_CORE_H
 #define BENCH_NULL_CORE_H
 
-#include <stdlib.h>
-
-#include <filesystem>
-#include <fstream>
-#include <memory>
-
 #include "common_sources/auto_cad_proxy.h"
 #include "common_sources/lm_auto_cad.h"
 #include "standin/controller/controller_feed.h"
 #include "standin/objectarx/host_control.h"
 #include "standin_clock.h"
+
+#include <stdlib.h>
+
+#include <filesystem>
+#include <fstream>
+#include <memory>
 
 class NullCore {
  public:

@@ -1,16 +1,6 @@
 #include "common_sources/auto_cad_proxy.h"
 
-#include <algorithm>
-#include <array>
-#include <cmath>
-#include <cstdlib>
-#include <optional>
-
 #include "LM_Daemon/src/logging.h"
-#include "acdocman.h"
-#include "aced.h"
-#include "acedads.h"
-#include "adscodes.h"
 #include "common_sources/ansi_text.h"
 #include "common_sources/axis_share.h"
 #include "common_sources/command_text.h"
@@ -20,14 +10,27 @@
 #include "common_sources/scroll_amount.h"
 #include "common_sources/window_search.h"
 #include "common_sources/zoom_factor.h"
-#include "dbents.h"
-#include "dbsymtb.h"
-#include "dbxEntryPoint.h"
 #include "device/lmt_ctrlr.h"
-#include "gemat3d.h"
-#include "gepnt2d.h"
 #include "util/threads.h"
 #include "util/util.h"
+
+// clang-format off
+#include "acedads.h"
+#include "adscodes.h"
+#include "dbents.h"
+#include "dbsymtb.h"
+#include "acdocman.h"
+#include "aced.h"
+#include "gepnt2d.h"
+#include "gemat3d.h"
+#include "dbxEntryPoint.h"
+// clang-format on
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdlib>
+#include <optional>
 
 namespace {
 

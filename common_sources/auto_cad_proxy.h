@@ -9,6 +9,17 @@
 #ifndef COMMON_SOURCES_AUTO_CAD_PROXY_H
 #define COMMON_SOURCES_AUTO_CAD_PROXY_H
 
+#include "common_sources/published_names.h"
+#include "common_sources/rotation_mode.h"
+
+// clang-format off
+#include "adsdef.h"
+#include "gs.h"
+#include "acgs.h"
+#include "gepnt3d.h"
+#include "gevec3d.h"
+// clang-format on
+
 #include <windows.h>
 
 #include <array>
@@ -16,14 +27,6 @@
 #include <cstdint>
 #include <string>
 #include <vector>
-
-#include "acgs.h"
-#include "adsdef.h"
-#include "common_sources/published_names.h"
-#include "common_sources/rotation_mode.h"
-#include "gepnt3d.h"
-#include "gevec3d.h"
-#include "gs.h"
 
 class AcApDocument;
 class LmAutoCad;
@@ -121,9 +124,9 @@ class AutoCadProxy {
   bool calcScreenAxesRelativeToObject(AcGsView* viewP, AcGeVector3d* xAxisP, AcGeVector3d* yAxisP,
                                       AcGeVector3d* zAxisP);
 
-  /// Mean of the centres of the selected entities' boxes, drawing units; entities without a box are left out. `selectionSet` null: of the implied
-  /// selection; it is read once a movement, later passes get the validity found then and leave `centreP`
-  /// alone. False when nothing is selected.
+  /// Mean of the centres of the selected entities' boxes, drawing units; entities without a box are left out.
+  /// `selectionSet` null: of the implied selection; it is read once a movement, later passes get the validity
+  /// found then and leave `centreP` alone. False when nothing is selected.
   bool getSelObjectsCenter(const ads_name selectionSet, AcGePoint3d* centreP);
 
   /// Unit direction of the one selected line and a point on it, read once a movement. False when anything
@@ -184,8 +187,8 @@ class AutoCadProxy {
   void releaseIn3DMode();
   bool lockDocument();
   void unlockDocument();
-  /// What a rotation is about. On the first pass of a movement it is asked also when nothing turns yet, since a selection
-  /// counts as it is then.
+  /// What a rotation is about. On the first pass of a movement it is asked also when nothing turns yet, since
+  /// a selection counts as it is then.
   Turn findTurn();
   void rotateByCap(AcGsView* viewP, short rx, short ry, short rz, ScreenAxes& axes, const RotationMode& mode,
                    bool isPerspective);

@@ -2,9 +2,9 @@
 #ifndef COMMON_SOURCES_AXIS_SHARE_H
 #define COMMON_SOURCES_AXIS_SHARE_H
 
-#include <algorithm>
-
 #include "gevec3d.h"
+
+#include <algorithm>
 
 /// `value` times the cosine between the unit vectors `axis` and `screenAxis`, truncated toward zero. The
 /// cosine is limited to [-1, 1], and the one product that a 16-bit value cannot hold, -32768 * -1, to 32767.

@@ -1,14 +1,14 @@
 #include "common_sources/daemon_proxy.h"
 
-#include <string.h>  // NOLINT(modernize-deprecated-headers): strnlen is no part of C++
-
-#include <string_view>
-
 #include "LM_Daemon/src/logging.h"
 #include "common_sources/auto_cad_proxy.h"
 #include "common_sources/lm_auto_cad.h"
 #include "device/lmt_ctrlr.h"
 #include "util/threads.h"
+
+#include <string.h>  // NOLINT(modernize-deprecated-headers): strnlen is no part of C++
+
+#include <string_view>
 
 namespace {
 

@@ -2,10 +2,12 @@
 #ifndef COMMON_SOURCES_HOST_OBJECTS_H
 #define COMMON_SOURCES_HOST_OBJECTS_H
 
+// clang-format off
 #include "acedads.h"
 #include "adscodes.h"
 #include "adsdef.h"
 #include "dbmain.h"
+// clang-format on
 
 /// What `require` throws; the operation that met it catches it and logs its own text.
 struct HostRefusal {};

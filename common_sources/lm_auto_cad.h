@@ -3,16 +3,16 @@
 #ifndef COMMON_SOURCES_LM_AUTO_CAD_H
 #define COMMON_SOURCES_LM_AUTO_CAD_H
 
+#include "common_sources/cap_values.h"
+#include "common_sources/latest_value.h"
+#include "common_sources/pending_slot.h"
+#include "common_sources/settings.h"
+
 #include <pthread.h>
 
 #include <atomic>
 #include <cstdint>
 #include <memory>
-
-#include "common_sources/cap_values.h"
-#include "common_sources/latest_value.h"
-#include "common_sources/pending_slot.h"
-#include "common_sources/settings.h"
 
 class AutoCadProxy;
 class DaemonProxy;

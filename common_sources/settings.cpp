@@ -1,15 +1,15 @@
 #include "common_sources/settings.h"
 
+#include "LM_Daemon/src/logging.h"
+#include "config/cnfg.h"
+#include "util/native_file.h"
+#include "util/util.h"
+
 #include <algorithm>
 #include <cstdlib>
 #include <limits>
 #include <new>
 #include <variant>
-
-#include "LM_Daemon/src/logging.h"
-#include "config/cnfg.h"
-#include "util/native_file.h"
-#include "util/util.h"
 
 namespace {
 

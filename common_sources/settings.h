@@ -3,11 +3,11 @@
 #ifndef COMMON_SOURCES_SETTINGS_H
 #define COMMON_SOURCES_SETTINGS_H
 
+#include "LM_Daemon/src/log_pars.h"
+
 #include <cstdint>
 #include <string>
 #include <string_view>
-
-#include "LM_Daemon/src/log_pars.h"
 
 class Cnfg;
 

@@ -9,14 +9,14 @@
 #ifndef CONFIG_CNFG_H
 #define CONFIG_CNFG_H
 
+#include "config/cnfg_line.h"
+#include "config/line_reader.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include "config/cnfg_line.h"
-#include "config/line_reader.h"
 
 class Cnfg {
  public:

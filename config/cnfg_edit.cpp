@@ -3,7 +3,8 @@
 
 namespace {
 
-/// Blanks that stand before a value; of a value that is nothing but blanks the first, the others are its room.
+/// Blanks that stand before a value; of a value that is nothing but blanks the first, the others are its
+/// room.
 std::size_t blanksBeforeValue(std::string_view value) {
   const std::string_view trimmed = CnfgLine::trimmed(value);
   if (trimmed.empty()) return value.empty() || value.front() == '\0' ? 0 : 1;

@@ -3,12 +3,12 @@
 #ifndef CONFIG_LINE_READER_H
 #define CONFIG_LINE_READER_H
 
+#include "util/native_file.h"
+
 #include <cstddef>
 #include <memory>
 #include <string>
 #include <string_view>
-
-#include "util/native_file.h"
 
 class LineReader {
  public:

@@ -11,8 +11,8 @@
 #include <cstddef>
 #include <cstdint>
 
-/// What lmGetDevInfo fills. Only the name, NUL-terminated 8-bit text from byte 20, is read. The record's size is the
-/// library's affair: half a kilobyte leaves it room.
+/// What lmGetDevInfo fills. Only the name, NUL-terminated 8-bit text from byte 20, is read. The record's size
+/// is the library's affair: half a kilobyte leaves it room.
 struct LmDevInfo {
   char mReserved[20];
   char mName[492];

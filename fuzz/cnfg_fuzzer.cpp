@@ -1,8 +1,8 @@
 /// Any bytes are a configuration file: every operation ends with one of its codes.
-#include <cstdlib>
-
 #include "config/cnfg.h"
 #include "fuzz/memory_file.h"
+
+#include <cstdlib>
 
 namespace {
 

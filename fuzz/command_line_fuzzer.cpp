@@ -1,8 +1,8 @@
 /// Any bytes can be typed or sent to the host's command line: afterwards two ESC leave nothing under way.
+#include "standin/objectarx/host_control.h"
+
 #include <cstdlib>
 #include <string>
-
-#include "standin/objectarx/host_control.h"
 
 namespace {
 

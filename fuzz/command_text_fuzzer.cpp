@@ -1,8 +1,8 @@
 /// Any bytes are a menu macro: no letter of it is lost or made up, and each token is one input of its own.
-#include <cstdlib>
-
 #include "common_sources/ansi_text.h"
 #include "common_sources/command_text.h"
+
+#include <cstdlib>
 
 namespace {
 

@@ -1,11 +1,11 @@
 /// Any bytes are a menu item's value, and any bytes are a menu file: two readers that were written apart find
 /// the same macros in it.
-#include <algorithm>
-#include <cstdlib>
-
 #include "common_sources/menu_table.h"
 #include "fuzz/memory_file.h"
 #include "workbench/menu_functions.h"
+
+#include <algorithm>
+#include <cstdlib>
 
 namespace {
 

@@ -1,9 +1,9 @@
 /// Any bytes are a settings file: what was read completely reads back the same after it was written.
-#include <cstdlib>
-
 #include "LM_Daemon/src/logging.h"
 #include "common_sources/settings.h"
 #include "fuzz/memory_file.h"
+
+#include <cstdlib>
 
 namespace {
 

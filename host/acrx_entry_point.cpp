@@ -1,6 +1,7 @@
 // What the host finds in the module: the two exported functions and the command table.
-#include "acutads.h"
 #include "host/auto_cad_app.h"
+
+#include "acutads.h"
 
 IMPLEMENT_ARX_ENTRYPOINT(CAutoCAD2011App);
 

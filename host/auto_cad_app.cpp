@@ -1,10 +1,11 @@
 #include "host/auto_cad_app.h"
 
-#include <new>
-
-#include "acutads.h"
 #include "common_sources/lm_auto_cad.h"
 #include "host/toggle_commands.h"
+
+#include "acutads.h"
+
+#include <new>
 
 namespace {
 

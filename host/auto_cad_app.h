@@ -3,8 +3,9 @@
 #ifndef HOST_AUTO_CAD_APP_H
 #define HOST_AUTO_CAD_APP_H
 
-#include "arxEntryPoint.h"
 #include "host/doc_data.h"
+
+#include "arxEntryPoint.h"
 
 class LmAutoCad;
 
@@ -30,8 +31,8 @@ class CAutoCAD2011App : public AcRxArxApp {
   static void LMGroupLM_Toggle_Object_Move_Mode();
 
  private:
-  // Owned; null until the init message, destroyed by the unload message and by nothing else: a process that ends without
-  // it has ended their threads already, and the host may not be called any more.
+  // Owned; null until the init message, destroyed by the unload message and by nothing else: a process that
+  // ends without it has ended their threads already, and the host may not be called any more.
   LmAutoCad* mLmAutoCadP = nullptr;
   DocDataManager* mDocDataP = nullptr;
 };

@@ -1,8 +1,9 @@
-// The threads library is linked into the module and keeps two handles for each thread that has used it; it frees them
-// when the thread ends. The host's thread outlives the module, so its handles would be lost at each unload.
-#include <windows.h>
-
+// The threads library is linked into the module and keeps two handles for each thread that has used it; it
+// frees them when the thread ends. The host's thread outlives the module, so its handles would be lost at
+// each unload.
 #include "util/threads.h"
+
+#include <windows.h>
 
 /// What the library does when a thread ends.
 extern "C" const PIMAGE_TLS_CALLBACK __xl_f;

@@ -1,11 +1,12 @@
 #include "host/toggle_commands.h"
 
-#include <string>
-
-#include "acutads.h"
 #include "common_sources/auto_cad_proxy.h"
 #include "common_sources/lm_auto_cad.h"
 #include "util/util.h"
+
+#include "acutads.h"
+
+#include <string>
 
 namespace {
 

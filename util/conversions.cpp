@@ -1,6 +1,6 @@
-#include <cstddef>
-
 #include "util/util.h"
+
+#include <cstddef>
 
 namespace {
 

@@ -1,19 +1,19 @@
 #include "util/mutex.h"
 
+#include "util/console.h"
+#include "util/threads.h"
+
 #include <cerrno>
 #include <cstring>
 #include <new>
 #include <string>
 
-#include "util/console.h"
-#include "util/threads.h"
-
 namespace {
 
 using Print = void (*)(std::string_view) noexcept;
 
-/// Prints `before`, the name, `after`, the thread, `end` and the reason that errno gives. A text that finds no
-/// memory is dropped: a lock must not end the process for want of a diagnostic.
+/// Prints `before`, the name, `after`, the thread, `end` and the reason that errno gives. A text that finds
+/// no memory is dropped: a lock must not end the process for want of a diagnostic.
 void printFailure(Print print, std::string_view before, std::string_view name, std::string_view after,
                   std::string_view end) noexcept try {
   const int code = errno;

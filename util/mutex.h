@@ -5,12 +5,12 @@
 #ifndef UTIL_MUTEX_H
 #define UTIL_MUTEX_H
 
+#include "util/lock_name.h"
+
 #include <semaphore.h>
 
 #include <atomic>
 #include <string_view>
-
-#include "util/lock_name.h"
 
 class Mutex {
  public:

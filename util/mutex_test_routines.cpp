@@ -1,10 +1,10 @@
-#include <pthread.h>
-
-#include <cstdint>
-
 #include "util/console.h"
 #include "util/mutex.h"
 #include "util/threads.h"
+
+#include <pthread.h>
+
+#include <cstdint>
 
 namespace {
 

@@ -1,3 +1,4 @@
+#include "util/native_file.h"
 #include "util/platform.h"
 
 #include <fcntl.h>
@@ -5,8 +6,6 @@
 #include <unistd.h>
 
 #include <cerrno>
-
-#include "util/native_file.h"
 
 namespace platform {
 

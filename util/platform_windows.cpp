@@ -1,3 +1,4 @@
+#include "util/native_file.h"
 #include "util/platform.h"
 
 #include <direct.h>
@@ -6,8 +7,6 @@
 #include <windows.h>
 
 #include <cerrno>
-
-#include "util/native_file.h"
 
 namespace platform {
 

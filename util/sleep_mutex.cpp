@@ -1,10 +1,10 @@
 #include "util/sleep_mutex.h"
 
-#include <new>
-#include <string>
-
 #include "util/console.h"
 #include "util/threads.h"
+
+#include <new>
+#include <string>
 
 namespace {
 

@@ -4,11 +4,11 @@
 #ifndef UTIL_SLEEP_MUTEX_H
 #define UTIL_SLEEP_MUTEX_H
 
+#include "util/lock_name.h"
+
 #include <atomic>
 #include <cstdint>
 #include <string_view>
-
-#include "util/lock_name.h"
 
 class SleepMutex {
  public:

@@ -1,6 +1,5 @@
-/// What the module asks of threads and time: a pause, the numbers that name a thread and the process, and whether the
-/// process is at its end.
-/// Any thread.
+/// What the module asks of threads and time: a pause, the numbers that name a thread and the process, and
+/// whether the process is at its end. Any thread.
 #ifndef UTIL_THREADS_H
 #define UTIL_THREADS_H
 
@@ -15,9 +14,9 @@ std::uint32_t currentThreadId();
 /// The platform's numeric id of this process.
 std::uint32_t currentProcessId();
 
-/// Whether the system is ending the process. On Windows all threads but this one are gone then, ended where they
-/// stood: what they had locked stays locked. A native process leaves its threads alone until all has been destroyed, and
-/// the answer is always false.
+/// Whether the system is ending the process. On Windows all threads but this one are gone then, ended where
+/// they stood: what they had locked stays locked. A native process leaves its threads alone until all has
+/// been destroyed, and the answer is always false.
 bool isProcessEnding() noexcept;
 
 #endif

@@ -1,6 +1,6 @@
-#include <windows.h>
-
 #include "util/threads.h"
+
+#include <windows.h>
 
 std::uint32_t currentThreadId() {
   // Asking the system costs a third of writing a log line, and the answer never changes.

@@ -1,6 +1,6 @@
-#include <windows.h>
-
 #include "util/threads.h"
+
+#include <windows.h>
 
 std::uint32_t currentThreadId() {
   return static_cast<std::uint32_t>(GetCurrentThreadId());

@@ -1,15 +1,15 @@
 #include "util/util.h"
 
+#include "util/console.h"
+#include "util/native_file.h"
+#include "util/platform.h"
+
 #include <windows.h>
 
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-
-#include "util/console.h"
-#include "util/native_file.h"
-#include "util/platform.h"
 
 namespace {
 

@@ -1,12 +1,12 @@
 #include "util/windows_util.h"
 
-#include <tlhelp32.h>
-#include <lmcons.h>
-
-#include <cstdlib>
-
 #include "util/console.h"
 #include "util/util.h"
+
+#include <lmcons.h>
+#include <tlhelp32.h>
+
+#include <cstdlib>
 
 namespace {
 

@@ -25,7 +25,8 @@ class WindowsUtil {
   static std::string getUserName();
 };
 
-/// String values of keys under HKEY_CURRENT_USER. A value of any other type cannot be read (return code 1630).
+/// String values of keys under HKEY_CURRENT_USER. A value of any other type cannot be read (return code
+/// 1630).
 class Registry {
  public:
   static bool setValue(std::string_view key, std::string_view value, std::string_view text);

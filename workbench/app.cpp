@@ -1,10 +1,5 @@
 #include "workbench/app.h"
 
-#include <chrono>
-#include <exception>
-#include <optional>
-#include <utility>
-
 #include "workbench/desktop.h"
 #include "workbench/dxf_reader.h"
 #include "workbench/input_error.h"
@@ -14,6 +9,11 @@
 #include "workbench/profile.h"
 #include "workbench/replay.h"
 #include "workbench/run_report.h"
+
+#include <chrono>
+#include <exception>
+#include <optional>
+#include <utility>
 
 namespace workbench {
 namespace {

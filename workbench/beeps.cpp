@@ -1,8 +1,8 @@
 #include "workbench/beeps.h"
 
-#include <utility>
-
 #include "workbench/import_table.h"
+
+#include <utility>
 
 namespace workbench {
 namespace {

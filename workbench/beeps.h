@@ -1,5 +1,5 @@
-/// The beeps of a library. Windows tells nobody of a beep, so the library's own calls are led through here on their
-/// way to the system, where they sound as ever. Windows only; main thread.
+/// The beeps of a library. Windows tells nobody of a beep, so the library's own calls are led through here on
+/// their way to the system, where they sound as ever. Windows only; main thread.
 #ifndef WORKBENCH_BEEPS_H
 #define WORKBENCH_BEEPS_H
 
@@ -9,8 +9,8 @@
 
 namespace workbench {
 
-/// Hears the beeps of `library` until it is freed. Nothing happens when it does not import Beep, or its imports
-/// cannot be changed.
+/// Hears the beeps of `library` until it is freed. Nothing happens when it does not import Beep, or its
+/// imports cannot be changed.
 void hearBeeps(HMODULE library);
 
 /// Hertz and milliseconds of every beep that is heard, before it sounds; an empty listener ends that.

@@ -3,12 +3,12 @@
 #ifndef WORKBENCH_DESKTOP_H
 #define WORKBENCH_DESKTOP_H
 
+#include "workbench/report.h"
+#include "workbench/session.h"
+
 #include <filesystem>
 #include <functional>
 #include <string>
-
-#include "workbench/report.h"
-#include "workbench/session.h"
 
 namespace workbench {
 

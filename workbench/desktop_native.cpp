@@ -1,15 +1,14 @@
+#include "standin_desktop.h"
+#include "standin_messages.h"
+#include "windows.h"
 #include "workbench/desktop.h"
+#include "workbench/text_input.h"
 
 #include <unistd.h>
 
 #include <cstdlib>
 #include <optional>
 #include <utility>
-
-#include "standin_desktop.h"
-#include "standin_messages.h"
-#include "windows.h"
-#include "workbench/text_input.h"
 
 namespace workbench {
 namespace {

@@ -1,9 +1,9 @@
+#include "workbench/desktop.h"
+#include "workbench/text_input.h"
+
 #include <windows.h>
 
 #include <optional>
-
-#include "workbench/desktop.h"
-#include "workbench/text_input.h"
 
 namespace workbench {
 namespace {

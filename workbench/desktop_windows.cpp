@@ -1,3 +1,7 @@
+#include "workbench/beeps.h"
+#include "workbench/control_window.h"
+#include "workbench/desktop.h"
+
 #include <windows.h>
 
 #include <cstdlib>
@@ -5,10 +9,6 @@
 #include <stdexcept>
 #include <string>
 #include <utility>
-
-#include "workbench/beeps.h"
-#include "workbench/control_window.h"
-#include "workbench/desktop.h"
 
 namespace workbench {
 namespace {

@@ -3,12 +3,12 @@
 #ifndef WORKBENCH_DRAWING_STATE_H
 #define WORKBENCH_DRAWING_STATE_H
 
+#include "standin/objectarx/drawing.h"
+#include "workbench/report.h"
+
 #include <cstdint>
 #include <string>
 #include <vector>
-
-#include "standin/objectarx/drawing.h"
-#include "workbench/report.h"
 
 namespace workbench {
 

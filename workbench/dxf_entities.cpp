@@ -1,10 +1,10 @@
 #include "workbench/dxf_entities.h"
 
+#include "workbench/dxf_frame.h"
+
 #include <array>
 #include <map>
 #include <string_view>
-
-#include "workbench/dxf_frame.h"
 
 namespace workbench {
 namespace {

@@ -3,11 +3,11 @@
 #ifndef WORKBENCH_DXF_ENTITIES_H
 #define WORKBENCH_DXF_ENTITIES_H
 
-#include <memory>
-#include <vector>
-
 #include "standin/objectarx/drawing.h"
 #include "workbench/dxf_groups.h"
+
+#include <memory>
+#include <vector>
 
 namespace workbench {
 

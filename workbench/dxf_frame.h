@@ -3,9 +3,11 @@
 #ifndef WORKBENCH_DXF_FRAME_H
 #define WORKBENCH_DXF_FRAME_H
 
-#include "gemat3d.h"
+// clang-format off
 #include "gepnt3d.h"
 #include "gevec3d.h"
+#include "gemat3d.h"
+// clang-format on
 
 namespace workbench {
 

@@ -1,8 +1,8 @@
 #include "workbench/dxf_groups.h"
 
-#include <cmath>
-
 #include "workbench/text_input.h"
+
+#include <cmath>
 
 namespace workbench {
 namespace {

@@ -3,15 +3,18 @@
 #ifndef WORKBENCH_DXF_GROUPS_H
 #define WORKBENCH_DXF_GROUPS_H
 
+#include "workbench/input_error.h"
+
+// clang-format off
+#include "gepnt3d.h"
+#include "gevec3d.h"
+// clang-format on
+
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include "gepnt3d.h"
-#include "gevec3d.h"
-#include "workbench/input_error.h"
 
 namespace workbench {
 

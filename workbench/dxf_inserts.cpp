@@ -1,8 +1,8 @@
 #include "workbench/dxf_inserts.h"
 
-#include <algorithm>
-
 #include "workbench/dxf_frame.h"
+
+#include <algorithm>
 
 namespace workbench {
 namespace {

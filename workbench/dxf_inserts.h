@@ -3,14 +3,14 @@
 #ifndef WORKBENCH_DXF_INSERTS_H
 #define WORKBENCH_DXF_INSERTS_H
 
+#include "standin/objectarx/drawing.h"
+#include "workbench/dxf_groups.h"
+#include "workbench/dxf_tables.h"
+
 #include <map>
 #include <memory>
 #include <string>
 #include <vector>
-
-#include "standin/objectarx/drawing.h"
-#include "workbench/dxf_groups.h"
-#include "workbench/dxf_tables.h"
 
 namespace workbench {
 

@@ -1,8 +1,8 @@
-#include <algorithm>
-#include <cstdlib>
-
 #include "workbench/dxf_entities.h"
 #include "workbench/dxf_frame.h"
+
+#include <algorithm>
+#include <cstdlib>
 
 namespace workbench {
 namespace {

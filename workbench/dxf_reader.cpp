@@ -1,13 +1,13 @@
 #include "workbench/dxf_reader.h"
 
-#include <algorithm>
-#include <unordered_set>
-
 #include "workbench/dxf_entities.h"
 #include "workbench/dxf_groups.h"
 #include "workbench/dxf_inserts.h"
 #include "workbench/dxf_tables.h"
 #include "workbench/text_input.h"
+
+#include <algorithm>
+#include <unordered_set>
 
 namespace workbench {
 namespace {

@@ -7,12 +7,12 @@
 #ifndef WORKBENCH_DXF_READER_H
 #define WORKBENCH_DXF_READER_H
 
+#include "standin/objectarx/drawing.h"
+
 #include <filesystem>
 #include <memory>
 #include <string>
 #include <string_view>
-
-#include "standin/objectarx/drawing.h"
 
 namespace workbench {
 

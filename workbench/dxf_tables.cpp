@@ -1,9 +1,9 @@
 #include "workbench/dxf_tables.h"
 
-#include <cstdlib>
-
 #include "workbench/dxf_frame.h"
 #include "workbench/text_input.h"
+
+#include <cstdlib>
 
 namespace workbench {
 namespace {

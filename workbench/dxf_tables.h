@@ -2,12 +2,12 @@
 #ifndef WORKBENCH_DXF_TABLES_H
 #define WORKBENCH_DXF_TABLES_H
 
+#include "standin/objectarx/drawing.h"
+#include "workbench/dxf_groups.h"
+
 #include <map>
 #include <optional>
 #include <string>
-
-#include "standin/objectarx/drawing.h"
-#include "workbench/dxf_groups.h"
 
 namespace workbench {
 

@@ -1,10 +1,10 @@
 #include "workbench/host_loop.h"
 
-#include <algorithm>
-#include <exception>
-
 #include "standin_clock.h"
 #include "workbench/input_error.h"
+
+#include <algorithm>
+#include <exception>
 
 namespace workbench {
 

@@ -5,16 +5,16 @@
 #ifndef WORKBENCH_HOST_LOOP_H
 #define WORKBENCH_HOST_LOOP_H
 
+#include "workbench/recording.h"
+#include "workbench/session.h"
+#include "workbench/session_player.h"
+
 #include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
 #include <utility>
 #include <vector>
-
-#include "workbench/recording.h"
-#include "workbench/session.h"
-#include "workbench/session_player.h"
 
 namespace workbench {
 

@@ -1,12 +1,12 @@
 #include "workbench/key_effects.h"
 
+#include "device/lmt_ctrlr.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <limits>
 #include <optional>
-
-#include "device/lmt_ctrlr.h"
 
 namespace workbench {
 namespace {

@@ -2,11 +2,11 @@
 #ifndef WORKBENCH_KEY_EFFECTS_H
 #define WORKBENCH_KEY_EFFECTS_H
 
-#include <vector>
-
 #include "workbench/recording.h"
 #include "workbench/report.h"
 #include "workbench/session.h"
+
+#include <vector>
 
 namespace workbench {
 

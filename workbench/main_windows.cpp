@@ -1,11 +1,10 @@
-#include <windows.h>
+#include "workbench/app.h"
+#include "workbench/text_input.h"
 
+#include <windows.h>
 #include <shellapi.h>
 
 #include <iostream>
-
-#include "workbench/app.h"
-#include "workbench/text_input.h"
 
 /// The arguments that main() gets are cut to the ANSI code page; a file may be named beyond it.
 int main() {

@@ -2,10 +2,10 @@
 #ifndef WORKBENCH_MENU_FUNCTIONS_H
 #define WORKBENCH_MENU_FUNCTIONS_H
 
+#include "workbench/report.h"
+
 #include <string_view>
 #include <vector>
-
-#include "workbench/report.h"
 
 namespace workbench {
 

@@ -3,10 +3,10 @@
 #ifndef WORKBENCH_MODULE_LOADER_H
 #define WORKBENCH_MODULE_LOADER_H
 
+#include "rxdefs.h"
+
 #include <cstdint>
 #include <filesystem>
-
-#include "rxdefs.h"
 
 namespace workbench {
 

@@ -1,10 +1,9 @@
+#include "workbench/input_error.h"
 #include "workbench/module_loader.h"
 
 #include <dlfcn.h>
 
 #include <utility>
-
-#include "workbench/input_error.h"
 
 namespace workbench {
 namespace {

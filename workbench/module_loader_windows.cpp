@@ -1,14 +1,14 @@
-#include <windows.h>
-
-#include <array>
-#include <cstdio>
-#include <utility>
-
 #include "workbench/beeps.h"
 #include "workbench/import_table.h"
 #include "workbench/input_error.h"
 #include "workbench/module_loader.h"
 #include "workbench/text_input.h"
+
+#include <windows.h>
+
+#include <array>
+#include <cstdio>
+#include <utility>
 
 namespace workbench {
 namespace {

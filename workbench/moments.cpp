@@ -1,12 +1,12 @@
 #include "workbench/moments.h"
 
-#include <algorithm>
-#include <utility>
-
 #include "standin/controller/controller_feed.h"
 #include "standin_clock.h"
 #include "workbench/desktop.h"
 #include "workbench/drawing_state.h"
+
+#include <algorithm>
+#include <utility>
 
 namespace workbench {
 namespace {

@@ -2,12 +2,12 @@
 #ifndef WORKBENCH_MOMENTS_H
 #define WORKBENCH_MOMENTS_H
 
+#include "workbench/report.h"
+
 #include <cstdint>
 #include <map>
 #include <set>
 #include <vector>
-
-#include "workbench/report.h"
 
 namespace workbench {
 

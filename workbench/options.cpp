@@ -1,12 +1,12 @@
 #include "workbench/options.h"
 
-#include <algorithm>
-
-#include <CLI/CLI.hpp>
-
 #include "workbench/input_error.h"
 #include "workbench/module_loader.h"
 #include "workbench/text_input.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
 
 namespace workbench {
 namespace {

@@ -1,11 +1,11 @@
 #include "workbench/outputs.h"
 
-#include <charconv>
-#include <fstream>
-
 #include "workbench/input_error.h"
 
 #include <nlohmann/json.hpp>
+
+#include <charconv>
+#include <fstream>
 
 namespace workbench {
 namespace {

@@ -2,12 +2,12 @@
 #ifndef WORKBENCH_OUTPUTS_H
 #define WORKBENCH_OUTPUTS_H
 
+#include "workbench/replay.h"
+
 #include <filesystem>
 #include <string>
 #include <utility>
 #include <vector>
-
-#include "workbench/replay.h"
 
 namespace workbench {
 

@@ -1,9 +1,9 @@
 #include "workbench/profile.h"
 
-#include <system_error>
-
 #include "workbench/input_error.h"
 #include "workbench/text_input.h"
+
+#include <system_error>
 
 namespace workbench {
 

@@ -1,12 +1,12 @@
 #include "workbench/recording.h"
 
-#include <cstdio>
-#include <utility>
-
 #include "standin/controller/controller_feed.h"
 #include "standin_clock.h"
 #include "workbench/desktop.h"
 #include "workbench/text_input.h"
+
+#include <cstdio>
+#include <utility>
 
 namespace workbench {
 namespace {

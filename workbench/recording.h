@@ -2,14 +2,14 @@
 #ifndef WORKBENCH_RECORDING_H
 #define WORKBENCH_RECORDING_H
 
+#include "standin/objectarx/host_control.h"
+
 #include <array>
 #include <cstdint>
 #include <mutex>
 #include <set>
 #include <string>
 #include <vector>
-
-#include "standin/objectarx/host_control.h"
 
 namespace workbench {
 

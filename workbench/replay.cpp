@@ -1,17 +1,17 @@
 #include "workbench/replay.h"
 
+#include "standin/controller/controller_feed.h"
+#include "workbench/desktop.h"
+#include "workbench/input_error.h"
+#include "workbench/moments.h"
+#include "workbench/session_player.h"
+
 #include <algorithm>
 #include <chrono>
 #include <exception>
 #include <optional>
 #include <thread>
 #include <utility>
-
-#include "standin/controller/controller_feed.h"
-#include "workbench/desktop.h"
-#include "workbench/input_error.h"
-#include "workbench/moments.h"
-#include "workbench/session_player.h"
 
 namespace workbench {
 namespace {

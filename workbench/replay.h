@@ -3,13 +3,6 @@
 #ifndef WORKBENCH_REPLAY_H
 #define WORKBENCH_REPLAY_H
 
-#include <cstdint>
-#include <functional>
-#include <map>
-#include <memory>
-#include <string>
-#include <vector>
-
 #include "standin/objectarx/drawing.h"
 #include "standin/objectarx/host_control.h"
 #include "standin_clock.h"
@@ -19,6 +12,13 @@
 #include "workbench/recording.h"
 #include "workbench/report.h"
 #include "workbench/session.h"
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
 
 namespace workbench {
 

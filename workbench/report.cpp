@@ -1,15 +1,15 @@
 #include "workbench/report.h"
 
+#include "workbench/report_json.h"
+#include "workbench/report_page.h"
+#include "workbench/report_scene.h"
+
+#include <cerrno>
 #include <fstream>
 #include <ios>
 #include <stdexcept>
 #include <string_view>
 #include <system_error>
-#include <cerrno>
-
-#include "workbench/report_json.h"
-#include "workbench/report_page.h"
-#include "workbench/report_scene.h"
 
 namespace workbench {
 namespace {

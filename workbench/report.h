@@ -4,6 +4,8 @@
 #ifndef WORKBENCH_REPORT_H
 #define WORKBENCH_REPORT_H
 
+#include "standin/objectarx/host_control.h"
+
 #include <array>
 #include <cstdint>
 #include <filesystem>
@@ -11,8 +13,6 @@
 #include <string>
 #include <utility>
 #include <vector>
-
-#include "standin/objectarx/host_control.h"
 
 namespace workbench {
 

@@ -1,12 +1,12 @@
 #include "workbench/report_scene.h"
 
+#include "workbench/report_json.h"
+
 #include <cstdint>
 #include <map>
 #include <string>
 #include <utility>
 #include <vector>
-
-#include "workbench/report_json.h"
 
 namespace workbench {
 namespace {

@@ -4,9 +4,9 @@
 #ifndef WORKBENCH_REPORT_SCENE_H
 #define WORKBENCH_REPORT_SCENE_H
 
-#include <string>
-
 #include "workbench/report.h"
+
+#include <string>
 
 namespace workbench {
 

@@ -1,9 +1,9 @@
 #include "workbench/run_report.h"
 
-#include <utility>
-
 #include "workbench/key_effects.h"
 #include "workbench/menu_functions.h"
+
+#include <utility>
 
 namespace workbench {
 namespace {

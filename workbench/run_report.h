@@ -2,11 +2,11 @@
 #ifndef WORKBENCH_RUN_REPORT_H
 #define WORKBENCH_RUN_REPORT_H
 
-#include <string>
-
 #include "workbench/outputs.h"
 #include "workbench/replay.h"
 #include "workbench/report.h"
+
+#include <string>
 
 namespace workbench {
 

@@ -1,8 +1,5 @@
 #include "workbench/session_player.h"
 
-#include <cstdint>
-#include <vector>
-
 #include "device/lmt_ctrlr.h"
 #include "standin/controller/controller_feed.h"
 #include "standin/objectarx/host_control.h"
@@ -10,6 +7,9 @@
 #include "workbench/desktop.h"
 #include "workbench/input_error.h"
 #include "workbench/text_input.h"
+
+#include <cstdint>
+#include <vector>
 
 namespace workbench {
 namespace {

@@ -3,12 +3,12 @@
 #ifndef WORKBENCH_SESSION_PLAYER_H
 #define WORKBENCH_SESSION_PLAYER_H
 
+#include "workbench/recording.h"
+#include "workbench/session.h"
+
 #include <atomic>
 #include <cstddef>
 #include <functional>
-
-#include "workbench/recording.h"
-#include "workbench/session.h"
 
 namespace workbench {
 

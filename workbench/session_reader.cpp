@@ -1,11 +1,10 @@
+#include "device/lmt_ctrlr.h"
+#include "workbench/input_error.h"
 #include "workbench/session.h"
+#include "workbench/text_input.h"
 
 #include <limits>
 #include <map>
-
-#include "device/lmt_ctrlr.h"
-#include "workbench/input_error.h"
-#include "workbench/text_input.h"
 
 namespace workbench {
 namespace {

@@ -1,12 +1,12 @@
 #include "workbench/text_input.h"
 
+#include "workbench/input_error.h"
+
 #include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <fstream>
 #include <system_error>
-
-#include "workbench/input_error.h"
 
 namespace workbench {
 namespace {

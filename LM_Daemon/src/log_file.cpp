@@ -1,8 +1,8 @@
 #include "LM_Daemon/src/log_file.h"
 
-#include <new>
-
 #include "util/native_file.h"
+
+#include <new>
 
 namespace {
 

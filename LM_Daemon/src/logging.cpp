@@ -1,13 +1,13 @@
 #include "LM_Daemon/src/logging.h"
 
+#include "util/console.h"
+#include "util/threads.h"
+#include "util/util.h"
+
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <utility>
-
-#include "util/console.h"
-#include "util/threads.h"
-#include "util/util.h"
 
 std::atomic<std::int32_t> Logging::sMarker{0};
 std::atomic<std::uint32_t> Logging::sLevelMask{0};
@@ -134,8 +134,8 @@ void Logging::appendStart(LogText& text, LogLevel level, std::string_view positi
   LogPosition::kGap.copy(startP + mStartSize + position.size(), LogPosition::kGap.size());
 }
 
-/// Other processes may append to the same file, so the size is asked of the system whenever time has moved on; until
-/// then only every few lines, because asking costs a third of a line.
+/// Other processes may append to the same file, so the size is asked of the system whenever time has moved
+/// on; until then only every few lines, because asking costs a third of a line.
 bool Logging::isFull() noexcept {
   const bool isExact = mMsOfDay != mMsOfExactSize || ++mWritesSinceExactSize > kMaxTrustedWrites;
   if (isExact) {

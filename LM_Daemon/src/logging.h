@@ -10,6 +10,13 @@
 #ifndef LM_DAEMON_SRC_LOGGING_H
 #define LM_DAEMON_SRC_LOGGING_H
 
+#include "LM_Daemon/src/log_file.h"
+#include "LM_Daemon/src/log_level.h"
+#include "LM_Daemon/src/log_pars.h"
+#include "LM_Daemon/src/log_position.h"
+#include "LM_Daemon/src/log_text.h"
+#include "util/mutex.h"
+
 #include <array>
 #include <atomic>
 #include <cstddef>
@@ -19,13 +26,6 @@
 #include <string>
 #include <string_view>
 #include <type_traits>
-
-#include "LM_Daemon/src/log_file.h"
-#include "LM_Daemon/src/log_level.h"
-#include "LM_Daemon/src/log_pars.h"
-#include "LM_Daemon/src/log_position.h"
-#include "LM_Daemon/src/log_text.h"
-#include "util/mutex.h"
 
 class Logging {
  public:
@@ -51,8 +51,9 @@ class Logging {
   void init(const LogPars& pars);
 
   /// Makes the log file the one backup and begins a new one. 0: done; -1: no file is open; -2: the old backup
-  /// could not be removed; -3: the file could not be renamed, or there is no memory for it. After -2 and -3 the
-  /// file is written on. A file that is itself named like its backup is kept and written on after a new header.
+  /// could not be removed; -3: the file could not be renamed, or there is no memory for it. After -2 and -3
+  /// the file is written on. A file that is itself named like its backup is kept and written on after a new
+  /// header.
   int backupLogFile() noexcept;
 
   /// Whether an entry of this level may be written at all.
@@ -71,8 +72,8 @@ class Logging {
   bool openEntry(LogLevel level, std::string_view sourceFile, std::string_view position) noexcept;
 
   /// A piece of the calling thread's open entry; without one it is dropped. Texts, characters, integers,
-  /// unscoped enumerators, floating point numbers, pointers; std::hex and std::dec until the end of the entry,
-  /// other manipulators do nothing.
+  /// unscoped enumerators, floating point numbers, pointers; std::hex and std::dec until the end of the
+  /// entry, other manipulators do nothing.
   template <typename T>
   Logging& operator<<(const T& piece) noexcept {
     if (isOwner() && mDepth > 0) append(piece);
@@ -199,7 +200,8 @@ class LogEntry {
   Logging* open(LogLevel level, std::string_view sourceFile, std::string_view position) noexcept;
 
   std::uint64_t mNumber = 0;
-  /// Of the thread that opened the entry, and that alone uses it. Kept because asking costs more than a piece.
+  /// Of the thread that opened the entry, and that alone uses it. Kept because asking costs more than a
+  /// piece.
   std::uint32_t mThread = 0;
   Logging* mLogP;
 };

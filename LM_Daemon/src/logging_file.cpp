@@ -1,11 +1,11 @@
-#include <algorithm>
-#include <cctype>
-#include <exception>
-
 #include "LM_Daemon/src/logging.h"
 #include "util/console.h"
 #include "util/native_file.h"
 #include "util/util.h"
+
+#include <algorithm>
+#include <cctype>
+#include <exception>
 
 namespace {
 

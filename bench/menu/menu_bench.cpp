@@ -1,12 +1,12 @@
 // The cost of reading a menu file, which happens on every idle tick until the file names a mode.
+#include "common_sources/menu_table.h"
+
 #include <benchmark/benchmark.h>
 #include <stdlib.h>
 #include <windows.h>
 
 #include <filesystem>
 #include <fstream>
-
-#include "common_sources/menu_table.h"
 
 HINSTANCE _hdllInstance = nullptr;
 

@@ -1,9 +1,11 @@
 #include "bench/objects/null_selection.h"
 
-#include "acdocman.h"
+// clang-format off
 #include "acedads.h"
 #include "adscodes.h"
 #include "dbmain.h"
+#include "acdocman.h"
+// clang-format on
 
 namespace {
 

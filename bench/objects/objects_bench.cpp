@@ -1,10 +1,9 @@
 // The module's own share of moving a selection, for each of its entities: host calls do nothing.
+#include "bench/allocation_count.h"
+#include "bench/null_core.h"
 #include "bench/objects/null_selection.h"
 
 #include <benchmark/benchmark.h>
-
-#include "bench/allocation_count.h"
-#include "bench/null_core.h"
 
 namespace {
 

@@ -1,11 +1,13 @@
 #include "bench/pass/null_host.h"
 
-#include <windows.h>
-
+// clang-format off
 #include "acedads.h"
-#include "acgs.h"
 #include "adscodes.h"
 #include "gs.h"
+#include "acgs.h"
+// clang-format on
+
+#include <windows.h>
 
 HINSTANCE _hdllInstance = nullptr;
 

@@ -1,11 +1,10 @@
 // The cost of one pass of view motion with all six axes deflected, beside the same three rotations in Eigen.
-#include <benchmark/benchmark.h>
-
-#include <Eigen/Geometry>
-
 #include "bench/allocation_count.h"
 #include "bench/null_core.h"
 #include "bench/pass/null_host.h"
+
+#include <Eigen/Geometry>
+#include <benchmark/benchmark.h>
 
 namespace {
 

@@ -1,8 +1,10 @@
 /// What reading every parameter of a section costs for each line, against inih and against a loop that only
 /// reads the lines. inih's parser hands each line to a callback; its reader keeps the values, as ours returns
 /// them.
-#include <benchmark/benchmark.h>
+#include "config/cnfg.h"
+
 #include <INIReader.h>
+#include <benchmark/benchmark.h>
 #include <ini.h>
 #include <unistd.h>
 
@@ -11,8 +13,6 @@
 #include <fstream>
 #include <string>
 #include <vector>
-
-#include "config/cnfg.h"
 
 namespace {
 

@@ -1,4 +1,6 @@
 /// What a line of the log costs, against a bare write of the same bytes and against spdlog.
+#include "LM_Daemon/src/logging.h"
+
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
 #include <spdlog/sinks/basic_file_sink.h>
@@ -9,8 +11,6 @@
 #include <filesystem>
 #include <fstream>
 #include <string>
-
-#include "LM_Daemon/src/logging.h"
 
 namespace {
 

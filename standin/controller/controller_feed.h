@@ -3,13 +3,13 @@
 #ifndef STANDIN_CONTROLLER_FEED_H
 #define STANDIN_CONTROLLER_FEED_H
 
+#include "standin/controller/controller_api.h"
+#include "standin/fault_point.h"
+
 #include <array>
 #include <cstdint>
 #include <string>
 #include <vector>
-
-#include "standin/controller/controller_api.h"
-#include "standin/fault_point.h"
 
 namespace standin::controller {
 

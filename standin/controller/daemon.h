@@ -3,6 +3,9 @@
 #ifndef STANDIN_CONTROLLER_DAEMON_H
 #define STANDIN_CONTROLLER_DAEMON_H
 
+#include "standin/controller/controller_feed.h"
+#include "standin/controller/waiting.h"
+
 #include <array>
 #include <cstdint>
 #include <deque>
@@ -11,9 +14,6 @@
 #include <string>
 #include <thread>
 #include <vector>
-
-#include "standin/controller/controller_feed.h"
-#include "standin/controller/waiting.h"
 
 namespace standin::controller {
 

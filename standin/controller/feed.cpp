@@ -1,5 +1,4 @@
 #include "standin/controller/controller_feed.h"
-
 #include "standin/controller/daemon.h"
 
 namespace standin::controller {

@@ -7,10 +7,10 @@
 #pragma GCC visibility pop
 #endif
 
+#include "standin/controller/daemon.h"
+
 #include <algorithm>
 #include <string>
-
-#include "standin/controller/daemon.h"
 
 using standin::controller::Daemon;
 using standin::controller::DaemonState;

@@ -1,8 +1,8 @@
+#include "standin/controller/waiting.h"
+
 #include <chrono>
 #include <condition_variable>
 #include <mutex>
-
-#include "standin/controller/waiting.h"
 
 namespace standin::controller {
 

@@ -1,10 +1,11 @@
-/// The arguments with which the host was last called, for those that change nothing in the stand-in but matter to the
-/// real host. Main thread only.
+/// The arguments with which the host was last called, for those that change nothing in the stand-in but
+/// matter to the real host. Main thread only.
 #ifndef STANDIN_CALL_RECORD_H
 #define STANDIN_CALL_RECORD_H
 
-#include "acdocman.h"
 #include "standin_objectarx_api.h"
+
+#include "acdocman.h"
 
 namespace standin::host {
 

@@ -2,8 +2,9 @@
 #ifndef STANDIN_CAMERA_MATH_H
 #define STANDIN_CAMERA_MATH_H
 
-#include "dbmain.h"
 #include "host_control.h"
+
+#include "dbmain.h"
 
 namespace standin::host {
 

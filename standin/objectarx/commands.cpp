@@ -1,11 +1,11 @@
 #include "commands.h"
 
-#include <algorithm>
-
 #include "operation.h"
 #include "printing.h"
 #include "state.h"
 #include "text.h"
+
+#include <algorithm>
 
 namespace standin::host {
 namespace {

@@ -2,10 +2,10 @@
 #ifndef STANDIN_COMMANDS_H
 #define STANDIN_COMMANDS_H
 
+#include "command_line.h"
+
 #include <memory>
 #include <string>
-
-#include "command_line.h"
 
 namespace standin::host {
 

@@ -1,8 +1,8 @@
 // Circles, arcs and ellipses: one conic each.
-#include <cmath>
-
 #include "conic.h"
 #include "entity_base.h"
+
+#include <cmath>
 
 namespace standin {
 namespace {

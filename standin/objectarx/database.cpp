@@ -1,11 +1,13 @@
 // Opening and closing of database objects, and what is asked of an entity that is open.
-#include "dbmain.h"
-
-#include "dbents.h"
 #include "names.h"
 #include "object_access.h"
 #include "operation.h"
 #include "state.h"
+
+// clang-format off
+#include "dbmain.h"
+#include "dbents.h"
+// clang-format on
 
 using namespace standin;
 using namespace standin::host;

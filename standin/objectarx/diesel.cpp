@@ -1,13 +1,13 @@
 #include "diesel.h"
 
+#include "state.h"
+#include "text.h"
+#include "variables.h"
+
 #include <cmath>
 #include <cwchar>
 #include <mutex>
 #include <vector>
-
-#include "state.h"
-#include "text.h"
-#include "variables.h"
 
 namespace standin::host {
 namespace {

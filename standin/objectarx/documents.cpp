@@ -1,10 +1,10 @@
 // The document manager: the current document, its locks, its reactors and the text queued for its command
 // line.
-#include <algorithm>
-
 #include "call_record.h"
 #include "operation.h"
 #include "state.h"
+
+#include <algorithm>
 
 using namespace standin::host;
 

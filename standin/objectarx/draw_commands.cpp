@@ -1,11 +1,11 @@
 // LINE and CIRCLE.
-#include <mutex>
-#include <optional>
-
 #include "commands.h"
 #include "printing.h"
 #include "state.h"
 #include "text.h"
+
+#include <mutex>
+#include <optional>
 
 namespace standin::host {
 namespace {

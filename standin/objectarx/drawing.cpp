@@ -1,11 +1,11 @@
 #include "drawing.h"
 
+#include "object_access.h"
+
 #include <cstdio>
 #include <stdexcept>
 #include <unordered_map>
 #include <unordered_set>
-
-#include "object_access.h"
 
 namespace standin {
 namespace {

@@ -3,6 +3,15 @@
 #ifndef STANDIN_DRAWING_H
 #define STANDIN_DRAWING_H
 
+#include "standin_objectarx_api.h"
+
+// clang-format off
+#include "dbmain.h"
+#include "gepnt3d.h"
+#include "gevec3d.h"
+#include "gemat3d.h"
+// clang-format on
+
 #include <array>
 #include <cstdint>
 #include <map>
@@ -10,12 +19,6 @@
 #include <optional>
 #include <string>
 #include <vector>
-
-#include "dbmain.h"
-#include "gemat3d.h"
-#include "gepnt3d.h"
-#include "gevec3d.h"
-#include "standin_objectarx_api.h"
 
 namespace standin {
 

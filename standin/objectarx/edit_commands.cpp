@@ -1,10 +1,10 @@
 // ERASE and SELECT. Objects are named by their handles, or all of them.
-#include <cwchar>
-#include <mutex>
-
 #include "commands.h"
 #include "printing.h"
 #include "state.h"
+
+#include <cwchar>
+#include <mutex>
 
 namespace standin::host {
 namespace {

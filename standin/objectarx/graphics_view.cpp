@@ -1,11 +1,12 @@
 #include "graphics_view.h"
 
-#include <cmath>
-
-#include "acgs.h"
 #include "call_record.h"
 #include "operation.h"
 #include "state.h"
+
+#include "acgs.h"
+
+#include <cmath>
 
 namespace standin::host {
 namespace {

@@ -2,8 +2,9 @@
 #ifndef STANDIN_GRAPHICS_VIEW_H
 #define STANDIN_GRAPHICS_VIEW_H
 
-#include "gs.h"
 #include "host_control.h"
+
+#include "gs.h"
 
 namespace standin::host {
 

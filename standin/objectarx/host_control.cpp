@@ -1,12 +1,12 @@
 #include "host_control.h"
 
-#include <algorithm>
-
 #include "operation.h"
 #include "state.h"
 #include "text.h"
 #include "variables.h"
 #include "view_actions.h"
+
+#include <algorithm>
 
 namespace standin::host {
 namespace {

@@ -3,6 +3,15 @@
 #ifndef STANDIN_HOST_CONTROL_H
 #define STANDIN_HOST_CONTROL_H
 
+#include "standin/fault_point.h"
+#include "standin/objectarx/drawing.h"
+#include "standin_objectarx_api.h"
+
+// clang-format off
+#include "gepnt3d.h"
+#include "gevec3d.h"
+// clang-format on
+
 #include <cstdint>
 #include <functional>
 #include <map>
@@ -10,12 +19,6 @@
 #include <optional>
 #include <string>
 #include <vector>
-
-#include "gepnt3d.h"
-#include "gevec3d.h"
-#include "standin/fault_point.h"
-#include "standin/objectarx/drawing.h"
-#include "standin_objectarx_api.h"
 
 namespace standin::host {
 

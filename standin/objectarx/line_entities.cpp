@@ -1,7 +1,8 @@
 // Lines and polylines.
 #include "conic.h"
-#include "dbents.h"
 #include "entity_base.h"
+
+#include "dbents.h"
 
 namespace standin {
 namespace {

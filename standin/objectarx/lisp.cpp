@@ -1,9 +1,9 @@
 #include "lisp.h"
 
-#include <cwctype>
-
 #include "diesel.h"
 #include "text.h"
+
+#include <cwctype>
 
 namespace standin::host {
 namespace {

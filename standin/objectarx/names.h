@@ -2,9 +2,9 @@
 #ifndef STANDIN_NAMES_H
 #define STANDIN_NAMES_H
 
-#include <cstdint>
-
 #include "adsdef.h"
+
+#include <cstdint>
 
 namespace standin::host {
 

@@ -1,8 +1,8 @@
 #include "operation.h"
 
-#include <thread>
-
 #include "state.h"
+
+#include <thread>
 
 namespace standin::host {
 namespace {

@@ -1,13 +1,16 @@
 #include "printing.h"
 
+#include "operation.h"
+#include "state.h"
+
+// clang-format off
+#include "adscodes.h"
+#include "acutads.h"
+// clang-format on
+
 #include <cstdarg>
 #include <cwchar>
 #include <vector>
-
-#include "acutads.h"
-#include "adscodes.h"
-#include "operation.h"
-#include "state.h"
 
 using namespace standin::host;
 

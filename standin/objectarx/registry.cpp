@@ -1,13 +1,14 @@
 // The system registry and what the module finds in it: the loader of modules and the stack of commands.
+#include "call_record.h"
+#include "operation.h"
+#include "state.h"
+#include "text.h"
+
+#include "rxdlinkr.h"
+
 #include <algorithm>
 #include <cwchar>
 #include <cwctype>
-
-#include "call_record.h"
-#include "operation.h"
-#include "rxdlinkr.h"
-#include "state.h"
-#include "text.h"
 
 using namespace standin::host;
 

@@ -1,11 +1,13 @@
+// clang-format off
 #include "accmd.h"
-#include "acdocman.h"
-#include "dbents.h"
-#include "dbsymtb.h"
-#include "gs.h"
 #include "rxclass.h"
 #include "rxdict.h"
 #include "rxdlinkr.h"
+#include "dbents.h"
+#include "dbsymtb.h"
+#include "acdocman.h"
+#include "gs.h"
+// clang-format on
 
 /// Class `NAME` with the parent PARENT.
 #define STANDIN_DEFINE_CLASS(NAME, PARENT)                       \

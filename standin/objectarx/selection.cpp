@@ -1,12 +1,13 @@
 // Selection sets. Each that is taken must be freed: the host has room for few.
-#include <string_view>
-
-#include "acedads.h"
-#include "names.h"
 #include "call_record.h"
+#include "names.h"
 #include "operation.h"
 #include "state.h"
 #include "text.h"
+
+#include "acedads.h"
+
+#include <string_view>
 
 using namespace standin::host;
 

@@ -1,12 +1,12 @@
 // TILEMODE, CVPORT and NETLOAD.
-#include <exception>
-#include <filesystem>
-#include <utility>
-
 #include "commands.h"
 #include "printing.h"
 #include "text.h"
 #include "view_actions.h"
+
+#include <exception>
+#include <filesystem>
+#include <utility>
 
 namespace standin::host {
 namespace {

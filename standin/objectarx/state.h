@@ -2,6 +2,16 @@
 #ifndef STANDIN_STATE_H
 #define STANDIN_STATE_H
 
+#include "command_line.h"
+#include "graphics_view.h"
+#include "host_control.h"
+#include "viewports.h"
+
+// clang-format off
+#include "accmd.h"
+#include "acdocman.h"
+// clang-format on
+
 #include <atomic>
 #include <cstdint>
 #include <deque>
@@ -12,13 +22,6 @@
 #include <string>
 #include <thread>
 #include <vector>
-
-#include "accmd.h"
-#include "acdocman.h"
-#include "command_line.h"
-#include "graphics_view.h"
-#include "host_control.h"
-#include "viewports.h"
 
 namespace standin::host {
 

@@ -1,10 +1,11 @@
 #include "variables.h"
 
-#include "acedads.h"
 #include "camera_math.h"
 #include "operation.h"
 #include "state.h"
 #include "text.h"
+
+#include "acedads.h"
 
 namespace standin::host {
 namespace {

@@ -1,8 +1,8 @@
 #include "view_actions.h"
 
-#include <mutex>
-
 #include "state.h"
+
+#include <mutex>
 
 namespace standin::host {
 namespace {

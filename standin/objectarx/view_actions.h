@@ -3,10 +3,10 @@
 #ifndef STANDIN_VIEW_ACTIONS_H
 #define STANDIN_VIEW_ACTIONS_H
 
-#include <string>
-
 #include "camera_math.h"
 #include "variables.h"
+
+#include <string>
 
 namespace standin::host {
 

@@ -1,9 +1,9 @@
 // -VIEW and ZOOM.
-#include <cwctype>
-
 #include "commands.h"
 #include "printing.h"
 #include "view_actions.h"
+
+#include <cwctype>
 
 namespace standin::host {
 namespace {

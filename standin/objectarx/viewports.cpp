@@ -1,12 +1,13 @@
 #include "viewports.h"
 
-#include <cmath>
-
-#include "aced.h"
 #include "camera_math.h"
 #include "object_access.h"
 #include "operation.h"
 #include "state.h"
+
+#include "aced.h"
+
+#include <cmath>
 
 using namespace standin::host;
 

@@ -3,9 +3,12 @@
 #ifndef STANDIN_VIEWPORTS_H
 #define STANDIN_VIEWPORTS_H
 
+#include "host_control.h"
+
+// clang-format off
 #include "dbents.h"
 #include "dbsymtb.h"
-#include "host_control.h"
+// clang-format on
 
 namespace standin::host {
 

@@ -1,7 +1,7 @@
 // Points, faces and meshes: points, and wires drawn between them.
-#include <stdexcept>
-
 #include "entity_base.h"
+
+#include <stdexcept>
 
 namespace standin {
 namespace {

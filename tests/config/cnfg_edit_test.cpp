@@ -1,9 +1,9 @@
+#include "config/cnfg.h"
+#include "tests/util/temp_folder.h"
+
 #include <gtest/gtest.h>
 
 #include <filesystem>
-
-#include "config/cnfg.h"
-#include "tests/util/temp_folder.h"
 
 namespace {
 

@@ -1,10 +1,10 @@
+#include "config/cnfg.h"
+#include "tests/util/temp_folder.h"
+
 #include <gtest/gtest.h>
 
 #include <filesystem>
 #include <fstream>
-
-#include "config/cnfg.h"
-#include "tests/util/temp_folder.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
-#include <gtest/gtest.h>
-
 #include "config/cnfg.h"
 #include "tests/util/temp_folder.h"
+
+#include <gtest/gtest.h>
 
 namespace {
 

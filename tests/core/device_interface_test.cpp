@@ -1,11 +1,11 @@
 // The client library's interface as the module sees it: ordinals, records, codes.
+#include "device/lmt_ctrlr.h"
+
 #include <gtest/gtest.h>
 
 #include <fstream>
 #include <map>
 #include <sstream>
-
-#include "device/lmt_ctrlr.h"
 
 namespace {
 

@@ -1,11 +1,11 @@
 #include "common_sources/menu_table.h"
 
+#include "tests/support/system.h"
+
 #include <gmock/gmock.h>
 
 #include <filesystem>
 #include <fstream>
-
-#include "tests/support/system.h"
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;

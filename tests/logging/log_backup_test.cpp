@@ -1,10 +1,10 @@
+#include "tests/logging/log_fixture.h"
+
 #include <gmock/gmock.h>
 
 #include <cerrno>
 #include <filesystem>
 #include <fstream>
-
-#include "tests/logging/log_fixture.h"
 
 namespace {
 

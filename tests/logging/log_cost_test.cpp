@@ -1,7 +1,7 @@
-#include <gtest/gtest.h>
-
 #include "LM_Daemon/src/logging.h"
 #include "tests/util/allocations.h"
+
+#include <gtest/gtest.h>
 
 namespace {
 

@@ -1,3 +1,7 @@
+#include "LM_Daemon/src/log_position.h"
+#include "tests/logging/log_fixture.h"
+#include "util/threads.h"
+
 #include <gmock/gmock.h>
 
 #include <cstdint>
@@ -6,10 +10,6 @@
 #include <regex>
 #include <sstream>
 #include <stdexcept>
-
-#include "LM_Daemon/src/log_position.h"
-#include "tests/logging/log_fixture.h"
-#include "util/threads.h"
 
 namespace {
 

@@ -2,6 +2,11 @@
 #ifndef TESTS_LOGGING_LOG_FIXTURE_H
 #define TESTS_LOGGING_LOG_FIXTURE_H
 
+#include "LM_Daemon/src/logging.h"
+#include "tests/util/temp_folder.h"
+#include "util/threads.h"
+#include "util/util.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -9,11 +14,6 @@
 #include <sstream>
 #include <string>
 #include <vector>
-
-#include "LM_Daemon/src/logging.h"
-#include "tests/util/temp_folder.h"
-#include "util/threads.h"
-#include "util/util.h"
 
 /// The column of a thread's number, which takes the room it needs.
 inline std::size_t threadWidth(std::uint32_t thread) {

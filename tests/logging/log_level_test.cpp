@@ -1,7 +1,7 @@
-#include <gmock/gmock.h>
-
 #include "LM_Daemon/src/log_position.h"
 #include "tests/logging/log_fixture.h"
+
+#include <gmock/gmock.h>
 
 namespace {
 

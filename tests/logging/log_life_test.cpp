@@ -1,9 +1,9 @@
+#include "tests/logging/log_fixture.h"
+
 #include <gmock/gmock.h>
 
 #include <optional>
 #include <regex>
-
-#include "tests/logging/log_fixture.h"
 
 namespace {
 

@@ -1,12 +1,12 @@
 // The lock of the log, whose operations are told to fail or are counted here.
+#include "tests/logging/log_fixture.h"
+
 #include <gmock/gmock.h>
 #include <semaphore.h>
 
 #include <cerrno>
 #include <cstring>
 #include <thread>
-
-#include "tests/logging/log_fixture.h"
 
 namespace {
 

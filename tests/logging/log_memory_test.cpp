@@ -1,8 +1,8 @@
 // What the log does when there is no memory.
-#include <gtest/gtest.h>
-
 #include "tests/logging/log_fixture.h"
 #include "tests/util/allocations.h"
+
+#include <gtest/gtest.h>
 
 namespace {
 

@@ -1,10 +1,10 @@
+#include "tests/logging/log_fixture.h"
+
 #include <gtest/gtest.h>
 
 #include <array>
 #include <cstdio>
 #include <thread>
-
-#include "tests/logging/log_fixture.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
+#include "tests/logging/log_fixture.h"
+#include "tests/support/system.h"
+
 #include <gmock/gmock.h>
 
 #include <thread>
-
-#include "tests/logging/log_fixture.h"
-#include "tests/support/system.h"
 
 namespace {
 

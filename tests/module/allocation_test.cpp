@@ -1,10 +1,10 @@
-// A pass runs hundreds of times a second while the cap is held: it must not allocate. The stand-ins' calls that a pass
-// makes do not either, so the count is the module's.
-#include <gtest/gtest.h>
-
+// A pass runs hundreds of times a second while the cap is held: it must not allocate. The stand-ins' calls
+// that a pass makes do not either, so the count is the module's.
 #include "bench/allocation_count.h"
 #include "standin_desktop.h"
 #include "tests/module/module_fixture.h"
+
+#include <gtest/gtest.h>
 
 namespace desktop = standin::desktop;
 namespace host = standin::host;

@@ -1,9 +1,9 @@
-#include <gmock/gmock.h>
-
 #include "standin/objectarx/call_record.h"
 #include "standin_clock.h"
 #include "standin_win32_faults.h"
 #include "tests/module/module_fixture.h"
+
+#include <gmock/gmock.h>
 
 namespace clock_ = standin::clock;
 namespace host = standin::host;

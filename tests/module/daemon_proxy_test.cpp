@@ -1,8 +1,8 @@
 #include "common_sources/daemon_proxy.h"
 
-#include <gmock/gmock.h>
-
 #include "tests/module/module_fixture.h"
+
+#include <gmock/gmock.h>
 
 namespace controller = standin::controller;
 using standin::Misbehaviour;

@@ -1,12 +1,11 @@
 // Every operation of the host made to fail, and to throw, at each of its calls in a life of the module.
+#include "host/toggle_commands.h"
+#include "tests/module/module_fixture.h"
+
 #include <gmock/gmock.h>
 
 #include <fstream>
 #include <set>
-
-#include "tests/module/module_fixture.h"
-
-#include "host/toggle_commands.h"
 
 namespace controller = standin::controller;
 namespace host = standin::host;

@@ -1,11 +1,11 @@
-#include <gmock/gmock.h>
-
-#include <fstream>
-
 #include "standin/objectarx/call_record.h"
 #include "standin_messages.h"
 #include "standin_process.h"
 #include "tests/module/module_fixture.h"
+
+#include <gmock/gmock.h>
+
+#include <fstream>
 
 namespace controller = standin::controller;
 namespace host = standin::host;

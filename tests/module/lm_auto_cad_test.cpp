@@ -1,10 +1,10 @@
 #include "common_sources/lm_auto_cad.h"
 
-#include <gmock/gmock.h>
-
 #include "standin_clock.h"
 #include "tests/module/module_fixture.h"
 #include "tests/module/thread_start.h"
+
+#include <gmock/gmock.h>
 
 namespace controller = standin::controller;
 using ::testing::ElementsAre;

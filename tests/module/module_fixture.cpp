@@ -1,14 +1,15 @@
 #include "tests/module/module_fixture.h"
 
+#include "standin_clock.h"
+#include "standin_process.h"
+
+#include "dbxEntryPoint.h"
+
 #include <stdlib.h>
 
 #include <algorithm>
 #include <fstream>
 #include <sstream>
-
-#include "dbxEntryPoint.h"
-#include "standin_clock.h"
-#include "standin_process.h"
 
 HINSTANCE _hdllInstance = nullptr;
 

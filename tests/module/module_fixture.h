@@ -3,6 +3,12 @@
 #ifndef TESTS_MODULE_FIXTURE_H
 #define TESTS_MODULE_FIXTURE_H
 
+#include "common_sources/auto_cad_proxy.h"
+#include "common_sources/daemon_proxy.h"
+#include "common_sources/lm_auto_cad.h"
+#include "standin/controller/controller_feed.h"
+#include "standin/objectarx/host_control.h"
+
 #include <gtest/gtest.h>
 
 #include <array>
@@ -12,12 +18,6 @@
 #include <memory>
 #include <string>
 #include <vector>
-
-#include "common_sources/auto_cad_proxy.h"
-#include "common_sources/daemon_proxy.h"
-#include "common_sources/lm_auto_cad.h"
-#include "standin/controller/controller_feed.h"
-#include "standin/objectarx/host_control.h"
 
 /// What happened at the host, one line an event.
 class HostRecord : public standin::host::Listener {

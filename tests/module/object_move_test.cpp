@@ -1,9 +1,12 @@
-#include <gmock/gmock.h>
-
-#include "acedads.h"
-#include "adscodes.h"
 #include "standin/objectarx/call_record.h"
 #include "tests/module/module_fixture.h"
+
+// clang-format off
+#include "acedads.h"
+#include "adscodes.h"
+// clang-format on
+
+#include <gmock/gmock.h>
 
 namespace controller = standin::controller;
 namespace host = standin::host;

@@ -1,7 +1,7 @@
-#include <gmock/gmock.h>
-
 #include "host/doc_data.h"
 #include "tests/module/module_fixture.h"
+
+#include <gmock/gmock.h>
 
 namespace host = standin::host;
 using standin::Misbehaviour;

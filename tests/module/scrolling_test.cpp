@@ -1,8 +1,8 @@
-#include <gmock/gmock.h>
-
 #include "standin_clock.h"
 #include "standin_desktop.h"
 #include "tests/module/module_fixture.h"
+
+#include <gmock/gmock.h>
 
 namespace clock_ = standin::clock;
 namespace desktop = standin::desktop;

@@ -1,10 +1,10 @@
 #include "host/toggle_commands.h"
 
+#include "tests/module/module_fixture.h"
+
 #include <gmock/gmock.h>
 
 #include <fstream>
-
-#include "tests/module/module_fixture.h"
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;

@@ -1,8 +1,8 @@
+#include "tests/module/module_fixture.h"
+
 #include <gmock/gmock.h>
 
 #include <cmath>
-
-#include "tests/module/module_fixture.h"
 
 namespace controller = standin::controller;
 namespace host = standin::host;

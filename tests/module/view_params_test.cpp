@@ -1,8 +1,11 @@
-#include <gmock/gmock.h>
+#include "tests/module/module_fixture.h"
 
+// clang-format off
 #include "acedads.h"
 #include "adscodes.h"
-#include "tests/module/module_fixture.h"
+// clang-format on
+
+#include <gmock/gmock.h>
 
 namespace host = standin::host;
 using standin::Misbehaviour;

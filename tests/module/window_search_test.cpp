@@ -1,8 +1,8 @@
 #include "common_sources/window_search.h"
 
-#include <gtest/gtest.h>
-
 #include "standin_desktop.h"
+
+#include <gtest/gtest.h>
 
 namespace desktop = standin::desktop;
 

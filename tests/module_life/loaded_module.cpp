@@ -1,8 +1,8 @@
 #include "tests/module_life/loaded_module.h"
 
-#include <stdexcept>
-
 #include "tests/support/system.h"
+
+#include <stdexcept>
 
 LoadedModule::LoadedModule(const std::string& file) : mHandleP(tests::openLibrary(file)) {
   mEntryPoint = reinterpret_cast<int (*)(int, void*)>(tests::symbolOf(mHandleP, "acrxEntryPoint"));

@@ -1,17 +1,18 @@
-#include <gmock/gmock.h>
-
-#include <atomic>
-#include <filesystem>
-#include <fstream>
-#include <thread>
-
-#include "rxdefs.h"
 #include "standin/controller/controller_feed.h"
 #include "standin/objectarx/call_record.h"
 #include "standin/objectarx/host_control.h"
 #include "standin_clock.h"
 #include "tests/module_life/loaded_module.h"
 #include "tests/support/system.h"
+
+#include "rxdefs.h"
+
+#include <gmock/gmock.h>
+
+#include <atomic>
+#include <filesystem>
+#include <fstream>
+#include <thread>
 
 namespace clock_ = standin::clock;
 namespace controller = standin::controller;

@@ -1,11 +1,11 @@
+#include "sample_data.h"
+#include "workbench/report_scene.h"
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <string>
-
-#include "sample_data.h"
-#include "workbench/report_scene.h"
 
 namespace workbench {
 namespace {

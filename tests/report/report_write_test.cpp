@@ -1,3 +1,5 @@
+#include "sample_data.h"
+
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -5,8 +7,6 @@
 #include <iterator>
 #include <stdexcept>
 #include <string>
-
-#include "sample_data.h"
 
 namespace workbench {
 namespace {

@@ -1,10 +1,10 @@
 // Writes the sample reports into a folder, for the browser to open.
 
+#include "sample_data.h"
+
 #include <cstdio>
 #include <exception>
 #include <filesystem>
-
-#include "sample_data.h"
 
 int main(int argc, char** argv) {
   if (argc != 2) {

@@ -1,9 +1,9 @@
 /// When the module takes up a menu file, and what its functions do then.
+#include "module_run.h"
+
 #include <gtest/gtest.h>
 
 #include <sstream>
-
-#include "module_run.h"
 
 namespace {
 

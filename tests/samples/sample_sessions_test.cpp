@@ -1,13 +1,12 @@
 /// The sample sessions with the real module, on the sample drawing and on drawings that other programs made.
 /// The latter lie beside the project, so a machine without them skips those tests.
+#include "module_run.h"
+
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 
 #include <filesystem>
 #include <map>
-
-#include "module_run.h"
-
-#include <nlohmann/json.hpp>
 
 namespace {
 

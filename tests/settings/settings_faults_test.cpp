@@ -1,6 +1,6 @@
-#include <fstream>
-
 #include "tests/settings/settings_fixture.h"
+
+#include <fstream>
 
 namespace {
 

@@ -1,6 +1,6 @@
-#include <limits>
-
 #include "tests/settings/settings_fixture.h"
+
+#include <limits>
 
 namespace {
 

@@ -2,14 +2,14 @@
 #ifndef TESTS_SETTINGS_SETTINGS_FIXTURE_H
 #define TESTS_SETTINGS_SETTINGS_FIXTURE_H
 
+#include "common_sources/settings.h"
+#include "tests/support/system.h"
+#include "tests/util/temp_folder.h"
+
 #include <gtest/gtest.h>
 
 #include <filesystem>
 #include <string>
-
-#include "common_sources/settings.h"
-#include "tests/support/system.h"
-#include "tests/util/temp_folder.h"
 
 inline const std::string kSettingsFile = "Lumetrapad/Applications/autocad_addin.ini";
 

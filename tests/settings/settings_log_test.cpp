@@ -1,13 +1,13 @@
+#include "LM_Daemon/src/logging.h"
+#include "config/cnfg.h"
+#include "tests/settings/settings_fixture.h"
+#include "util/threads.h"
+
 #include <gmock/gmock.h>
 
 #include <algorithm>
 #include <sstream>
 #include <vector>
-
-#include "LM_Daemon/src/logging.h"
-#include "config/cnfg.h"
-#include "tests/settings/settings_fixture.h"
-#include "util/threads.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 // What the settings do when there is no memory to write them.
-#include <optional>
-
 #include "tests/settings/settings_fixture.h"
 #include "tests/util/allocations.h"
+
+#include <optional>
 
 namespace {
 

@@ -1,3 +1,9 @@
+#include "device/lmt_ctrlr.h"
+#include "standin/controller/controller_feed.h"
+#include "standin_clock.h"
+#include "tests/standin_controller/reading_thread.h"
+#include "windows.h"
+
 #include <gtest/gtest.h>
 
 #include <array>
@@ -7,12 +13,6 @@
 #include <thread>
 #include <utility>
 #include <vector>
-
-#include "device/lmt_ctrlr.h"
-#include "standin/controller/controller_feed.h"
-#include "standin_clock.h"
-#include "tests/standin_controller/reading_thread.h"
-#include "windows.h"
 
 namespace {
 

@@ -1,13 +1,13 @@
+#include "device/lmt_ctrlr.h"
+#include "standin/controller/controller_feed.h"
+#include "standin_clock.h"
+#include "tests/standin_controller/reading_thread.h"
+
 #include <gtest/gtest.h>
 
 #include <cstring>
 #include <string>
 #include <vector>
-
-#include "device/lmt_ctrlr.h"
-#include "standin/controller/controller_feed.h"
-#include "standin_clock.h"
-#include "tests/standin_controller/reading_thread.h"
 
 namespace {
 

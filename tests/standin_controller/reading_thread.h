@@ -2,6 +2,9 @@
 #ifndef TESTS_STANDIN_CONTROLLER_READING_THREAD_H
 #define TESTS_STANDIN_CONTROLLER_READING_THREAD_H
 
+#include "device/lmt_ctrlr.h"
+#include "standin_clock.h"
+
 #include <array>
 #include <atomic>
 #include <cstdint>
@@ -9,9 +12,6 @@
 #include <thread>
 #include <utility>
 #include <vector>
-
-#include "device/lmt_ctrlr.h"
-#include "standin_clock.h"
 
 /// What one lmGetEvent answered.
 struct Reading {

@@ -1,10 +1,12 @@
+#include "host_fixture.h"
+
+#include "accmd.h"
+
+#include "gmock/gmock.h"
+
 #include <cmath>
 #include <filesystem>
 #include <fstream>
-
-#include "accmd.h"
-#include "gmock/gmock.h"
-#include "host_fixture.h"
 
 namespace {
 

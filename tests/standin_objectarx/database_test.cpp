@@ -1,10 +1,12 @@
-#include "dbmain.h"
-
-#include "acedads.h"
-#include "dbents.h"
-#include "dbobjptr.h"
-#include "dbsymtb.h"
 #include "host_fixture.h"
+
+// clang-format off
+#include "acedads.h"
+#include "dbmain.h"
+#include "dbents.h"
+#include "dbsymtb.h"
+#include "dbobjptr.h"
+// clang-format on
 
 namespace {
 

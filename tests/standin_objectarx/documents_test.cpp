@@ -1,7 +1,9 @@
-#include "acdocman.h"
-
-#include "AcApDMgr.h"
 #include "host_fixture.h"
+
+// clang-format off
+#include "acdocman.h"
+#include "AcApDMgr.h"
+// clang-format on
 
 namespace {
 

@@ -1,8 +1,9 @@
-#include <cmath>
-#include <stdexcept>
+#include "host_fixture.h"
 
 #include "gmock/gmock.h"
-#include "host_fixture.h"
+
+#include <cmath>
+#include <stdexcept>
 
 namespace {
 

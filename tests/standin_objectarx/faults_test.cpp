@@ -1,19 +1,22 @@
+#include "host_fixture.h"
+
+// clang-format off
+#include "accmd.h"
+#include "acedads.h"
+#include "acutads.h"
+#include "rxdlinkr.h"
+#include "dbents.h"
+#include "dbsymtb.h"
+#include "aced.h"
+#include "acgs.h"
+// clang-format on
+
 #include <algorithm>
 #include <functional>
 #include <map>
 #include <set>
-#include <utility>
 #include <thread>
-
-#include "aced.h"
-#include "acedads.h"
-#include "accmd.h"
-#include "acgs.h"
-#include "acutads.h"
-#include "dbents.h"
-#include "dbsymtb.h"
-#include "host_fixture.h"
-#include "rxdlinkr.h"
+#include <utility>
 
 namespace {
 

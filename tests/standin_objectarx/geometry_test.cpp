@@ -1,10 +1,13 @@
+#include "host_fixture.h"
+
+// clang-format off
+#include "gepnt2d.h"
+#include "gemat3d.h"
+// clang-format on
+
 #include <gtest/gtest.h>
 
 #include <cmath>
-
-#include "gemat3d.h"
-#include "gepnt2d.h"
-#include "host_fixture.h"
 
 namespace {
 

@@ -2,17 +2,20 @@
 #ifndef TESTS_STANDIN_OBJECTARX_HOST_FIXTURE_H
 #define TESTS_STANDIN_OBJECTARX_HOST_FIXTURE_H
 
+#include "standin/objectarx/drawing.h"
+#include "standin/objectarx/host_control.h"
+
+// clang-format off
+#include "dbmain.h"
+#include "acdocman.h"
+// clang-format on
+
 #include <gtest/gtest.h>
 
 #include <memory>
 #include <string>
 #include <utility>
 #include <vector>
-
-#include "acdocman.h"
-#include "dbmain.h"
-#include "standin/objectarx/drawing.h"
-#include "standin/objectarx/host_control.h"
 
 struct Recorder : standin::host::Listener {
   using Camera = standin::host::Camera;

@@ -1,6 +1,7 @@
 #include "host_fixture.h"
-#include "rxdefs.h"
 #include "tests/support/system.h"
+
+#include "rxdefs.h"
 
 namespace {
 

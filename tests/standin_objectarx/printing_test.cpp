@@ -1,7 +1,9 @@
-#include "acutads.h"
-
-#include "adscodes.h"
 #include "host_fixture.h"
+
+// clang-format off
+#include "adscodes.h"
+#include "acutads.h"
+// clang-format on
 
 namespace {
 

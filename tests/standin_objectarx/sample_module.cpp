@@ -1,8 +1,10 @@
 // A module as small as one can be: what the entry point and the command table make of it.
-#include <string>
-
+// clang-format off
 #include "acutads.h"
 #include "arxEntryPoint.h"
+// clang-format on
+
+#include <string>
 
 namespace {
 

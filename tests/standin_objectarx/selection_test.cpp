@@ -1,5 +1,7 @@
-#include "acedads.h"
 #include "host_fixture.h"
+
+#include "acedads.h"
+
 #include "gmock/gmock.h"
 
 namespace {

@@ -1,8 +1,11 @@
-#include "aced.h"
-#include "dbents.h"
-#include "dbobjptr.h"
-#include "dbsymtb.h"
 #include "host_fixture.h"
+
+// clang-format off
+#include "dbents.h"
+#include "dbsymtb.h"
+#include "dbobjptr.h"
+#include "aced.h"
+// clang-format on
 
 namespace {
 

@@ -1,8 +1,11 @@
-#include <cmath>
+#include "host_fixture.h"
 
+// clang-format off
 #include "acedads.h"
 #include "acgs.h"
-#include "host_fixture.h"
+// clang-format on
+
+#include <cmath>
 
 namespace {
 

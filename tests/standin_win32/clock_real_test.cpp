@@ -1,10 +1,10 @@
+#include "standin_clock.h"
+#include "windows.h"
+
 #include <gtest/gtest.h>
 
 #include <atomic>
 #include <thread>
-
-#include "standin_clock.h"
-#include "windows.h"
 
 namespace {
 

@@ -1,12 +1,12 @@
+#include "standin_clock.h"
+#include "windows.h"
+
 #include <gtest/gtest.h>
 
 #include <stdexcept>
 #include <string>
 #include <thread>
 #include <vector>
-
-#include "standin_clock.h"
-#include "windows.h"
 
 namespace {
 

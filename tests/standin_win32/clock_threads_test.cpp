@@ -1,3 +1,6 @@
+#include "standin_clock.h"
+#include "windows.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -9,9 +12,6 @@
 #include <string>
 #include <thread>
 #include <vector>
-
-#include "standin_clock.h"
-#include "windows.h"
 
 namespace {
 

@@ -1,10 +1,10 @@
+#include "standin_desktop.h"
+#include "windows.h"
+
 #include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
-
-#include "standin_desktop.h"
-#include "windows.h"
 
 namespace {
 

@@ -1,14 +1,14 @@
-#include <gtest/gtest.h>
-
-#include <functional>
-#include <map>
-#include <string>
-
 #include "standin_clock.h"
 #include "standin_desktop.h"
 #include "standin_messages.h"
 #include "standin_win32_faults.h"
 #include "windows.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <map>
+#include <string>
 
 namespace {
 

@@ -1,7 +1,7 @@
-#include <gtest/gtest.h>
-
 #include "standin_messages.h"
 #include "windows.h"
+
+#include <gtest/gtest.h>
 
 namespace {
 

@@ -1,3 +1,6 @@
+#include "standin_process.h"
+#include "windows.h"
+
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -6,9 +9,6 @@
 #include <ctime>
 #include <string>
 #include <thread>
-
-#include "standin_process.h"
-#include "windows.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
+#include "standin_desktop.h"
+#include "windows.h"
+
 #include <gtest/gtest.h>
 
 #include <vector>
-
-#include "standin_desktop.h"
-#include "windows.h"
 
 namespace {
 

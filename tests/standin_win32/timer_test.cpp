@@ -1,11 +1,11 @@
+#include "standin_clock.h"
+#include "windows.h"
+
 #include <gtest/gtest.h>
 
 #include <stdexcept>
 #include <thread>
 #include <vector>
-
-#include "standin_clock.h"
-#include "windows.h"
 
 namespace {
 

@@ -1,10 +1,10 @@
+#include "tests/support/system.h"
+
 #include <dlfcn.h>
 #include <stdlib.h>
 
 #include <fstream>
 #include <stdexcept>
-
-#include "tests/support/system.h"
 
 namespace tests {
 

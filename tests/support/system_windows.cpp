@@ -1,9 +1,9 @@
+#include "tests/support/system.h"
+
 #include <windows.h>
 
 #include <cstdlib>
 #include <stdexcept>
-
-#include "tests/support/system.h"
 
 namespace tests {
 namespace {

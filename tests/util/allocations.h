@@ -1,4 +1,5 @@
-/// Counts what the whole program allocates, and lets memory run out. Linked only into programs that test that.
+/// Counts what the whole program allocates, and lets memory run out. Linked only into programs that test
+/// that.
 #ifndef TESTS_UTIL_ALLOCATIONS_H
 #define TESTS_UTIL_ALLOCATIONS_H
 

@@ -1,13 +1,13 @@
 // What the locks do when there is no memory for their diagnostics.
-#include <gtest/gtest.h>
-
-#include <cerrno>
-#include <optional>
-
 #include "tests/util/allocations.h"
 #include "tests/util/system_faults.h"
 #include "util/mutex.h"
 #include "util/sleep_mutex.h"
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <optional>
 
 namespace {
 

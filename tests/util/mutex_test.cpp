@@ -1,5 +1,8 @@
 #include "util/mutex.h"
 
+#include "tests/util/system_faults.h"
+#include "util/threads.h"
+
 #include <gmock/gmock.h>
 
 #include <algorithm>
@@ -9,9 +12,6 @@
 #include <optional>
 #include <thread>
 #include <vector>
-
-#include "tests/util/system_faults.h"
-#include "util/threads.h"
 
 namespace {
 

@@ -1,11 +1,11 @@
+#include "standin_clock.h"
+#include "tests/util/system_faults.h"
+#include "util/mutex.h"
+
 #include <gmock/gmock.h>
 
 #include <initializer_list>
 #include <vector>
-
-#include "standin_clock.h"
-#include "tests/util/system_faults.h"
-#include "util/mutex.h"
 
 namespace {
 

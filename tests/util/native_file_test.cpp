@@ -1,10 +1,10 @@
 #include "util/native_file.h"
 
+#include "tests/util/temp_folder.h"
+
 #include <gtest/gtest.h>
 
 #include <filesystem>
-
-#include "tests/util/temp_folder.h"
 
 namespace {
 

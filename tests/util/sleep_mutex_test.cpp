@@ -1,11 +1,11 @@
 #include "util/sleep_mutex.h"
 
+#include "standin_clock.h"
+#include "util/threads.h"
+
 #include <gtest/gtest.h>
 
 #include <optional>
-
-#include "standin_clock.h"
-#include "util/threads.h"
 
 namespace {
 

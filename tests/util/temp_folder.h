@@ -2,14 +2,14 @@
 #ifndef TESTS_UTIL_TEMP_FOLDER_H
 #define TESTS_UTIL_TEMP_FOLDER_H
 
+#include "tests/support/system.h"
+
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <string>
 #include <string_view>
-
-#include "tests/support/system.h"
 
 class TempFolder {
  public:

@@ -1,12 +1,12 @@
 #include "util/threads.h"
 
+#include "standin_clock.h"
+#include "util/console.h"
+
 #include <gtest/gtest.h>
 #include <unistd.h>
 
 #include <thread>
-
-#include "standin_clock.h"
-#include "util/console.h"
 
 namespace {
 

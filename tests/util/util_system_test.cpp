@@ -1,13 +1,13 @@
+#include "standin_messages.h"
+#include "tests/util/system_faults.h"
+#include "tests/util/temp_folder.h"
+#include "util/util.h"
+
 #include <gtest/gtest.h>
 
 #include <cerrno>
 #include <ctime>
 #include <string>
-
-#include "standin_messages.h"
-#include "tests/util/system_faults.h"
-#include "tests/util/temp_folder.h"
-#include "util/util.h"
 
 namespace {
 

@@ -1,14 +1,14 @@
 #include "util/util.h"
 
+#include "tests/support/system.h"
+#include "tests/util/temp_folder.h"
+
 #include <gmock/gmock.h>
 
 #include <climits>
 #include <ctime>
 #include <filesystem>
 #include <regex>
-
-#include "tests/support/system.h"
-#include "tests/util/temp_folder.h"
 
 namespace {
 

@@ -1,4 +1,7 @@
 // Lines that several handles append to one file of Windows.
+#include "tests/util/temp_folder.h"
+#include "util/native_file.h"
+
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -6,9 +9,6 @@
 #include <sstream>
 #include <thread>
 #include <vector>
-
-#include "tests/util/temp_folder.h"
-#include "util/native_file.h"
 
 namespace {
 

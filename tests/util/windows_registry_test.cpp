@@ -1,8 +1,8 @@
 // Values of the registry that are no texts.
+#include "util/windows_util.h"
+
 #include <gtest/gtest.h>
 #include <windows.h>
-
-#include "util/windows_util.h"
 
 namespace {
 

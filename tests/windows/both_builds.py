@@ -15,7 +15,7 @@ class Workbenches:
         self.source = source
         folder = os.path.join(os.path.dirname(build), "debug")
         self.native = [os.path.join(folder, "workbench", "workbench")]
-        self.windows = [os.path.join(source, "cmake", "run_in_wine.sh"), build, windows_program]
+        self.windows = [os.path.join(source, "tools", "run_in_wine.sh"), build, windows_program]
         if not os.path.exists(os.path.join(folder, "build.ninja")):
             print("skipped: no native debug build to compare with")
             sys.exit(1 if os.environ.get("CI") == "true" else 77)

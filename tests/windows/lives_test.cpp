@@ -1,7 +1,7 @@
 // The module comes and goes many times in one process, as it does when a user loads and unloads it.
-#include <windows.h>
-
 #include "tests/windows/module_run.h"
+
+#include <windows.h>
 
 namespace clock_ = standin::clock;
 namespace host = standin::host;
@@ -9,7 +9,8 @@ using ::testing::IsEmpty;
 
 namespace {
 
-/// Handles that the process has open. Wine answers 0 to GetProcessHandleCount, so each number that may be one is tried.
+/// Handles that the process has open. Wine answers 0 to GetProcessHandleCount, so each number that may be one
+/// is tried.
 int handleCount() {
   constexpr std::uintptr_t kStep = 4, kLast = 0x8000;
   int count = 0;
@@ -47,8 +48,8 @@ TEST_F(ModuleRun, FiftyLivesWithTheCapMovingLeaveNothing) {
     serve(20);
     if (life == 0) handlesAfterTheFirst = handleCount();
   }
-  // A handle that a life leaves behind is there 49 times. Where two threads meet at a lock of the threads library that is
-  // linked into the module, that library makes an event which it never frees; they seldom do.
+  // A handle that a life leaves behind is there 49 times. Where two threads meet at a lock of the threads
+  // library that is linked into the module, that library makes an event which it never frees; they seldom do.
   EXPECT_LT(handleCount(), handlesAfterTheFirst + 12);
   EXPECT_EQ(mPrints.size(), 51u);
   EXPECT_THAT(host::report().breaches, IsEmpty());

@@ -8,7 +8,7 @@ folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
 cp "$build"/bin/{workbench.exe,LMTRAutoCAD2013.arx,standin_objectarx.dll} "$folder"
 status=0
-told=$("$source/cmake/run_in_wine.sh" "$build" "$folder/workbench.exe" replay --drawing "$source/samples/bracket.dxf" \
+told=$("$source/tools/run_in_wine.sh" "$build" "$folder/workbench.exe" replay --drawing "$source/samples/bracket.dxf" \
   --session "$source/samples/keys.session" --out "$folder" 2>&1 | tr -d '\r') || status=$?
 expected="workbench: Z:${folder//\//\\}\\LMTRAutoCAD2013.arx: expected a module for host interface 0x130000, found one \
 that needs lmt_ctrlr_64.dll, which is missing"

@@ -1,10 +1,11 @@
-// What the workbench says of a module that Windows does not load. This program needs no library of its own, so
-// that a missing one is missing.
-#include <gmock/gmock.h>
+// What the workbench says of a module that Windows does not load. This program needs no library of its own,
+// so that a missing one is missing.
+#include "workbench/module_loader.h"
 
 #include "tests/util/temp_folder.h"
 #include "workbench/input_error.h"
-#include "workbench/module_loader.h"
+
+#include <gmock/gmock.h>
 
 namespace {
 

@@ -3,6 +3,14 @@
 #ifndef TESTS_WINDOWS_MODULE_RUN_H
 #define TESTS_WINDOWS_MODULE_RUN_H
 
+#include "standin/controller/controller_feed.h"
+#include "standin/objectarx/host_control.h"
+#include "standin_clock.h"
+#include "tests/module_life/loaded_module.h"
+#include "tests/support/system.h"
+
+#include "rxdefs.h"
+
 #include <gmock/gmock.h>
 
 #include <filesystem>
@@ -10,13 +18,6 @@
 #include <memory>
 #include <string>
 #include <vector>
-
-#include "rxdefs.h"
-#include "standin/controller/controller_feed.h"
-#include "standin/objectarx/host_control.h"
-#include "standin_clock.h"
-#include "tests/module_life/loaded_module.h"
-#include "tests/support/system.h"
 
 class ModuleRun : public ::testing::Test, public standin::host::Listener {
  protected:

@@ -1,12 +1,12 @@
-// The host's process may end without an unload message. Windows then ends the module's threads where they stand, which
-// may be within the log, before it tells the module.
+// The host's process may end without an unload message. Windows then ends the module's threads where they
+// stand, which may be within the log, before it tells the module.
+#include "tests/windows/module_run.h"
+
 #include <windows.h>
 
 #include <cstdlib>
 #include <functional>
 #include <thread>
-
-#include "tests/windows/module_run.h"
 
 namespace controller = standin::controller;
 namespace fs = std::filesystem;

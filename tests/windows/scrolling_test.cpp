@@ -1,10 +1,9 @@
 // The cap scrolls real controls under the real mouse pointer.
-#include <windows.h>
-
-#include <commctrl.h>
-
 #include "tests/windows/module_run.h"
 #include "workbench/control_window.h"
+
+#include <windows.h>
+#include <commctrl.h>
 
 namespace {
 

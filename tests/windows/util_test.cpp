@@ -1,4 +1,12 @@
 // The operations of the support library as the real Windows carries them out.
+#include "util/util.h"
+
+#include "tests/util/temp_folder.h"
+#include "util/native_file.h"
+#include "util/threads.h"
+#include "util/windows_util.h"
+#include "workbench/beeps.h"
+
 #include <gmock/gmock.h>
 #include <windows.h>
 
@@ -6,13 +14,6 @@
 #include <chrono>
 #include <filesystem>
 #include <thread>
-
-#include "tests/util/temp_folder.h"
-#include "util/native_file.h"
-#include "util/threads.h"
-#include "util/util.h"
-#include "util/windows_util.h"
-#include "workbench/beeps.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
-#include <gtest/gtest.h>
-
 #include "tests/workbench/workbench_process.h"
+
+#include <gtest/gtest.h>
 
 namespace workbench {
 namespace {

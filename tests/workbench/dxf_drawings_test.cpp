@@ -1,12 +1,12 @@
 /// Drawings that other programs made. They lie beside the project, so a machine without them skips these
 /// tests.
-#include <gtest/gtest.h>
-
-#include <map>
-
 #include "workbench/dxf_reader.h"
 #include "workbench/input_error.h"
 #include "workbench/text_input.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
 
 namespace workbench {
 namespace {

@@ -1,9 +1,9 @@
+#include "tests/workbench/dxf_text.h"
+#include "workbench/dxf_reader.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
-
-#include "tests/workbench/dxf_text.h"
-#include "workbench/dxf_reader.h"
 
 namespace workbench {
 namespace {

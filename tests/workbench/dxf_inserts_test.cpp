@@ -1,8 +1,8 @@
-#include <gtest/gtest.h>
-
 #include "tests/workbench/dxf_text.h"
 #include "workbench/dxf_reader.h"
 #include "workbench/input_error.h"
+
+#include <gtest/gtest.h>
 
 namespace workbench {
 namespace {

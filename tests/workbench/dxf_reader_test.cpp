@@ -1,9 +1,9 @@
 #include "workbench/dxf_reader.h"
 
-#include <gtest/gtest.h>
-
 #include "tests/workbench/dxf_text.h"
 #include "workbench/input_error.h"
+
+#include <gtest/gtest.h>
 
 namespace workbench {
 namespace {

@@ -1,28 +1,31 @@
 /// A module for tests of the workbench. It moves the view by one unit along x on every tick while the cap is
 /// deflected, commits it on release, and sends a text for every command event. The environment variable
 /// FAKE_MODULE names what it does wrong.
+#include "device/lmt_ctrlr.h"
+#include "windows.h"
+
+// clang-format off
+#include "rxdefs.h"
+#include "accmd.h"
+#include "acedads.h"
+#include "adscodes.h"
+#include "acutads.h"
+#include "dbmain.h"
+#include "dbents.h"
+#include "acdocman.h"
+#include "aced.h"
+#include "gs.h"
+#include "acgs.h"
+// clang-format on
+
+#include <dlfcn.h>
+
 #include <atomic>
 #include <cstdlib>
 #include <cstring>
 #include <stdexcept>
 #include <string>
 #include <thread>
-
-#include <dlfcn.h>
-
-#include "accmd.h"
-#include "acdocman.h"
-#include "aced.h"
-#include "acedads.h"
-#include "acgs.h"
-#include "acutads.h"
-#include "adscodes.h"
-#include "dbents.h"
-#include "dbmain.h"
-#include "device/lmt_ctrlr.h"
-#include "gs.h"
-#include "rxdefs.h"
-#include "windows.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 #include "workbench/menu_functions.h"
 
-#include <gtest/gtest.h>
-
 #include "workbench/text_input.h"
+
+#include <gtest/gtest.h>
 
 namespace workbench {
 namespace {

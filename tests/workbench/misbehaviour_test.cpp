@@ -1,10 +1,9 @@
+#include "tests/workbench/workbench_process.h"
+
 #include <gtest/gtest.h>
-
-#include <algorithm>
-
 #include <nlohmann/json.hpp>
 
-#include "tests/workbench/workbench_process.h"
+#include <algorithm>
 
 namespace workbench {
 namespace {

@@ -1,19 +1,21 @@
 #include "workbench/moments.h"
 
+#include "standin_clock.h"
+#include "tests/workbench/dxf_text.h"
+#include "windows.h"
+#include "workbench/desktop.h"
+#include "workbench/dxf_reader.h"
+
+// clang-format off
+#include "acedads.h"
+#include "dbmain.h"
+#include "acdocman.h"
+// clang-format on
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <set>
-
-#include "acdocman.h"
-#include "acedads.h"
-#include "dbmain.h"
-#include "standin_clock.h"
-#include "tests/workbench/dxf_text.h"
-#include "workbench/desktop.h"
-#include "workbench/dxf_reader.h"
-
-#include "windows.h"
 
 namespace workbench {
 namespace {

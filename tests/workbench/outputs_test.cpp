@@ -1,9 +1,9 @@
 #include "workbench/outputs.h"
 
-#include <gtest/gtest.h>
-
 #include "tests/workbench/workbench_process.h"
 #include "workbench/moments.h"
+
+#include <gtest/gtest.h>
 
 namespace workbench {
 namespace {

@@ -1,8 +1,7 @@
-#include <gtest/gtest.h>
-
-#include <nlohmann/json.hpp>
-
 #include "tests/workbench/workbench_process.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 
 namespace workbench {
 namespace {

@@ -1,8 +1,8 @@
-#include <gtest/gtest.h>
-
 #include "device/lmt_ctrlr.h"
 #include "workbench/input_error.h"
 #include "workbench/session.h"
+
+#include <gtest/gtest.h>
 
 namespace workbench {
 namespace {

@@ -1,8 +1,8 @@
 #include "workbench/text_input.h"
 
-#include <gtest/gtest.h>
-
 #include "workbench/input_error.h"
+
+#include <gtest/gtest.h>
 
 namespace workbench {
 namespace {

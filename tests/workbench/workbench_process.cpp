@@ -1,13 +1,13 @@
 #include "tests/workbench/workbench_process.h"
 
+#include "tests/workbench/dxf_text.h"
+
 #include <sys/wait.h>
 
 #include <cstdlib>
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
-
-#include "tests/workbench/dxf_text.h"
 
 namespace workbench {
 namespace {

@@ -2,9 +2,9 @@
 #ifndef STANDIN_ACAPDMGR_H
 #define STANDIN_ACAPDMGR_H
 
-#include <map>
-
 #include "acdocman.h"
+
+#include <map>
 
 /// A document's T is made when it is first asked for and lives until the document is destroyed.
 template <class T>
@@ -12,8 +12,8 @@ class AcApDataManager : public AcApDocManagerReactor {
  public:
   AcApDataManager() { acDocManager->addReactor(this); }
   ~AcApDataManager() override {
-    // A reactor that stays registered would lead into code that is gone: the host is asked twice. A destructor must
-    // not throw.
+    // A reactor that stays registered would lead into code that is gone: the host is asked twice. A
+    // destructor must not throw.
     for (int attempt = 0; attempt < 2; ++attempt) {
       try {
         acDocManager->removeReactor(this);

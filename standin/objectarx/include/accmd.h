@@ -2,10 +2,10 @@
 #ifndef STANDIN_ACCMD_H
 #define STANDIN_ACCMD_H
 
-#include <windows.h>
-
 #include "acadstrc.h"
 #include "rxdict.h"
+
+#include <windows.h>
 
 class AcEdCommand;
 class AcEdUIContext;

@@ -2,9 +2,10 @@
 #ifndef STANDIN_ACED_H
 #define STANDIN_ACED_H
 
+#include "standin_objectarx_api.h"
+
 #include "acadstrc.h"
 #include "dbid.h"
-#include "standin_objectarx_api.h"
 
 /// A viewport entity in layout mode, a viewport table record in tile mode; null when no drawing is open.
 STANDIN_OBJECTARX_API AcDbObjectId acedActiveViewportId();

@@ -2,9 +2,10 @@
 #ifndef STANDIN_ACEDADS_H
 #define STANDIN_ACEDADS_H
 
+#include "standin_objectarx_api.h"
+
 #include "adscodes.h"
 #include "adsdef.h"
-#include "standin_objectarx_api.h"
 
 extern "C" {
 /// RTNORM, or RTERROR with the buffer untouched. Names are case-insensitive.

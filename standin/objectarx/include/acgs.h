@@ -2,9 +2,10 @@
 #ifndef STANDIN_ACGS_H
 #define STANDIN_ACGS_H
 
+#include "standin_objectarx_api.h"
+
 #include "adesk.h"
 #include "gs.h"
-#include "standin_objectarx_api.h"
 
 /// Null for a viewport number that does not exist.
 STANDIN_OBJECTARX_API AcGsView* acgsGetGsView(int viewportNumber, bool createIfNone);

@@ -2,8 +2,9 @@
 #ifndef STANDIN_ACUTADS_H
 #define STANDIN_ACUTADS_H
 
-#include "adesk.h"
 #include "standin_objectarx_api.h"
+
+#include "adesk.h"
 
 /// As printf; `%s` takes a wide string. RTNORM, or RTERROR when nothing was printed.
 extern "C" STANDIN_OBJECTARX_API int acutPrintf(const ACHAR* format, ...);

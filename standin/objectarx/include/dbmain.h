@@ -2,8 +2,6 @@
 #ifndef STANDIN_DBMAIN_H
 #define STANDIN_DBMAIN_H
 
-#include <cstdint>
-
 #include "acadstrc.h"
 #include "adsdef.h"
 #include "dbid.h"
@@ -11,6 +9,8 @@
 #include "gepnt3d.h"
 #include "rxclass.h"
 #include "rxobject.h"
+
+#include <cstdint>
 
 namespace standin::host {
 class ObjectAccess;

@@ -3,10 +3,10 @@
 #ifndef STANDIN_DBXENTRYPOINT_H
 #define STANDIN_DBXENTRYPOINT_H
 
-#include <windows.h>
-
 #include "rxdefs.h"
 #include "rxdlinkr.h"
+
+#include <windows.h>
 
 /// The module's instance handle; defined by IMPLEMENT_ARX_ENTRYPOINT.
 extern HINSTANCE _hdllInstance;

@@ -3,10 +3,10 @@
 #ifndef STANDIN_GEMAT3D_H
 #define STANDIN_GEMAT3D_H
 
-#include <cmath>
-
 #include "gepnt3d.h"
 #include "gevec3d.h"
+
+#include <cmath>
 
 class AcGeMatrix3d {
  public:

@@ -2,9 +2,9 @@
 #ifndef STANDIN_GEVEC3D_H
 #define STANDIN_GEVEC3D_H
 
-#include <cmath>
-
 #include "gegbl.h"
+
+#include <cmath>
 
 class AcGeVector3d {
  public:

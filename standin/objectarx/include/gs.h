@@ -2,9 +2,10 @@
 #ifndef STANDIN_GS_H
 #define STANDIN_GS_H
 
+#include "standin_objectarx_api.h"
+
 #include "gepnt3d.h"
 #include "gevec3d.h"
-#include "standin_objectarx_api.h"
 
 /// Owned by the host. Lengths in drawing units, world frame.
 class STANDIN_OBJECTARX_API AcGsView {

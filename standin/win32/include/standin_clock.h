@@ -19,12 +19,12 @@
 #ifndef STANDIN_CLOCK_H
 #define STANDIN_CLOCK_H
 
+#include "standin_win32_api.h"
+
 #include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
-
-#include "standin_win32_api.h"
 
 namespace standin::clock {
 

@@ -4,12 +4,12 @@
 #ifndef STANDIN_DESKTOP_H
 #define STANDIN_DESKTOP_H
 
+#include "windows.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
-
-#include "windows.h"
 
 namespace standin::desktop {
 

@@ -2,12 +2,12 @@
 #ifndef STANDIN_MESSAGES_H
 #define STANDIN_MESSAGES_H
 
+#include "standin_win32_api.h"
+
 #include <cstdint>
 #include <functional>
 #include <string>
 #include <vector>
-
-#include "standin_win32_api.h"
 
 namespace standin::windows {
 

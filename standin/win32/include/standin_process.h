@@ -2,9 +2,9 @@
 #ifndef STANDIN_PROCESS_H
 #define STANDIN_PROCESS_H
 
-#include <string>
-
 #include "standin_win32_api.h"
+
+#include <string>
 
 namespace standin::windows {
 

@@ -4,10 +4,10 @@
 #ifndef STANDIN_WINDOWS_H
 #define STANDIN_WINDOWS_H
 
+#include "standin_win32_api.h"
+
 #include <cstddef>
 #include <cstdint>
-
-#include "standin_win32_api.h"
 
 #define CALLBACK
 #define WINAPI

@@ -1,11 +1,10 @@
+#include "clock_core.h"
+#include "fault_points.h"
 #include "standin_clock.h"
+#include "windows.h"
 
 #include <thread>
 #include <utility>
-
-#include "clock_core.h"
-#include "fault_points.h"
-#include "windows.h"
 
 namespace standin::clock {
 

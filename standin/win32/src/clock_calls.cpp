@@ -1,7 +1,7 @@
-#include <utility>
-
 #include "clock_core.h"
 #include "process_tasks.h"
+
+#include <utility>
 
 namespace standin::clock {
 

@@ -1,12 +1,12 @@
 #include "clock_core.h"
 
+#include "process_tasks.h"
+
 #include <unistd.h>
 
 #include <algorithm>
 #include <limits>
 #include <utility>
-
-#include "process_tasks.h"
 
 namespace standin::clock {
 namespace {

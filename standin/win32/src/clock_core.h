@@ -3,6 +3,9 @@
 #ifndef STANDIN_WIN32_CLOCK_CORE_H
 #define STANDIN_WIN32_CLOCK_CORE_H
 
+#include "standin_clock.h"
+#include "timer_table.h"
+
 #include <sys/types.h>
 
 #include <chrono>
@@ -15,9 +18,6 @@
 #include <optional>
 #include <set>
 #include <thread>
-
-#include "standin_clock.h"
-#include "timer_table.h"
 
 namespace standin::clock {
 

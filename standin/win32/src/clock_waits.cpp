@@ -1,11 +1,11 @@
+#include "clock_core.h"
+#include "process_tasks.h"
+
 #include <pthread.h>
 
 #include <algorithm>
 #include <cstdio>
 #include <iterator>
-
-#include "clock_core.h"
-#include "process_tasks.h"
 
 namespace standin::clock {
 namespace {

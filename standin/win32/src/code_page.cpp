@@ -1,12 +1,12 @@
+#include "fault_points.h"
+#include "windows.h"
+
 #include <algorithm>
 #include <array>
 #include <cstring>
 #include <cwchar>
 #include <optional>
 #include <string>
-
-#include "fault_points.h"
-#include "windows.h"
 
 namespace {
 

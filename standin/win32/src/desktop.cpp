@@ -1,8 +1,8 @@
 #include "desktop.h"
 
-#include <algorithm>
-
 #include "scrolling.h"
+
+#include <algorithm>
 
 namespace standin::desktop {
 

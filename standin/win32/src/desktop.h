@@ -2,10 +2,10 @@
 #ifndef STANDIN_WIN32_DESKTOP_H
 #define STANDIN_WIN32_DESKTOP_H
 
+#include "standin_desktop.h"
+
 #include <map>
 #include <vector>
-
-#include "standin_desktop.h"
 
 namespace standin::desktop {
 

@@ -1,9 +1,9 @@
 /// The Windows functions that look at the desktop.
-#include <algorithm>
-
 #include "desktop.h"
 #include "fault_points.h"
 #include "windows.h"
+
+#include <algorithm>
 
 using standin::desktop::Desktop;
 using standin::desktop::ScrollBar;

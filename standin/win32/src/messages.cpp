@@ -1,10 +1,9 @@
+#include "fault_points.h"
 #include "standin_messages.h"
+#include "windows.h"
 
 #include <mutex>
 #include <utility>
-
-#include "fault_points.h"
-#include "windows.h"
 
 namespace standin::windows {
 namespace {

@@ -1,4 +1,6 @@
+#include "fault_points.h"
 #include "standin_process.h"
+#include "windows.h"
 
 #include <dlfcn.h>
 #include <unistd.h>
@@ -10,9 +12,6 @@
 #include <ctime>
 #include <map>
 #include <mutex>
-
-#include "fault_points.h"
-#include "windows.h"
 
 namespace standin::windows {
 namespace {

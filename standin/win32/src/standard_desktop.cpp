@@ -1,7 +1,7 @@
+#include "standin_desktop.h"
+
 #include <array>
 #include <string_view>
-
-#include "standin_desktop.h"
 
 namespace standin::desktop {
 namespace {

@@ -2,11 +2,11 @@
 #ifndef STANDIN_WIN32_TIMER_TABLE_H
 #define STANDIN_WIN32_TIMER_TABLE_H
 
+#include "windows.h"
+
 #include <cstdint>
 #include <map>
 #include <optional>
-
-#include "windows.h"
 
 namespace standin::clock {
 

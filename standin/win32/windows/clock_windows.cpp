@@ -1,7 +1,8 @@
 // The clock of the Windows build: the machine's own time, the message loop's own timers. There is no replay
 // here, whatever start() is asked for, and the speed is always 1.
-#include <windows.h>
+#include "standin_clock.h"
 
+#include <windows.h>
 #include <tlhelp32.h>
 
 #include <algorithm>
@@ -12,8 +13,6 @@
 #include <set>
 #include <thread>
 #include <utility>
-
-#include "standin_clock.h"
 
 namespace standin::clock {
 namespace {

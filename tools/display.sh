@@ -55,7 +55,7 @@ case $action in
     start_server
     # The prefix is made, and its desktop is on this screen from now on.
     WINEPREFIX=$build/prefix wineserver-stable --kill 2>/dev/null || true
-    "$(dirname "$0")/../../cmake/run_in_wine.sh" "$build" cmd /c exit </dev/null >>"$build/display.log" 2>&1 9>&-
+    "$(dirname "$0")/run_in_wine.sh" "$build" cmd /c exit </dev/null >>"$build/display.log" 2>&1 9>&-
     ;;
   end)
     # While nobody holds the lock there is no X server, and nothing to end.
