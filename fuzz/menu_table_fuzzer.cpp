@@ -2,7 +2,7 @@
 /// the same macros in it.
 #include "common_sources/menu_table.h"
 #include "fuzz/memory_file.h"
-#include "workbench/menu_functions.h"
+#include "workbench/report/menu_functions.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -1,14 +1,14 @@
 #include "workbench/app.h"
 
-#include "workbench/desktop.h"
-#include "workbench/dxf_reader.h"
+#include "workbench/dxf/reader.h"
 #include "workbench/input_error.h"
-#include "workbench/module_loader.h"
 #include "workbench/options.h"
-#include "workbench/outputs.h"
-#include "workbench/profile.h"
-#include "workbench/replay.h"
-#include "workbench/run_report.h"
+#include "workbench/platform/desktop.h"
+#include "workbench/platform/module_loader.h"
+#include "workbench/report/run_report.h"
+#include "workbench/running/outputs.h"
+#include "workbench/running/profile.h"
+#include "workbench/running/replay.h"
 
 #include <chrono>
 #include <exception>

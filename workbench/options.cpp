@@ -1,7 +1,7 @@
 #include "workbench/options.h"
 
 #include "workbench/input_error.h"
-#include "workbench/module_loader.h"
+#include "workbench/platform/module_loader.h"
 #include "workbench/text_input.h"
 
 #include <CLI/CLI.hpp>

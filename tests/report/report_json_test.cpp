@@ -1,4 +1,4 @@
-#include "workbench/report_json.h"
+#include "workbench/report/report_json.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 #include "sample_data.h"
-#include "workbench/report_scene.h"
+#include "workbench/report/report_scene.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -2,7 +2,7 @@
 #ifndef TESTS_REPORT_SAMPLE_DATA_H
 #define TESTS_REPORT_SAMPLE_DATA_H
 
-#include "workbench/report.h"
+#include "workbench/report/report.h"
 
 namespace report_sample {
 

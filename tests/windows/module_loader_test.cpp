@@ -1,6 +1,6 @@
 // What the workbench says of a module that Windows does not load. This program needs no library of its own,
 // so that a missing one is missing.
-#include "workbench/module_loader.h"
+#include "workbench/platform/module_loader.h"
 
 #include "tests/util/temp_folder.h"
 #include "workbench/input_error.h"

@@ -1,7 +1,7 @@
 // The module under the real Windows: its timer, its threads, its files.
 #include "tests/windows/module_run.h"
-#include "workbench/beeps.h"
-#include "workbench/desktop.h"
+#include "workbench/platform/beeps.h"
+#include "workbench/platform/desktop.h"
 
 namespace clock_ = standin::clock;
 namespace controller = standin::controller;

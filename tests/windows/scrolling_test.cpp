@@ -1,6 +1,6 @@
 // The cap scrolls real controls under the real mouse pointer.
 #include "tests/windows/module_run.h"
-#include "workbench/control_window.h"
+#include "workbench/platform/control_window.h"
 
 #include <windows.h>
 #include <commctrl.h>

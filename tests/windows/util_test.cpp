@@ -5,7 +5,7 @@
 #include "util/native_file.h"
 #include "util/threads.h"
 #include "util/windows_util.h"
-#include "workbench/beeps.h"
+#include "workbench/platform/beeps.h"
 
 #include <gmock/gmock.h>
 #include <windows.h>

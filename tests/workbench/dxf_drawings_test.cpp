@@ -1,6 +1,6 @@
 /// Drawings that other programs made. They lie beside the project, so a machine without them skips these
 /// tests.
-#include "workbench/dxf_reader.h"
+#include "workbench/dxf/reader.h"
 #include "workbench/input_error.h"
 #include "workbench/text_input.h"
 

@@ -1,5 +1,5 @@
 #include "tests/workbench/dxf_text.h"
-#include "workbench/dxf_reader.h"
+#include "workbench/dxf/reader.h"
 
 #include <gtest/gtest.h>
 

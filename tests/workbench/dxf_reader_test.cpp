@@ -1,6 +1,5 @@
-#include "workbench/dxf_reader.h"
-
 #include "tests/workbench/dxf_text.h"
+#include "workbench/dxf/reader.h"
 #include "workbench/input_error.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "workbench/key_effects.h"
+#include "workbench/report/key_effects.h"
 
 #include <gtest/gtest.h>
 

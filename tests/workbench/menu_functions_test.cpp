@@ -1,4 +1,4 @@
-#include "workbench/menu_functions.h"
+#include "workbench/report/menu_functions.h"
 
 #include "workbench/text_input.h"
 

@@ -1,10 +1,10 @@
-#include "workbench/moments.h"
+#include "workbench/running/moments.h"
 
 #include "standin_clock.h"
 #include "tests/workbench/dxf_text.h"
 #include "windows.h"
-#include "workbench/desktop.h"
-#include "workbench/dxf_reader.h"
+#include "workbench/dxf/reader.h"
+#include "workbench/platform/desktop.h"
 
 // clang-format off
 #include "acedads.h"

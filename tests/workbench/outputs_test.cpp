@@ -1,7 +1,7 @@
-#include "workbench/outputs.h"
+#include "workbench/running/outputs.h"
 
 #include "tests/workbench/workbench_process.h"
-#include "workbench/moments.h"
+#include "workbench/running/moments.h"
 
 #include <gtest/gtest.h>
 

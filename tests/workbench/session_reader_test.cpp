@@ -1,6 +1,6 @@
 #include "device/lmt_ctrlr.h"
 #include "workbench/input_error.h"
-#include "workbench/session.h"
+#include "workbench/sessions/session.h"
 
 #include <gtest/gtest.h>
 

@@ -1,0 +1,105 @@
+#include "workbench/dxf/inserts.h"
+
+#include "workbench/dxf/frame.h"
+
+#include <algorithm>
+
+namespace workbench {
+namespace {
+
+constexpr long long kMostInt16 = 32767;
+constexpr AcGeVector3d kWorldZ{0, 0, 1};
+
+AcGeMatrix3d translation(double x, double y, double z) {
+  return AcGeMatrix3d().setTranslation({x, y, z});
+}
+
+long long columnsOf(const DxfRecord& record) {
+  return std::max(record.integer(70, 1, 0, kMostInt16), 1LL);
+}
+long long rowsOf(const DxfRecord& record) {
+  return std::max(record.integer(71, 1, 0, kMostInt16), 1LL);
+}
+
+/// Where the insertion stands and how it is turned, without its scale.
+AcGeMatrix3d placement(const DxfRecord& record) {
+  const AcGePoint3d at = record.point(10);
+  return dxfFrame(record.direction(210, kWorldZ)).matrix() * translation(at.x, at.y, at.z) *
+         AcGeMatrix3d::rotation(radians(record.real(50, 0)), kWorldZ, AcGePoint3d::kOrigin);
+}
+
+}  // namespace
+
+std::unique_ptr<standin::DrawnEntity> DxfInserts::make(const DxfRecord& record, const std::string& container,
+                                                       const standin::EntityProperties& properties) {
+  const std::string named = record.text(2);
+  if (!mBlockNames.has(named)) throw record.error(*record.find(2), "the name of a block of this file");
+  const std::string block = mBlockNames.resolve(named);
+  const long long copies = columnsOf(record) * rowsOf(record);
+  if (copies > kMostCopies)
+    throw record.error("at most " + std::to_string(kMostCopies) + " copies of a block",
+                       std::to_string(copies));
+  mContents[container].references.push_back({block, record.begin()->line, static_cast<double>(copies)});
+
+  const AcGeMatrix3d scale = scaling(record.real(41, 1), record.real(42, 1), record.real(43, 1));
+  if (copies == 1) return standin::makeInsert(properties, mDrawing, block, placement(record) * scale);
+  const std::string array = makeArrayBlock(record, block, scale, properties);
+  return standin::makeInsert(properties, mDrawing, array, placement(record));
+}
+
+/// An array is one entity with one handle: the insertion of a nameless block that holds the copies. Its
+/// spacing turns with the insertion and is not scaled.
+std::string DxfInserts::makeArrayBlock(const DxfRecord& record, const std::string& block,
+                                       const AcGeMatrix3d& scale,
+                                       const standin::EntityProperties& properties) {
+  std::string name = "*ARRAY|" + std::to_string(++mArrays);
+  const double columnSpacing = record.real(44, 0);
+  const double rowSpacing = record.real(45, 0);
+  standin::EntityProperties copy = properties;
+  copy.handle = 0;
+  mDrawing.addBlock(name, AcGePoint3d::kOrigin);
+  for (long long row = 0; row < rowsOf(record); ++row)
+    for (long long column = 0; column < columnsOf(record); ++column) {
+      const AcGeMatrix3d step =
+          translation(static_cast<double>(column) * columnSpacing, static_cast<double>(row) * rowSpacing, 0);
+      mDrawing.addToBlock(name, standin::makeInsert(copy, mDrawing, block, step * scale));
+    }
+  return name;
+}
+
+void DxfInserts::check() const {
+  Walk walk;
+  for (const auto& [name, contents] : mContents) {
+    walk.open = {name};
+    drawnBy(contents, walk);
+  }
+}
+
+double DxfInserts::drawnBy(const Contents& contents, Walk& walk) const {
+  double drawn = contents.entities;
+  for (const Reference& reference : contents.references) drawn += reference.copies * drawnBy(reference, walk);
+  return drawn;
+}
+
+double DxfInserts::drawnBy(const Reference& reference, Walk& walk) const {
+  const std::string& block = reference.block;
+  const FilePlace place{mFile, reference.line};
+  if (std::find(walk.open.begin(), walk.open.end(), block) != walk.open.end())
+    throw InputError(place, "a block that does not contain itself", inQuotes(block));
+  if (walk.open.size() > kDeepestNesting)
+    throw InputError(place, "at most " + std::to_string(kDeepestNesting) + " blocks one in another",
+                     inQuotes(block));
+  const auto contents = mContents.find(block);
+  if (contents == mContents.end()) return 0;
+  const auto done = walk.drawn.find(block);
+  if (done != walk.drawn.end()) return done->second;
+  walk.open.push_back(block);
+  const double drawn = drawnBy(contents->second, walk);
+  walk.open.pop_back();
+  if (drawn * reference.copies > kMostDrawn)
+    throw InputError(place, "an insertion that draws at most 5000000 entities", inQuotes(block));
+  walk.drawn[block] = drawn;
+  return drawn;
+}
+
+}  // namespace workbench

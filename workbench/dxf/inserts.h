@@ -1,0 +1,72 @@
+/// Insertions of blocks: single ones, arrays of columns and rows, and the check that no block contains
+/// itself.
+#ifndef WORKBENCH_DXF_INSERTS_H
+#define WORKBENCH_DXF_INSERTS_H
+
+#include "standin/objectarx/drawing.h"
+#include "workbench/dxf/groups.h"
+#include "workbench/dxf/tables.h"
+
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace workbench {
+
+/// Who inserts what in one file. An insertion may name a block that is defined further down, so the names of
+/// all blocks are known before, and the contents are checked when the whole file is.
+class DxfInserts {
+ public:
+  DxfInserts(standin::Drawing& drawing, std::string file, DxfNames blockNames)
+      : mDrawing(drawing), mFile(std::move(file)), mBlockNames(std::move(blockNames)) {}
+
+  /// The block's contents follow; a block of that name met before is replaced.
+  void beginBlock(const std::string& block) { mContents[block] = {}; }
+
+  /// Notes an entity, other than an insertion, in a block.
+  void countEntity(const std::string& block) { ++mContents[block].entities; }
+
+  /// The entity of an INSERT record that stands in the block `container` (empty: model space). Throws
+  /// InputError, also for a block that the file does not have.
+  std::unique_ptr<standin::DrawnEntity> make(const DxfRecord& record, const std::string& container,
+                                             const standin::EntityProperties& properties);
+
+  /// Throws InputError at an insertion that makes a block contain itself, nests too deep, or draws too much:
+  /// nothing may be drawn before this has returned.
+  void check() const;
+
+  static constexpr std::size_t kDeepestNesting = 100;
+  static constexpr double kMostDrawn = 5e6;        ///< entities that one insertion draws
+  static constexpr long long kMostCopies = 10000;  ///< columns times rows of one insertion
+
+ private:
+  struct Reference {
+    std::string block;
+    std::size_t line = 0;
+    double copies = 1;
+  };
+  struct Contents {
+    double entities = 0;
+    std::vector<Reference> references;
+  };
+  struct Walk {
+    std::map<std::string, double> drawn;  ///< by blocks that are done
+    std::vector<std::string> open;        ///< from the outermost block to the one being walked
+  };
+
+  double drawnBy(const Reference& reference, Walk& walk) const;
+  double drawnBy(const Contents& contents, Walk& walk) const;
+  std::string makeArrayBlock(const DxfRecord& record, const std::string& block, const AcGeMatrix3d& scale,
+                             const standin::EntityProperties& properties);
+
+  standin::Drawing& mDrawing;
+  std::string mFile;
+  DxfNames mBlockNames;
+  std::map<std::string, Contents> mContents;  ///< by block; the empty name is model space
+  std::size_t mArrays = 0;
+};
+
+}  // namespace workbench
+
+#endif

@@ -1,0 +1,234 @@
+#include "workbench/dxf/reader.h"
+
+#include "workbench/dxf/entities.h"
+#include "workbench/dxf/groups.h"
+#include "workbench/dxf/inserts.h"
+#include "workbench/dxf/tables.h"
+#include "workbench/text_input.h"
+
+#include <algorithm>
+#include <unordered_set>
+
+namespace workbench {
+namespace {
+
+using EntityPtr = std::unique_ptr<standin::DrawnEntity>;
+using Records = std::vector<DxfRecord>;
+
+constexpr long long kMostInt16 = 32767;
+
+Records splitRecords(const std::vector<DxfGroup>& groups, const std::string& file) {
+  Records records;
+  const DxfGroup* const end = groups.data() + groups.size();
+  if (groups.front().code != 0)
+    throw InputError({file, groups.front().line - 1}, "group 0 at the start of the file",
+                     "group " + std::to_string(groups.front().code));
+  for (const DxfGroup* first = groups.data(); first != end;) {
+    const DxfGroup* const last = std::find_if(first + 1, end, [](const DxfGroup& g) { return g.code == 0; });
+    records.emplace_back(file, first, last);
+    first = last;
+  }
+  return records;
+}
+
+/// Handles of the file's entities. Free ones lie above all that the file names anywhere, so none is given
+/// away that an entity further down asks for.
+class Handles {
+ public:
+  explicit Handles(const std::vector<DxfGroup>& groups) {
+    for (const DxfGroup& group : groups)
+      if (group.code == 5) mHighest = std::max(mHighest, parseHandle(group.value).value_or(0));
+  }
+
+  std::uint64_t take(const DxfRecord& record) {
+    const DxfGroup* const group = record.find(5);
+    if (group != nullptr) {
+      const std::uint64_t handle = record.handleOf(*group);
+      if (mTaken.insert(handle).second) return handle;
+    }
+    return ++mHighest;
+  }
+
+ private:
+  std::uint64_t mHighest = 0;
+  std::unordered_set<std::uint64_t> mTaken;
+};
+
+enum class Space { kModel, kBlock, kPaper };
+
+bool startsWith(const std::string& text, std::string_view start) {
+  return text.compare(0, start.size(), start) == 0;
+}
+
+/// The layouts stand among the blocks too; their names begin with an asterisk, or with a dollar in old files.
+Space spaceOfBlock(const std::string& name) {
+  const std::string upper = upperCase(name);
+  if (startsWith(upper, "*PAPER_SPACE") || startsWith(upper, "$PAPER_SPACE")) return Space::kPaper;
+  if (upper == "*MODEL_SPACE" || upper == "$MODEL_SPACE") return Space::kModel;
+  return Space::kBlock;
+}
+
+/// Names of the blocks that can be inserted.
+DxfNames blockNames(const Records& records) {
+  DxfNames names;
+  for (const DxfRecord& record : records)
+    if (record.type() == "BLOCK" && spaceOfBlock(record.text(2)) == Space::kBlock) names.add(record.text(2));
+  return names;
+}
+
+class DxfReader {
+ public:
+  DxfReader(const std::vector<DxfGroup>& groups, const std::string& file)
+      : mRecords(splitRecords(groups, file)),
+        mDrawingP(std::make_unique<standin::Drawing>()),
+        mInserts(*mDrawingP, file, blockNames(mRecords)),
+        mHandles(groups) {}
+
+  std::unique_ptr<standin::Drawing> read() {
+    while (current().type() != "EOF") readSection();
+    mInserts.check();
+    for (EntityPtr& entity : mEntities) mDrawingP->add(std::move(entity));
+    return std::move(mDrawingP);
+  }
+
+ private:
+  const DxfRecord& current() const { return mRecords[mAt]; }
+
+  /// The lexer ends every file with EOF, so there is always a next record behind any other.
+  const DxfRecord& advance() { return mRecords[mAt++]; }
+
+  void readSection() {
+    const DxfRecord& start = advance();
+    if (start.type() != "SECTION") throw start.error(*start.begin(), "SECTION or EOF in group 0");
+    const std::string name = upperCase(start.text(2));
+    while (current().type() != "ENDSEC") {
+      if (current().type() == "EOF" || current().type() == "SECTION")
+        throw current().error(*current().begin(), "ENDSEC in group 0");
+      if (name == "TABLES") {
+        readTableRecord();
+      } else if (name == "BLOCKS") {
+        readBlock();
+      } else if (name == "ENTITIES") {
+        readEntity(Space::kModel, {});
+      } else {
+        advance();
+      }
+    }
+    advance();
+  }
+
+  void readTableRecord() {
+    const DxfRecord& record = advance();
+    if (record.type() == "LAYER") {
+      const standin::Layer layer = readLayer(record);
+      mLayers.add(layer.name);
+      mDrawingP->addLayer(layer);
+    } else if (record.type() == "VPORT" && !mDrawingP->mView) {
+      mDrawingP->mView = readActiveView(record);
+    }
+  }
+
+  void readBlock() {
+    const DxfRecord& start = advance();
+    if (start.type() != "BLOCK") throw start.error(*start.begin(), "BLOCK or ENDSEC in group 0");
+    const std::string name = start.text(2);
+    const Space space = spaceOfBlock(name);
+    if (space == Space::kBlock) {
+      mDrawingP->addBlock(name, start.find(10) == nullptr ? AcGePoint3d::kOrigin : start.point(10));
+      mInserts.beginBlock(name);
+    }
+    while (current().type() != "ENDBLK") {
+      if (current().type() == "EOF" || current().type() == "ENDSEC" || current().type() == "BLOCK")
+        throw current().error(*current().begin(), "ENDBLK in group 0");
+      readEntity(space, name);
+    }
+    advance();
+  }
+
+  void readEntity(Space space, const std::string& block) {
+    const DxfRecord& record = advance();
+    const Records vertices = record.type() == "POLYLINE" ? readVertices(record) : Records();
+    if (record.type() == "INSERT") readAttributes(record, space);
+    if (space == Space::kModel && record.integer(67, 0, 0, kMostInt16) == 1) space = Space::kPaper;
+    EntityPtr entity;
+    if (space != Space::kPaper) entity = makeEntity(record, vertices, space, block);
+    if (!entity) {
+      ++mDrawingP->mSkipped[skippedName(record, space)];
+    } else if (space == Space::kBlock) {
+      mDrawingP->addToBlock(block, std::move(entity));
+    } else {
+      mEntities.push_back(std::move(entity));
+    }
+  }
+
+  EntityPtr makeEntity(const DxfRecord& record, const Records& vertices, Space space,
+                       const std::string& block) {
+    static const std::unordered_set<std::string_view> kUnderstood = {
+        "LINE", "POINT", "CIRCLE", "ARC", "ELLIPSE", "3DFACE", "LWPOLYLINE", "POLYLINE", "INSERT"};
+    if (kUnderstood.count(record.type()) == 0) return nullptr;
+    const standin::EntityProperties properties = propertiesOf(record, space);
+    const std::string container = space == Space::kBlock ? block : std::string();
+    if (record.type() == "INSERT") return mInserts.make(record, container, properties);
+    mInserts.countEntity(container);
+    if (record.type() == "POLYLINE") return makePolylineEntity(record, vertices, properties);
+    return makeSimpleEntity(record, properties);
+  }
+
+  standin::EntityProperties propertiesOf(const DxfRecord& record, Space space) {
+    standin::EntityProperties properties;
+    if (space == Space::kModel) properties.handle = mHandles.take(record);
+    if (record.find(8) != nullptr) properties.layer = mLayers.resolve(record.text(8));
+    properties.colour = static_cast<int>(record.integer(62, properties.colour, -kMostInt16, kMostInt16));
+    return properties;
+  }
+
+  Records readVertices(const DxfRecord& polyline) {
+    Records vertices;
+    while (current().type() == "VERTEX") vertices.push_back(advance());
+    if (current().type() != "SEQEND")
+      throw current().error(*current().begin(), "VERTEX or SEQEND of the POLYLINE of line " +
+                                                    std::to_string(polyline.begin()->line));
+    advance();
+    return vertices;
+  }
+
+  void readAttributes(const DxfRecord& insert, Space space) {
+    if (insert.integer(66, 0, 0, kMostInt16) == 0) return;
+    while (current().type() == "ATTRIB") ++mDrawingP->mSkipped[skippedName(advance(), space)];
+    if (current().type() == "SEQEND") advance();
+  }
+
+  static std::string skippedName(const DxfRecord& record, Space space) {
+    std::string type = toUtf8(record.type());
+    switch (space) {
+      case Space::kModel:
+        return type;
+      case Space::kBlock:
+        return type + " (in a block)";
+      case Space::kPaper:
+        return type + " (paper space)";
+    }
+    return type;
+  }
+
+  Records mRecords;
+  std::size_t mAt = 0;
+  std::unique_ptr<standin::Drawing> mDrawingP;
+  DxfInserts mInserts;
+  DxfNames mLayers;
+  Handles mHandles;
+  std::vector<EntityPtr> mEntities;
+};
+
+}  // namespace
+
+std::unique_ptr<standin::Drawing> parseDrawing(std::string_view text, const std::string& file) {
+  const std::vector<DxfGroup> groups = parseGroups(text, file);
+  return DxfReader(groups, file).read();
+}
+
+std::unique_ptr<standin::Drawing> readDrawing(const std::filesystem::path& file) {
+  return parseDrawing(readFile(file, "a drawing (DXF text file)"), file.string());
+}
+
+}  // namespace workbench

@@ -1,0 +1,41 @@
+/// The user's desktop as far as a session touches it: what lies under the mouse pointer, and what the module
+/// shows or sounds outside the drawing; also the profile folder the module finds in its environment.
+#ifndef WORKBENCH_DESKTOP_H
+#define WORKBENCH_DESKTOP_H
+
+#include "workbench/report/report.h"
+#include "workbench/sessions/session.h"
+
+#include <filesystem>
+#include <functional>
+#include <string>
+
+namespace workbench {
+
+/// A message box or a beep, ready to be listed.
+struct DesktopMessage {
+  bool isBeep = false;
+  std::wstring text;  ///< of a box: the caption, a line feed, the text; of a beep: "440 Hz, 200 ms"
+};
+
+/// A desktop as new: nothing listens, the pointer lies on the drawing canvas. Main thread.
+void resetDesktop();
+
+/// `listener` is told of every message as it comes, on the thread it comes from; an empty one ends that.
+void listenToDesktop(std::function<void(const DesktopMessage&)> listener);
+
+/// Moves the mouse pointer onto a control of that sort. Main thread.
+void movePointer(PointerTarget target);
+
+/// The windows and the pointer as they are now. Main thread.
+ReportDesktop desktopState();
+
+/// Makes `folder` the user's profile folder (USERPROFILE). Main thread, while no other thread runs.
+void setUserProfile(const std::filesystem::path& folder);
+
+/// Whether standard error is a terminal.
+bool isErrorTerminal();
+
+}  // namespace workbench
+
+#endif

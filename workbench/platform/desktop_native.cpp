@@ -1,0 +1,97 @@
+#include "standin_desktop.h"
+#include "standin_messages.h"
+#include "windows.h"
+#include "workbench/platform/desktop.h"
+#include "workbench/text_input.h"
+
+#include <unistd.h>
+
+#include <cstdlib>
+#include <optional>
+#include <utility>
+
+namespace workbench {
+namespace {
+
+namespace windows = standin::windows;
+
+DesktopMessage toDesktopMessage(const windows::UserMessage& message) {
+  if (message.kind == windows::UserMessage::Kind::kBox)
+    return {false, message.caption + L"\n" + message.text};
+  return {true, std::to_wstring(message.frequency) + L" Hz, " + std::to_wstring(message.durationMs) + L" ms"};
+}
+
+const char* placeName(PointerTarget target) {
+  switch (target) {
+    case PointerTarget::kCanvas:
+      return "canvas";
+    case PointerTarget::kTree:
+      return "tree";
+    case PointerTarget::kList:
+      return "list";
+    case PointerTarget::kEdit:
+      return "edit";
+    case PointerTarget::kQt:
+      return "qt";
+    case PointerTarget::kNone:
+      return "none";
+  }
+  return "none";
+}
+
+standin::desktop::StandardDesktop theDesktop;
+
+std::optional<ReportScrollBar> barOf(HWND window, int which) {
+  const auto bar = standin::desktop::scrollBar(window, which);
+  if (!bar) return std::nullopt;
+  return ReportScrollBar{bar->minimum, bar->maximum, static_cast<int>(bar->page), bar->position};
+}
+
+ReportWindow windowState(HWND window) {
+  wchar_t name[64] = {};
+  RECT rect{};
+  GetClassNameW(window, name, 64);
+  GetWindowRect(window, &rect);
+  return {toUtf8(std::wstring_view(name)),
+          {rect.left, rect.top, rect.right, rect.bottom},
+          barOf(window, SB_VERT),
+          barOf(window, SB_HORZ)};
+}
+
+}  // namespace
+
+void resetDesktop() {
+  windows::clearUserMessages();
+  theDesktop = standin::desktop::makeStandardDesktop();
+}
+
+ReportDesktop desktopState() {
+  ReportDesktop state;
+  for (const HWND window : {theDesktop.frame, theDesktop.canvas, theDesktop.palette, theDesktop.tree,
+                            theDesktop.group, theDesktop.list, theDesktop.edit, theDesktop.qt})
+    state.windows.push_back(windowState(window));
+  POINT pointer{};
+  GetCursorPos(&pointer);
+  state.pointer = {pointer.x, pointer.y};
+  return state;
+}
+
+void listenToDesktop(std::function<void(const DesktopMessage&)> listener) {
+  if (!listener) return windows::setUserMessageListener({});
+  windows::setUserMessageListener(
+      [told = std::move(listener)](const windows::UserMessage& message) { told(toDesktopMessage(message)); });
+}
+
+void movePointer(PointerTarget target) {
+  standin::desktop::pointAt(placeName(target));
+}
+
+void setUserProfile(const std::filesystem::path& folder) {
+  setenv("USERPROFILE", folder.c_str(), 1);
+}
+
+bool isErrorTerminal() {
+  return isatty(STDERR_FILENO) != 0;
+}
+
+}  // namespace workbench

@@ -1,0 +1,103 @@
+#include "workbench/platform/beeps.h"
+#include "workbench/platform/control_window.h"
+#include "workbench/platform/desktop.h"
+
+#include <windows.h>
+
+#include <cstdlib>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <utility>
+
+namespace workbench {
+namespace {
+
+std::unique_ptr<ControlWindow> windowP;
+std::function<void(const DesktopMessage&)> listener;
+HHOOK hook = nullptr;
+HWND lastBox = nullptr;
+
+std::wstring textOf(HWND window) {
+  std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
+  text.resize(static_cast<std::size_t>(GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
+  return text;
+}
+
+bool isBox(HWND window) {
+  wchar_t name[16] = {};
+  GetClassNameW(window, name, 16);
+  return std::wstring(name) == L"#32770";
+}
+
+/// Text of a message box stands in a control of this number.
+constexpr int kBoxTextId = 0xFFFF;
+
+/// A session has nobody who reads a box and presses its button.
+LRESULT CALLBACK answerBoxes(int code, WPARAM wParam, LPARAM lParam) {
+  const auto window = reinterpret_cast<HWND>(wParam);
+  if (code == HCBT_ACTIVATE && window != lastBox && isBox(window)) {
+    lastBox = window;
+    if (listener) listener({false, textOf(window) + L"\n" + textOf(GetDlgItem(window, kBoxTextId))});
+    PostMessageW(window, WM_COMMAND, IDOK, 0);
+  }
+  if (code == HCBT_DESTROYWND && window == lastBox) lastBox = nullptr;
+  return CallNextHookEx(hook, code, wParam, lParam);
+}
+
+HWND controlFor(PointerTarget target) {
+  switch (target) {
+    case PointerTarget::kCanvas:
+      return windowP->canvas();
+    case PointerTarget::kTree:
+      return windowP->tree();
+    case PointerTarget::kList:
+      return windowP->listBox();
+    case PointerTarget::kEdit:
+      return windowP->edit();
+    case PointerTarget::kQt:
+      return windowP->widget();
+    case PointerTarget::kNone:
+      return nullptr;
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+void resetDesktop() {
+  windowP.reset();
+  windowP = std::make_unique<ControlWindow>();
+  windowP->pointAt(windowP->canvas());
+}
+
+void listenToDesktop(std::function<void(const DesktopMessage&)> newListener) {
+  if (hook != nullptr) UnhookWindowsHookEx(std::exchange(hook, nullptr));
+  listener = nullptr;
+  listenToBeeps({});
+  if (!newListener) return;
+  hook = SetWindowsHookExW(WH_CBT, answerBoxes, nullptr, GetCurrentThreadId());
+  // Nobody would press the button of the first box.
+  if (hook == nullptr) throw std::runtime_error("message boxes cannot be seen (SetWindowsHookEx failed)");
+  listener = std::move(newListener);
+  listenToBeeps([](DWORD hertz, DWORD durationMs) {
+    listener({true, std::to_wstring(hertz) + L" Hz, " + std::to_wstring(durationMs) + L" ms"});
+  });
+}
+
+void movePointer(PointerTarget target) {
+  windowP->pointAt(controlFor(target));
+}
+
+void setUserProfile(const std::filesystem::path& folder) {
+  _wputenv_s(L"USERPROFILE", folder.c_str());
+}
+
+bool isErrorTerminal() {
+  // What is drawn on a terminal takes escape sequences, which a console has to be told to understand.
+  const HANDLE console = GetStdHandle(STD_ERROR_HANDLE);
+  DWORD mode = 0;
+  return GetConsoleMode(console, &mode) && SetConsoleMode(console, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING);
+}
+
+}  // namespace workbench

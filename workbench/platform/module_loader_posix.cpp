@@ -1,0 +1,67 @@
+#include "workbench/input_error.h"
+#include "workbench/platform/module_loader.h"
+
+#include <dlfcn.h>
+
+#include <utility>
+
+namespace workbench {
+namespace {
+
+constexpr const char* kExpected = "a module for host interface 0x130000";
+
+std::string hex(int value) {
+  char text[16];
+  std::snprintf(text, sizeof text, "0x%X", static_cast<unsigned>(value));
+  return text;
+}
+
+template <typename Function>
+Function symbol(void* library, const char* name, const std::string& file) {
+  void* const address = dlsym(library, name);
+  if (address == nullptr) throw InputError({file}, kExpected, std::string("none of its exports ") + name);
+  return reinterpret_cast<Function>(address);
+}
+
+struct Closer {
+  void* library;
+  ~Closer() {
+    if (library != nullptr) dlclose(library);
+  }
+};
+
+}  // namespace
+
+Module::Module(const std::filesystem::path& file) : mFile(std::filesystem::absolute(file)) {
+  const std::string name = mFile.string();
+  if (!std::filesystem::is_regular_file(mFile)) throw InputError({name}, kExpected, "no such file");
+  Closer guard{dlopen(name.c_str(), RTLD_NOW | RTLD_LOCAL)};
+  if (guard.library == nullptr) throw InputError({name}, kExpected, inQuotes(dlerror()));
+  const int version = symbol<int (*)()>(guard.library, "acrxGetApiVersion", name)();
+  if (version != kHostApiVersion) throw InputError({name}, kExpected, "one for " + hex(version));
+  mEntryPoint = symbol<EntryPoint>(guard.library, "acrxEntryPoint", name);
+  mHandle = std::exchange(guard.library, nullptr);
+}
+
+Module::~Module() {
+  if (mHandle != nullptr) dlclose(mHandle);
+}
+
+AcRx::AppRetCode Module::send(AcRx::AppMsgCode message) {
+  // The packet is the host's own; the module only hands it back to the host.
+  return mEntryPoint(message, this);
+}
+
+bool Module::unload() {
+  dlclose(std::exchange(mHandle, nullptr));
+  void* const again = dlopen(mFile.c_str(), RTLD_NOW | RTLD_NOLOAD);
+  if (again == nullptr) return true;
+  dlclose(again);
+  return false;
+}
+
+std::filesystem::path executableFolder() {
+  return std::filesystem::read_symlink("/proc/self/exe").parent_path();
+}
+
+}  // namespace workbench

@@ -1,0 +1,111 @@
+#include "workbench/input_error.h"
+#include "workbench/platform/beeps.h"
+#include "workbench/platform/import_table.h"
+#include "workbench/platform/module_loader.h"
+#include "workbench/text_input.h"
+
+#include <windows.h>
+
+#include <array>
+#include <cstdio>
+#include <utility>
+
+namespace workbench {
+namespace {
+
+constexpr const char* kExpected = "a module for host interface 0x130000";
+
+std::string hex(int value) {
+  char text[16];
+  std::snprintf(text, sizeof text, "0x%X", static_cast<unsigned>(value));
+  return text;
+}
+
+HMODULE asModule(void* library) {
+  return static_cast<HMODULE>(library);
+}
+
+template <typename Function>
+Function symbol(HMODULE library, const char* name, const std::string& file) {
+  const FARPROC address = GetProcAddress(library, name);
+  if (address == nullptr) throw InputError({file}, kExpected, std::string("none of its exports ") + name);
+  return reinterpret_cast<Function>(reinterpret_cast<void*>(address));
+}
+
+/// Windows does not say which library it missed: the first of those that the file asks for and that cannot be
+/// loaded; empty when there is none.
+std::string missingImport(const std::wstring& file) {
+  const HMODULE image = LoadLibraryExW(file.c_str(), nullptr, DONT_RESOLVE_DLL_REFERENCES);
+  if (image == nullptr) return {};
+  std::string missing;
+  for (const std::string& name : importedLibraries(image)) {
+    const HMODULE import = LoadLibraryW(toWide(name).c_str());
+    if (import == nullptr && GetLastError() == ERROR_MOD_NOT_FOUND && missing.empty()) missing = name;
+    if (import != nullptr) FreeLibrary(import);
+  }
+  FreeLibrary(image);
+  return missing;
+}
+
+std::string reasonOf(DWORD code, const std::wstring& file) {
+  if (code == ERROR_MOD_NOT_FOUND)
+    if (const std::string missing = missingImport(file); !missing.empty())
+      return "one that needs " + missing + ", which is missing";
+  if (code == ERROR_BAD_EXE_FORMAT) return "a file that is no 64-bit library";
+  return "one that cannot be loaded (error " + std::to_string(code) + ")";
+}
+
+/// No box about what cannot be loaded while it lives.
+struct ErrorMode {
+  ErrorMode() : before(SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX)) {}
+  ~ErrorMode() { SetErrorMode(before); }
+  ErrorMode(const ErrorMode&) = delete;
+  ErrorMode& operator=(const ErrorMode&) = delete;
+  UINT before;
+};
+
+struct Freer {
+  HMODULE library;
+  ~Freer() {
+    if (library != nullptr) FreeLibrary(library);
+  }
+};
+
+}  // namespace
+
+Module::Module(const std::filesystem::path& file) : mFile(std::filesystem::absolute(file).make_preferred()) {
+  const std::string name = mFile.string();
+  if (!std::filesystem::is_regular_file(mFile)) throw InputError({name}, kExpected, "no such file");
+  // A box about a missing library would wait for somebody to press its button.
+  const ErrorMode quiet;
+  Freer guard{LoadLibraryW(mFile.c_str())};
+  const DWORD code = GetLastError();
+  if (guard.library == nullptr) throw InputError({name}, kExpected, reasonOf(code, mFile.wstring()));
+  const int version = symbol<int (*)()>(guard.library, "acrxGetApiVersion", name)();
+  if (version != kHostApiVersion) throw InputError({name}, kExpected, "one for " + hex(version));
+  mEntryPoint = symbol<EntryPoint>(guard.library, "acrxEntryPoint", name);
+  hearBeeps(guard.library);
+  mHandle = std::exchange(guard.library, nullptr);
+}
+
+Module::~Module() {
+  if (mHandle != nullptr) FreeLibrary(asModule(mHandle));
+}
+
+AcRx::AppRetCode Module::send(AcRx::AppMsgCode message) {
+  // The packet is the host's own; the module only hands it back to the host.
+  return mEntryPoint(message, this);
+}
+
+bool Module::unload() {
+  FreeLibrary(asModule(std::exchange(mHandle, nullptr)));
+  return GetModuleHandleW(mFile.c_str()) == nullptr;
+}
+
+std::filesystem::path executableFolder() {
+  std::array<wchar_t, 32768> path{};
+  GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
+  return std::filesystem::path(path.data()).parent_path();
+}
+
+}  // namespace workbench

@@ -1,0 +1,102 @@
+#include "workbench/report/key_effects.h"
+
+#include "device/lmt_ctrlr.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <limits>
+#include <optional>
+
+namespace workbench {
+namespace {
+
+constexpr double kAlongAnAxis = 1 - 1e-9;
+
+struct KeyName {
+  std::int32_t code;
+  const char* name;
+};
+constexpr KeyName kKeyNames[] = {{LM_VIEW_FRONT, "front"},  {LM_VIEW_RIGHT, "right"}, {LM_VIEW_TOP, "top"},
+                                 {LM_VIEW_BACK, "back"},    {LM_VIEW_LEFT, "left"},   {LM_FIT_ALL, "fit"},
+                                 {LM_VIEW_BOTTOM, "bottom"}};
+
+/// None when the event is no key.
+std::optional<std::string> keyName(std::int32_t code, const std::vector<ReportFunction>& functions) {
+  for (const KeyName& key : kKeyNames)
+    if (key.code == code) return std::string("key ") + key.name;
+  if (code < APPL_FUNC_START) return std::nullopt;
+  const auto number = static_cast<std::size_t>(code - APPL_FUNC_START);
+  const std::string name = "function " + std::to_string(number);
+  return number < functions.size() ? name + ": " + functions[number].label : name + ": there is none";
+}
+
+std::string format(const char* pattern, double a, double b, double c = 0) {
+  char text[100];
+  std::snprintf(text, sizeof text, pattern, a, b, c);
+  return text;
+}
+
+std::string directionInWords(const standin::host::Camera& camera) {
+  const AcGeVector3d from = (camera.position - camera.target).normalize();
+  if (from.x > kAlongAnAxis) return "from the right";
+  if (from.x < -kAlongAnAxis) return "from the left";
+  if (from.y > kAlongAnAxis) return "from behind";
+  if (from.y < -kAlongAnAxis) return "from the front";
+  if (from.z > kAlongAnAxis) return "from above";
+  if (from.z < -kAlongAnAxis) return "from below";
+  return format("from (%.2f, %.2f, %.2f)", from.x, from.y, from.z);
+}
+
+std::vector<ReportKey> keysOf(const Session& session, const std::vector<ReportFunction>& functions) {
+  std::vector<ReportKey> keys;
+  for (const TimedDeviceAction& event : session.device) {
+    const auto* const eventP = std::get_if<DeviceEvent>(&event.action);
+    const auto name = eventP == nullptr ? std::nullopt : keyName(eventP->code, functions);
+    if (!name) continue;
+    if (keys.empty() || keys.back().timeMs != event.timeMs)
+      keys.push_back({event.timeMs, *name, {}, {}});
+    else
+      keys.back().name += ", " + *name;
+  }
+  return keys;
+}
+
+/// End of what counts as the effect of a key at `timeMs`, exclusive.
+std::int64_t endOfEffect(const Session& session, std::int64_t timeMs, std::int64_t nextKeyMs) {
+  for (const TimedUserAction& event : session.user)
+    if (event.timeMs > timeMs) return std::min(event.timeMs, nextKeyMs);
+  return nextKeyMs;
+}
+
+void addEffects(ReportKey& key, std::int64_t endMs, const Recording& recording) {
+  const auto isIts = [&key, endMs](std::int64_t timeMs) { return timeMs >= key.timeMs && timeMs < endMs; };
+  for (const CommandLineEntry& line : recording.commandLine)
+    if (isIts(line.timeMs) && (line.kind == LineKind::kSend || line.kind == LineKind::kSendActivate))
+      key.sent.push_back(line.text);
+  for (const TrajectoryRow& row : recording.rows)
+    if (row.kind == RowKind::kView && isIts(row.timeMs)) key.view = viewInWords(row);
+}
+
+}  // namespace
+
+std::string viewInWords(const TrajectoryRow& row) {
+  const standin::host::Camera& camera = row.camera;
+  const std::string size = format(", %.4g x %.4g", camera.fieldWidth, camera.fieldHeight);
+  if (row.isPaper)
+    return format("the sheet around (%.4g, %.4g)", camera.position.x, camera.position.y) + size;
+  return directionInWords(camera) + size + (camera.isPerspective ? ", perspective" : "");
+}
+
+std::vector<ReportKey> keyEffects(const Session& session, const Recording& recording,
+                                  const std::vector<ReportFunction>& functions) {
+  std::vector<ReportKey> keys = keysOf(session, functions);
+  for (std::size_t i = 0; i < keys.size(); ++i) {
+    const bool isLast = i + 1 == keys.size();
+    const std::int64_t next = isLast ? std::numeric_limits<std::int64_t>::max() : keys[i + 1].timeMs;
+    addEffects(keys[i], endOfEffect(session, keys[i].timeMs, next), recording);
+  }
+  return keys;
+}
+
+}  // namespace workbench

@@ -1,0 +1,57 @@
+#include "workbench/report/report.h"
+
+#include "workbench/report/report_json.h"
+#include "workbench/report/report_page.h"
+#include "workbench/report/report_scene.h"
+
+#include <cerrno>
+#include <fstream>
+#include <ios>
+#include <stdexcept>
+#include <string_view>
+#include <system_error>
+
+namespace workbench {
+namespace {
+
+constexpr std::string_view kMark = "@@";
+
+std::string pageTitle(const ReportData& data) {
+  return escapedForHtml(data.drawingName) + " \xE2\x80\x93 " + escapedForHtml(data.sessionName);
+}
+
+std::string valueOf(std::string_view name, const ReportData& data) {
+  if (name == "TITLE") return pageTitle(data);
+  if (name == "STYLE") return kPageStyle;
+  if (name == "SCRIPT") return kPageScript;
+  if (name == "DATA") return reportJson(data);
+  throw std::logic_error("report page: no value for " + std::string(name));
+}
+
+}  // namespace
+
+std::string reportPage(const ReportData& data) {
+  // One walk over the frame, so that a mark inside a value stays what it is: text.
+  std::string page;
+  std::string_view rest = kPageFrame;
+  for (std::size_t mark = rest.find(kMark); mark != std::string_view::npos; mark = rest.find(kMark)) {
+    page += rest.substr(0, mark);
+    rest.remove_prefix(mark + kMark.size());
+    const std::size_t end = rest.find(kMark);
+    page += valueOf(rest.substr(0, end), data);
+    rest.remove_prefix(end + kMark.size());
+  }
+  return page.append(rest);
+}
+
+void writeReport(const ReportData& data, const std::filesystem::path& file) {
+  errno = 0;
+  std::ofstream stream(file, std::ios::binary | std::ios::trunc);
+  stream << reportPage(data);
+  stream.close();
+  if (stream) return;
+  throw std::runtime_error(file.string() +
+                           ": the report cannot be written: " + std::generic_category().message(errno));
+}
+
+}  // namespace workbench

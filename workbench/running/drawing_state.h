@@ -1,0 +1,34 @@
+/// What a drawing looks like at one moment, taken out of the host: entities as they are listed and as they
+/// are drawn. Main thread only.
+#ifndef WORKBENCH_DRAWING_STATE_H
+#define WORKBENCH_DRAWING_STATE_H
+
+#include "standin/objectarx/drawing.h"
+#include "workbench/report/report.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace workbench {
+
+/// An entity of model space as it is listed.
+struct EntityState {
+  std::uint64_t handle = 0;
+  std::string type;
+  std::string layer;
+  standin::Polyline3 points;
+};
+
+/// Every entity that is not erased, in the drawing's order.
+std::vector<EntityState> listEntities(const standin::Drawing& drawing);
+
+/// The entity as it is drawn: its colour is neither "by layer" nor "by block".
+ReportShape shapeOf(const standin::DrawnEntity& entity, const standin::Drawing& drawing);
+
+/// Whether the entity is there to be seen: not erased, on a layer that is neither off nor frozen.
+bool isSeen(const standin::DrawnEntity& entity, const standin::Drawing& drawing);
+
+}  // namespace workbench
+
+#endif

@@ -1,0 +1,77 @@
+#include "workbench/running/host_loop.h"
+
+#include "standin_clock.h"
+#include "workbench/input_error.h"
+
+#include <algorithm>
+#include <exception>
+
+namespace workbench {
+
+namespace clock = standin::clock;
+
+void guarded(const std::string& what, std::vector<std::string>& problems, const std::function<void()>& call) {
+  try {
+    call();
+  } catch (const InputError&) {
+    throw;
+  } catch (const std::exception& error) {
+    problems.push_back(what + " threw: " + error.what());
+  } catch (...) {
+    problems.push_back(what + " threw something that is no std::exception");
+  }
+}
+
+void HostLoop::run(const Progress& progress) {
+  while (true) {
+    if (progress) progress(clock::nowMs(), mSession.endMs);
+    clock::advanceTo(clock::nowMs());
+    if (runQueuedText() || runTimer() || runUserEvent()) continue;
+    if (isOver()) return;
+    clock::advanceTo(nextTime());
+  }
+}
+
+bool HostLoop::runQueuedText() {
+  bool isRun = false;
+  guarded("a queued command", mProblems, [&isRun] {
+    // A command that throws has been taken from the queue all the same.
+    isRun = true;
+    isRun = standin::host::runQueuedText();
+  });
+  if (isRun) mSurroundings.recorder.noteSelection();
+  return isRun;
+}
+
+bool HostLoop::runTimer() {
+  const auto due = clock::nextTimer();
+  if (!due || *due > clock::nowMs() || *due > nextUserTime().value_or(mSession.endMs)) return false;
+  guarded("a timer procedure", mProblems, [] { clock::runDueTimer(); });
+  return true;
+}
+
+bool HostLoop::runUserEvent() {
+  const auto due = nextUserTime();
+  if (!due || *due > clock::nowMs()) return false;
+  const TimedUserAction& event = mSession.user[mNextUser++];
+  guarded("a command of the session's line " + std::to_string(event.line), mProblems,
+          [this, &event] { perform(event, mSession, mSurroundings); });
+  mSurroundings.recorder.noteSelection();
+  return true;
+}
+
+bool HostLoop::isOver() const {
+  return mNextUser == mSession.user.size() && clock::nowMs() >= mSession.endMs && mDevice.isDone();
+}
+
+std::optional<std::int64_t> HostLoop::nextUserTime() const {
+  if (mNextUser == mSession.user.size()) return std::nullopt;
+  return mSession.user[mNextUser].timeMs;
+}
+
+std::int64_t HostLoop::nextTime() const {
+  const std::int64_t next = nextUserTime().value_or(mSession.endMs);
+  return std::min(next, clock::nextTimer().value_or(next));
+}
+
+}  // namespace workbench

@@ -1,0 +1,113 @@
+#include "workbench/running/moments.h"
+
+#include "standin/controller/controller_feed.h"
+#include "standin_clock.h"
+#include "workbench/platform/desktop.h"
+#include "workbench/running/drawing_state.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace workbench {
+namespace {
+
+namespace clock = standin::clock;
+namespace host = standin::host;
+
+constexpr int kSheetViewport = 1;
+constexpr int kWindowViewport = 2;
+
+bool isSamePoint(const AcGePoint3d& a, const AcGePoint3d& b) {
+  return a.x == b.x && a.y == b.y && a.z == b.z;
+}
+
+bool isSameOutline(const std::vector<standin::Polyline3>& a, const std::vector<standin::Polyline3>& b) {
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                    [](const standin::Polyline3& p, const standin::Polyline3& q) {
+                      return std::equal(p.begin(), p.end(), q.begin(), q.end(), isSamePoint);
+                    });
+}
+
+}  // namespace
+
+std::vector<std::int64_t> momentTimes(std::int64_t endMs, std::size_t count) {
+  std::vector<std::int64_t> times;
+  for (std::size_t i = 0; i + 1 < count; ++i)
+    times.push_back(endMs * static_cast<std::int64_t>(i) / static_cast<std::int64_t>(count - 1));
+  times.push_back(endMs);
+  times.erase(std::unique(times.begin(), times.end()), times.end());
+  return times;
+}
+
+void MomentRecorder::begin() {
+  const standin::Drawing* const drawing = host::drawing();
+  if (drawing == nullptr) return;
+  mEntitiesAtStart = drawing->entities().size();
+  for (const auto& entity : drawing->entities())
+    if (isSeen(*entity, *drawing)) mShapes.emplace(entity->properties().handle, shapeOf(*entity, *drawing));
+}
+
+void MomentRecorder::look() {
+  if (!clock::isMainThread() || mMoments.size() == mTimes.size()) return;
+  noteCandidates();
+  const std::int64_t now = clock::nowMs();
+  if (mTimes[mMoments.size()] <= now) take(now);
+}
+
+void MomentRecorder::finish() {
+  if (mMoments.size() < mTimes.size()) take(mTimes.back());
+}
+
+std::vector<ReportShape> MomentRecorder::takeShapes() {
+  std::vector<ReportShape> shapes;
+  for (auto& [handle, shape] : mShapes) shapes.push_back(std::move(shape));
+  mShapes.clear();
+  return shapes;
+}
+
+void MomentRecorder::take(std::int64_t nowMs) {
+  ReportMoment moment;
+  const auto cap = standin::controller::lastHandedOver();
+  std::copy(cap.begin(), cap.end(), moment.cap.begin());
+  moment.viewport = host::currentViewport();
+  moment.isLayout = host::variable(L"TILEMODE") == L"0";
+  moment.isPaper = moment.isLayout && moment.viewport == kSheetViewport;
+  moment.camera = host::camera(moment.isPaper ? kWindowViewport : moment.viewport).value_or(host::Camera());
+  moment.paper = host::paperView();
+  noteCandidates();
+  moment.selection = mLastSelection;
+  if (mDesktop == Desktop::kShown) moment.desktop = desktopState();
+  compare(moment);
+  while (mMoments.size() < mTimes.size() && mTimes[mMoments.size()] <= nowMs) {
+    moment.timeMs = mTimes[mMoments.size()];
+    mMoments.push_back(moment);
+  }
+}
+
+void MomentRecorder::noteCandidates() {
+  std::vector<std::uint64_t> selection = host::selection();
+  if (selection == mLastSelection) return;
+  mWasSelected.insert(selection.begin(), selection.end());
+  mLastSelection = std::move(selection);
+}
+
+void MomentRecorder::compare(ReportMoment& moment) const {
+  const standin::Drawing* const drawing = host::drawing();
+  if (drawing == nullptr) return;
+  const auto& entities = drawing->entities();
+  for (std::size_t i = 0; i < entities.size(); ++i) {
+    const standin::DrawnEntity& entity = *entities[i];
+    const std::uint64_t handle = entity.properties().handle;
+    const bool isNew = i >= mEntitiesAtStart;
+    if (!isSeen(entity, *drawing)) {
+      if (mShapes.count(handle) != 0) moment.gone.push_back(handle);
+    } else if (isNew || mWasSelected.count(handle) != 0) {
+      ReportShape shape = shapeOf(entity, *drawing);
+      const auto before = mShapes.find(handle);
+      if (before == mShapes.end() || !isSameOutline(before->second.outline, shape.outline))
+        moment.changed.push_back(std::move(shape));
+    }
+  }
+}
+
+}  // namespace workbench

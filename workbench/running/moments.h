@@ -1,0 +1,57 @@
+/// The moments that the report shows: what was on the screen, evenly over the run. Main thread only.
+#ifndef WORKBENCH_MOMENTS_H
+#define WORKBENCH_MOMENTS_H
+
+#include "workbench/report/report.h"
+
+#include <cstdint>
+#include <map>
+#include <set>
+#include <vector>
+
+namespace workbench {
+
+/// `count` times evenly from 0 to `endMs`, rounded to whole ms, no time twice. One moment is the end.
+std::vector<std::int64_t> momentTimes(std::int64_t endMs, std::size_t count);
+
+/// Takes each moment at the first look at or after its time; between two looks the screen does not change.
+class MomentRecorder {
+ public:
+  enum class Desktop { kLeftOut, kShown };
+
+  MomentRecorder(std::int64_t endMs, std::size_t count, Desktop desktop = Desktop::kLeftOut)
+      : mTimes(momentTimes(endMs, count)), mDesktop(desktop) {}
+
+  /// Remembers the drawing as it is when the session begins.
+  void begin();
+  /// Notes what is selected, and takes the moments whose time has come. To be called at least once while a
+  /// selection lasts. Does nothing on another thread than the main one, from which a
+  /// module that breaks the rules may draw.
+  void look();
+  /// Takes what is left as it is now.
+  void finish();
+
+  const std::vector<std::int64_t>& times() const { return mTimes; }
+
+  std::vector<ReportShape> takeShapes();
+  std::vector<ReportMoment> takeMoments() { return std::move(mMoments); }
+
+ private:
+  void take(std::int64_t nowMs);
+  void noteCandidates();
+  void compare(ReportMoment& moment) const;
+
+  std::vector<std::int64_t> mTimes;
+  Desktop mDesktop;
+  std::vector<ReportMoment> mMoments;
+  std::map<std::uint64_t, ReportShape> mShapes;  ///< at the beginning, by handle
+  std::size_t mEntitiesAtStart = 0;
+  std::vector<std::uint64_t> mLastSelection;
+  /// Entities that were selected at some look: nothing else of the drawing is ever moved, and comparing all
+  /// of a large drawing at every moment would take longer than the run.
+  std::set<std::uint64_t> mWasSelected;
+};
+
+}  // namespace workbench
+
+#endif

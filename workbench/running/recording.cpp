@@ -1,0 +1,122 @@
+#include "workbench/running/recording.h"
+
+#include "standin/controller/controller_feed.h"
+#include "standin_clock.h"
+#include "workbench/platform/desktop.h"
+#include "workbench/text_input.h"
+
+#include <cstdio>
+#include <utility>
+
+namespace workbench {
+namespace {
+
+namespace clock = standin::clock;
+namespace controller = standin::controller;
+namespace host = standin::host;
+
+constexpr int kPaperViewport = 1;
+
+/// The layout's own viewport shows the sheet; in the model tab number 1 does not occur.
+bool isSheet(int viewport) {
+  return viewport == kPaperViewport && host::variable(L"TILEMODE") == L"0";
+}
+
+host::Camera sheetCamera(const host::PaperView& view) {
+  host::Camera camera;
+  camera.position = {view.centerX, view.centerY, 0};
+  camera.target = {0, 0, 0};
+  camera.up = {0, 0, 0};
+  camera.fieldWidth = view.width;
+  camera.fieldHeight = view.height;
+  return camera;
+}
+
+}  // namespace
+
+std::string handleText(std::uint64_t handle) {
+  char text[20];
+  std::snprintf(text, sizeof text, "%llX", static_cast<unsigned long long>(handle));
+  return text;
+}
+
+Recorder::Recorder() {
+  listenToDesktop([this](const DesktopMessage& message) {
+    addLine(message.isBeep ? LineKind::kBeep : LineKind::kBox, message.text);
+  });
+  host::setListener(this);
+}
+
+Recorder::~Recorder() {
+  host::setListener(nullptr);
+  listenToDesktop({});
+}
+
+void Recorder::begin() {
+  const int viewport = host::currentViewport();
+  if (const auto camera = host::camera(viewport)) addRow(RowKind::kStart, viewport, *camera);
+  noteSelection();
+}
+
+void Recorder::noteSelection() {
+  std::vector<std::uint64_t> handles = host::selection();
+  auto& changes = mRecording.selections;
+  if (changes.empty() || changes.back().handles != handles)
+    changes.push_back({clock::nowMs(), std::move(handles)});
+}
+
+void Recorder::noteHandleNotFound(std::uint64_t handle) {
+  mRecording.handlesNotFound.insert(handle);
+  hostPrinted(toWide("No object with handle " + handleText(handle) + "."));
+}
+
+Recording Recorder::take() {
+  return std::move(mRecording);
+}
+
+void Recorder::viewUpdated(int viewport, const host::Camera& camera) {
+  addRow(RowKind::kPass3d, viewport, camera);
+}
+
+void Recorder::viewCommitted(int viewport, const host::Camera& camera) {
+  addRow(RowKind::kCommit, viewport, camera);
+}
+
+void Recorder::viewChanged(int viewport, const host::Camera& camera) {
+  if (isSheet(viewport)) return addPaperRow(RowKind::kView, viewport, host::paperView());
+  addRow(RowKind::kView, viewport, camera);
+}
+
+void Recorder::paperChanged(int viewport, const host::PaperView& view) {
+  addPaperRow(RowKind::kPass2d, viewport, view);
+}
+
+void Recorder::textSent(const std::wstring& text, bool activate) {
+  addLine(activate ? LineKind::kSendActivate : LineKind::kSend, text);
+}
+
+void Recorder::modulePrinted(const std::wstring& text) {
+  addLine(LineKind::kPrint, text);
+}
+
+void Recorder::hostPrinted(const std::wstring& text) {
+  addLine(LineKind::kHost, text);
+}
+
+void Recorder::addRow(RowKind kind, int viewport, const host::Camera& camera) {
+  const std::lock_guard lock(mMutex);
+  mRecording.rows.push_back({clock::nowMs(), kind, viewport, false, controller::lastHandedOver(), camera});
+}
+
+void Recorder::addPaperRow(RowKind kind, int viewport, const host::PaperView& view) {
+  const std::lock_guard lock(mMutex);
+  mRecording.rows.push_back(
+      {clock::nowMs(), kind, viewport, true, controller::lastHandedOver(), sheetCamera(view)});
+}
+
+void Recorder::addLine(LineKind kind, const std::wstring& text) {
+  const std::lock_guard lock(mMutex);
+  mRecording.commandLine.push_back({clock::nowMs(), kind, toUtf8(std::wstring_view(text))});
+}
+
+}  // namespace workbench

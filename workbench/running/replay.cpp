@@ -1,0 +1,176 @@
+#include "workbench/running/replay.h"
+
+#include "standin/controller/controller_feed.h"
+#include "workbench/input_error.h"
+#include "workbench/platform/desktop.h"
+#include "workbench/running/moments.h"
+#include "workbench/sessions/session_player.h"
+
+#include <algorithm>
+#include <chrono>
+#include <exception>
+#include <optional>
+#include <thread>
+#include <utility>
+
+namespace workbench {
+namespace {
+
+namespace clock = standin::clock;
+namespace controller = standin::controller;
+namespace host = standin::host;
+
+/// Real time for the system to take down threads that have ended.
+constexpr std::chrono::milliseconds kThreadsMayTake(1000);
+
+std::string counted(std::uint64_t count, const char* what) {
+  return std::to_string(count) + " " + what;
+}
+
+/// A session that never moves the pointer has nothing to do with the desktop.
+MomentRecorder::Desktop desktopOf(const Session& session) {
+  const bool isUsed = std::any_of(session.user.begin(), session.user.end(), [](const TimedUserAction& event) {
+    return std::holds_alternative<MovePointer>(event.action);
+  });
+  return isUsed ? MomentRecorder::Desktop::kShown : MomentRecorder::Desktop::kLeftOut;
+}
+
+class Run {
+ public:
+  Run(ReplayOrder order, Module& module)
+      : mOrder(std::move(order)),
+        mModule(module),
+        mMoments(mOrder.session.endMs, mOrder.moments, desktopOf(mOrder.session)) {}
+
+  RunResult go() {
+    mResult.endMs = mOrder.session.endMs;
+    mResult.notUnderstood = mOrder.drawing->mSkipped;
+    startWorld();
+    Recorder recorder;
+    recorder.begin();
+    mMoments.begin();
+    const std::exception_ptr failure = runModule(recorder);
+    unload();
+    collect(recorder);
+    // A reactor that was left behind lies in code that is gone.
+    if (mResult.host.reactors == 0) host::closeDocument();
+    if (failure) std::rethrow_exception(failure);
+    return std::move(mResult);
+  }
+
+ private:
+  void startWorld() {
+    // A real window takes its time to come up, which is not the session's.
+    resetDesktop();
+    clock::start(mOrder.clock, mOrder.frameMs);
+    controller::reset();
+    host::start([this] {
+      mMoments.look();
+      clock::drawn();
+    });
+    host::openDocument(std::move(mOrder.drawing));
+  }
+
+  /// From the init message to the unload message, which is sent whatever the session comes to.
+  std::exception_ptr runModule(Recorder& recorder) {
+    std::exception_ptr failure;
+    mDevice.emplace(mOrder.session);
+    // What is scrolled draws nothing of the host's: the clock has to tell when a moment has come.
+    for (const std::int64_t timeMs : mMoments.times()) clock::schedule(timeMs, [this] { mMoments.look(); });
+    send(AcRx::kInitAppMsg, "the init message");
+    send(AcRx::kLoadDwgMsg, "the load drawing message");
+    settle("the init message");
+    try {
+      HostLoop(mOrder.session, *mDevice, {recorder, mOrder.writeMenu}, mResult.problems)
+          .run([this](std::int64_t nowMs, std::int64_t endMs) {
+            mMoments.look();
+            if (mOrder.progress) mOrder.progress(nowMs, endMs);
+          });
+      mMoments.finish();
+    } catch (const InputError&) {
+      failure = std::current_exception();
+    }
+    send(AcRx::kUnloadDwgMsg, "the unload drawing message");
+    send(AcRx::kUnloadAppMsg, "the unload message");
+    return failure;
+  }
+
+  void send(AcRx::AppMsgCode message, const std::string& name) {
+    guarded(name, mResult.problems, [&] {
+      const int answer = mModule.send(message);
+      if (answer != AcRx::kRetOK)
+        mResult.problems.push_back(name + " was answered " + std::to_string(answer) + ", not 0");
+    });
+  }
+
+  void settle(const std::string& after) {
+    if (!clock::settle()) mResult.problems.push_back("threads did not come to rest after " + after);
+  }
+
+  /// A thread that still runs would do so in code that is gone, so the library stays for it: the run ends
+  /// with a line that names it, not with a crash.
+  void unload() {
+    addProblem(clock::timerCount(), "timers left after the unload message");
+    clock::stop();
+    const std::size_t threads = threadsLeft();
+    addProblem(threads, "threads left after the unload message");
+    if (threads != 0)
+      mModule.keep();
+    else if (!mModule.unload())
+      mResult.problems.emplace_back("the module is mapped still after it was freed");
+  }
+
+  static std::size_t threadsLeft() {
+    const auto deadline = std::chrono::steady_clock::now() + kThreadsMayTake;
+    while (clock::otherThreads() != 0 && std::chrono::steady_clock::now() < deadline)
+      std::this_thread::yield();
+    return clock::otherThreads();
+  }
+
+  void addProblem(std::uint64_t count, const char* what) {
+    if (count != 0) mResult.problems.push_back(counted(count, what));
+  }
+
+  void collect(Recorder& recorder) {
+    mResult.recording = recorder.take();
+    mResult.shapes = mMoments.takeShapes();
+    mResult.moments = mMoments.takeMoments();
+    mResult.layout = host::layout();
+    mResult.host = host::report();
+    mResult.eventsDelivered = controller::eventsHandedOver();
+    mResult.eventsNotFetched = controller::eventsPending();
+    judgeHost(mResult.host);
+    addProblem(clock::stalls(), "times a thread neither waited nor ended");
+    for (const std::string& breach : controller::breaches())
+      mResult.problems.push_back("controller: " + breach);
+    if (const standin::Drawing* const drawing = host::drawing()) mResult.entities = listEntities(*drawing);
+  }
+
+  void judgeHost(const host::Report& report) {
+    for (const std::string& breach : report.breaches) mResult.problems.push_back("host: " + breach);
+    if (report.breachesInAll > report.breaches.size())
+      addProblem(report.breachesInAll - report.breaches.size(), "further breaches of the host's rules");
+    addProblem(report.callsOffMainThread, "host calls off the main thread");
+    addProblem(report.openObjects, "objects left open");
+    addProblem(report.selectionSetsAlive, "selection sets not freed");
+    addProblem(report.reactors, "document reactors left registered");
+    addProblem(report.commandsRegistered, "commands left registered");
+    if (report.lockDepth != 0)
+      mResult.problems.push_back("the document lock is held at the end, depth " +
+                                 std::to_string(report.lockDepth));
+  }
+
+  ReplayOrder mOrder;
+  Module& mModule;
+  MomentRecorder mMoments;
+  std::optional<DeviceSchedule> mDevice;  ///< lives as long as the clock may call it
+  RunResult mResult;
+};
+
+}  // namespace
+
+RunResult replay(ReplayOrder order, Module& module) {
+  return Run(std::move(order), module).go();
+}
+
+}  // namespace workbench

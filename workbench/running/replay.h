@@ -1,0 +1,57 @@
+/// One run of a session: opens the drawing, sends the module what the host sends, lets the session
+/// happen, unloads the module and looks whether anything was left behind. Main thread only.
+#ifndef WORKBENCH_REPLAY_H
+#define WORKBENCH_REPLAY_H
+
+#include "standin/objectarx/drawing.h"
+#include "standin/objectarx/host_control.h"
+#include "standin_clock.h"
+#include "workbench/platform/module_loader.h"
+#include "workbench/report/report.h"
+#include "workbench/running/drawing_state.h"
+#include "workbench/running/host_loop.h"
+#include "workbench/running/recording.h"
+#include "workbench/sessions/session.h"
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace workbench {
+
+struct ReplayOrder {
+  std::unique_ptr<standin::Drawing> drawing;
+  Session session;
+  standin::clock::Kind clock = standin::clock::Kind::kReplay;
+  std::uint32_t frameMs = 16;
+  std::size_t moments = 60;         ///< of the report
+  std::function<void()> writeMenu;  ///< for the session's event `menu`
+  Progress progress;
+};
+
+struct RunResult {
+  Recording recording;
+  standin::host::Report host;         ///< after the unload, with the drawing open still
+  std::uint64_t eventsDelivered = 0;  ///< fetched by the module
+  std::uint64_t eventsNotFetched = 0;
+  std::int64_t endMs = 0;             ///< of the session
+  std::vector<EntityState> entities;  ///< at the end of the run
+  std::map<std::string, std::size_t> notUnderstood;
+  std::vector<ReportShape> shapes;  ///< at the beginning of the run
+  std::vector<ReportMoment> moments;
+  standin::host::Layout layout;
+  std::vector<std::string> problems;  ///< what makes the run unclean, one line each
+
+  bool isClean() const { return problems.empty(); }
+};
+
+/// Runs the session with the module, which is unloaded at the end. Throws InputError when the session names
+/// what the host does not have; the module is unloaded then too.
+RunResult replay(ReplayOrder order, Module& module);
+
+}  // namespace workbench
+
+#endif

@@ -1,0 +1,244 @@
+#include "device/lmt_ctrlr.h"
+#include "workbench/input_error.h"
+#include "workbench/sessions/session.h"
+#include "workbench/text_input.h"
+
+#include <limits>
+#include <map>
+
+namespace workbench {
+namespace {
+
+/// One line, taken apart from left to right. Every error names the line.
+class LineReader {
+ public:
+  LineReader(FilePlace place, std::string_view text) : mPlace(place), mRest(trimmed(text)) {}
+
+  bool isAtEnd() const { return mRest.empty(); }
+
+  std::string_view word(const std::string& expected) {
+    if (mRest.empty()) throw error(expected, "the end of the line");
+    const std::string_view result = mRest.substr(0, mRest.find_first_of(" \t"));
+    mRest = trimmed(mRest.substr(result.size()));
+    return result;
+  }
+
+  std::string_view rest(const std::string& expected) {
+    if (mRest.empty()) throw error(expected, "the end of the line");
+    const std::string_view result = mRest;
+    mRest = {};
+    return result;
+  }
+
+  long long integer(const std::string& name, long long lowest, long long highest) {
+    const std::string expected =
+        name + " (a whole number, " + std::to_string(lowest) + " to " + std::to_string(highest) + ")";
+    const std::string_view text = word(expected);
+    const auto value = parseInteger(text);
+    if (!value || *value < lowest || *value > highest) throw error(expected, inQuotes(text));
+    return *value;
+  }
+
+  template <typename Value>
+  Value oneOf(const std::string& names, const std::map<std::string_view, Value>& choices) {
+    const std::string expected = "one of " + names;
+    const std::string_view text = word(expected);
+    const auto found = choices.find(text);
+    if (found == choices.end()) throw error(expected, inQuotes(text));
+    return found->second;
+  }
+
+  void end() const {
+    if (!mRest.empty()) throw error("the end of the line", inQuotes(mRest));
+  }
+
+  InputError error(const std::string& expected, const std::string& found) const {
+    return {mPlace, expected, found};
+  }
+
+ private:
+  FilePlace mPlace;
+  std::string_view mRest;
+};
+
+constexpr long long kHighestCode = std::numeric_limits<std::int32_t>::max();
+constexpr long long kLowestCode = std::numeric_limits<std::int32_t>::min();
+
+class SessionParser {
+ public:
+  explicit SessionParser(const std::string& file) { mSession.file = file; }
+
+  void parseLine(std::size_t number, std::string_view text) {
+    if (!text.empty() && text.back() == '\r') text.remove_suffix(1);
+    LineReader line({mSession.file, number}, text.substr(0, text.find('#')));
+    if (line.isAtEnd()) return;
+    mLine = number;
+    if (mIsEnded) throw line.error("nothing after the event \"end\"", inQuotes(line.rest("")));
+    parseTime(line);
+    parseVerb(line);
+    line.end();
+  }
+
+  Session take() { return std::move(mSession); }
+
+ private:
+  using VerbParser = void (SessionParser::*)(LineReader&);
+
+  void parseTime(LineReader& line) {
+    const std::string expected = "a time in ms (a whole number, 0 to " + std::to_string(kLatestEventMs) + ")";
+    const std::string_view text = line.word(expected);
+    const auto time = parseInteger(text);
+    if (!time || *time < 0 || *time > kLatestEventMs) throw line.error(expected, inQuotes(text));
+    if (*time < mSession.endMs)
+      throw line.error("a time not before " + std::to_string(mSession.endMs), inQuotes(text));
+    mSession.endMs = *time;
+  }
+
+  void parseVerb(LineReader& line) {
+    static const std::map<std::string_view, VerbParser> kVerbs = {
+        {"rotmode", &SessionParser::parseRotationMode},
+        {"motion", &SessionParser::parseMotion},
+        {"key", &SessionParser::parseKey},
+        {"function", &SessionParser::parseFunction},
+        {"event", &SessionParser::parseEvent},
+        {"device", &SessionParser::parseDevice},
+        {"select", &SessionParser::parseSelect},
+        {"command", &SessionParser::parseCommand},
+        {"setvar", &SessionParser::parseSetVariable},
+        {"projection", &SessionParser::parseProjection},
+        {"pointer", &SessionParser::parsePointer},
+        {"menu", &SessionParser::parseMenu},
+        {"end", &SessionParser::parseEnd}};
+    (this->*line.oneOf(
+                "rotmode motion key function event device select command setvar projection pointer menu "
+                "end",
+                kVerbs))(line);
+  }
+
+  void parseRotationMode(LineReader& line) {
+    RotationMode mode;
+    mode.code = static_cast<std::int32_t>(line.integer("a rotation-mode code", 0, 999));
+    line.oneOf<int>("zoom", {{"zoom", 0}});
+    mode.isZoomAfterView = line.oneOf<bool>("on off", {{"on", true}, {"off", false}});
+    addDevice(mode);
+  }
+
+  void parseMotion(LineReader& line) {
+    static constexpr std::array<const char*, 6> kAxes = {"x", "y", "z", "rx", "ry", "rz"};
+    for (std::size_t i = 0; i < kAxes.size(); ++i)
+      mCap[i] = static_cast<std::int16_t>(line.integer(kAxes[i], std::numeric_limits<std::int16_t>::min(),
+                                                       std::numeric_limits<std::int16_t>::max()));
+    addDevice(DeviceEvent{-1, mCap});
+  }
+
+  void parseKey(LineReader& line) {
+    const auto code =
+        line.oneOf<std::int32_t>("front right top back left bottom fit", {{"front", LM_VIEW_FRONT},
+                                                                          {"right", LM_VIEW_RIGHT},
+                                                                          {"top", LM_VIEW_TOP},
+                                                                          {"back", LM_VIEW_BACK},
+                                                                          {"left", LM_VIEW_LEFT},
+                                                                          {"bottom", LM_VIEW_BOTTOM},
+                                                                          {"fit", LM_FIT_ALL}});
+    addDevice(DeviceEvent{code, {}});
+  }
+
+  void parseFunction(LineReader& line) {
+    const long long number = line.integer("an application function", 0, kHighestCode - APPL_FUNC_START);
+    addDevice(DeviceEvent{static_cast<std::int32_t>(APPL_FUNC_START + number), {}});
+  }
+
+  void parseEvent(LineReader& line) {
+    const std::string expected = "an event code (32 bits, decimal or 0x...)";
+    const std::string_view text = line.word(expected);
+    std::optional<long long> code;
+    if (text.substr(0, 2) == "0x") {
+      if (const auto hex = parseHex(text.substr(2));
+          hex && *hex <= static_cast<unsigned long long>(kHighestCode))
+        code = static_cast<long long>(*hex);
+    } else {
+      code = parseInteger(text);
+    }
+    if (!code || *code < kLowestCode || *code > kHighestCode) throw line.error(expected, inQuotes(text));
+    DeviceEvent event{static_cast<std::int32_t>(*code), {}};
+    if (event.code < 0) event.axes = mCap;
+    addDevice(event);
+  }
+
+  void parseDevice(LineReader& line) {
+    addDevice(DevicePower{line.oneOf<bool>("down up", {{"down", true}, {"up", false}})});
+  }
+
+  void parseSelect(LineReader& line) {
+    const std::string expected = "all, none or handles (hexadecimal)";
+    std::string_view text = line.word(expected);
+    Select select;
+    if (text == "all" || text == "none") {
+      select.kind = text == "all" ? Select::Kind::kAll : Select::Kind::kNone;
+      return addUser(select);
+    }
+    select.kind = Select::Kind::kHandles;
+    while (true) {
+      const auto handle = parseHex(text);
+      if (!handle || *handle == 0) throw line.error(expected, inQuotes(text));
+      select.handles.push_back(*handle);
+      if (line.isAtEnd()) break;
+      text = line.word(expected);
+    }
+    addUser(select);
+  }
+
+  void parseCommand(LineReader& line) { addUser(Command{toUtf8(line.rest("a command"))}); }
+
+  void parseSetVariable(LineReader& line) {
+    SetVariable set;
+    set.name = toUtf8(line.word("the name of a system variable"));
+    set.value = toUtf8(line.word("a value for " + inQuotes(set.name)));
+    addUser(set);
+  }
+
+  void parseProjection(LineReader& line) {
+    addUser(SetProjection{
+        line.oneOf<bool>("parallel perspective", {{"parallel", false}, {"perspective", true}})});
+  }
+
+  void parsePointer(LineReader& line) {
+    addUser(MovePointer{
+        line.oneOf<PointerTarget>("canvas tree list edit qt none", {{"canvas", PointerTarget::kCanvas},
+                                                                    {"tree", PointerTarget::kTree},
+                                                                    {"list", PointerTarget::kList},
+                                                                    {"edit", PointerTarget::kEdit},
+                                                                    {"qt", PointerTarget::kQt},
+                                                                    {"none", PointerTarget::kNone}})});
+  }
+
+  void parseMenu(LineReader&) { addUser(WriteMenu{}); }
+
+  void parseEnd(LineReader&) { mIsEnded = true; }
+
+  void addDevice(const DeviceAction& action) { mSession.device.push_back({mSession.endMs, mLine, action}); }
+  void addUser(UserAction action) { mSession.user.push_back({mSession.endMs, mLine, std::move(action)}); }
+
+  Session mSession;
+  std::size_t mLine = 0;
+  bool mIsEnded = false;
+  std::array<std::int16_t, 6> mCap{};
+};
+
+}  // namespace
+
+Session parseSession(std::string_view text, const std::string& file) {
+  SessionParser parser(file);
+  for (std::size_t number = 1; !text.empty(); ++number) {
+    const std::size_t length = text.find('\n');
+    parser.parseLine(number, text.substr(0, length));
+    text.remove_prefix(length == std::string_view::npos ? text.size() : length + 1);
+  }
+  return parser.take();
+}
+
+Session readSession(const std::filesystem::path& file) {
+  return parseSession(readFile(file, "a session"), file.string());
+}
+
+}  // namespace workbench
