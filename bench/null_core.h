@@ -43,16 +43,16 @@ class NullCore {
  private:
   void writeSettings() const {
     std::ofstream file(mProfile / "Lumetrapad" / "Applications" / "autocad_addin.ini");
-    file << "[PROGRAM]\nname = bench\nversion = 0\ntransSensBase = 20000\nrotSensBase = 10000\nminThreshold "
-            "= 0\n"
-            "maxContMoveTime = 500\ntoggleRotationCenter = off\ntoggleRotationAxis = off\nscrollTreeAndList "
-            "= off\n"
-            "useInt3dIntrfce = off\n\n[LOGGING]\nlogFile = log.txt\nmaxSize = 5000\nlogToFile = on\n"
-            "logToCnsl = off\n";
-    for (const char* const level :
-         {"warning", "creation", "trace", "devcom", "intcom", "info", "debug", "tmp"})
-      file << level << " = off\n";
-    file << "fileToLog =\n";
+    file << "[" << kProgramSection << "]\n";
+    for (const Setting& setting : kProgramSettings) file << line(setting);
+    file << "\n[" << LogPars().mSectionName << "]\n";
+    for (const Setting& setting : kLogSettings) file << line(setting);
+  }
+
+  /// Every switch off but the one that opens the log, all else as it is by default.
+  static std::string line(const Setting& setting) {
+    const bool isOff = std::holds_alternative<bool>(setting.defaultValue) && setting.key != "logToFile";
+    return std::string(setting.key) + " = " + (isOff ? settingText(false) : defaultText(setting)) + "\n";
   }
 
   std::filesystem::path mProfile;

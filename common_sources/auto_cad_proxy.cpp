@@ -37,9 +37,6 @@ namespace {
 constexpr const char* kClass = "AutoCadProxy";
 constexpr UINT kIdlePeriodMs = 100;
 constexpr UINT kMovingPeriodMs = 10;
-constexpr std::int32_t kDefaultTransSensBase = 20000;
-constexpr std::int32_t kDefaultRotSensBase = 10000;
-constexpr std::int32_t kDefaultMaxContMoveTime = 500;
 constexpr double kMoveGain = 5.0;
 constexpr double kMoveUnits = 0.5;        // drawing units per unit of the cap and pass
 constexpr double kSheetMoveUnits = 5e-5;  // the same on a sheet
@@ -57,13 +54,16 @@ short systemVariable(const ACHAR* name) {
   return result.resval.rint;
 }
 
-/// The setting's value, or its default when nobody could work with it: a divisor of 0, a time before now.
-template <typename IsUsable>
-std::int32_t usable(const char* key, std::int32_t value, std::int32_t defaultValue, IsUsable isUsable) {
-  if (isUsable(value)) return value;
-  LM_LOG(kError, kClass, "AutoCadProxy::AutoCadProxy")
-      << "Setting '" << key << "' is " << value << ", " << defaultValue << " is used!";
-  return defaultValue;
+/// The setting's value, or its default when the module cannot work with it: a divisor of 0, a negative time.
+std::int32_t usableNumber(std::string_view key, std::int32_t value) {
+  for (const Setting& setting : kProgramSettings) {
+    if (setting.key != key || isUsable(setting.usableNumbers, value)) continue;
+    const std::int32_t defaultValue = std::get<std::int32_t>(setting.defaultValue);
+    LM_LOG(kError, kClass, "AutoCadProxy::AutoCadProxy")
+        << "Setting '" << key << "' is " << value << ", " << defaultValue << " is used!";
+    return defaultValue;
+  }
+  return value;
 }
 
 AcGsView::Projection projection(bool isPerspective) {
@@ -229,13 +229,10 @@ AcGePoint3d rotationCentre(const AcGsView* viewP, int rotCenterMode, bool isPers
 
 AutoCadProxy::AutoCadProxy(LmAutoCad* lmAutoCadP) : mLmAutoCadP(lmAutoCadP) {
   LM_LOG(kCreation, kClass, "AutoCadProxy::AutoCadProxy") << "Constructing ...";
-  mTransSensBase = usable("transSensBase", mLmAutoCadP->transSensBase(), kDefaultTransSensBase,
-                          [](auto v) { return v != 0; });
-  mRotSensBase =
-      usable("rotSensBase", mLmAutoCadP->rotSensBase(), kDefaultRotSensBase, [](auto v) { return v != 0; });
+  mTransSensBase = usableNumber("transSensBase", mLmAutoCadP->transSensBase());
+  mRotSensBase = usableNumber("rotSensBase", mLmAutoCadP->rotSensBase());
   mMaxContMoveTime =
-      static_cast<std::uint32_t>(usable("maxContMoveTime", mLmAutoCadP->maxContMoveTime(),
-                                        kDefaultMaxContMoveTime, [](auto v) { return v >= 0; }));
+      static_cast<std::uint32_t>(usableNumber("maxContMoveTime", mLmAutoCadP->maxContMoveTime()));
   mUseInt3dIntrfce = mLmAutoCadP->useInt3dIntrfce();
   if (!mUseInt3dIntrfce) StartDotNETPlugin();
   theProxyP = this;

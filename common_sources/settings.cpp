@@ -5,53 +5,21 @@
 #include "util/native_file.h"
 #include "util/util.h"
 
-#include <algorithm>
-#include <cstdlib>
-#include <limits>
 #include <new>
+#include <type_traits>
 #include <variant>
 
 namespace {
 
 constexpr const char* kClass = "Settings";
-constexpr const char* kProgramSection = "PROGRAM";
 constexpr std::size_t kKeyWidth = 22;
 constexpr std::size_t kValueWidth = 50;
+constexpr std::size_t kLabelWidth = 23;
+constexpr std::string_view kDumpTitle = "(AutoCAD Plug-in) ";
 
-/// A key of the settings file, the field that holds its value, and the comment written beside it.
+/// Where the value of a setting is kept.
 template <typename Owner>
-struct Item {
-  const char* keyP;
-  std::variant<std::string Owner::*, std::int32_t Owner::*, bool Owner::*> field;
-  const char* commentP;
-};
-
-/// Leading blanks skipped, digits up to the first other character, 0 without any.
-std::int32_t toInteger(const std::string& text) {
-  using Limits = std::numeric_limits<std::int32_t>;
-  const long long value = std::strtoll(text.c_str(), nullptr, 10);
-  return static_cast<std::int32_t>(std::clamp<long long>(value, Limits::min(), Limits::max()));
-}
-
-void assign(std::string& field, const std::string& text) {
-  field = text;
-}
-void assign(std::int32_t& field, const std::string& text) {
-  field = toInteger(text);
-}
-void assign(bool& field, const std::string& text) {
-  field = Util::onOffToBool(text);
-}
-
-std::string toText(const std::string& field) {
-  return field;
-}
-std::string toText(std::int32_t field) {
-  return std::to_string(field);
-}
-std::string toText(bool field) {
-  return Util::boolToOnOff(field);
-}
+using Field = std::variant<std::string Owner::*, std::int32_t Owner::*, bool Owner::*>;
 
 std::string padded(std::string text, std::size_t width) {
   if (text.size() < width) text.resize(width, ' ');
@@ -59,57 +27,40 @@ std::string padded(std::string text, std::size_t width) {
 }
 
 template <typename Owner>
-std::string itemLine(const Owner& owner, const Item<Owner>& item) {
-  const std::string value = std::visit([&owner](auto fieldP) { return toText(owner.*fieldP); }, item.field);
-  return "\t" + padded(item.keyP, kKeyWidth) + "= " + padded(value, kValueWidth) + item.commentP + "\n";
+std::string settingLine(const Setting& setting, const Owner& owner, const Field<Owner>& field) {
+  const std::string value = std::visit([&owner](auto fieldP) { return settingText(owner.*fieldP); }, field);
+  return "\t" + padded(std::string(setting.key), kKeyWidth) + "= " + padded(value, kValueWidth) +
+         std::string(setting.comment) + "\n";
+}
+
+template <typename Owner, std::size_t kCount>
+std::string section(std::string_view name, const Setting (&settings)[kCount], const Owner& owner,
+                    const Field<Owner> (&fields)[kCount]) {
+  std::string text = "[" + std::string(name) + "]\n";
+  for (std::size_t i = 0; i < kCount; ++i) text += settingLine(settings[i], owner, fields[i]);
+  return text;
 }
 
 }  // namespace
 
-/// The keys in the order in which they are read and written.
-struct Settings::Items {
-  static constexpr Item<Settings> kProgram[] = {
-      {"name", &Settings::mName, "# program's name"},
-      {"version", &Settings::mVersion, "# program's version number"},
-      {"transSensBase", &Settings::mTraSensBase, "# base sensitivity divisor for translation"},
-      {"rotSensBase", &Settings::mRotSensBase, "# base sensitivity divisor for rotation"},
-      {"minThreshold", &Settings::mMinThreshold, "# minimal threshold (overrides setting in control panel)"},
-      {"maxContMoveTime", &Settings::mMaxContMoveTime,
-       "# maximal time for continuous cap movement in milliseconds"},
-      {"toggleRotationCenter", &Settings::mToggleRotationCenter,
-       "# if true a selected object will define the rotation center"},
-      {"toggleRotationAxis", &Settings::mToggleRotationAxis,
-       "# if true a selected line will define the rotation axis"},
-      {"scrollTreeAndList", &Settings::mScrollTreeAndList,
-       "# scroll trees and lists within Catia if the mouse is above (on/off)"},
-      {"useInt3dIntrfce", &Settings::mUseInt3dIntrfce,
-       "# if true no rotations/translations are done by this plugin; the Pantavis Plug-in must be used "
-       "instead."},
-  };
-  static constexpr Item<LogPars> kLogging[] = {
-      {"logFile", &LogPars::mLogFile, "# name of log file"},
-      {"maxSize", &LogPars::mMaxSize, "# max. size of log file (kB)"},
-      {"logToFile", &LogPars::mIsLogToFile, "# log into log file:               off/on"},
-      {"logToCnsl", &LogPars::mIsLogToCnsl, "# log to console:                  off/on"},
-      {"warning", &LogPars::mIsWarning, "# log warnings:                    off/on"},
-      {"creation", &LogPars::mIsCreation, "# log creation etc.:               off/on"},
-      {"trace", &LogPars::mIsTrace, "# log trace data:                  off/on"},
-      {"devcom", &LogPars::mIsDevCom, "# not used in this plug-in"},
-      {"intcom", &LogPars::mIsIntCom, "# log internal communication data: off/on"},
-      {"info", &LogPars::mIsInfo, "# log info data:                   off/on"},
-      {"debug", &LogPars::mIsDebug, "# log debug data:                  off/on"},
-      {"tmp", &LogPars::mIsTmp, "# log data of temporal interest:   off/on"},
-      {"fileToLog", &LogPars::mExclFileToLog, "# name of the exclusively logged file"},
-  };
+/// The fields in the order of the list of settings.
+struct Settings::Fields {
+#define LM_PROGRAM_FIELD(type, field, key, defaultValue, usable, comment) &Settings::field,
+#define LM_LOG_FIELD(type, field, key, defaultValue, usable, comment) &LogPars::field,
+  static constexpr Field<Settings> kProgram[] = {LM_PROGRAM_SETTINGS(LM_PROGRAM_FIELD)};
+  static constexpr Field<LogPars> kLog[] = {LM_LOG_SETTINGS(LM_LOG_FIELD)};
+#undef LM_PROGRAM_FIELD
+#undef LM_LOG_FIELD
 
-  /// Answers the sum of the reader's codes: 0 when every key of the section was read.
+  /// Returns the sum of the reader's codes: 0 when every key of the section was read.
   template <typename Owner, std::size_t kCount>
-  static int read(Cnfg& cnfg, Owner& owner, const Item<Owner> (&items)[kCount], const std::string& section) {
+  static int read(Cnfg& cnfg, std::string_view section, const Setting (&settings)[kCount], Owner& owner,
+                  const Field<Owner> (&fields)[kCount]) {
     int sum = 0;
-    for (const Item<Owner>& item : items) {
+    for (std::size_t i = 0; i < kCount; ++i) {
       std::string text;
-      sum += readParameter(cnfg, item.keyP, text, section);
-      std::visit([&owner, &text](auto fieldP) { assign(owner.*fieldP, text); }, item.field);
+      sum += readParameter(cnfg, settings[i].key, text, section);
+      std::visit([&owner, &text](auto fieldP) { readSetting(owner.*fieldP, text); }, fields[i]);
     }
     return sum;
   }
@@ -159,8 +110,8 @@ void Settings::readOrReset() {
 int Settings::readSettingsFile(const std::string& path) {
   Cnfg cnfg;
   if (cnfg.open(path) != Cnfg::kOk) return -1;
-  int sum = Items::read(cnfg, *this, Items::kProgram, kProgramSection);
-  sum += Items::read(cnfg, mLogPars, Items::kLogging, mLogPars.mSectionName);
+  int sum = Fields::read(cnfg, kProgramSection, kProgramSettings, *this, Fields::kProgram);
+  sum += Fields::read(cnfg, mLogPars.mSectionName, kLogSettings, mLogPars, Fields::kLog);
   if (sum == 0) return 0;
   LM_LOG(kError, kClass, "Settings::readSettingsFile") << "Error reading settings file!";
   return -2;
@@ -179,26 +130,16 @@ int Settings::readNextParameter(Cnfg& cnfg, std::string& key, std::string& value
 }
 
 void Settings::setDefaults() {
-  mName = "AutoCAD Plug-in";
-  mVersion = "2.9.0";
-  mTraSensBase = 20000;
-  mRotSensBase = 10000;
-  mMinThreshold = 0;
-  mMaxContMoveTime = 500;
-  mToggleRotationCenter = true;
-  mToggleRotationAxis = false;
-  mScrollTreeAndList = true;
-  mUseInt3dIntrfce = false;
+#define LM_ASSIGN_DEFAULT(type, field, key, defaultValue, usable, comment) field = defaultValue;
+  LM_PROGRAM_SETTINGS(LM_ASSIGN_DEFAULT)
+#undef LM_ASSIGN_DEFAULT
   mLogPars = LogPars();
 }
 
 std::string Settings::fileText() const {
-  std::string text = "# Configuration file for Lumetrapad's AutoCAD plug-in\n\n";
-  text.append("[").append(kProgramSection).append("]\n");
-  for (const auto& item : Items::kProgram) text += itemLine(*this, item);
-  text.append("\n[").append(mLogPars.mSectionName).append("]\n");
-  for (const auto& item : Items::kLogging) text += itemLine(mLogPars, item);
-  return text;
+  return "# Configuration file for Lumetrapad's AutoCAD plug-in\n\n" +
+         section(kProgramSection, kProgramSettings, *this, Fields::kProgram) + "\n" +
+         section(mLogPars.mSectionName, kLogSettings, mLogPars, Fields::kLog);
 }
 
 int Settings::writeSettingsFile(const std::string& path) {
@@ -217,19 +158,19 @@ int Settings::writeSettingsFile(const std::string& path) {
 
 std::string Settings::dump() const {
   std::string text;
-  const auto line = [&text](const char* labelP, const std::string& value) {
-    text.append(labelP).append(value).append("\n");
+  const auto appendLine = [&text](std::string_view label, const std::string& value) {
+    text.append(kLabelWidth - label.size(), ' ').append(label).append(": ").append(value).append("\n");
   };
-  line("(AutoCAD Plug-in) mName: ", mName);
-  line("               mVersion: ", mVersion);
-  line("           mTraSensBase: ", std::to_string(mTraSensBase));
-  line("           mRotSensBase: ", std::to_string(mRotSensBase));
-  line("          mMinThreshold: ", std::to_string(mMinThreshold));
-  line("       mMaxContMoveTime: ", std::to_string(mMaxContMoveTime));
-  line("  mToggleRotationCenter: ", std::to_string(mToggleRotationCenter));
-  line("    mToggleRotationAxis: ", std::to_string(mToggleRotationAxis));
-  line("     mScrollTreeAndList: ", std::to_string(mScrollTreeAndList));
-  line("       mUseInt3dIntrfce: ", std::to_string(mUseInt3dIntrfce));
-  line("               mLogPars:", "");
-  return text + mLogPars.dump();
+  const auto valueText = [](const auto& value) {
+    // A switch is 1 or 0 here, other than in the file and in the dump of the log's parameters.
+    if constexpr (std::is_same_v<decltype(value), const std::string&>)
+      return value;
+    else
+      return std::to_string(value);
+  };
+#define LM_APPEND_LINE(type, field, key, defaultValue, usable, comment) appendLine(#field, valueText(field));
+  LM_PROGRAM_SETTINGS(LM_APPEND_LINE)
+#undef LM_APPEND_LINE
+  text.replace(0, kDumpTitle.size(), kDumpTitle);
+  return text + "               mLogPars:\n" + mLogPars.dump();
 }

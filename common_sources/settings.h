@@ -3,7 +3,7 @@
 #ifndef COMMON_SOURCES_SETTINGS_H
 #define COMMON_SOURCES_SETTINGS_H
 
-#include "LM_Daemon/src/log_pars.h"
+#include "common_sources/settings_list.h"
 
 #include <cstdint>
 #include <string>
@@ -47,13 +47,10 @@ class Settings {
   const LogPars& logPars() const { return mLogPars; }
 
   void setTransSensBase(std::int32_t divisor) { mTraSensBase = divisor; }
-  void setRotSensBase(std::int32_t divisor) { mRotSensBase = divisor; }
   void setMinThreshold(std::int32_t threshold) { mMinThreshold = threshold; }
-  void setMaxContMoveTime(std::int32_t ms) { mMaxContMoveTime = ms; }
   void setToggleRotationCenter(bool isOn) { mToggleRotationCenter = isOn; }
   void setToggleRotationAxis(bool isOn) { mToggleRotationAxis = isOn; }
   void setScrollTreeAndList(bool isOn) { mScrollTreeAndList = isOn; }
-  void setUseInt3dIntrfce(bool isOn) { mUseInt3dIntrfce = isOn; }
 
   /// Reads all values from `path`. 0: every key was read; -1: the file cannot be opened and no value has
   /// changed; -2: at least one key could not be read.
@@ -84,20 +81,13 @@ class Settings {
   std::string mUserProfileDir;
   std::string mSettingsFilePath;
   std::string mApplicationsDirPath;
-  std::string mName;
-  std::string mVersion;
-  std::int32_t mTraSensBase = 0;
-  std::int32_t mRotSensBase = 0;
-  std::int32_t mMinThreshold = 0;
-  std::int32_t mMaxContMoveTime = 0;
-  bool mToggleRotationCenter = false;
-  bool mToggleRotationAxis = false;
-  bool mScrollTreeAndList = false;
-  bool mUseInt3dIntrfce = false;
+#define LM_DECLARE_FIELD(type, field, key, defaultValue, usable, comment) type field = defaultValue;
+  LM_PROGRAM_SETTINGS(LM_DECLARE_FIELD)
+#undef LM_DECLARE_FIELD
   LogPars mLogPars;
 
  private:
-  struct Items;
+  struct Fields;
 
   void findFolders();
   void readOrReset();

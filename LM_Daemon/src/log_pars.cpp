@@ -2,25 +2,36 @@
 
 #include "util/util.h"
 
+#include <string_view>
+
+namespace {
+
+constexpr std::size_t kLabelWidth = 16;
+
+const std::string& toText(const std::string& value) {
+  return value;
+}
+std::string toText(std::int32_t value) {
+  return std::to_string(value);
+}
+std::string toText(bool value) {
+  return Util::boolToOnOff(value);
+}
+
+template <typename Value>
+void appendLine(std::string& text, std::string_view label, const Value& value) {
+  text.append("    ").append(kLabelWidth - label.size(), ' ').append(label).append(": ");
+  text.append(toText(value)).append("\n");
+}
+
+}  // namespace
+
 std::string LogPars::dump() const {
   std::string text;
-  const auto line = [&text](const char* label, const std::string& value) {
-    text.append("    ").append(label).append(value).append("\n");
-  };
-  line("    mSectionName: ", mSectionName);
-  line("mSettingsDirPath: ", mSettingsDirPath);
-  line("        mLogFile: ", mLogFile);
-  line("        mMaxSize: ", std::to_string(mMaxSize));
-  line("    mIsLogToFile: ", Util::boolToOnOff(mIsLogToFile));
-  line("    mIsLogToCnsl: ", Util::boolToOnOff(mIsLogToCnsl));
-  line("      mIsWarning: ", Util::boolToOnOff(mIsWarning));
-  line("     mIsCreation: ", Util::boolToOnOff(mIsCreation));
-  line("        mIsTrace: ", Util::boolToOnOff(mIsTrace));
-  line("       mIsDevCom: ", Util::boolToOnOff(mIsDevCom));
-  line("       mIsIntCom: ", Util::boolToOnOff(mIsIntCom));
-  line("         mIsInfo: ", Util::boolToOnOff(mIsInfo));
-  line("        mIsDebug: ", Util::boolToOnOff(mIsDebug));
-  line("          mIsTmp: ", Util::boolToOnOff(mIsTmp));
-  line("  mExclFileToLog: ", mExclFileToLog);
+  appendLine(text, "mSectionName", mSectionName);
+  appendLine(text, "mSettingsDirPath", mSettingsDirPath);
+#define LM_APPEND_LINE(type, field, key, defaultValue, usable, comment) appendLine(text, #field, field);
+  LM_LOG_SETTINGS(LM_APPEND_LINE)
+#undef LM_APPEND_LINE
   return text;
 }

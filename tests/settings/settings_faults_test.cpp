@@ -24,9 +24,9 @@ TEST_F(SettingsTest, WithoutAUserProfileTheDefaultsHold) {
 
 TEST_F(SettingsTest, AFileThatCannotBeOpenedChangesNoValue) {
   Settings settings;
-  settings.setRotSensBase(5);
+  settings.setTransSensBase(5);
   EXPECT_EQ(settings.readSettingsFile(mProfile.path("none.ini")), -1);
-  EXPECT_EQ(settings.rotSensBase(), 5);
+  EXPECT_EQ(settings.transSensBase(), 5);
 }
 
 TEST_F(SettingsTest, AnIncompleteFileIsTold) {
