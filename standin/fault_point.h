@@ -1,4 +1,4 @@
-/// Misbehaviour on demand: every operation of a stand-in counts its calls and can be told to fail or to
+/// Faults on demand: every operation of a stand-in counts its calls and can be ordered to fail or to
 /// throw, once or from the nth call on. Any thread.
 #ifndef STANDIN_FAULT_POINT_H
 #define STANDIN_FAULT_POINT_H
@@ -15,13 +15,13 @@ namespace standin {
 
 enum class Misbehaviour { kNone, kFail, kThrow };
 
-/// What an operation throws when it is told to.
+/// What an operation throws when a fault of that kind was ordered.
 class InjectedFault : public std::runtime_error {
  public:
   explicit InjectedFault(const std::string& operation) : std::runtime_error("told to throw: " + operation) {}
 };
 
-/// What a test tells an operation to do.
+/// The fault that a test orders of an operation.
 struct FaultOrder {
   Misbehaviour kind = Misbehaviour::kNone;
   std::uint64_t fromCall = 1;  ///< counted from the order on; 1 is the next call
@@ -31,14 +31,14 @@ struct FaultOrder {
 /// The operations of one stand-in, by name.
 class FaultRegistry {
  public:
-  /// Adds an operation; `canFail` says whether its result can tell of a failure. Answers its index.
+  /// Adds an operation and returns its index; `canFail`: its result can report a failure.
   std::size_t add(const char* name, bool canFail) {
     const std::lock_guard lock(mMutex);
     mOperations.push_back({name, canFail, {}, 0, 0});
     return mOperations.size() - 1;
   }
 
-  /// Counts a call. Answers true when it is to fail; throws InjectedFault when it is to throw.
+  /// Counts a call. Returns true when it is to fail; throws InjectedFault when it is to throw.
   bool hit(std::size_t index) {
     const std::lock_guard lock(mMutex);
     Operation& operation = mOperations[index];
@@ -52,7 +52,7 @@ class FaultRegistry {
     return true;
   }
 
-  /// Orders the operation to misbehave; an order of kind kNone ends it. False when there is no such
+  /// Orders a fault of the operation; an order of kind kNone ends it. False when there is no such
   /// operation, or when it is to fail and cannot.
   bool order(std::string_view name, const FaultOrder& order) {
     const std::lock_guard lock(mMutex);
@@ -71,7 +71,7 @@ class FaultRegistry {
     for (Operation& operation : mOperations) operation = {operation.name, operation.canFail, {}, 0, 0};
   }
 
-  /// Calls counted since the last clear(); 0 for a name that is not there.
+  /// Calls counted since the last clear(); 0 for an unknown name.
   std::uint64_t calls(std::string_view name) const {
     const std::lock_guard lock(mMutex);
     for (const Operation& operation : mOperations)

@@ -11,15 +11,12 @@ constexpr std::size_t kBreachesKept = 100;
 
 }  // namespace
 
-Operation::Operation(const char* name, Result result)
-    : mNameP(name), mIndex(faultRegistry().add(name, result == Result::kTellsFailure)) {}
-
 Call::Call(const Operation& operation) : mLock(state().mMutex) {
   if (std::this_thread::get_id() != state().mMainThread) {
     ++run().mReport.callsOffMainThread;
     breach(operation, "called off the main thread");
   }
-  mIsToFail = faultRegistry().hit(operation.index());
+  mIsToFail = operation.hit();
 }
 
 void breach(const char* operation, const char* what) {

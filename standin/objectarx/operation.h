@@ -1,28 +1,20 @@
-/// How every operation of the host begins: it is counted, it minds the thread, and it misbehaves when told
-/// to.
-#ifndef STANDIN_OPERATION_H
-#define STANDIN_OPERATION_H
+/// How every operation of the host begins: the call is counted, its thread checked, and an ordered fault
+/// injected.
+#ifndef STANDIN_OBJECTARX_OPERATION_H
+#define STANDIN_OBJECTARX_OPERATION_H
 
-#include <cstddef>
+#include "standin/operation.h"
+
 #include <mutex>
 
 namespace standin::host {
 
-/// Whether an operation's result can tell of a failure.
-enum class Result { kTellsFailure, kTellsNothing };
+using standin::Result;
 
-/// An operation by name. Define at namespace scope, so that all of them are listed before the first call.
-class Operation {
- public:
-  Operation(const char* name, Result result);
+FaultRegistry& faultRegistry();
 
-  const char* name() const { return mNameP; }
-  std::size_t index() const { return mIndex; }
-
- private:
-  const char* mNameP;
-  std::size_t mIndex;
-};
+/// An operation of the host, by the name that a module calls it by.
+using Operation = OperationOf<faultRegistry>;
 
 /// One call of an operation. Any thread; a call off the main thread is counted and named, then carried out.
 /// Holds the host's lock, so that what such a call does is no race, until leave() or the end.

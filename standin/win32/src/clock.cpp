@@ -1,5 +1,5 @@
 #include "clock_core.h"
-#include "fault_points.h"
+#include "operations.h"
 #include "standin_clock.h"
 #include "windows.h"
 
@@ -75,22 +75,30 @@ void Alarm::ring() {
 
 }  // namespace standin::clock
 
+using standin::Result;
 using standin::clock::Clock;
-using standin::windows::Function;
-using standin::windows::isToFail;
+using standin::windows::Operation;
+
+namespace {
+
+const Operation kSetTimer("SetTimer", Result::kTellsFailure);
+const Operation kKillTimer("KillTimer", Result::kTellsFailure);
+const Operation kGetTickCount("GetTickCount", Result::kTellsNothing);
+
+}  // namespace
 
 UINT_PTR SetTimer(HWND window, UINT_PTR id, UINT periodMs, TIMERPROC proc) {
-  if (isToFail(Function::kSetTimer) || window != nullptr || proc == nullptr) return 0;
+  if (kSetTimer.hit() || window != nullptr || proc == nullptr) return 0;
   return Clock::instance().setTimer(id, periodMs, proc);
 }
 
 BOOL KillTimer(HWND window, UINT_PTR id) {
-  if (isToFail(Function::kKillTimer)) return FALSE;
+  if (kKillTimer.hit()) return FALSE;
   return window == nullptr && Clock::instance().killTimer(id) ? TRUE : FALSE;
 }
 
 DWORD GetTickCount() {
-  isToFail(Function::kGetTickCount);
+  kGetTickCount.hit();
   return Clock::instance().readTicks();
 }
 

@@ -1,4 +1,4 @@
-#include "fault_points.h"
+#include "operations.h"
 #include "windows.h"
 
 #include <algorithm>
@@ -8,7 +8,12 @@
 #include <optional>
 #include <string>
 
+using standin::Result;
+using standin::windows::Operation;
+
 namespace {
+
+const Operation kWideCharToMultiByte("WideCharToMultiByte", Result::kTellsFailure);
 
 /// Characters of the page's bytes 0x80 ... 0x9F, in which it differs from Latin-1; five of them stand for
 /// themselves.
@@ -35,7 +40,7 @@ wchar_t characterOf(char byte) {
 
 int WideCharToMultiByte(UINT codePage, DWORD /*flags*/, LPCWSTR wide, int wideCount, LPSTR narrow,
                         int narrowSize, LPCSTR replacement, LPBOOL usedReplacement) {
-  if (standin::windows::isToFail(standin::windows::Function::kWideCharToMultiByte)) return 0;
+  if (kWideCharToMultiByte.hit()) return 0;
   if (codePage != CP_ACP || wide == nullptr || wideCount == 0 || wideCount < -1 || narrowSize < 0) return 0;
   if (narrow == nullptr && narrowSize > 0) return 0;
   const std::size_t count = wideCount < 0 ? std::wcslen(wide) + 1 : static_cast<std::size_t>(wideCount);

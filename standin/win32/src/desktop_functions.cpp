@@ -1,17 +1,24 @@
 /// The Windows functions that look at the desktop.
 #include "desktop.h"
-#include "fault_points.h"
+#include "operations.h"
 #include "windows.h"
 
 #include <algorithm>
 
+using standin::Result;
 using standin::desktop::Desktop;
 using standin::desktop::ScrollBar;
 using standin::desktop::Window;
-using standin::windows::Function;
-using standin::windows::isToFail;
+using standin::windows::Operation;
 
 namespace {
+
+const Operation kGetCursorPos("GetCursorPos", Result::kTellsFailure);
+const Operation kWindowFromPoint("WindowFromPoint", Result::kTellsFailure);
+const Operation kGetWindowRect("GetWindowRect", Result::kTellsFailure);
+const Operation kGetClassName("GetClassNameW", Result::kTellsFailure);
+const Operation kGetScrollInfo("GetScrollInfo", Result::kTellsFailure);
+const Operation kSendMessage("SendMessageW", Result::kTellsNothing);
 
 Window* find(HWND window) {
   return Desktop::instance().find(window);
@@ -34,18 +41,18 @@ HWND rootOf(HWND handle) {
 }  // namespace
 
 BOOL GetCursorPos(LPPOINT point) {
-  if (isToFail(Function::kGetCursorPos) || point == nullptr) return FALSE;
+  if (kGetCursorPos.hit() || point == nullptr) return FALSE;
   *point = Desktop::instance().pointer;
   return TRUE;
 }
 
 HWND WindowFromPoint(POINT point) {
-  return isToFail(Function::kWindowFromPoint) ? nullptr : Desktop::instance().at(point);
+  return kWindowFromPoint.hit() ? nullptr : Desktop::instance().at(point);
 }
 
 BOOL GetWindowRect(HWND window, LPRECT rect) {
   const Window* const found = find(window);
-  if (isToFail(Function::kGetWindowRect) || found == nullptr || rect == nullptr) return FALSE;
+  if (kGetWindowRect.hit() || found == nullptr || rect == nullptr) return FALSE;
   *rect = found->spec.rect;
   return TRUE;
 }
@@ -93,7 +100,7 @@ HWND GetAncestor(HWND window, UINT flags) {
 
 int GetClassNameW(HWND window, LPWSTR name, int size) {
   const Window* const found = find(window);
-  if (isToFail(Function::kGetClassName) || found == nullptr || name == nullptr || size <= 0) return 0;
+  if (kGetClassName.hit() || found == nullptr || name == nullptr || size <= 0) return 0;
   const std::size_t length = found->spec.className.copy(name, static_cast<std::size_t>(size) - 1);
   name[length] = L'\0';
   return static_cast<int>(length);
@@ -101,7 +108,7 @@ int GetClassNameW(HWND window, LPWSTR name, int size) {
 
 BOOL GetScrollInfo(HWND window, int bar, LPSCROLLINFO info) {
   Window* const found = find(window);
-  if (isToFail(Function::kGetScrollInfo) || found == nullptr || found->spec.isOwnScrolling) return FALSE;
+  if (kGetScrollInfo.hit() || found == nullptr || found->spec.isOwnScrolling) return FALSE;
   const ScrollBar* const held = found->bar(bar);
   if (held == nullptr || info == nullptr || info->cbSize != sizeof(SCROLLINFO)) return FALSE;
   if ((info->fMask & SIF_RANGE) != 0) {
@@ -116,7 +123,7 @@ BOOL GetScrollInfo(HWND window, int bar, LPSCROLLINFO info) {
 }
 
 LRESULT SendMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-  isToFail(Function::kSendMessage);
+  kSendMessage.hit();
   Desktop::instance().send({window, message, wParam, lParam});
   return 0;
 }

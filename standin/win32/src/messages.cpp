@@ -1,4 +1,4 @@
-#include "fault_points.h"
+#include "operations.h"
 #include "standin_messages.h"
 #include "windows.h"
 
@@ -7,6 +7,9 @@
 
 namespace standin::windows {
 namespace {
+
+const Operation kBeep("Beep", Result::kTellsFailure);
+const Operation kMessageBox("MessageBoxW", Result::kTellsFailure);
 
 std::mutex messagesMutex;
 std::vector<UserMessage> recorded;
@@ -60,14 +63,14 @@ BOOL Beep(DWORD frequency, DWORD durationMs) {
   message.kind = UserMessage::Kind::kBeep;
   message.frequency = frequency;
   message.durationMs = durationMs;
-  if (standin::windows::isToFail(standin::windows::Function::kBeep)) return FALSE;
+  if (standin::windows::kBeep.hit()) return FALSE;
   if (frequency < 37 || frequency > 32767) return FALSE;
   standin::windows::record(message);
   return TRUE;
 }
 
 int MessageBoxW(HWND /*owner*/, LPCWSTR text, LPCWSTR caption, UINT type) {
-  if (standin::windows::isToFail(standin::windows::Function::kMessageBox)) return 0;
+  if (standin::windows::kMessageBox.hit()) return 0;
   UserMessage message;
   message.caption = standin::windows::orEmpty(caption);
   message.text = standin::windows::orEmpty(text);

@@ -1,4 +1,4 @@
-#include "fault_points.h"
+#include "operations.h"
 #include "standin_process.h"
 #include "windows.h"
 
@@ -15,6 +15,8 @@
 
 namespace standin::windows {
 namespace {
+
+const Operation kGetModuleFileName("GetModuleFileNameW", Result::kTellsFailure);
 
 std::mutex modulesMutex;
 std::map<const void*, std::wstring> modulePaths;
@@ -64,7 +66,7 @@ void setModulePath(const void* module, const std::wstring& path) {
 }  // namespace standin::windows
 
 DWORD GetModuleFileNameW(HMODULE module, LPWSTR path, DWORD size) {
-  if (standin::windows::isToFail(standin::windows::Function::kGetModuleFileName)) return 0;
+  if (standin::windows::kGetModuleFileName.hit()) return 0;
   const std::wstring whole = standin::windows::modulePath(module);
   if (whole.empty() || path == nullptr || size == 0) return 0;
   const std::size_t length = whole.copy(path, size - 1);
