@@ -2,34 +2,26 @@
 
 #include "LM_Daemon/src/logging.h"
 #include "common_sources/ansi_text.h"
-#include "common_sources/axis_share.h"
+#include "common_sources/camera.h"
+#include "common_sources/cap_arithmetic.h"
 #include "common_sources/command_text.h"
+#include "common_sources/control_scrolling.h"
+#include "common_sources/exporter_place.h"
 #include "common_sources/host_objects.h"
 #include "common_sources/lm_auto_cad.h"
 #include "common_sources/menu_table.h"
-#include "common_sources/scroll_amount.h"
-#include "common_sources/window_search.h"
-#include "common_sources/zoom_factor.h"
-#include "device/lmt_ctrlr.h"
-#include "util/threads.h"
+#include "common_sources/paper_view.h"
+#include "common_sources/selected_objects.h"
+#include "device/special_functions.h"
 #include "util/util.h"
 
 // clang-format off
-#include "acedads.h"
-#include "adscodes.h"
-#include "dbents.h"
-#include "dbsymtb.h"
 #include "acdocman.h"
-#include "aced.h"
-#include "gepnt2d.h"
 #include "gemat3d.h"
-#include "dbxEntryPoint.h"
 // clang-format on
 
 #include <algorithm>
-#include <array>
 #include <cmath>
-#include <cstdlib>
 #include <optional>
 
 namespace {
@@ -41,18 +33,11 @@ constexpr double kMoveGain = 5.0;
 constexpr double kMoveUnits = 0.5;        // drawing units per unit of the cap and pass
 constexpr double kSheetMoveUnits = 5e-5;  // the same on a sheet
 constexpr double kTurnUnits = 0.002;      // radians per unit of the cap and pass
-constexpr int kDrawEntity = 1;            // mode of acedRedraw
 const AcGeVector3d kWorldY(0, 1, 0);
 const AcGeVector3d kWorldZ(0, 0, 1);
 
 // A Windows timer procedure gets no user data, and a command handler no object.
 AutoCadProxy* theProxyP = nullptr;
-
-short systemVariable(const ACHAR* name) {
-  resbuf result{};
-  acedGetVar(name, &result);
-  return result.resval.rint;
-}
 
 /// The setting's value, or its default when the module cannot work with it: a divisor of 0, a negative time.
 std::int32_t usableNumber(std::string_view key, std::int32_t value) {
@@ -66,163 +51,12 @@ std::int32_t usableNumber(std::string_view key, std::int32_t value) {
   return value;
 }
 
-AcGsView::Projection projection(bool isPerspective) {
-  return isPerspective ? AcGsView::kPerspective : AcGsView::kParallel;
-}
-
 enum class Activate { kNo, kYes };
 
 /// Queues a text for the document's command line. Without a document there is nobody to read it.
 Acad::ErrorStatus sendText(AcApDocument* documentP, const wchar_t* text, Activate activate) {
   if (documentP == nullptr) return Acad::eNoDocument;
   return acDocManagerPtr()->sendStringToExecute(documentP, text, activate == Activate::kYes, false, true);
-}
-
-/// Full path of the module's own file; empty when the system does not tell.
-std::wstring moduleFilePath() {
-  std::array<wchar_t, MAX_PATH> path{};
-  const DWORD length = GetModuleFileNameW(_hdllInstance, path.data(), static_cast<DWORD>(path.size()));
-  return {path.data(), std::min<std::size_t>(length, path.size())};
-}
-
-using ClassName = std::array<char, 261>;
-
-/// The window's class name in the ANSI code page, blanks for what it does not hold, cut to what fits.
-ClassName windowClass(HWND window) {
-  std::array<wchar_t, 510> wide{};
-  ClassName narrow{};
-  const int read = GetClassNameW(window, wide.data(), static_cast<int>(wide.size()));
-  const int length = std::min(read, static_cast<int>(narrow.size()) - 1);
-  WideCharToMultiByte(CP_ACP, 0, wide.data(), length, narrow.data(), static_cast<int>(narrow.size()) - 1, " ",
-                      nullptr);
-  return narrow;
-}
-
-ScrollBar scrollBar(HWND window, int which) {
-  SCROLLINFO info{};
-  info.cbSize = sizeof info;
-  info.fMask = SIF_RANGE | SIF_PAGE | SIF_POS | SIF_TRACKPOS;
-  GetScrollInfo(window, which, &info);
-  return {info.nMin, info.nMax, info.nPage, info.nPos};
-}
-
-/// False when the bar that the deflection asks for cannot be scrolled.
-bool scrollByLines(HWND window, const ScrollAmount& amount) {
-  const int horizontal = std::abs(amount.mHorizontal), vertical = std::abs(amount.mVertical);
-  if (horizontal == vertical) return true;
-  const bool isVertical = horizontal < vertical;
-  const ScrollBar bar = scrollBar(window, isVertical ? SB_VERT : SB_HORZ);
-  if (!isUsable(bar)) return false;
-  const int lines = isVertical ? amount.mVertical : amount.mHorizontal;
-  const WPARAM backward = isVertical ? SB_LINEUP : SB_LINELEFT;
-  const WPARAM forward = isVertical ? SB_LINEDOWN : SB_LINERIGHT;
-  if (isScrollable(bar, lines))
-    for (int i = lineCount(bar); i > 0; --i)
-      SendMessageW(window, isVertical ? WM_VSCROLL : WM_HSCROLL, lines < 0 ? backward : forward, 0);
-  sleepMs(static_cast<std::uint32_t>(scrollWaitMs(amount) + shortListWaitMs(bar)));
-  return true;
-}
-
-void scrollByWheel(HWND window, POINT pointer, const ScrollAmount& amount) {
-  const int horizontal = std::abs(amount.mHorizontal), vertical = std::abs(amount.mVertical);
-  if (horizontal != vertical) {
-    const int stronger = horizontal < vertical ? amount.mVertical : amount.mHorizontal;
-    const int turn = stronger < 0 ? WHEEL_DELTA : -WHEEL_DELTA;
-    SendMessageW(window, WM_MOUSEWHEEL, MAKEWPARAM(0, static_cast<WORD>(turn)),
-                 MAKELPARAM(static_cast<WORD>(pointer.x), static_cast<WORD>(pointer.y)));
-    UpdateWindow(window);
-  }
-  sleepMs(static_cast<std::uint32_t>(scrollWaitMs(amount)));
-}
-
-/// Adds the centre of the entity's box; false when it cannot be opened or has no box.
-bool addBoxCentre(const ads_name name, AcGeVector3d* sumP) {
-  Opened<AcDbEntity> entity = openEntity(name, AcDb::kForRead);
-  AcDbExtents box;
-  const bool isFound = entity && entity->getGeomExtents(box) == Acad::eOk;
-  entity.close();
-  if (!isFound) return false;
-  const AcGePoint3d low = box.minPoint();
-  const AcGePoint3d high = box.maxPoint();
-  *sumP += AcGeVector3d((low.x + high.x) * 0.5, (low.y + high.y) * 0.5, (low.z + high.z) * 0.5);
-  return true;
-}
-
-/// False, and nothing changed, when the entity is not a line or has no length.
-bool readLine(const ads_name name, AcGeVector3d* directionP, AcGePoint3d* pointP) {
-  Opened<AcDbEntity> entity = openEntity(name, AcDb::kForRead);
-  require(static_cast<bool>(entity));
-  AcGePoint3d start, end;
-  const bool isLine = entity->isA()->isDerivedFrom(AcDbLine::desc());
-  if (isLine) {
-    const auto* const lineP = static_cast<const AcDbLine*>(&*entity);
-    require(lineP->getStartPoint(start) == Acad::eOk && lineP->getEndPoint(end) == Acad::eOk);
-  }
-  entity.close();
-  AcGeVector3d direction = end - start;
-  if (!isLine || direction.dotProduct(direction) == 0.0) return false;
-  *directionP = direction.normalize();
-  *pointP = start;
-  return true;
-}
-
-/// An error of a method that is known at run time only.
-void logError(int line, const char* methodName, const char* textP) {
-  LogEntry(LogLevel::kError, LM_LOG_SOURCE_FILE,
-           LogPosition(LM_LOG_SOURCE_FILE, line, kClass, methodName).text())
-      << textP;
-}
-
-/// Changes the current tile of the model tab through its table record. Throws what the host throws.
-template <typename Change>
-void changeTile(const char* methodName, Change change) {
-  acedVports2VportTableRecords();
-  Opened<AcDbViewportTableRecord> tile =
-      openObject<AcDbViewportTableRecord>(acedActiveViewportId(), AcDb::kForWrite);
-  if (!tile) {
-    logError(__LINE__, methodName, "AcDbViewportTableRecordPointer could not be retrieved!");
-    return;
-  }
-  change(*tile);
-  // Only a closed record reaches the screen.
-  tile.close();
-  acedVportTableRecords2Vports();
-}
-
-/// Changes the active viewport of a layout. Throws what the host throws.
-template <typename Change>
-void changeViewport(const char* methodName, Change change) {
-  Opened<AcDbViewport> viewport = openObject<AcDbViewport>(acedActiveViewportId(), AcDb::kForWrite);
-  if (!viewport) {
-    logError(__LINE__, methodName, "AcDbObjectPointer could not be retrieved!");
-    return;
-  }
-  change(*viewport);
-  viewport->updateDisplay();
-  viewport.close();
-}
-
-enum class Redraw { kNo, kYes };
-
-/// Transforms every entity of the set that can be opened; one that cannot (on a locked layer, erased) is
-/// passed over.
-void transformEach(const ads_name selectionSet, const AcGeMatrix3d& motion, Redraw redraw) {
-  const AdInt32 count = selectionLength(selectionSet);
-  for (AdInt32 i = 0; i < count; ++i) {
-    ads_name name{};
-    if (acedSSName(selectionSet, i, name) != RTNORM) continue;
-    Opened<AcDbEntity> entity = openEntity(name, AcDb::kForWrite);
-    if (!entity) continue;
-    entity->transformBy(motion);
-    entity.close();
-    if (redraw == Redraw::kYes) acedRedraw(name, kDrawEntity);
-  }
-}
-
-AcGePoint3d rotationCentre(const AcGsView* viewP, int rotCenterMode, bool isPerspective) {
-  if (rotCenterMode == kCamStandard && isPerspective) return viewP->position();
-  if (rotCenterMode == kCamTarget || rotCenterMode == kObjScreen) return viewP->target();
-  return AcGePoint3d::kOrigin;
 }
 
 }  // namespace
@@ -247,7 +81,7 @@ AutoCadProxy::~AutoCadProxy() {
   theProxyP = nullptr;
   // Unloaded in the middle of a movement, the module must not leave the user's document locked.
   try {
-    unlockDocument();
+    mDocumentLock.unlock();
   } catch (...) {
     LM_LOG(kError, kClass, "AutoCadProxy::~AutoCadProxy") << "Error unlockDocument()";
   }
@@ -307,7 +141,7 @@ bool AutoCadProxy::handleDeviceCap() {
     handleCapIsReleased(mode);
     return false;
   }
-  const auto [x, y, z, rx, ry, rz] = cap.mAxes;
+  const auto [x, y, z, rx, ry, rz] = cap.axes;
   if (scrollTreeOrList(x, y, z)) return true;
   if (mode == k2DMode)
     handleCapIsDeflectedIn2DMode(x, y, z);
@@ -345,12 +179,12 @@ void AutoCadProxy::handleCapIsReleased(int mode) {
 }
 
 void AutoCadProxy::releaseIn2DMode() {
-  unlockDocument();
+  mDocumentLock.unlock();
   LM_LOG(kTrace, kClass, "AutoCadProxy::handleCapIsReleased") << "Document unlocked";
 }
 
 void AutoCadProxy::releaseIn3DMode() {
-  unlockDocument();
+  mDocumentLock.unlock();
   AcGsView* viewP = nullptr;
   int viewportNumber = 0;
   retrieveViewParams(&viewP, &viewportNumber);
@@ -361,38 +195,21 @@ void AutoCadProxy::releaseIn3DMode() {
     LM_LOG(kError, kClass, "AutoCadProxy::handleCapIsReleased") << "viewP not valid!";
 }
 
-bool AutoCadProxy::lockDocument() {
-  if (mIsDocLocked) return true;
-  mLockedDocumentP = acDocManagerPtr()->curDocument();
-  mIsDocLocked =
-      mLockedDocumentP != nullptr &&
-      acDocManagerPtr()->lockDocument(mLockedDocumentP, AcAp::kWrite, nullptr, nullptr, true) == Acad::eOk;
-  return mIsDocLocked;
-}
-
-void AutoCadProxy::unlockDocument() {
-  if (!mIsDocLocked) return;
-  // A document that refuses stays marked: the next release tries again.
-  mIsDocLocked = acDocManagerPtr()->unlockDocument(mLockedDocumentP) != Acad::eOk;
-}
-
 void AutoCadProxy::documentToBeDestroyed(AcApDocument* documentP) {
-  if (!mIsDocLocked || documentP != mLockedDocumentP) return;
-  unlockDocument();
-  mIsDocLocked = false;
+  mDocumentLock.documentToBeDestroyed(documentP);
 }
 
 void AutoCadProxy::handleDeviceKeys() try {
   PendingSlot& functions = mLmAutoCadP->applFuncSlot();
   const PendingSlot::Request function = functions.get();
-  if (function.mValue >= 0) {
-    execApplFunction(function.mValue);
+  if (function.value >= 0) {
+    execApplFunction(function.value);
     functions.clear(function, LmAutoCad::kNoApplFunc);
   }
   PendingSlot& specialFunctions = mLmAutoCadP->specialApplFuncSlot();
   const PendingSlot::Request specialFunction = specialFunctions.get();
-  if (specialFunction.mValue >= 1) {
-    execSpecialApplFunction(specialFunction.mValue);
+  if (specialFunction.value >= 1) {
+    execSpecialApplFunction(specialFunction.value);
     specialFunctions.clear(specialFunction, LmAutoCad::kNoSpecialApplFunc);
   }
 } catch (...) {
@@ -419,16 +236,15 @@ void AutoCadProxy::execSpecialApplFunction(std::int32_t eventCode) {
     if (eventCode == LM_FIT_ALL) sendText(documentP, kZoomAll, Activate::kNo);
     return;
   }
-  if (eventCode == LM_FIT_ALL) {
-    sendText(documentP, kZoomAllTransparent, Activate::kNo);
-    return;
-  }
-  if (const wchar_t* const commandP = viewCommand(eventCode))
-    sendText(documentP, commandP, Activate::kNo);
+  const SpecialFunction* const functionP = findSpecialFunction(eventCode);
+  if (functionP != nullptr)
+    sendText(documentP, functionP->commandP, Activate::kNo);
   else
     LM_LOG(kError, kClass, "AutoCadProxy::execSpecialApplFunction")
         << "Unknown special command '" << eventCode << "' found!";
-  if (rotationMode().mIsZoomAllAfterView) sendText(documentP, kZoomAllTransparent, Activate::kNo);
+  // After an unknown code too: the user has asked for a zoom after each of these keys.
+  if (eventCode != LM_FIT_ALL && rotationMode().isZoomAllAfterView)
+    sendText(documentP, kZoomAllTransparent, Activate::kNo);
 }
 
 void AutoCadProxy::StartDotNETPlugin() try {
@@ -445,22 +261,20 @@ void AutoCadProxy::StartDotNETPlugin() try {
   const std::wstring modulePath = moduleFilePath();
   const std::string charPath = ansiFromWide(modulePath.c_str());
   LM_LOG(kTrace, kClass, "AutoCadProxy::StartDotNETPlugin") << "charPath: '" << charPath << "'";
-  // Cut while it is wide: in some code pages a backslash is also the second half of a letter.
-  const std::size_t folderEnd = modulePath.rfind(L'\\');
-  if (folderEnd == std::wstring::npos) {
+  std::optional<std::wstring> exporter = exporterPath(modulePath);
+  if (!exporter) {
     LM_LOG(kError, kClass, "AutoCadProxy::StartDotNETPlugin") << "Error: Invalid path " << charPath;
     return;
   }
-  std::wstring exporter = modulePath.substr(0, folderEnd) + L"\\MenuScribe2015.dll";
-  const std::string dllPath = ansiFromWide(exporter.c_str());
+  const std::string dllPath = ansiFromWide(exporter->c_str());
   LM_LOG(kTrace, kClass, "AutoCadProxy::StartDotNETPlugin") << "dllPath: '" << dllPath << "'";
   if (!Util::fileExists(dllPath)) {
     LM_LOG(kError, kClass, "AutoCadProxy::StartDotNETPlugin")
         << "Error: MenuScriber does not exist " << dllPath;
     return;
   }
-  std::replace(exporter.begin(), exporter.end(), L'\\', L'/');
-  const std::wstring command = netloadCommand(exporter);
+  std::replace(exporter->begin(), exporter->end(), L'\\', L'/');
+  const std::wstring command = netloadCommand(*exporter);
   const Acad::ErrorStatus status =
       sendText(acDocManagerPtr()->curDocument(), command.c_str(), Activate::kYes);
   LM_LOG(kTrace, kClass, "AutoCadProxy::StartDotNETPlugin")
@@ -474,33 +288,18 @@ void AutoCadProxy::loadMenufile() try {
   std::optional<MenuTable> table = readMenuFile(path);
   const bool isRead = table.has_value();
   if (!isRead) table.emplace();
-  mMenuTable = std::move(table->mMacros);
-  mModes.publish(table->mModes);
+  mMenuTable = std::move(table->macros);
+  mModes.publish(table->modes);
   if (!isRead) return;
   LM_LOG(kCreation, kClass, "AutoCadProxy::loadMenufile")
       << "Menu file '" << path << "' with " << mMenuTable.size() << " entries loaded.";
-  mIsMenuLoaded = !table->mModes.empty();
+  mIsMenuLoaded = !table->modes.empty();
 } catch (...) {
   LM_LOG(kError, kClass, "AutoCadProxy::loadMenufile") << "Error loadMenufile()";
 }
 
 bool AutoCadProxy::scrollTreeOrList(int x, int y, int z) {
-  if (!mLmAutoCadP->scrollTreeAndList()) return false;
-  POINT pointer{};
-  if (!GetCursorPos(&pointer)) return false;
-  const HWND window = smallestWindowAt(pointer);
-  if (window == nullptr) return false;
-  const ScrollAmount amount = scrollAmount(x, y, z);
-  switch (scrollKind(windowClass(window).data())) {
-    case ScrollKind::kNone:
-      return false;
-    case ScrollKind::kScrollBar:
-      return scrollByLines(window, amount);
-    case ScrollKind::kWheel:
-      scrollByWheel(window, pointer, amount);
-      return true;
-  }
-  return false;
+  return mLmAutoCadP->scrollTreeAndList() && scrollControlUnderPointer(x, y, z);
 }
 
 int AutoCadProxy::retrieveViewParams(AcGsView** viewP, int* viewportNumberP) {
@@ -545,38 +344,26 @@ bool AutoCadProxy::calcScreenAxesRelativeToObject(AcGsView* viewP, AcGeVector3d*
 bool AutoCadProxy::getSelObjectsCenter(const ads_name selectionSet, AcGePoint3d* centreP) try {
   if (mIsCapMoving && selectionSet == nullptr) return mIsSelCentreValid;
   mIsSelCentreValid = false;
+  std::optional<AcGePoint3d> centre;
   if (selectionSet != nullptr) {
-    mIsSelCentreValid = meanOfBoxCentres(selectionSet, centreP);
-    if (mIsSelCentreValid) mSelCentre = *centreP;
-    return mIsSelCentreValid;
+    centre = meanOfBoxCentres(selectionSet);
+  } else {
+    ImpliedSelection selection;
+    if (!selection.isTaken()) return false;
+    centre = meanOfBoxCentres(selection.name());
+    selection.free();
   }
-  ImpliedSelection selection;
-  if (!selection.isTaken()) return false;
-  const bool isFound = meanOfBoxCentres(selection.name(), centreP);
-  selection.free();
-  mIsSelCentreValid = isFound;
-  return isFound;
+  if (!centre) return false;
+  LM_LOG(kTmp, kClass, "AutoCadProxy::getSelObjectsCenter")
+      << "selCenterPoint: " << centre->x << ", " << centre->y << ", " << centre->z;
+  *centreP = *centre;
+  // A pass that finds nothing to move any more turns the view about the centre of what was moved last.
+  mSelCentre = *centre;
+  mIsSelCentreValid = true;
+  return true;
 } catch (...) {
   LM_LOG(kError, kClass, "AutoCadProxy::getSelObjectsCenter") << "Error getSelObjectsCenter()";
   return false;
-}
-
-bool AutoCadProxy::meanOfBoxCentres(const ads_name selectionSet, AcGePoint3d* centreP) {
-  const AdInt32 count = selectionLength(selectionSet);
-  if (count == 0) return false;
-  AcGeVector3d sum(0, 0, 0);
-  AdInt32 boxes = 0;
-  for (AdInt32 i = 0; i < count; ++i) {
-    ads_name name{};
-    if (acedSSName(selectionSet, i, name) != RTNORM) return false;
-    // An erased entity, or an empty block, must not cost the others their centre.
-    if (addBoxCentre(name, &sum)) ++boxes;
-  }
-  require(boxes > 0);
-  *centreP = AcGePoint3d(sum.x / boxes, sum.y / boxes, sum.z / boxes);
-  LM_LOG(kTmp, kClass, "AutoCadProxy::getSelObjectsCenter")
-      << "selCenterPoint: " << centreP->x << ", " << centreP->y << ", " << centreP->z;
-  return true;
 }
 
 bool AutoCadProxy::getSelObjectAxis(AcGeVector3d* directionP, AcGePoint3d* pointP) try {
@@ -584,13 +371,13 @@ bool AutoCadProxy::getSelObjectAxis(AcGeVector3d* directionP, AcGePoint3d* point
   mIsSelAxisValid = false;
   ImpliedSelection selection;
   if (!selection.isTaken()) return false;
-  ads_name name{};
-  bool isLine = false;
-  if (selectionLength(selection.name()) == 1 && acedSSName(selection.name(), 0, name) == RTNORM)
-    isLine = readLine(name, directionP, pointP);
+  const std::optional<Axis> axis = axisOfOnlyLine(selection.name());
   selection.free();
-  mIsSelAxisValid = isLine;
-  return isLine;
+  if (!axis) return false;
+  *directionP = axis->direction;
+  *pointP = axis->point;
+  mIsSelAxisValid = true;
+  return true;
 } catch (...) {
   // The text is shared with the query of the centre.
   LM_LOG(kError, kClass, "AutoCadProxy::getSelObjectAxis") << "Error getSelObjectsCenter()";
@@ -599,7 +386,7 @@ bool AutoCadProxy::getSelObjectAxis(AcGeVector3d* directionP, AcGePoint3d* point
 
 void AutoCadProxy::handleCapIsDeflectedIn2DMode(short x, short y, short z) try {
   if (mIsObjectMoveMode && transformSelection2d(x, y)) return;
-  if (!mIsCapMoving && !mIsDocLocked && lockDocument())
+  if (!mIsCapMoving && !isDocLocked() && mDocumentLock.lock())
     LM_LOG(kTrace, kClass, "AutoCadProxy::handleCapIsDeflectedIn2DMode") << "Document locked";
   const double base = mTransSensBase;
   // The sheet follows the cap, so what is shown moves the other way.
@@ -611,29 +398,13 @@ void AutoCadProxy::handleCapIsDeflectedIn2DMode(short x, short y, short z) try {
 }
 
 void AutoCadProxy::pan2D(double dx, double dy) {
-  if (systemVariable(L"TILEMODE") == 1) {
-    changeTile("AutoCadProxy::pan2D", [=](AcDbViewportTableRecord& tile) {
-      const AcGePoint2d centre = tile.centerPoint();
-      tile.setCenterPoint(AcGePoint2d(centre.x + dx * tile.width(), centre.y + dy * tile.height()));
-    });
-    return;
-  }
-  changeViewport("AutoCadProxy::pan2D", [=](AcDbViewport& viewport) {
-    const double height = viewport.viewHeight();
-    const double width = viewport.width() / viewport.height() * height;
-    const AcGePoint2d centre = viewport.viewCenter();
-    viewport.setViewCenter(AcGePoint2d(centre.x + dx * width, centre.y + dy * height));
-  });
+  const PaperChange change = panPaper(dx, dy);
+  if (change != PaperChange::kDone) LM_LOG(kError, kClass, "AutoCadProxy::pan2D") << errorText(change);
 }
 
 void AutoCadProxy::zoom2D(double dz) {
-  const double factor = zoomFactor(dz);
-  if (systemVariable(L"TILEMODE") == 1)
-    changeTile("AutoCadProxy::zoom2D",
-               [=](AcDbViewportTableRecord& tile) { tile.setHeight(tile.height() * factor); });
-  else
-    changeViewport("AutoCadProxy::zoom2D",
-                   [=](AcDbViewport& viewport) { viewport.setViewHeight(viewport.viewHeight() * factor); });
+  const PaperChange change = zoomPaper(zoomFactor(dz));
+  if (change != PaperChange::kDone) LM_LOG(kError, kClass, "AutoCadProxy::zoom2D") << errorText(change);
 }
 
 bool AutoCadProxy::transformSelection3d(double x, double y, double z, double rx, double ry, double rz,
@@ -652,7 +423,7 @@ bool AutoCadProxy::transformSelection3d(double x, double y, double z, double rx,
   if (ry != 0.0)
     motion = motion * AcGeMatrix3d::rotation(ry * kTurnUnits, isKeepHorizon ? kWorldY : *yAxisP, centre);
   if (rz != 0.0 && !isKeepHorizon) motion = motion * AcGeMatrix3d::rotation(rz * kTurnUnits, *zAxisP, centre);
-  require(lockDocument());
+  require(mDocumentLock.lock());
   transformEach(selection.name(), motion, Redraw::kNo);
   selection.free();
   return true;
@@ -667,7 +438,7 @@ bool AutoCadProxy::transformSelection2d(double x, double y) try {
   if (!selection.isTaken()) return false;
   AcGeMatrix3d motion;
   motion.setTranslation(AcGeVector3d(x * kSheetMoveUnits, y * kSheetMoveUnits, 0.0));
-  require(lockDocument());
+  require(mDocumentLock.lock());
   transformEach(selection.name(), motion, Redraw::kYes);
   selection.free();
   return true;
@@ -690,15 +461,15 @@ void AutoCadProxy::handleCapIsDeflectedIn3DMode(short x, short y, short z, short
   const RotationMode mode = rotationMode();
   const bool isSelectionMoved =
       mIsObjectMoveMode && transformSelection3d(x, y, z, rx, ry, rz, &axes[0], &axes[1], &axes[2],
-                                                mode.mIsHover, mode.mIsKeepHorizon);
+                                                mode.isHover, mode.isKeepHorizon);
   if (isSelectionMoved) {
     viewP->update();
     return;
   }
   if (x != 0 || y != 0 || z != 0) {
     const double base = mTransSensBase;
-    moveXYZ(viewP, x / base, y / base, z / base, &axes[0], &axes[1], &axes[2], mode.mRotCenterMode,
-            isPerspective, mode.mIsHover);
+    moveXYZ(viewP, x / base, y / base, z / base, &axes[0], &axes[1], &axes[2], mode.rotCenterMode,
+            isPerspective, mode.isHover);
   }
   if (rx != 0 || ry != 0 || rz != 0)
     rotateByCap(viewP, rx, ry, rz, axes, mode, isPerspective);
@@ -733,13 +504,13 @@ void AutoCadProxy::rotateByCap(AcGsView* viewP, short rx, short ry, short rz, Sc
       centre = mSelCentre;
       break;
     case Turn::kByMode:
-      centre = rotationCentre(viewP, mode.mRotCenterMode, isPerspective);
+      centre = rotationCentre(*viewP, mode.rotCenterMode, isPerspective);
       break;
   }
   const double base = mRotSensBase;
   const auto turn = [&](double angle, int axisIndex) {
-    rotate(viewP, angle, axisIndex, &centre, &axes[static_cast<std::size_t>(axisIndex)], mode.mRotCenterMode,
-           mode.mIsKeepHorizon, isPerspective);
+    rotate(viewP, angle, axisIndex, &centre, &axes[static_cast<std::size_t>(axisIndex)], mode.rotCenterMode,
+           mode.isKeepHorizon, isPerspective);
   };
   if (rx != 0) turn(rx / base, 0);
   if (ry != 0) turn(-ry / base, 1);
@@ -776,14 +547,13 @@ void AutoCadProxy::moveXYZ(AcGsView* viewP, double dx, double dy, double dz, con
 void AutoCadProxy::move3D(AcGsView* viewP, double distance, const AcGeVector3d* axisP, bool isHover,
                           bool isPerspective) try {
   if (distance == 0.0 || viewP == nullptr) return;
-  const double width = viewP->fieldWidth();
-  const double height = viewP->fieldHeight();
+  Camera camera = cameraOf(*viewP);
   // In proportion to the visible field, so that panning feels the same at every zoom level.
-  const double length = distance * std::sqrt(width * height);
+  const double length = distance * std::sqrt(camera.fieldWidth * camera.fieldHeight);
+  // Like someone who walks: without this, looking down would make every step forward a step down.
   const bool isElevationKept = isHover && isPerspective;
-  const AcGeVector3d step(length * axisP->x, length * axisP->y, isElevationKept ? 0.0 : length * axisP->z);
-  viewP->setView(viewP->position() + step, viewP->target() + step, viewP->upVector(), width, height,
-                 projection(isPerspective));
+  moveCamera(camera, {length * axisP->x, length * axisP->y, isElevationKept ? 0.0 : length * axisP->z});
+  setCamera(*viewP, camera, isPerspective);
 } catch (...) {
   LM_LOG(kError, kClass, "AutoCadProxy::move3D") << "Error move3D()";
 }
@@ -801,13 +571,9 @@ void AutoCadProxy::rotate(AcGsView* viewP, double angle, int axisIndex, const Ac
     if (axisP->z < 0.0) angle = -angle;
     *axisP = kWorldZ;
   }
-  AcGePoint3d position = viewP->position();
-  AcGePoint3d target = viewP->target();
-  AcGeVector3d up = viewP->upVector();
-  position.rotateBy(angle, *axisP, *centreP);
-  target.rotateBy(angle, *axisP, *centreP);
-  up.rotateBy(angle, *axisP);
-  viewP->setView(position, target, up, viewP->fieldWidth(), viewP->fieldHeight(), projection(isPerspective));
+  Camera camera = cameraOf(*viewP);
+  turnCamera(camera, angle, *axisP, *centreP);
+  setCamera(*viewP, camera, isPerspective);
 } catch (...) {
   LM_LOG(kError, kClass, "AutoCadProxy::rotate") << "Error rotate()";
 }

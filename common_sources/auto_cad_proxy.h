@@ -9,6 +9,7 @@
 #ifndef COMMON_SOURCES_AUTO_CAD_PROXY_H
 #define COMMON_SOURCES_AUTO_CAD_PROXY_H
 
+#include "common_sources/document_lock.h"
 #include "common_sources/published_names.h"
 #include "common_sources/rotation_mode.h"
 
@@ -28,7 +29,6 @@
 #include <string>
 #include <vector>
 
-class AcApDocument;
 class LmAutoCad;
 
 /// Navigation modes.
@@ -65,7 +65,7 @@ class AutoCadProxy {
   bool isObjectMoveMode() const { return mIsObjectMoveMode; }
   void setObjectMoveMode(bool isObjectMoveMode) { mIsObjectMoveMode = isObjectMoveMode; }
   bool isCapMoving() const { return mIsCapMoving; }
-  bool isDocLocked() const { return mIsDocLocked; }
+  bool isDocLocked() const { return mDocumentLock.isHeld(); }
 
   /// The document goes away: a lock on it is given back and forgotten.
   void documentToBeDestroyed(AcApDocument* documentP);
@@ -185,14 +185,11 @@ class AutoCadProxy {
   void armTimer();
   void releaseIn2DMode();
   void releaseIn3DMode();
-  bool lockDocument();
-  void unlockDocument();
   /// What a rotation is about. On the first pass of a movement it is asked also when nothing turns yet, since
   /// a selection counts as it is then.
   Turn findTurn();
   void rotateByCap(AcGsView* viewP, short rx, short ry, short rz, ScreenAxes& axes, const RotationMode& mode,
                    bool isPerspective);
-  bool meanOfBoxCentres(const ads_name selectionSet, AcGePoint3d* centreP);
 
   LmAutoCad* mLmAutoCadP;
   std::int32_t mTransSensBase;
@@ -202,8 +199,7 @@ class AutoCadProxy {
   std::atomic<int> mMode{kUnknownMode};  ///< read by the reading thread for the mode report
   bool mIsCapMoving = false;
   bool mIsTimerActive = true;
-  bool mIsDocLocked = false;
-  AcApDocument* mLockedDocumentP = nullptr;  ///< valid while mIsDocLocked
+  DocumentLock mDocumentLock;
   std::atomic<RotationMode> mRotationMode{RotationMode{}};
   bool mIsObjectMoveMode = false;
   UINT_PTR mTimerId = 0;

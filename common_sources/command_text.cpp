@@ -1,32 +1,12 @@
 #include "common_sources/command_text.h"
 
 #include "common_sources/ansi_text.h"
-#include "device/lmt_ctrlr.h"
 
 namespace {
 
 constexpr std::string_view kMenuMacroPrefix = "M=";
 
 }  // namespace
-
-const wchar_t* viewCommand(std::int32_t eventCode) {
-  switch (eventCode) {
-    case LM_VIEW_FRONT:
-      return L"'_-VIEW _FRONT ";
-    case LM_VIEW_RIGHT:
-      return L"'_-VIEW _RIGHT ";
-    case LM_VIEW_TOP:
-      return L"'_-VIEW _TOP ";
-    case LM_VIEW_BACK:
-      return L"'_-VIEW _BACK ";
-    case LM_VIEW_LEFT:
-      return L"'_-VIEW _LEFT ";
-    case LM_VIEW_BOTTOM:
-      return L"'_-VIEW _BOTTOM ";
-    default:
-      return nullptr;
-  }
-}
 
 std::vector<std::string> splitMacro(std::string_view macro) {
   std::vector<std::string> tokens;

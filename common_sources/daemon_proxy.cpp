@@ -3,7 +3,7 @@
 #include "LM_Daemon/src/logging.h"
 #include "common_sources/auto_cad_proxy.h"
 #include "common_sources/lm_auto_cad.h"
-#include "device/lmt_ctrlr.h"
+#include "device/special_functions.h"
 #include "util/threads.h"
 
 #include <string.h>  // NOLINT(modernize-deprecated-headers): strnlen is no part of C++
@@ -18,10 +18,6 @@ constexpr const char* kApplicationName = "acad";
 constexpr const char* kModeApplicationName = "AutoCAD";
 constexpr std::int32_t kDevice = 0;
 constexpr std::uint32_t kReadingWaitMs = 200;
-
-bool isSpecialFunction(std::int32_t code) {
-  return (code >= LM_VIEW_FRONT && code <= LM_FIT_ALL) || (code >= LM_VIEW_BACK && code <= LM_VIEW_BOTTOM);
-}
 
 /// A library that throws is a library that failed: no exception may reach the threads' bodies.
 template <typename Call>
@@ -78,7 +74,7 @@ bool DaemonProxy::connect() {
       return false;
     }
     LM_LOG(kInfo, kClass, "DaemonProxy::connect")
-        << "devIdx: " << index << ":" << std::string_view(info.mName, strnlen(info.mName, sizeof info.mName));
+        << "devIdx: " << index << ":" << std::string_view(info.name, strnlen(info.name, sizeof info.name));
   }
   retrieveRotMode();
   mIsConnected = true;
@@ -104,7 +100,7 @@ void DaemonProxy::retrieveRotMode() {
   if (!succeeds([&] { return lmGetAdvancedSettings(kDevice, &settings); }))
     LM_LOG(kError, kClass, "DaemonProxy::retrieveRotMode") << "Error in lmGetAdvancedSettings()!";
   mLmAutoCadP->autoCadProxy()->setRotationMode(
-      decodeRotationMode(settings.mRotationMode, settings.mZoomAfterView != 0));
+      decodeRotationMode(settings.rotationMode, settings.zoomAfterView != 0));
 }
 
 void DaemonProxy::readMouseEvents() {
@@ -141,7 +137,7 @@ void DaemonProxy::storeCommandEvent(std::int32_t eventCode) {
   LM_LOG(kDebug, kClass, kReadMouseEvents)
       << "event: " << eventCode << ", APPL_FUNC_START: " << static_cast<int>(APPL_FUNC_START);
   if (eventCode == LM_SETTINGS_CHANGED || eventCode == LM_SETTINGS_CHANGED_2) retrieveRotMode();
-  if (isSpecialFunction(eventCode)) mLmAutoCadP->setSpecialApplFunc(eventCode);
+  if (findSpecialFunction(eventCode) != nullptr) mLmAutoCadP->setSpecialApplFunc(eventCode);
   if (eventCode >= APPL_FUNC_START) mLmAutoCadP->setApplFunc(eventCode - APPL_FUNC_START);
   if (eventCode == LM_SEND_APPL_MODE) mLastSentMode.clear();
 }

@@ -16,6 +16,13 @@ inline void require(bool isGranted) {
   if (!isGranted) throw HostRefusal();
 }
 
+/// The value of an integer system variable; 0 when the host does not report it.
+inline short systemVariable(const ACHAR* name) {
+  resbuf result{};
+  acedGetVar(name, &result);
+  return result.resval.rint;
+}
+
 /// The pre-selected objects. The host has few selection sets to give: this one is freed whatever happens.
 class ImpliedSelection {
  public:

@@ -46,14 +46,14 @@ void LmAutoCad::setCapData(short x, short y, short z, short rx, short ry, short 
 void LmAutoCad::getCapData(short& x, short& y, short& z, short& rx, short& ry, short& rz,
                            std::int32_t& extra1, std::int32_t& extra2) {
   const CapValues& cap = capData();
-  x = cap.mAxes[0];
-  y = cap.mAxes[1];
-  z = cap.mAxes[2];
-  rx = cap.mAxes[3];
-  ry = cap.mAxes[4];
-  rz = cap.mAxes[5];
-  extra1 = cap.mCapExtra1;
-  extra2 = cap.mCapExtra2;
+  x = cap.axes[0];
+  y = cap.axes[1];
+  z = cap.axes[2];
+  rx = cap.axes[3];
+  ry = cap.axes[4];
+  rz = cap.axes[5];
+  extra1 = cap.extra1;
+  extra2 = cap.extra2;
 }
 
 void LmAutoCad::watchConnection() {

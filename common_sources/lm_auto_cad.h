@@ -3,7 +3,7 @@
 #ifndef COMMON_SOURCES_LM_AUTO_CAD_H
 #define COMMON_SOURCES_LM_AUTO_CAD_H
 
-#include "common_sources/cap_values.h"
+#include "common_sources/cap_arithmetic.h"
 #include "common_sources/latest_value.h"
 #include "common_sources/pending_slot.h"
 #include "common_sources/settings.h"
@@ -49,11 +49,11 @@ class LmAutoCad : public Settings {
 
   /// Any thread. Number of the application function to be executed, kNoApplFunc for none.
   void setApplFunc(std::int32_t number) { mApplFunc.set(number); }
-  std::int32_t getApplFunc() const { return mApplFunc.get().mValue; }
+  std::int32_t getApplFunc() const { return mApplFunc.get().value; }
 
   /// Any thread. Event code of the special function to be executed, kNoSpecialApplFunc for none.
   void setSpecialApplFunc(std::int32_t code) { mSpecialApplFunc.set(code); }
-  std::int32_t getSpecialApplFunc() const { return mSpecialApplFunc.get().mValue; }
+  std::int32_t getSpecialApplFunc() const { return mSpecialApplFunc.get().value; }
 
   /// Main thread. The slots themselves, for clearing a request once it has been executed.
   PendingSlot& applFuncSlot() { return mApplFunc; }

@@ -25,10 +25,9 @@ std::optional<MenuTable> readMenuFile(const std::string& path) {
   Cnfg file;
   if (file.open(path) != Cnfg::kOk) return std::nullopt;
   MenuTable table;
-  readSection(file, "Modes",
-              [&](const std::string& key, const std::string&) { table.mModes.push_back(key); });
+  readSection(file, "Modes", [&](const std::string& key, const std::string&) { table.modes.push_back(key); });
   readSection(file, "MenuBar", [&](const std::string&, const std::string& value) {
-    if (const auto macro = menuMacro(value)) table.mMacros.emplace_back(*macro);
+    if (const auto macro = menuMacro(value)) table.macros.emplace_back(*macro);
   });
   return table;
 }

@@ -9,8 +9,8 @@
 #include <vector>
 
 struct MenuTable {
-  std::vector<std::string> mModes;
-  std::vector<std::string> mMacros;  ///< entry N is application function N
+  std::vector<std::string> modes;
+  std::vector<std::string> macros;  ///< entry N is application function N
 };
 
 /// The macro in a menu item's value "{label}macro|further text"; none when the value has no label or no

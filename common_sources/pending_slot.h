@@ -10,15 +10,15 @@
 class PendingSlot {
  public:
   struct Request {
-    std::int32_t mValue;
-    std::uint32_t mStamp;
+    std::int32_t value;
+    std::uint32_t stamp;
   };
 
   explicit PendingSlot(std::int32_t value) : mRequest(Request{value, 0}) {}
 
   void set(std::int32_t value) {
     Request before = mRequest.load(std::memory_order_relaxed);
-    while (!mRequest.compare_exchange_weak(before, Request{value, before.mStamp + 1})) {
+    while (!mRequest.compare_exchange_weak(before, Request{value, before.stamp + 1})) {
     }
   }
 
@@ -26,7 +26,7 @@ class PendingSlot {
 
   /// Replaces `executed` by `none`; does nothing when another request has come since.
   void clear(Request executed, std::int32_t none) {
-    mRequest.compare_exchange_strong(executed, Request{none, executed.mStamp + 1});
+    mRequest.compare_exchange_strong(executed, Request{none, executed.stamp + 1});
   }
 
  private:

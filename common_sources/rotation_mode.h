@@ -4,15 +4,15 @@
 
 #include <cstdint>
 
-/// Values of `RotationMode::mRotCenterMode`; any other value behaves as kObjOrigin.
+/// Values of `RotationMode::rotCenterMode`; any other value behaves as kObjOrigin.
 enum RotCenterMode : int { kObjScreen = 0, kObjOrigin = 1, kCamStandard = 2, kCamTarget = 3 };
 
 /// Four bytes, so that a thread can publish all of it at once in one lock-free atomic.
 struct RotationMode {
-  std::int8_t mRotCenterMode = kObjScreen;
-  bool mIsKeepHorizon = false;       ///< no roll, and turning about the world Z axis
-  bool mIsHover = false;             ///< a perspective camera keeps its elevation
-  bool mIsZoomAllAfterView = false;  ///< zoom to the extents after a standard view
+  std::int8_t rotCenterMode = kObjScreen;
+  bool isKeepHorizon = false;       ///< no roll, and turning about the world Z axis
+  bool isHover = false;             ///< a perspective camera keeps its elevation
+  bool isZoomAllAfterView = false;  ///< zoom to the extents after a standard view
 };
 
 /// Camera modes move the camera instead of the scene: every translation and rotation is inverted.

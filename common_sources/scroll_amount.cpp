@@ -26,26 +26,26 @@ ScrollAmount scrollAmount(int x, int y, int z) {
 }
 
 int strength(const ScrollAmount& amount) {
-  return std::max(std::abs(amount.mHorizontal), std::abs(amount.mVertical));
+  return std::max(std::abs(amount.horizontal), std::abs(amount.vertical));
 }
 
-bool isUsable(const ScrollBar& bar) {
-  return bar.mMinimum >= 0 && bar.mMaximum >= 0 && bar.mMinimum < bar.mMaximum && bar.mPage != 0;
+bool isUsable(const ScrollRange& range) {
+  return range.minimum >= 0 && range.maximum >= 0 && range.minimum < range.maximum && range.page != 0;
 }
 
-int lineCount(const ScrollBar& bar) {
-  return std::clamp(bar.mMaximum / kRangePerMessage, 1, kMostMessages);
+int lineCount(const ScrollRange& range) {
+  return std::clamp(range.maximum / kRangePerMessage, 1, kMostMessages);
 }
 
-bool isScrollable(const ScrollBar& bar, int amount) {
-  if (amount < 0) return bar.mPosition > 0;
-  return static_cast<long long>(bar.mPage) + bar.mPosition <= bar.mMaximum;
+bool isScrollable(const ScrollRange& range, int amount) {
+  if (amount < 0) return range.position > 0;
+  return static_cast<long long>(range.page) + range.position <= range.maximum;
 }
 
 int scrollWaitMs(const ScrollAmount& amount) {
   return std::max(kLongestWaitMs - strength(amount) / 2, kShortestWaitMs);
 }
 
-int shortListWaitMs(const ScrollBar& bar) {
-  return std::max(kShortList - bar.mMaximum, 0);
+int shortListWaitMs(const ScrollRange& range) {
+  return std::max(kShortList - range.maximum, 0);
 }

@@ -13,8 +13,8 @@ ScrollKind scrollKind(std::string_view className);
 
 /// Amounts in raw cap values: positive scrolls down or to the right.
 struct ScrollAmount {
-  int mHorizontal;
-  int mVertical;
+  int horizontal;
+  int vertical;
 };
 
 /// Pushing the cap in or out scrolls like tilting it forwards or backwards, whichever is stronger.
@@ -23,26 +23,26 @@ ScrollAmount scrollAmount(int x, int y, int z);
 /// The larger of both amounts' magnitudes.
 int strength(const ScrollAmount& amount);
 
-/// A control's scroll bar as the system tells it.
-struct ScrollBar {
-  int mMinimum;
-  int mMaximum;
-  unsigned mPage;
-  int mPosition;
+/// A control's scroll range as the system tells it.
+struct ScrollRange {
+  int minimum;
+  int maximum;
+  unsigned page;
+  int position;
 };
 
-bool isUsable(const ScrollBar& bar);
+bool isUsable(const ScrollRange& range);
 
 /// Line messages of one pass: 1 to 10, more in long lists.
-int lineCount(const ScrollBar& bar);
+int lineCount(const ScrollRange& range);
 
 /// True when there is something left to scroll to in the direction of `amount`.
-bool isScrollable(const ScrollBar& bar, int amount);
+bool isScrollable(const ScrollRange& range, int amount);
 
 /// Milliseconds to wait after a pass, at least 1: the further the cap is pushed, the shorter.
 int scrollWaitMs(const ScrollAmount& amount);
 
 /// Milliseconds to wait in addition in a short list, so that it does not run away.
-int shortListWaitMs(const ScrollBar& bar);
+int shortListWaitMs(const ScrollRange& range);
 
 #endif

@@ -14,22 +14,22 @@
 /// What lmGetDevInfo fills. Only the name, NUL-terminated 8-bit text from byte 20, is read. The record's size
 /// is the library's affair: half a kilobyte leaves it room.
 struct LmDevInfo {
-  char mReserved[20];
-  char mName[492];
+  char reserved[20];
+  char name[492];
 };
-static_assert(offsetof(LmDevInfo, mName) == 20, "the library writes the name at byte 20");
+static_assert(offsetof(LmDevInfo, name) == 20, "the library writes the name at byte 20");
 
 /// What lmGetAdvancedSettings fills: 148 bytes, zeroed by the caller.
 struct LmAdvancedSettings {
-  char mReserved1[132];
-  std::int32_t mRotationMode;  ///< three-digit decimal code
-  char mReserved2[2];
-  std::uint8_t mZoomAfterView;  ///< 0 or 1: zoom to the extents after a standard view
-  char mReserved3[9];
+  char reserved1[132];
+  std::int32_t rotationMode;  ///< three-digit decimal code
+  char reserved2[2];
+  std::uint8_t zoomAfterView;  ///< 0 or 1: zoom to the extents after a standard view
+  char reserved3[9];
 };
 static_assert(sizeof(LmAdvancedSettings) == 148, "the library fills 148 bytes");
-static_assert(offsetof(LmAdvancedSettings, mRotationMode) == 132, "rotation mode at byte 132");
-static_assert(offsetof(LmAdvancedSettings, mZoomAfterView) == 138, "zoom-after-view at byte 138");
+static_assert(offsetof(LmAdvancedSettings, rotationMode) == 132, "rotation mode at byte 132");
+static_assert(offsetof(LmAdvancedSettings, zoomAfterView) == 138, "zoom-after-view at byte 138");
 
 /// Event codes. A code below 0 is a motion record; a code of 0 or more is a command event.
 enum LmEventCode : std::int32_t {

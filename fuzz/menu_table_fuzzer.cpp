@@ -30,8 +30,8 @@ void checkFile(std::string_view text) {
   const auto table = readMenuFile(file.path());
   check(table.has_value());
   const auto functions = workbench::menuFunctions(text);
-  check(functions.size() == table->mMacros.size());
-  for (std::size_t i = 0; i < functions.size(); ++i) check(functions[i].macro == table->mMacros[i]);
+  check(functions.size() == table->macros.size());
+  for (std::size_t i = 0; i < functions.size(); ++i) check(functions[i].macro == table->macros[i]);
 }
 
 }  // namespace

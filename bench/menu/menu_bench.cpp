@@ -22,7 +22,7 @@ void ReadMenuFile(benchmark::State& state) {
       file << "\titem" << i << " = {Label " << i << "}^C^C_line;\\\\;|Draws a line from point to point\n";
   }
   std::size_t entries = 0;
-  for (auto _ : state) entries = readMenuFile(folder + "\\autocad.mnu")->mMacros.size();
+  for (auto _ : state) entries = readMenuFile(folder + "\\autocad.mnu")->macros.size();
   state.counters["entries"] = static_cast<double>(entries);
   std::filesystem::remove_all(folder);
 }

@@ -61,8 +61,8 @@ std::int32_t lmGetAdvancedSettings(std::int32_t devIdx, LmAdvancedSettings* reco
   return Daemon::instance().operate(Operation::kGetAdvancedSettings, [=](const DaemonState& state) {
     if (record == nullptr || !hasDevice(state, devIdx)) return Daemon::kFailure;
     *record = {};
-    record->mRotationMode = state.rotationMode;
-    record->mZoomAfterView = state.zoomAfterView;
+    record->rotationMode = state.rotationMode;
+    record->zoomAfterView = state.zoomAfterView;
     return Daemon::kSuccess;
   });
 }
@@ -71,7 +71,7 @@ std::int32_t lmGetDevInfo(std::int32_t devIdx, LmDevInfo* record) {
   return Daemon::instance().operate(Operation::kGetDevInfo, [=](const DaemonState& state) {
     if (record == nullptr || !hasDevice(state, devIdx)) return Daemon::kFailure;
     *record = {};
-    state.devices[static_cast<std::size_t>(devIdx)].copy(record->mName, sizeof record->mName - 1);
+    state.devices[static_cast<std::size_t>(devIdx)].copy(record->name, sizeof record->name - 1);
     return Daemon::kSuccess;
   });
 }

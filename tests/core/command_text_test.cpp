@@ -7,23 +7,6 @@ using ::testing::IsEmpty;
 
 namespace {
 
-struct ViewCase {
-  std::int32_t code;
-  const wchar_t* text;
-};
-
-TEST(CommandText, EveryStandardViewHasItsCommand) {
-  for (const ViewCase& view : {ViewCase{0x20009, L"'_-VIEW _FRONT "}, ViewCase{0x2000A, L"'_-VIEW _RIGHT "},
-                               ViewCase{0x2000B, L"'_-VIEW _TOP "}, ViewCase{0x20016, L"'_-VIEW _BACK "},
-                               ViewCase{0x20017, L"'_-VIEW _LEFT "}, ViewCase{0x20018, L"'_-VIEW _BOTTOM "}})
-    EXPECT_EQ(std::wstring(viewCommand(view.code)), view.text);
-}
-
-TEST(CommandText, OtherCodesHaveNoView) {
-  for (const std::int32_t code : {0, 1, 0x20008, 0x2000C, 0x2000D, 0x20015, 0x20019})
-    EXPECT_EQ(viewCommand(code), nullptr) << code;
-}
-
 TEST(CommandText, MacroIsSplitAtSemicolons) {
   EXPECT_THAT(splitMacro("_LINE"), ElementsAre("_LINE"));
   EXPECT_THAT(splitMacro("_LINE;0,0;1,1"), ElementsAre("_LINE", "0,0", "1,1"));

@@ -45,15 +45,15 @@ TEST_F(MenuFile, ModesAndMacrosAreReadInFileOrder) {
   const auto table =
       read("[Modes]\nDrafting =\nModelling =\n\n[MenuBar]\nb = {B}_CIRCLE;;|help\na = {A}_LINE\n");
   ASSERT_TRUE(table);
-  EXPECT_THAT(table->mModes, ElementsAre("Drafting", "Modelling"));
-  EXPECT_THAT(table->mMacros, ElementsAre("_CIRCLE;;", "_LINE"));
+  EXPECT_THAT(table->modes, ElementsAre("Drafting", "Modelling"));
+  EXPECT_THAT(table->macros, ElementsAre("_CIRCLE;;", "_LINE"));
 }
 
 TEST_F(MenuFile, SkippedValueTakesNoNumber) {
   const auto table = read("[MenuBar]\n1 = {A}_LINE\n2 = separator\n3 = {C}_ARC\n");
   ASSERT_TRUE(table);
-  EXPECT_THAT(table->mMacros, ElementsAre("_LINE", "_ARC"));
-  EXPECT_THAT(table->mModes, IsEmpty());
+  EXPECT_THAT(table->macros, ElementsAre("_LINE", "_ARC"));
+  EXPECT_THAT(table->modes, IsEmpty());
 }
 
 TEST_F(MenuFile, MissingFileIsNone) {
@@ -63,15 +63,15 @@ TEST_F(MenuFile, MissingFileIsNone) {
 TEST_F(MenuFile, EmptyFileHasNothing) {
   const auto table = read("");
   ASSERT_TRUE(table);
-  EXPECT_THAT(table->mModes, IsEmpty());
-  EXPECT_THAT(table->mMacros, IsEmpty());
+  EXPECT_THAT(table->modes, IsEmpty());
+  EXPECT_THAT(table->macros, IsEmpty());
 }
 
 TEST_F(MenuFile, MenuBarMayStandBeforeTheModes) {
   const auto table = read("[MenuBar]\n1 = {A}_LINE\n\n[Modes]\nDrafting =\n");
   ASSERT_TRUE(table);
-  EXPECT_THAT(table->mModes, ElementsAre("Drafting"));
-  EXPECT_THAT(table->mMacros, ElementsAre("_LINE"));
+  EXPECT_THAT(table->modes, ElementsAre("Drafting"));
+  EXPECT_THAT(table->macros, ElementsAre("_LINE"));
 }
 
 }  // namespace

@@ -5,21 +5,21 @@
 namespace {
 
 TEST(PendingSlot, HoldsItsFirstValue) {
-  EXPECT_EQ(PendingSlot(-1).get().mValue, -1);
+  EXPECT_EQ(PendingSlot(-1).get().value, -1);
 }
 
 TEST(PendingSlot, NewestRequestWins) {
   PendingSlot slot(-1);
   slot.set(3);
   slot.set(4);
-  EXPECT_EQ(slot.get().mValue, 4);
+  EXPECT_EQ(slot.get().value, 4);
 }
 
 TEST(PendingSlot, ExecutedRequestIsCleared) {
   PendingSlot slot(-1);
   slot.set(3);
   slot.clear(slot.get(), -1);
-  EXPECT_EQ(slot.get().mValue, -1);
+  EXPECT_EQ(slot.get().value, -1);
 }
 
 TEST(PendingSlot, RequestThatCameMeanwhileIsKept) {
@@ -28,7 +28,7 @@ TEST(PendingSlot, RequestThatCameMeanwhileIsKept) {
   const PendingSlot::Request executed = slot.get();
   slot.set(4);
   slot.clear(executed, -1);
-  EXPECT_EQ(slot.get().mValue, 4);
+  EXPECT_EQ(slot.get().value, 4);
 }
 
 TEST(PendingSlot, SameRequestThatCameMeanwhileIsKeptToo) {
@@ -37,7 +37,7 @@ TEST(PendingSlot, SameRequestThatCameMeanwhileIsKeptToo) {
   const PendingSlot::Request executed = slot.get();
   slot.set(3);
   slot.clear(executed, -1);
-  EXPECT_EQ(slot.get().mValue, 3);
+  EXPECT_EQ(slot.get().value, 3);
 }
 
 }  // namespace

@@ -17,10 +17,10 @@ class DecodeRotationMode : public ::testing::TestWithParam<Case> {};
 
 TEST_P(DecodeRotationMode, SplitsTheDigits) {
   const RotationMode mode = decodeRotationMode(GetParam().code, false);
-  EXPECT_EQ(mode.mRotCenterMode, GetParam().centreMode);
-  EXPECT_EQ(mode.mIsKeepHorizon, GetParam().isKeepHorizon);
-  EXPECT_EQ(mode.mIsHover, GetParam().isHover);
-  EXPECT_FALSE(mode.mIsZoomAllAfterView);
+  EXPECT_EQ(mode.rotCenterMode, GetParam().centreMode);
+  EXPECT_EQ(mode.isKeepHorizon, GetParam().isKeepHorizon);
+  EXPECT_EQ(mode.isHover, GetParam().isHover);
+  EXPECT_FALSE(mode.isZoomAllAfterView);
 }
 
 INSTANTIATE_TEST_SUITE_P(Codes, DecodeRotationMode,
@@ -33,7 +33,7 @@ INSTANTIATE_TEST_SUITE_P(Codes, DecodeRotationMode,
                          [](const auto& test) { return std::to_string(test.param.code); });
 
 TEST(RotationMode, ZoomAfterViewIsTakenOver) {
-  EXPECT_TRUE(decodeRotationMode(0, true).mIsZoomAllAfterView);
+  EXPECT_TRUE(decodeRotationMode(0, true).isZoomAllAfterView);
 }
 
 TEST(RotationMode, IsPublishedWithoutALock) {

@@ -23,15 +23,15 @@ TEST(ScrollAmount, OtherClassesAreNotHandled) {
 }
 
 TEST(ScrollAmount, TiltCountsWhenItIsStrongerThanThePush) {
-  EXPECT_EQ(scrollAmount(0, 300, 100).mVertical, -300);
-  EXPECT_EQ(scrollAmount(0, -300, 100).mVertical, 300);
-  EXPECT_EQ(scrollAmount(0, 100, 100).mVertical, 100);
-  EXPECT_EQ(scrollAmount(0, 50, -100).mVertical, -100);
-  EXPECT_EQ(scrollAmount(7, 0, 0).mHorizontal, 7);
+  EXPECT_EQ(scrollAmount(0, 300, 100).vertical, -300);
+  EXPECT_EQ(scrollAmount(0, -300, 100).vertical, 300);
+  EXPECT_EQ(scrollAmount(0, 100, 100).vertical, 100);
+  EXPECT_EQ(scrollAmount(0, 50, -100).vertical, -100);
+  EXPECT_EQ(scrollAmount(7, 0, 0).horizontal, 7);
 }
 
 TEST(ScrollAmount, SmallestValuesHaveAMagnitude) {
-  EXPECT_EQ(scrollAmount(0, -32768, 0).mVertical, 32768);
+  EXPECT_EQ(scrollAmount(0, -32768, 0).vertical, 32768);
   EXPECT_EQ(strength({-32768, 5}), 32768);
 }
 

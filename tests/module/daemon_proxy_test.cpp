@@ -118,14 +118,14 @@ TEST_F(DaemonProxyTest, FailedDisconnectOfTheDestructorIsLoggedWithItsOwnSpellin
 TEST_F(DaemonProxyTest, FailedSettingsReadLeavesRotationModeZeroInForce) {
   controller::setAdvancedSettings(113, 1);
   load();
-  ASSERT_EQ(proxy().rotationMode().mRotCenterMode, 3);
+  ASSERT_EQ(proxy().rotationMode().rotCenterMode, 3);
   order("lmGetAdvancedSettings", Misbehaviour::kFail);
   daemon().retrieveRotMode();
   const RotationMode mode = proxy().rotationMode();
-  EXPECT_EQ(mode.mRotCenterMode, 0);
-  EXPECT_FALSE(mode.mIsKeepHorizon);
-  EXPECT_FALSE(mode.mIsHover);
-  EXPECT_FALSE(mode.mIsZoomAllAfterView);
+  EXPECT_EQ(mode.rotCenterMode, 0);
+  EXPECT_FALSE(mode.isKeepHorizon);
+  EXPECT_FALSE(mode.isHover);
+  EXPECT_FALSE(mode.isZoomAllAfterView);
   EXPECT_EQ(logTexts("ERR"), std::vector<std::string>{"Error in lmGetAdvancedSettings()!"});
 }
 
@@ -134,8 +134,8 @@ TEST_F(DaemonProxyTest, SettingsEventsReadTheRotationModeAgain) {
   for (const std::int32_t code : {0x20001, 0x20002}) {
     controller::setAdvancedSettings(code == 0x20001 ? 112 : 1, code == 0x20001);
     deviceEvent(code);
-    EXPECT_EQ(proxy().rotationMode().mRotCenterMode, code == 0x20001 ? 2 : 1);
-    EXPECT_EQ(proxy().rotationMode().mIsZoomAllAfterView, code == 0x20001);
+    EXPECT_EQ(proxy().rotationMode().rotCenterMode, code == 0x20001 ? 2 : 1);
+    EXPECT_EQ(proxy().rotationMode().isZoomAllAfterView, code == 0x20001);
   }
 }
 
@@ -160,11 +160,11 @@ TEST_P(ReadFails, IsSilentAndKeepsTheMotion) {
   order("lmGetEvent", GetParam(), false);
   deflect({10, 0, 0, 0, 0, 0});
   idle(500);
-  EXPECT_EQ(mCoreP->capData().mAxes[0], 9);
+  EXPECT_EQ(mCoreP->capData().axes[0], 9);
   EXPECT_TRUE(logTexts("ERR").empty());
   order("lmGetEvent", Misbehaviour::kNone);
   idle(100);
-  EXPECT_EQ(mCoreP->capData().mAxes[0], 10);
+  EXPECT_EQ(mCoreP->capData().axes[0], 10);
 }
 
 INSTANTIATE_TEST_SUITE_P(Kinds, ReadFails, ::testing::Values(Misbehaviour::kFail, Misbehaviour::kThrow));

@@ -71,7 +71,7 @@ TEST_F(LmAutoCadTest, LostConnectionIsClosedAndRestored) {
   idle(2000);
   EXPECT_TRUE(mCoreP->daemonProxy()->isConnected());
   deflect({1, 2, 3, 4, 5, 6});
-  EXPECT_THAT(mCoreP->capData().mAxes, ElementsAre(1, 2, 3, 4, 5, 6));
+  EXPECT_THAT(mCoreP->capData().axes, ElementsAre(1, 2, 3, 4, 5, 6));
 }
 
 TEST_F(LmAutoCadTest, UnloadWaitsInStepsForTheWatchThread) {
@@ -94,7 +94,7 @@ TEST_F(LmAutoCadTest, WatchThreadThatCannotStartIsLoggedAndTheRestWorks) {
   load();
   EXPECT_EQ(logTexts("ERR"), std::vector<std::string>{"Error creating reading thread!"});
   deflect({5, 0, 0, 0, 0, 0});
-  EXPECT_EQ(mCoreP->capData().mAxes[0], 5);
+  EXPECT_EQ(mCoreP->capData().axes[0], 5);
 }
 
 TEST_F(LmAutoCadTest, ReadingThreadThatCannotStartIsNotChecked) {

@@ -193,7 +193,7 @@ class Centres : public ViewMotion, public ::testing::WithParamInterface<CentreCa
 
 TEST_P(Centres, FollowTheRotationMode) {
   start({}, GetParam().mode, GetParam().isPerspective);
-  const double sign = isCameraMode(proxy().rotationMode().mRotCenterMode) ? -1 : 1;
+  const double sign = isCameraMode(proxy().rotationMode().rotCenterMode) ? -1 : 1;
   AcGePoint3d position = kPlan.position, target = kPlan.target;
   position.rotateBy(0.5 * sign, {-1, 0, 0}, GetParam().centre);
   target.rotateBy(0.5 * sign, {-1, 0, 0}, GetParam().centre);

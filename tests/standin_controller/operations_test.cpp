@@ -53,7 +53,7 @@ TEST_F(Operations, AFreshDaemonHasOneDeviceAndNoConnection) {
   LmDevInfo info;
   std::memset(&info, 'x', sizeof info);
   EXPECT_EQ(lmGetDevInfo(0, &info), 0);
-  EXPECT_STREQ(info.mName, "Lumetrapad");
+  EXPECT_STREQ(info.name, "Lumetrapad");
 }
 
 TEST_F(Operations, ConnectTellsItsArguments) {
@@ -107,7 +107,7 @@ TEST_F(ConnectedOperations, DevicesAreThoseThatWereSet) {
   EXPECT_EQ(deviceCount().count, 2);
   LmDevInfo info;
   EXPECT_EQ(lmGetDevInfo(1, &info), 0);
-  EXPECT_EQ(std::string(info.mName), std::string(sizeof info.mName - 1, 'n'));
+  EXPECT_EQ(std::string(info.name), std::string(sizeof info.name - 1, 'n'));
   EXPECT_NE(lmGetDevInfo(2, &info), 0);
   EXPECT_NE(lmGetDevInfo(-1, &info), 0);
   EXPECT_NE(lmGetDevInfo(0, nullptr), 0);
@@ -118,9 +118,9 @@ TEST_F(ConnectedOperations, AdvancedSettingsAreThoseThatWereSet) {
   LmAdvancedSettings settings;
   std::memset(&settings, 'x', sizeof settings);
   EXPECT_EQ(lmGetAdvancedSettings(0, &settings), 0);
-  EXPECT_EQ(settings.mRotationMode, 104);
-  EXPECT_EQ(settings.mZoomAfterView, 1);
-  EXPECT_EQ(settings.mReserved1[0], 0);
+  EXPECT_EQ(settings.rotationMode, 104);
+  EXPECT_EQ(settings.zoomAfterView, 1);
+  EXPECT_EQ(settings.reserved1[0], 0);
   EXPECT_NE(lmGetAdvancedSettings(1, &settings), 0);
   EXPECT_NE(lmGetAdvancedSettings(0, nullptr), 0);
 }

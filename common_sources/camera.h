@@ -1,0 +1,36 @@
+/// The camera of a graphics view: read, moved, turned and put back. Main thread; throws what the host throws.
+#ifndef COMMON_SOURCES_CAMERA_H
+#define COMMON_SOURCES_CAMERA_H
+
+// clang-format off
+#include "gs.h"
+#include "gepnt3d.h"
+#include "gevec3d.h"
+// clang-format on
+
+/// World coordinates, drawing units.
+struct Camera {
+  AcGePoint3d position;
+  AcGePoint3d target;
+  AcGeVector3d up;
+  double fieldWidth;
+  double fieldHeight;
+};
+
+Camera cameraOf(const AcGsView& view);
+
+/// Gives the view this camera; its projection stays what the caller has read.
+void setCamera(AcGsView& view, const Camera& camera, bool isPerspective);
+
+/// Moves position and target alike, so that the direction of view stays.
+void moveCamera(Camera& camera, const AcGeVector3d& step);
+
+/// Turns the camera by `angle` (radians, right-handed) about the line through `centre` along `axis`, a unit
+/// vector.
+void turnCamera(Camera& camera, double angle, const AcGeVector3d& axis, const AcGePoint3d& centre);
+
+/// What a rotation turns about when the selection gives no centre: the camera, the target or the world's
+/// origin, by centre mode.
+AcGePoint3d rotationCentre(const AcGsView& view, int rotCenterMode, bool isPerspective);
+
+#endif

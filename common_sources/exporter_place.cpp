@@ -1,0 +1,21 @@
+#include "common_sources/exporter_place.h"
+
+#include "dbxEntryPoint.h"
+
+#include <windows.h>
+
+#include <algorithm>
+#include <array>
+
+std::wstring moduleFilePath() {
+  std::array<wchar_t, MAX_PATH> path{};
+  const DWORD length = GetModuleFileNameW(_hdllInstance, path.data(), static_cast<DWORD>(path.size()));
+  return {path.data(), std::min<std::size_t>(length, path.size())};
+}
+
+std::optional<std::wstring> exporterPath(const std::wstring& modulePath) {
+  // Cut while it is wide: in some code pages a backslash is also the second byte of a letter.
+  const std::size_t folderEnd = modulePath.rfind(L'\\');
+  if (folderEnd == std::wstring::npos) return std::nullopt;
+  return modulePath.substr(0, folderEnd) + L"\\MenuScribe2015.dll";
+}
