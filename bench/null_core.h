@@ -7,20 +7,13 @@
 #include "standin/controller/controller_feed.h"
 #include "standin/objectarx/host_control.h"
 #include "standin_clock.h"
+#include "tests/support/user_profile.h"
 
-#include <stdlib.h>
-
-#include <filesystem>
-#include <fstream>
 #include <memory>
 
 class NullCore {
  public:
   NullCore() {
-    std::string name = (std::filesystem::temp_directory_path() / "lm_bench_XXXXXX").string();
-    mProfile = mkdtemp(name.data());
-    setenv("USERPROFILE", mProfile.c_str(), 1);
-    std::filesystem::create_directories(mProfile / "Lumetrapad" / "Applications");
     writeSettings();
     standin::clock::start(standin::clock::Kind::kReplay);
     standin::controller::reset();
@@ -32,7 +25,6 @@ class NullCore {
   ~NullCore() {
     mCoreP.reset();
     standin::clock::stop();
-    std::filesystem::remove_all(mProfile);
   }
   NullCore(const NullCore&) = delete;
   NullCore& operator=(const NullCore&) = delete;
@@ -42,11 +34,11 @@ class NullCore {
 
  private:
   void writeSettings() const {
-    std::ofstream file(mProfile / "Lumetrapad" / "Applications" / "autocad_addin.ini");
-    file << "[" << kProgramSection << "]\n";
-    for (const Setting& setting : kProgramSettings) file << line(setting);
-    file << "\n[" << LogPars().mSectionName << "]\n";
-    for (const Setting& setting : kLogSettings) file << line(setting);
+    std::string text = "[" + std::string(kProgramSection) + "]\n";
+    for (const Setting& setting : kProgramSettings) text += line(setting);
+    text += "\n[" + LogPars().mSectionName + "]\n";
+    for (const Setting& setting : kLogSettings) text += line(setting);
+    mProfile.writeSettings(text);
   }
 
   /// Every switch off but the one that opens the log, all else as it is by default.
@@ -55,7 +47,7 @@ class NullCore {
     return std::string(setting.key) + " = " + (isOff ? settingText(false) : defaultText(setting)) + "\n";
   }
 
-  std::filesystem::path mProfile;
+  UserProfile mProfile;
   std::unique_ptr<LmAutoCad> mCoreP;
 };
 

@@ -1,14 +1,14 @@
 // The module's own share of moving a selection, for each of its entities: host calls do nothing.
-#include "bench/allocation_count.h"
 #include "bench/null_core.h"
 #include "bench/objects/null_selection.h"
+#include "tests/support/allocations.h"
 
 #include <benchmark/benchmark.h>
 
 namespace {
 
 void report(benchmark::State& state, std::uint64_t allocationsBefore) {
-  state.counters["allocations"] = static_cast<double>(allocationCount() - allocationsBefore);
+  state.counters["allocations"] = static_cast<double>(tests::allocations() - allocationsBefore);
   state.counters["per_entity"] =
       benchmark::Counter(static_cast<double>(state.iterations() * state.range(0)),
                          benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
@@ -21,7 +21,7 @@ void MoveSelectionInSpace(benchmark::State& state) {
   AutoCadProxy& proxy = core.proxy();
   proxy.transformSelection3d(1, 0, 0, 0, 0, 0, &x, &y, &z, false,
                              false);  // locks the document, once a movement
-  const std::uint64_t before = allocationCount();
+  const std::uint64_t before = tests::allocations();
   for (auto _ : state)
     benchmark::DoNotOptimize(proxy.transformSelection3d(10, 20, 30, 40, 50, 60, &x, &y, &z, false, false));
   report(state, before);
@@ -34,7 +34,7 @@ void MoveSelectionOnTheSheet(benchmark::State& state) {
   selectNullEntities(static_cast<int>(state.range(0)));
   AutoCadProxy& proxy = core.proxy();
   proxy.transformSelection2d(1, 0);  // locks the document, once a movement
-  const std::uint64_t before = allocationCount();
+  const std::uint64_t before = tests::allocations();
   for (auto _ : state) benchmark::DoNotOptimize(proxy.transformSelection2d(10, 20));
   report(state, before);
 }

@@ -1,7 +1,7 @@
 // The cost of one pass of view motion with all six axes deflected, beside the same three rotations in Eigen.
-#include "bench/allocation_count.h"
 #include "bench/null_core.h"
 #include "bench/pass/null_host.h"
+#include "tests/support/allocations.h"
 
 #include <Eigen/Geometry>
 #include <benchmark/benchmark.h>
@@ -14,9 +14,9 @@ void PassAllSixAxes(benchmark::State& state) {
   AutoCadProxy& proxy = core.proxy();
   resetNullView();
   proxy.handleDeviceCap();
-  const std::uint64_t before = allocationCount();
+  const std::uint64_t before = tests::allocations();
   for (auto _ : state) benchmark::DoNotOptimize(proxy.handleDeviceCap());
-  state.counters["allocations"] = static_cast<double>(allocationCount() - before);
+  state.counters["allocations"] = static_cast<double>(tests::allocations() - before);
 }
 BENCHMARK(PassAllSixAxes);
 

@@ -2,38 +2,32 @@
 /// reads the lines. inih's parser hands each line to a callback; its reader keeps the values, as ours returns
 /// them.
 #include "config/cnfg.h"
+#include "tests/support/temp_folder.h"
 
 #include <INIReader.h>
 #include <benchmark/benchmark.h>
 #include <ini.h>
-#include <unistd.h>
 
-#include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <string>
 #include <vector>
 
 namespace {
 
-/// A file with one section of `lines` parameters, removed at the end.
+/// A file with one section of `lines` parameters.
 class SectionFile {
  public:
   explicit SectionFile(std::int64_t lines) {
-    std::string name = (std::filesystem::temp_directory_path() / "lm_bench_XXXXXX").string();
-    close(mkstemp(name.data()));
-    mPath = name;
-    std::ofstream file(mPath);
+    std::ofstream file(path());
     file << "[MenuBar]\n";
     for (std::int64_t i = 0; i < lines; ++i)
       file << "\titem" << i << " = {Label " << i << "}^C^C_line | help text\n";
   }
-  ~SectionFile() { std::filesystem::remove(mPath); }
 
-  const std::string& path() const { return mPath; }
+  std::string path() const { return mFolder / "a.ini"; }
 
  private:
-  std::string mPath;
+  const TempFolder mFolder;
 };
 
 void countLines(benchmark::State& state) {

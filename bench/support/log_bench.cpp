@@ -1,5 +1,6 @@
 /// What a line of the log costs, against a bare write of the same bytes and against spdlog.
 #include "LM_Daemon/src/logging.h"
+#include "tests/support/temp_folder.h"
 
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
@@ -7,8 +8,6 @@
 #include <spdlog/spdlog.h>
 #include <unistd.h>
 
-#include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <string>
 
@@ -16,24 +15,9 @@ namespace {
 
 constexpr const char* kText = "Move x-Direction, value: ";
 
-/// A folder that is removed at the end.
-struct Folder {
-  Folder() {
-    std::string name = (std::filesystem::temp_directory_path() / "lm_bench_XXXXXX").string();
-    mPath = mkdtemp(name.data());
-  }
-  ~Folder() { std::filesystem::remove_all(mPath); }
-
-  std::string file(const char* nameP) const { return mPath + "/" + nameP; }
-
-  std::string mPath;
-};
-
-LogPars parsFor(const std::string& file) {
+LogPars parsFor(const TempFolder& folder) {
   LogPars pars;
-  pars.mLogFile = file;
-  for (char& c : pars.mLogFile)
-    if (c == '/') c = '\\';
+  pars.mLogFile = folder.path("a.log");
   pars.mMaxSize = 2000000;
   return pars;
 }
@@ -44,11 +28,11 @@ void logMove(int value) {
 
 /// The bytes of one line as the log writes it.
 std::string oneLine() {
-  const Folder folder;
+  const TempFolder folder;
   Logging log;
-  log.init(parsFor(folder.file("a.log")));
+  log.init(parsFor(folder));
   logMove(123456);
-  std::ifstream file(folder.file("a.log"));
+  std::ifstream file(folder / "a.log");
   std::string line;
   for (std::string next; std::getline(file, next);)
     if (next.find(kText) != std::string::npos) line = next + "\n";
@@ -56,9 +40,9 @@ std::string oneLine() {
 }
 
 void bareWrite(benchmark::State& state) {
-  const Folder folder;
+  const TempFolder folder;
   const std::string line = oneLine();
-  const int file = open(folder.file("a.log").c_str(), O_CREAT | O_WRONLY | O_APPEND, 0666);
+  const int file = open((folder / "a.log").c_str(), O_CREAT | O_WRONLY | O_APPEND, 0666);
   for (auto _ : state)
     if (write(file, line.data(), line.size()) < 0) state.SkipWithError("write");
   close(file);
@@ -66,16 +50,16 @@ void bareWrite(benchmark::State& state) {
 }
 
 void logLine(benchmark::State& state) {
-  const Folder folder;
+  const TempFolder folder;
   Logging log;
-  log.init(parsFor(folder.file("a.log")));
+  log.init(parsFor(folder));
   int value = 100000;
   for (auto _ : state) logMove(value++);
 }
 
 void spdlogLine(benchmark::State& state) {
-  const Folder folder;
-  spdlog::logger logger("a", std::make_shared<spdlog::sinks::basic_file_sink_mt>(folder.file("a.log")));
+  const TempFolder folder;
+  spdlog::logger logger("a", std::make_shared<spdlog::sinks::basic_file_sink_mt>(folder / "a.log"));
   logger.flush_on(spdlog::level::trace);
   logger.set_pattern("%H:%M:%S.%e|%L|%t|%v");
   int value = 100000;
@@ -84,9 +68,9 @@ void spdlogLine(benchmark::State& state) {
 }
 
 void logLevelOff(benchmark::State& state) {
-  const Folder folder;
+  const TempFolder folder;
   Logging log;
-  log.init(parsFor(folder.file("a.log")));
+  log.init(parsFor(folder));
   int value = 0;
   for (auto _ : state) {
     LM_LOG(kDebug, "AutoCadProxy", "AutoCadProxy::moveXYZ") << kText << value++;
@@ -95,8 +79,8 @@ void logLevelOff(benchmark::State& state) {
 }
 
 void spdlogLevelOff(benchmark::State& state) {
-  const Folder folder;
-  spdlog::logger logger("a", std::make_shared<spdlog::sinks::basic_file_sink_mt>(folder.file("a.log")));
+  const TempFolder folder;
+  spdlog::logger logger("a", std::make_shared<spdlog::sinks::basic_file_sink_mt>(folder / "a.log"));
   int value = 0;
   for (auto _ : state) {
     logger.debug("Move x-Direction, value: {}", value++);

@@ -1,5 +1,5 @@
 #include "config/cnfg.h"
-#include "tests/util/temp_folder.h"
+#include "tests/support/temp_folder.h"
 
 #include <gtest/gtest.h>
 

@@ -1,11 +1,8 @@
 #include "common_sources/menu_table.h"
 
-#include "tests/support/system.h"
+#include "tests/support/temp_folder.h"
 
 #include <gmock/gmock.h>
-
-#include <filesystem>
-#include <fstream>
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
@@ -32,13 +29,11 @@ INSTANTIATE_TEST_SUITE_P(Values, MenuValues,
 
 class MenuFile : public ::testing::Test {
  protected:
-  MenuFile() : mFolder(tests::makeTempFolder()) {}
-  ~MenuFile() override { std::filesystem::remove_all(mFolder); }
   std::optional<MenuTable> read(const std::string& text) {
-    std::ofstream(mFolder / "autocad.mnu") << text;
-    return readMenuFile(mFolder.string() + "\\autocad.mnu");
+    mFolder.write("autocad.mnu", text);
+    return readMenuFile(mFolder.path("autocad.mnu"));
   }
-  std::filesystem::path mFolder;
+  TempFolder mFolder;
 };
 
 TEST_F(MenuFile, ModesAndMacrosAreReadInFileOrder) {
@@ -57,7 +52,7 @@ TEST_F(MenuFile, SkippedValueTakesNoNumber) {
 }
 
 TEST_F(MenuFile, MissingFileIsNone) {
-  EXPECT_FALSE(readMenuFile(mFolder.string() + "\\none.mnu"));
+  EXPECT_FALSE(readMenuFile(mFolder.path("none.mnu")));
 }
 
 TEST_F(MenuFile, EmptyFileHasNothing) {

@@ -1,5 +1,5 @@
 #include "LM_Daemon/src/logging.h"
-#include "tests/util/allocations.h"
+#include "tests/support/allocations.h"
 
 #include <gtest/gtest.h>
 
@@ -12,7 +12,7 @@ void log(LogLevel level, double value) {
 
 TEST(LogCost, ALevelThatIsOffAllocatesNothing) {
   Logging processWide;
-  const int before = tests::allocations();
+  const std::uint64_t before = tests::allocations();
   for (int i = 0; i < 100; ++i) log(LogLevel::kDebug, i);
   EXPECT_EQ(tests::allocations(), before);
 }
@@ -23,7 +23,7 @@ TEST(LogCost, AnEntryAllocatesNothingOnceTheFirstIsWritten) {
   pars.mLogFile = "\\dev\\null";
   processWide.init(pars);
   log(LogLevel::kInfo, 0.5);
-  const int before = tests::allocations();
+  const std::uint64_t before = tests::allocations();
   for (int i = 0; i < 100; ++i) log(LogLevel::kInfo, i);
   EXPECT_EQ(tests::allocations(), before);
 }

@@ -3,7 +3,7 @@
 #define TESTS_LOGGING_LOG_FIXTURE_H
 
 #include "LM_Daemon/src/logging.h"
-#include "tests/util/temp_folder.h"
+#include "tests/support/temp_folder.h"
 #include "util/threads.h"
 #include "util/util.h"
 

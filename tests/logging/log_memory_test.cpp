@@ -1,6 +1,6 @@
 // What the log does when there is no memory.
 #include "tests/logging/log_fixture.h"
-#include "tests/util/allocations.h"
+#include "tests/support/allocations.h"
 
 #include <gtest/gtest.h>
 

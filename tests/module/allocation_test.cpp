@@ -1,8 +1,8 @@
 // A pass runs hundreds of times a second while the cap is held: it must not allocate. The stand-ins' calls
 // that a pass makes do not either, so the count is the module's.
-#include "bench/allocation_count.h"
 #include "standin_desktop.h"
 #include "tests/module/module_fixture.h"
+#include "tests/support/allocations.h"
 
 #include <gtest/gtest.h>
 
@@ -34,9 +34,9 @@ class PassAllocations : public ModuleTest {
   std::uint64_t allocations(std::array<std::int16_t, 6> cap) {
     deflect(cap);
     proxy().handleDeviceCap();
-    const std::uint64_t before = allocationCount();
+    const std::uint64_t before = tests::allocations();
     for (int pass = 0; pass < 100; ++pass) proxy().handleDeviceCap();
-    return allocationCount() - before;
+    return tests::allocations() - before;
   }
 };
 
@@ -63,9 +63,9 @@ TEST_F(PassAllocations, AreNoneWhileThePointerRestsOnTheCanvas) {
 }
 
 TEST_F(PassAllocations, AreCountedAtAll) {
-  const std::uint64_t before = allocationCount();
+  const std::uint64_t before = tests::allocations();
   const auto number = std::make_unique<int>(1);
-  EXPECT_GT(allocationCount(), before) << *number;
+  EXPECT_GT(tests::allocations(), before) << *number;
 }
 
 }  // namespace

@@ -23,7 +23,7 @@ class KeyFunctions : public ModuleTest {
     load();
     proxy().loadMenufile();
     proxy().getNavigationMode();
-    mHost.mSent.clear();
+    mHost = {};
   }
   void writeMenu(const std::string& text) {
     std::ofstream(mProfile / "Lumetrapad" / "Applications" / "autocad.mnu") << text;
@@ -155,18 +155,11 @@ TEST_F(KeyFunctions, EmptyTableReportsAMaximumOfMinusOne) {
 
 TEST_F(KeyFunctions, ApplicationFunctionsAreSentActivatedAndSpecialOnesNot) {
   start();
-  class Activations : public host::Listener {
-   public:
-    void textSent(const std::wstring&, bool activate) override { mFlags.push_back(activate); }
-    std::vector<bool> mFlags;
-  } activations;
-  host::setListener(&activations);
   function(0);
   key(0x2000B);
   openSheet();
   key(0x2000C);
-  host::setListener(&mHost);
-  EXPECT_EQ(activations.mFlags, (std::vector<bool>{true, true, false, false}));
+  EXPECT_EQ(mHost.mIsActivating, (std::vector<bool>{true, true, false, false}));
   EXPECT_FALSE(host::callRecord().wrapUpInactiveDoc);
   EXPECT_TRUE(host::callRecord().echo);
 }
@@ -236,7 +229,7 @@ TEST_F(KeyFunctions, MenuFileIsLoadedOnTheFirstTickAndOnlyThen) {
   EXPECT_THAT(logTexts("CRT", "loadMenufile"), IsEmpty());
   idle(1000);
   EXPECT_THAT(logTexts("CRT", "loadMenufile"),
-              ElementsAre("Menu file '" + mProfile.string() +
+              ElementsAre("Menu file '" + mProfile.root().string() +
                           "\\Lumetrapad\\Applications\\autocad.mnu' with 1 entries loaded."));
 }
 
@@ -305,7 +298,7 @@ TEST_F(KeyFunctions, StartOfTheExporterIsTraced) {
               ElementsAre("Start .NET Plugin...", "charPath: '" + folder + "\\LMTRAutoCAD2013.arx'",
                           "dllPath: '" + folder + "\\MenuScribe2015.dll'",
                           "totalCmd: '(command \"netload\" \"" + slashed + "/MenuScribe2015.dll\")"));
-  EXPECT_NE(logFile().find("/MenuScribe2015.dll\")\n', ec: 0\n"), std::string::npos)
+  EXPECT_NE(mProfile.log().find("/MenuScribe2015.dll\")\n', ec: 0\n"), std::string::npos)
       << "the text ends in a newline";
 }
 
@@ -338,7 +331,7 @@ TEST_F(KeyFunctions, MissingSettingsFolderIsToldInABoxWithABeep) {
   const std::vector<standin::windows::UserMessage> messages = standin::windows::userMessages();
   ASSERT_EQ(messages.size(), 2u);
   EXPECT_EQ(messages[0].kind, standin::windows::UserMessage::Kind::kBeep);
-  const std::string profile = mProfile.string();
+  const std::string profile = mProfile.root().string();
   EXPECT_EQ(messages[1].type, MB_OK);
   EXPECT_EQ(messages[1].caption, L"Lumetra Plug-in Error");
   EXPECT_EQ(messages[1].text,

@@ -5,8 +5,6 @@
 
 #include "dbxEntryPoint.h"
 
-#include <stdlib.h>
-
 #include <algorithm>
 #include <fstream>
 #include <sstream>
@@ -18,36 +16,6 @@ namespace host = standin::host;
 namespace controller = standin::controller;
 
 namespace {
-
-const std::vector<std::pair<std::string, std::string>> kProgram{
-    {"name", "AutoCAD Plug-in"},    {"version", "2.9.0"},          {"transSensBase", "20000"},
-    {"rotSensBase", "10000"},       {"minThreshold", "0"},         {"maxContMoveTime", "500"},
-    {"toggleRotationCenter", "on"}, {"toggleRotationAxis", "off"}, {"scrollTreeAndList", "on"},
-    {"useInt3dIntrfce", "off"}};
-const std::vector<std::pair<std::string, std::string>> kLogging{{"logFile", "autocad_addin_log.txt"},
-                                                                {"maxSize", "5000"},
-                                                                {"logToFile", "on"},
-                                                                {"logToCnsl", "off"},
-                                                                {"warning", "on"},
-                                                                {"creation", "on"},
-                                                                {"trace", "on"},
-                                                                {"devcom", "on"},
-                                                                {"intcom", "on"},
-                                                                {"info", "on"},
-                                                                {"debug", "on"},
-                                                                {"tmp", "on"},
-                                                                {"fileToLog", ""}};
-
-using Section = std::vector<std::pair<std::string, std::string>>;
-
-void writeSection(std::ostream& file, const std::string& name, const Section& keys,
-                  const std::map<std::string, std::string>& changes) {
-  file << "[" << name << "]\n";
-  for (const auto& [key, value] : keys) {
-    const auto change = changes.find(key);
-    file << "\t" << key << " = " << (change == changes.end() ? value : change->second) << "\n";
-  }
-}
 
 /// Whether the padded column ends in the method's name.
 bool isOfMethod(const std::string& column, const std::string& method) {
@@ -67,34 +35,14 @@ std::unique_ptr<standin::Drawing> smallDrawing() {
 
 }  // namespace
 
-void HostRecord::viewUpdated(int, const host::Camera& camera) {
-  mUpdates.push_back(camera);
-}
-void HostRecord::viewCommitted(int, const host::Camera& camera) {
-  mCommits.push_back(camera);
-}
-void HostRecord::paperChanged(int, const host::PaperView& view) {
-  mPaper.push_back(view);
-}
-void HostRecord::textSent(const std::wstring& text, bool) {
-  mSent.push_back(text);
-}
-void HostRecord::modulePrinted(const std::wstring& text) {
-  mPrinted.push_back(text);
-}
-
 ModuleTest::ModuleTest() {
-  std::string name = (std::filesystem::temp_directory_path() / "lm_module_XXXXXX").string();
-  mProfile = mkdtemp(name.data());
-  std::filesystem::create_directories(mProfile / "Lumetrapad" / "Applications");
-  setenv("USERPROFILE", mProfile.c_str(), 1);
   installModule();
   writeSettings();
   restart();
 }
 
 void ModuleTest::restart(std::uint32_t frameMs) {
-  std::filesystem::remove(mProfile / "Lumetrapad" / "autocad_addin_log.txt");
+  mProfile.removeLog();
   clock_::start(clock_::Kind::kReplay, frameMs);
   controller::reset();
   host::start([] { clock_::drawn(); });
@@ -116,14 +64,12 @@ ModuleTest::~ModuleTest() {
   host::setListener(nullptr);
   host::closeDocument();
   clock_::stop();
-  std::filesystem::remove_all(mProfile);
 }
 
-void ModuleTest::writeSettings(const std::map<std::string, std::string>& changes) {
-  std::ofstream file(mProfile / "Lumetrapad" / "Applications" / "autocad_addin.ini");
-  writeSection(file, "PROGRAM", kProgram, changes);
-  file << "\n";
-  writeSection(file, "LOGGING", kLogging, changes);
+void ModuleTest::writeSettings(const tests::SettingsChanges& changes) {
+  tests::SettingsChanges values = tests::everyLogLevel("on");
+  for (const auto& [key, value] : changes) values[key] = value;
+  mProfile.writeSettings(tests::settingsText(values));
 }
 
 void ModuleTest::load() {
@@ -157,13 +103,8 @@ void ModuleTest::deviceEvent(std::int32_t code) {
   clock_::advanceTo(clock_::nowMs());
 }
 
-std::string ModuleTest::logFile() const {
-  std::ifstream file(mProfile / "Lumetrapad" / "autocad_addin_log.txt");
-  return {std::istreambuf_iterator<char>(file), {}};
-}
-
 std::vector<std::string> ModuleTest::logTexts(const std::string& type, const std::string& method) const {
-  std::istringstream file(logFile());
+  std::istringstream file(mProfile.log());
   std::vector<std::string> texts;
   for (std::string line; std::getline(file, line);) {
     std::vector<std::string> columns;

@@ -8,32 +8,17 @@
 #include "common_sources/lm_auto_cad.h"
 #include "standin/controller/controller_feed.h"
 #include "standin/objectarx/host_control.h"
+#include "tests/support/host_recorder.h"
+#include "tests/support/settings_text.h"
+#include "tests/support/user_profile.h"
 
 #include <gtest/gtest.h>
 
 #include <array>
 #include <cstdint>
-#include <filesystem>
-#include <map>
 #include <memory>
 #include <string>
 #include <vector>
-
-/// What happened at the host, one line an event.
-class HostRecord : public standin::host::Listener {
- public:
-  void viewUpdated(int viewport, const standin::host::Camera& camera) override;
-  void viewCommitted(int viewport, const standin::host::Camera& camera) override;
-  void paperChanged(int viewport, const standin::host::PaperView& view) override;
-  void textSent(const std::wstring& text, bool activate) override;
-  void modulePrinted(const std::wstring& text) override;
-
-  std::vector<standin::host::Camera> mUpdates;
-  std::vector<standin::host::Camera> mCommits;
-  std::vector<standin::host::PaperView> mPaper;
-  std::vector<std::wstring> mSent;
-  std::vector<std::wstring> mPrinted;
-};
 
 class ModuleTest : public ::testing::Test {
  protected:
@@ -41,7 +26,7 @@ class ModuleTest : public ::testing::Test {
   ~ModuleTest() override;
 
   /// Writes the settings file with these keys changed from the tests' values (every log level on).
-  void writeSettings(const std::map<std::string, std::string>& changes = {});
+  void writeSettings(const tests::SettingsChanges& changes = {});
 
   /// A clock, a device and a host as new, and an empty log.
   void restart(std::uint32_t frameMs = 16);
@@ -67,13 +52,11 @@ class ModuleTest : public ::testing::Test {
   /// Texts of the log's entries, in order; `type` ("ERR" ...) and `method` ("doTransform"), when given,
   /// choose.
   std::vector<std::string> logTexts(const std::string& type = "", const std::string& method = "") const;
-  /// The log file as it stands.
-  std::string logFile() const;
   bool hasLogged(const std::string& text) const;
   std::size_t countLogged(const std::string& text) const;
 
-  std::filesystem::path mProfile;
-  HostRecord mHost;
+  UserProfile mProfile;
+  HostRecorder mHost;
   std::unique_ptr<LmAutoCad> mCoreP;
 };
 

@@ -3,7 +3,8 @@
 #include "standin/objectarx/host_control.h"
 #include "standin_clock.h"
 #include "tests/module_life/loaded_module.h"
-#include "tests/support/system.h"
+#include "tests/support/host_recorder.h"
+#include "tests/support/user_profile.h"
 
 #include "rxdefs.h"
 
@@ -22,24 +23,13 @@ using ::testing::IsEmpty;
 
 namespace {
 
-class Prints : public host::Listener {
- public:
-  void modulePrinted(const std::wstring& text) override { mTexts.push_back(text); }
-  std::vector<std::wstring> mTexts;
-};
-
 class ModuleLife : public ::testing::Test {
  protected:
-  ModuleLife() : mProfile(tests::makeTempFolder()) {
-    std::filesystem::create_directories(mProfile / "Lumetrapad" / "Applications");
-    tests::setEnvironment("USERPROFILE", mProfile.string());
-    start(clock_::Kind::kReplay, 1);
-  }
+  ModuleLife() { start(clock_::Kind::kReplay, 1); }
   ~ModuleLife() override {
     host::setListener(nullptr);
     host::closeDocument();
     clock_::stop();
-    std::filesystem::remove_all(mProfile);
   }
   void start(clock_::Kind kind, double speed) {
     clock_::start(kind, 16, speed);
@@ -48,15 +38,10 @@ class ModuleLife : public ::testing::Test {
     auto drawing = std::make_unique<standin::Drawing>();
     drawing->add(standin::makeLine({0x10, "0", 256}, {0, 0, 0}, {10, 5, 2}));
     host::openDocument(std::move(drawing));
-    host::setListener(&mPrints);
+    host::setListener(&mHost);
   }
-  std::string logText() const {
-    std::ifstream file(mProfile / "Lumetrapad" / "autocad_addin_log.txt");
-    return {std::istreambuf_iterator<char>(file), {}};
-  }
-
-  std::filesystem::path mProfile;
-  Prints mPrints;
+  UserProfile mProfile;
+  HostRecorder mHost;
 };
 
 TEST_F(ModuleLife, ModuleIsBuiltForRelease19) {
@@ -79,7 +64,7 @@ TEST_F(ModuleLife, InitMessageRegistersConnectsAndPrints) {
   EXPECT_EQ(host::report().commandsRegistered, 4u);
   EXPECT_EQ(host::report().reactors, 1u);
   EXPECT_TRUE(controller::isConnected());
-  EXPECT_THAT(mPrints.mTexts, ElementsAre(L"\nmLmAutoCadP constructed\n"));
+  EXPECT_THAT(mHost.mPrinted, ElementsAre(L"\nmLmAutoCadP constructed\n"));
   module.send(AcRx::kUnloadAppMsg);
 }
 
@@ -108,7 +93,7 @@ TEST_F(ModuleLife, OtherMessagesAreAnsweredWithZeroAndNoAction) {
   EXPECT_EQ(module.send(-1), AcRx::kRetOK);
   EXPECT_EQ(module.send(1000000), AcRx::kRetOK);
   EXPECT_EQ(clock_::timerCount(), 0u);
-  EXPECT_THAT(mPrints.mTexts, IsEmpty());
+  EXPECT_THAT(mHost.mPrinted, IsEmpty());
 }
 
 TEST_F(ModuleLife, UnloadWithoutInitIsHarmless) {
@@ -182,7 +167,7 @@ TEST_F(ModuleLife, SecondInitMessageMakesNoSecondCore) {
 TEST_F(ModuleLife, CommandsFlipTheSwitchesOfTheirNames) {
   const LoadedModule module(LM_MODULE_FILE);
   module.send(AcRx::kInitAppMsg);
-  mPrints.mTexts.clear();
+  mHost.mPrinted.clear();
   EXPECT_EQ(host::callRecord().commandFlags, 0);
   EXPECT_FALSE(host::callRecord().hasCommandContext);
   EXPECT_EQ(host::callRecord().commandResource, -1);
@@ -190,7 +175,7 @@ TEST_F(ModuleLife, CommandsFlipTheSwitchesOfTheirNames) {
                                     L"LM_Toggle_Scroll_Mode", L"LM_Toggle_Object_Move_Mode"})
     host::type(std::wstring(name) + L"\n");
   EXPECT_THAT(
-      mPrints.mTexts,
+      mHost.mPrinted,
       ElementsAre(L"\n=> Selection as Rotation Center:  off", L"\n=> Selected Line as Rotation Axis:  on",
                   L"\n=> Scroll Trees and Lists:  off", L"\n=> Move Selected Object:  on"));
   ASSERT_TRUE(host::faults().order("acutPrintf", {standin::Misbehaviour::kThrow, 1, true}));

@@ -1,10 +1,9 @@
 #include "sample_data.h"
+#include "tests/support/temp_folder.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <stdexcept>
 #include <string>
 
@@ -13,28 +12,15 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// A folder of the test's own, gone with it.
 class ReportFile : public ::testing::Test {
  protected:
-  ReportFile()
-      : mFolder(fs::temp_directory_path() /
-                (std::string("report_") + ::testing::UnitTest::GetInstance()->current_test_info()->name() +
-                 "_" + std::to_string(::testing::UnitTest::GetInstance()->start_timestamp()))) {
-    fs::create_directories(mFolder);
-  }
-  ~ReportFile() override {
-    std::error_code ignored;
-    fs::remove_all(mFolder, ignored);
-  }
-  const fs::path mFolder;
+  const TempFolder mFolder;
 };
 
 TEST_F(ReportFile, HoldsThePage) {
   const fs::path file = mFolder / "index.html";
   writeReport(report_sample::bundle(), file);
-  std::ifstream stream(file, std::ios::binary);
-  const std::string text{std::istreambuf_iterator<char>(stream), {}};
-  EXPECT_EQ(text, reportPage(report_sample::bundle()));
+  EXPECT_EQ(mFolder.bytes("index.html"), reportPage(report_sample::bundle()));
 }
 
 TEST_F(ReportFile, ReplacesAnOlderOne) {
@@ -45,7 +31,7 @@ TEST_F(ReportFile, ReplacesAnOlderOne) {
 }
 
 TEST_F(ReportFile, ThatCannotBeWrittenIsNamedWithTheReason) {
-  const fs::path file = mFolder / "missing" / "index.html";
+  const fs::path file = mFolder / "missing/index.html";
   try {
     writeReport(report_sample::emptyRun(), file);
     FAIL() << "nothing was thrown";

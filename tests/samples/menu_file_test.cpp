@@ -1,5 +1,5 @@
 /// When the module takes up a menu file, and what its functions do then.
-#include "module_run.h"
+#include "tests/support/workbench_process.h"
 
 #include <gtest/gtest.h>
 
@@ -13,30 +13,29 @@ class MenuFile : public testing::Test {
  protected:
   void play(const std::string& session, const std::string& menu) {
     const auto samples = std::filesystem::path(LM_SAMPLES);
-    ASSERT_EQ(mRun.play(samples / "bracket.dxf", mRun.write("a.session", session), mRun.write("a.mnu", menu),
-                        "out"),
-              0)
-        << ModuleRun::read(mRun.out("out") / "stdout.txt");
+    const auto outcome = mProcess.replay({samples / "bracket.dxf", mProcess.write("a.session", session),
+                                          mProcess.write("a.mnu", menu), "out"});
+    ASSERT_EQ(outcome.status, 0) << outcome.err;
   }
 
   /// What the module sent, with its times.
   std::string sent() const {
     std::string text;
-    std::istringstream lines(ModuleRun::read(mRun.out("out") / "commandline.log"));
+    std::istringstream lines(mProcess.read("out/commandline.log"));
     for (std::string line; std::getline(lines, line);)
       if (line.find(" send") != std::string::npos) text += line + "\n";
     return text;
   }
 
   std::size_t logged(const std::string& text) const {
-    const std::string log = ModuleRun::read(mRun.out("out") / "profile/Lumetrapad/autocad_addin_log.txt");
+    const std::string log = mProcess.read("out/profile/Lumetrapad/autocad_addin_log.txt");
     std::size_t count = 0;
     for (std::size_t at = log.find(text); at != std::string::npos; at = log.find(text, at + 1)) ++count;
     return count;
   }
 
  private:
-  ModuleRun mRun;
+  WorkbenchProcess mProcess;
 };
 
 TEST_F(MenuFile, ThatAppearsAfterThreeSecondsServesFromThenOn) {

@@ -1,6 +1,6 @@
 /// The sample sessions with the real module, on the sample drawing and on drawings that other programs made.
 /// The latter lie beside the project, so a machine without them skips those tests.
-#include "module_run.h"
+#include "tests/support/workbench_process.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -63,14 +63,15 @@ std::vector<Played> everySessionOn(const Drawing* first, const Drawing* last) {
 }
 
 void expectCleanAndTheSameTwice(const Played& played, const fs::path& drawing) {
-  const ModuleRun run;
+  const WorkbenchProcess process;
   const fs::path samples = LM_SAMPLES;
   const fs::path session = samples / (std::string(played.session.name) + ".session");
-  for (const char* const name : {"first", "second"})
-    ASSERT_EQ(run.play(drawing, session, samples / "autocad.mnu", name), 0)
-        << ModuleRun::read(run.out(name) / "stdout.txt");
-  const fs::path first = run.out("first"), second = run.out("second");
-  const auto summary = nlohmann::json::parse(ModuleRun::read(first / "summary.json"));
+  for (const char* const name : {"first", "second"}) {
+    const auto outcome = process.replay({drawing, session, samples / "autocad.mnu", name});
+    ASSERT_EQ(outcome.status, 0) << outcome.err;
+  }
+  const fs::path first = "first", second = "second";
+  const auto summary = nlohmann::json::parse(process.read(first / "summary.json"));
   EXPECT_TRUE(summary.at("clean").get<bool>());
   for (const char* const left : {"open_objects", "selection_sets_not_freed", "lock_depth_at_end",
                                  "calls_off_main_thread", "reactors_left", "commands_left"})
@@ -80,16 +81,16 @@ void expectCleanAndTheSameTwice(const Played& played, const fs::path& drawing) {
   for (const auto& [type, count] : played.session.drawn) expected[type] += count;
   EXPECT_EQ(entities, expected);
   for (const char* const name : {"trajectory.csv", "commandline.log", "entities.csv"})
-    EXPECT_EQ(ModuleRun::read(first / name), ModuleRun::read(second / name)) << name;
+    EXPECT_EQ(process.bytes(first / name), process.bytes(second / name)) << name;
 }
 
 TEST(ScrollingReport, ShowsTheStepsWithinOneTick) {
   // From 100 ms on for up to 500 ms the module scrolls in one tick, every 120 ms, and nothing is drawn.
-  const ModuleRun run;
-  const auto session = run.write("a.session", "0 pointer tree\n50 motion 0 0 60 0 0 0\n590 end\n");
+  const WorkbenchProcess process;
+  const auto session = process.write("a.session", "0 pointer tree\n50 motion 0 0 60 0 0 0\n590 end\n");
   const fs::path samples = LM_SAMPLES;
-  ASSERT_EQ(run.play(samples / "bracket.dxf", session, samples / "autocad.mnu", "out"), 0);
-  const std::string page = ModuleRun::read(run.out("out") / "index.html");
+  ASSERT_EQ(process.replay({samples / "bracket.dxf", session, samples / "autocad.mnu", "out"}).status, 0);
+  const std::string page = process.read("out/index.html");
   for (const char* const position : {"[0,2000,40,0]", "[0,2000,40,10]", "[0,2000,40,20]", "[0,2000,40,30]"})
     EXPECT_NE(
         page.find(std::string("\"SysTreeView32\",\"rect\":[1210,60,1390,260],\"vertical\":") + position),

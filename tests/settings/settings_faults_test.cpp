@@ -44,11 +44,11 @@ TEST_F(SettingsTest, AFolderInThePlaceOfTheFileLeavesTheDefaults) {
 TEST_F(SettingsTest, AFullDiskIsTold) {
   Settings settings;
   EXPECT_EQ(settings.writeSettingsFile("\\dev\\full"), -1);
-  EXPECT_EQ(file(), kDefaultFile);
+  EXPECT_EQ(file(), tests::kDefaultSettings);
 }
 
 TEST_F(SettingsTest, AFileOfHundredMegabytesIsReadAndReplaced) {
-  const std::string text = replaced(kDefaultFile, "= 20000", "= 77777");
+  const std::string text = replaced(tests::kDefaultSettings, "= 20000", "= 77777");
   write(text);
   std::filesystem::resize_file(mProfile.root() / kSettingsFile, 100u << 20);
   { EXPECT_EQ(Settings().transSensBase(), 77777); }
@@ -56,19 +56,20 @@ TEST_F(SettingsTest, AFileOfHundredMegabytesIsReadAndReplaced) {
 }
 
 TEST_F(SettingsTest, ALineOfTenMegabytesIsRead) {
-  write(replaced(kDefaultFile, "= 2.9.0", "= " + std::string(10u << 20, 'v')));
+  write(replaced(tests::kDefaultSettings, "= 2.9.0", "= " + std::string(10u << 20, 'v')));
   EXPECT_EQ(Settings().version().size(), 10u << 20);
 }
 
 TEST_F(SettingsTest, NulBytesAreReadAndWrittenBack) {
   using namespace std::string_literals;
-  write(replaced(kDefaultFile, "AutoCAD Plug-in", "AutoCAD\0Plug-in"s));
+  write(replaced(tests::kDefaultSettings, "AutoCAD Plug-in", "AutoCAD\0Plug-in"s));
   { EXPECT_EQ(Settings().name(), "AutoCAD\0Plug-in"s); }
-  EXPECT_EQ(file(), replaced(kDefaultFile, "AutoCAD Plug-in", "AutoCAD\0Plug-in"s));
+  EXPECT_EQ(file(), replaced(tests::kDefaultSettings, "AutoCAD Plug-in", "AutoCAD\0Plug-in"s));
 }
 
 TEST_F(SettingsTest, AFileWithoutAFinalNewlineIsRead) {
-  write(replaced(kDefaultFile, "= 20000", "= 77777").substr(0, kDefaultFile.size() - 1));
+  write(
+      replaced(tests::kDefaultSettings, "= 20000", "= 77777").substr(0, tests::kDefaultSettings.size() - 1));
   EXPECT_EQ(Settings().transSensBase(), 77777);
 }
 

@@ -29,11 +29,11 @@ TEST_F(SettingsTest, FoldersLieInTheUsersProfile) {
 TEST_F(SettingsTest, WithoutAFileTheDefaultsHoldAndAreWritten) {
   const Settings settings;
   expectDefaults(settings);
-  EXPECT_EQ(file(), kDefaultFile);
+  EXPECT_EQ(file(), tests::kDefaultSettings);
 }
 
 TEST_F(SettingsTest, TheDefaultFileReadsBackToTheDefaults) {
-  write(kDefaultFile);
+  write(tests::kDefaultSettings);
   Settings settings;
   expectDefaults(settings);
   EXPECT_EQ(settings.readSettingsFile(settings.settingsFilePath()), 0);
@@ -52,10 +52,11 @@ TEST_F(SettingsTest, ValuesInForceAreWrittenAtTheEnd) {
     settings.setScrollTreeAndList(false);
     settings.setTransSensBase(-7);
   }
-  const std::string expected =
-      replaced(replaced(replaced(kDefaultFile, "toggleRotationAxis    = off", "toggleRotationAxis    = on "),
-                        "scrollTreeAndList     = on ", "scrollTreeAndList     = off"),
-               "= 20000", "= -7   ");
+  const std::string expected = replaced(
+      replaced(
+          replaced(tests::kDefaultSettings, "toggleRotationAxis    = off", "toggleRotationAxis    = on "),
+          "scrollTreeAndList     = on ", "scrollTreeAndList     = off"),
+      "= 20000", "= -7   ");
   EXPECT_EQ(file(), expected);
 }
 
@@ -100,7 +101,7 @@ TEST_F(SettingsTest, EveryKeyIsRead) {
 class SettingsNumbers : public SettingsTest {
  protected:
   std::int32_t thresholdOf(const std::string& value) {
-    write(replaced(kDefaultFile, "minThreshold          = 0", "minThreshold          = " + value));
+    write(replaced(tests::kDefaultSettings, "minThreshold          = 0", "minThreshold          = " + value));
     return Settings().minThreshold();
   }
 };
@@ -121,13 +122,14 @@ TEST_F(SettingsNumbers, BeyondTheirRangeStopAtItsEnds) {
 }
 
 TEST_F(SettingsTest, ASizeFollowedByLettersIsRead) {
-  write(replaced(kDefaultFile, "= 5000", "= 12kB"));
+  write(replaced(tests::kDefaultSettings, "= 5000", "= 12kB"));
   EXPECT_EQ(Settings().logPars().mMaxSize, 12);
 }
 
 TEST_F(SettingsTest, ASwitchIsOnWhenItsValueContainsOn) {
   const auto logToFile = [this](const std::string& value) {
-    write(replaced(kDefaultFile, "logToFile             = on ", "logToFile             = " + value));
+    write(
+        replaced(tests::kDefaultSettings, "logToFile             = on ", "logToFile             = " + value));
     return Settings().logPars().mIsLogToFile;
   };
   EXPECT_FALSE(logToFile("yes"));
@@ -138,44 +140,45 @@ TEST_F(SettingsTest, ASwitchIsOnWhenItsValueContainsOn) {
 }
 
 TEST_F(SettingsTest, AVersionIsWrittenBackUnchanged) {
-  write(replaced(kDefaultFile, "2.9.0", "9.9.9"));
+  write(replaced(tests::kDefaultSettings, "2.9.0", "9.9.9"));
   { const Settings settings; }
-  EXPECT_EQ(file(), replaced(kDefaultFile, "2.9.0", "9.9.9"));
+  EXPECT_EQ(file(), replaced(tests::kDefaultSettings, "2.9.0", "9.9.9"));
 }
 
 TEST_F(SettingsTest, HandMadeLayoutIsLostAtTheEnd) {
-  write("# mine\n" + replaced(kDefaultFile, "[LOGGING]", "[OTHER]\nx=1\n\n[LOGGING]"));
+  write("# mine\n" + replaced(tests::kDefaultSettings, "[LOGGING]", "[OTHER]\nx=1\n\n[LOGGING]"));
   { const Settings settings; }
-  EXPECT_EQ(file(), kDefaultFile);
+  EXPECT_EQ(file(), tests::kDefaultSettings);
 }
 
 TEST_F(SettingsTest, AValueLongerThanItsFieldIsWrittenWhole) {
   const std::string name(60, 'n');
-  write(replaced(kDefaultFile, "AutoCAD Plug-in                                   ", name));
+  write(replaced(tests::kDefaultSettings, "AutoCAD Plug-in                                   ", name));
   { const Settings settings; }
   EXPECT_NE(file().find("= " + name + "# program's name\n"), std::string::npos);
 }
 
 TEST_F(SettingsTest, ARemovedKeyResetsEveryValue) {
-  write(replaced(replaced(kDefaultFile, "= 20000", "= 77777"),
+  write(replaced(replaced(tests::kDefaultSettings, "= 20000", "= 77777"),
                  "\tfileToLog             =                                                   "
                  "# name of the exclusively logged file\n",
                  ""));
   const Settings settings;
   expectDefaults(settings);
-  EXPECT_EQ(file(), kDefaultFile);
+  EXPECT_EQ(file(), tests::kDefaultSettings);
 }
 
 TEST_F(SettingsTest, ABlankLineInsideASectionResetsEveryValue) {
-  write(replaced(replaced(kDefaultFile, "= 20000", "= 77777"), "\trotSensBase", "\n\trotSensBase"));
+  write(
+      replaced(replaced(tests::kDefaultSettings, "= 20000", "= 77777"), "\trotSensBase", "\n\trotSensBase"));
   const Settings settings;
   expectDefaults(settings);
-  EXPECT_EQ(file(), kDefaultFile);
+  EXPECT_EQ(file(), tests::kDefaultSettings);
 }
 
 TEST_F(SettingsTest, AFileOfWindowsLineEndsIsRead) {
   std::string text;
-  for (const char c : replaced(kDefaultFile, "= 20000", "= 77777"))
+  for (const char c : replaced(tests::kDefaultSettings, "= 20000", "= 77777"))
     text += c == '\n' ? std::string("\r\n") : std::string(1, c);
   write(text);
   EXPECT_EQ(Settings().transSensBase(), 77777);

@@ -61,7 +61,7 @@ class SettingsLog : public SettingsTest {
 };
 
 TEST_F(SettingsLog, TellsOfConstructionAndDestruction) {
-  write(kDefaultFile);
+  write(tests::kDefaultSettings);
   { const Settings settings; }
   EXPECT_THAT(entries(), ElementsAre("CRT|Constructing ...", "CRT|Constructed.",
                                      "TRC|Writing new default settings file ...",
@@ -79,7 +79,7 @@ TEST_F(SettingsLog, TellsTheWholeWayToTheDefaults) {
 
 TEST_F(SettingsLog, TellsTheSameOfAnIncompleteFile) {
   initAllLevels();
-  write(replaced(kDefaultFile, "\tname ", "\tnaem "));
+  write(replaced(tests::kDefaultSettings, "\tname ", "\tnaem "));
   const Settings settings;
   EXPECT_THAT(entries(), ElementsAre("CRT|Constructing ...",
                                      "ERR|Parameter 'name' in section 'PROGRAM' not found! (" +
@@ -91,11 +91,11 @@ TEST_F(SettingsLog, TellsTheSameOfAnIncompleteFile) {
 }
 
 TEST_F(SettingsLog, TellsEveryMissingKeyAndThatReadingFailed) {
-  write(kDefaultFile);
+  write(tests::kDefaultSettings);
   Settings settings;
   mLog.init(mPars);
   const std::string path = mProfile.path("c.ini");
-  std::string text = replaced(kDefaultFile, "\tversion ", "\tnoisrev ");
+  std::string text = replaced(tests::kDefaultSettings, "\tversion ", "\tnoisrev ");
   mProfile.write("c.ini", replaced(replaced(text, "\tname ", "\tnaem "), "\tfileToLog", "\tx"));
   mIgnored = allLines();
   settings.readSettingsFile(path);
@@ -107,7 +107,7 @@ TEST_F(SettingsLog, TellsEveryMissingKeyAndThatReadingFailed) {
 }
 
 TEST_F(SettingsLog, NamesTheOperationsBehindTheEntries) {
-  write(replaced(kDefaultFile, "\tname ", "\tnaem "));
+  write(replaced(tests::kDefaultSettings, "\tname ", "\tnaem "));
   { const Settings settings; }
   std::vector<std::string> methods;
   for (const std::string& line : lines()) methods.push_back(line.substr(kPrefixWidth - 34, 32));
@@ -126,7 +126,7 @@ class OpenSettings : public Settings {
 };
 
 TEST_F(SettingsLog, TellsThatASectionHasNoFurtherParameter) {
-  write(kDefaultFile);
+  write(tests::kDefaultSettings);
   const OpenSettings settings;
   mIgnored = allLines();
   mProfile.write("c.ini", "[A]\nk= 1 \n\n");
@@ -141,10 +141,11 @@ TEST_F(SettingsLog, TellsThatASectionHasNoFurtherParameter) {
 }
 
 TEST_F(SettingsLog, HaveTheirValuesInTheSectionThatIsNamed) {
-  write(kDefaultFile);
+  write(tests::kDefaultSettings);
   OpenSettings settings;
   settings.setLogSection("OTHER");
-  mProfile.write("c.ini", replaced(replaced(kDefaultFile, "[LOGGING]", "[OTHER]"), "= 5000", "= 7777"));
+  mProfile.write("c.ini",
+                 replaced(replaced(tests::kDefaultSettings, "[LOGGING]", "[OTHER]"), "= 5000", "= 7777"));
   EXPECT_EQ(settings.readSettingsFile(mProfile.path("c.ini")), 0);
   EXPECT_EQ(settings.logPars().mMaxSize, 7777);
   settings.writeSettingsFile(mProfile.path("d.ini"));
@@ -152,7 +153,7 @@ TEST_F(SettingsLog, HaveTheirValuesInTheSectionThatIsNamed) {
 }
 
 TEST_F(SettingsLog, TellsOfAFileThatCannotBeWritten) {
-  write(kDefaultFile);
+  write(tests::kDefaultSettings);
   Settings settings;
   mProfile.write("a.log", "");
   settings.writeSettingsFile(mProfile.path("none\\x.ini"));
@@ -187,7 +188,7 @@ TEST_F(SettingsLog, HoldsTheDumpAtInfoLevel) {
   pars.mLogFile = mProfile.path("b.log");
   pars.mIsCreation = false;
   mLog.init(pars);
-  write(kDefaultFile);
+  write(tests::kDefaultSettings);
   const Settings settings;
   const std::string log = mProfile.read("b.log");
   EXPECT_NE(log.find("| \n" + settings.dump() + "\n"), std::string::npos);

@@ -1,6 +1,6 @@
 // What the settings do when there is no memory to write them.
 #include "tests/settings/settings_fixture.h"
-#include "tests/util/allocations.h"
+#include "tests/support/allocations.h"
 
 #include <optional>
 
@@ -13,7 +13,7 @@ TEST_F(SettingsWithoutMemory, EndWithAFileThatIsWholeOldOrNew) {
   bool isWritten = false;
   for (int left = 0; !isWritten; ++left) {
     ASSERT_LT(left, 2000) << "the file has never been written";
-    write(kDefaultFile);
+    write(tests::kDefaultSettings);
     std::optional<Settings> settings(std::in_place);
     settings->setTransSensBase(77777);
     {
@@ -21,9 +21,9 @@ TEST_F(SettingsWithoutMemory, EndWithAFileThatIsWholeOldOrNew) {
       settings.reset();
     }
     newFile = file();
-    isWritten = newFile != kDefaultFile;
+    isWritten = newFile != tests::kDefaultSettings;
   }
-  EXPECT_EQ(newFile, replaced(kDefaultFile, "= 20000", "= 77777"));
+  EXPECT_EQ(newFile, replaced(tests::kDefaultSettings, "= 20000", "= 77777"));
 }
 
 }  // namespace

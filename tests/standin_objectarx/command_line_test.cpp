@@ -48,8 +48,8 @@ TEST_F(CommandLineTest, PresetViewsLookAlongTheWorldsAxes) {
     const AcGeVector3d up = host::camera(2)->up;
     expectVector(up, preset.up.x, preset.up.y, preset.up.z);
   }
-  EXPECT_EQ(mRecorder.mChanged.size(), 6u);
-  EXPECT_TRUE(mRecorder.mHostPrinted.empty());
+  EXPECT_EQ(mHost.mChanges.size(), 6u);
+  EXPECT_TRUE(mHost.mHostPrinted.empty());
 }
 
 TEST_F(CommandLineTest, PresetViewFitsTheDrawingAndKeepsTheProjection) {
@@ -96,29 +96,29 @@ TEST_F(CommandLineTest, ZoomOnPaperShowsTheSheet) {
   host::setVariable(L"TILEMODE", L"0");
   send(L"_ZOOM _ALL ");
   EXPECT_EQ(host::paperView().height, 297);
-  EXPECT_EQ(mRecorder.mChanged.back().first, 1);
-  EXPECT_NEAR(mRecorder.mChanged.back().second.fieldWidth, 420, 1e-9);
+  EXPECT_EQ(mHost.mChanges.back().viewport, 1);
+  EXPECT_NEAR(mHost.mChanges.back().fieldWidth, 420, 1e-9);
 }
 
 TEST_F(CommandLineTest, PresetViewIsNotAllowedOnPaper) {
   host::setVariable(L"TILEMODE", L"0");
   send(L"'_-VIEW _TOP ");
-  EXPECT_EQ(mRecorder.mHostPrinted, Prints{L"** Command not allowed in Paper space **"});
+  EXPECT_EQ(mHost.mHostPrinted, Prints{L"** Command not allowed in Paper space **"});
 }
 
 TEST_F(CommandLineTest, UnknownCommandIsNamedInCapitals) {
   host::type(L"frobnicate");
   host::type(L"'_whatever");
-  EXPECT_EQ(mRecorder.mHostPrinted,
+  EXPECT_EQ(mHost.mHostPrinted,
             (Prints{L"Unknown command \"FROBNICATE\".", L"Unknown command \"WHATEVER\"."}));
 }
 
 TEST_F(CommandLineTest, UnknownOptionIsAskedForAgain) {
   host::type(L"ZOOM x all");
-  EXPECT_EQ(mRecorder.mHostPrinted, Prints{L"Invalid option keyword."});
-  EXPECT_EQ(mRecorder.mChanged.size(), 1u);
+  EXPECT_EQ(mHost.mHostPrinted, Prints{L"Invalid option keyword."});
+  EXPECT_EQ(mHost.mChanges.size(), 1u);
   host::type(L"-VIEW inside ");
-  EXPECT_EQ(mRecorder.mHostPrinted, (Prints{L"Invalid option keyword.", L"Invalid option keyword."}));
+  EXPECT_EQ(mHost.mHostPrinted, (Prints{L"Invalid option keyword.", L"Invalid option keyword."}));
   EXPECT_EQ(host::variable(L"CMDACTIVE"), L"0");
 }
 
@@ -134,35 +134,35 @@ TEST_F(CommandLineTest, TextWithoutAnEndWaitsForOne) {
 TEST_F(CommandLineTest, TransparentCommandRunsWhileAnotherWaits) {
   host::type(L"LINE 0,0");
   send(L"'_ZOOM _ALL ");
-  EXPECT_EQ(mRecorder.mChanged.size(), 1u);
+  EXPECT_EQ(mHost.mChanges.size(), 1u);
   host::type(L"3,4,5");
   host::type(L"");
   EXPECT_EQ(host::variable(L"CMDACTIVE"), L"0");
   expectPoint(pointsOf(0x13)[1], 3, 4, 5);
-  EXPECT_EQ(mRecorder.mHostPrinted,
+  EXPECT_EQ(mHost.mHostPrinted,
             (Prints{L"Specify next point:", L"Specify next point:", L"Specify next point:"}));
 }
 
 TEST_F(CommandLineTest, CommandWithoutApostropheIsAnInputToTheOneThatWaits) {
   host::type(L"LINE");
   send(L"_ZOOM ");
-  EXPECT_EQ(mRecorder.mHostPrinted,
+  EXPECT_EQ(mHost.mHostPrinted,
             (Prints{L"Specify first point:", L"Point or option keyword required.", L"Specify first point:"}));
 }
 
 TEST_F(CommandLineTest, OnlySomeCommandsAreTransparent) {
   host::type(L"CIRCLE");
   host::type(L"'LINE");
-  EXPECT_EQ(mRecorder.mHostPrinted, (Prints{L"Specify center point for circle:",
-                                            L"** That command may not be invoked transparently **",
-                                            L"Specify center point for circle:"}));
+  EXPECT_EQ(mHost.mHostPrinted, (Prints{L"Specify center point for circle:",
+                                        L"** That command may not be invoked transparently **",
+                                        L"Specify center point for circle:"}));
 }
 
 TEST_F(CommandLineTest, EscapeCancelsTheCommandAndWhatIsTyped) {
   host::type(L"LINE 0,0");
   send(L"12\x1b\x1b");
   EXPECT_EQ(host::variable(L"CMDACTIVE"), L"0");
-  EXPECT_EQ(mRecorder.mHostPrinted, (Prints{L"Specify next point:", L"*Cancel*"}));
+  EXPECT_EQ(mHost.mHostPrinted, (Prints{L"Specify next point:", L"*Cancel*"}));
   host::type(L"TILEMODE 0");
   EXPECT_EQ(host::variable(L"TILEMODE"), L"0");
 }
@@ -171,13 +171,13 @@ TEST_F(CommandLineTest, EscapeWithNoCommandDropsThePreSelection) {
   host::selectAll();
   send(L"\x1b\x1b");
   EXPECT_TRUE(host::selection().empty());
-  EXPECT_TRUE(mRecorder.mHostPrinted.empty());
+  EXPECT_TRUE(mHost.mHostPrinted.empty());
 }
 
 TEST_F(CommandLineTest, LoneEnterDoesNothing) {
   host::type(L"");
   send(L"\n");
-  EXPECT_TRUE(mRecorder.mHostPrinted.empty());
+  EXPECT_TRUE(mHost.mHostPrinted.empty());
 }
 
 TEST_F(CommandLineTest, LineDrawsFromPointToPoint) {
@@ -192,7 +192,7 @@ TEST_F(CommandLineTest, CircleWantsACentreAndARadius) {
   ASSERT_EQ(host::drawing()->entities().size(), 4u);
   EXPECT_STREQ(host::drawing()->entities()[3]->typeName(), "CIRCLE");
   expectPoint(pointsOf(0x13)[0], 1, 1, 0);
-  EXPECT_EQ(mRecorder.mHostPrinted,
+  EXPECT_EQ(mHost.mHostPrinted,
             (Prints{L"Point or option keyword required.", L"Value must be positive and nonzero."}));
 }
 
@@ -209,7 +209,7 @@ TEST_F(CommandLineTest, EraseAsksForObjects) {
   host::type(L"ERASE 11 99 ");
   EXPECT_TRUE(host::drawing()->isErased(0x11));
   EXPECT_FALSE(host::drawing()->isErased(0x10));
-  EXPECT_EQ(mRecorder.mHostPrinted, Prints{L"*Invalid selection*"});
+  EXPECT_EQ(mHost.mHostPrinted, Prints{L"*Invalid selection*"});
 }
 
 TEST_F(CommandLineTest, SelectPreSelects) {
@@ -227,7 +227,7 @@ TEST_F(CommandLineTest, TilemodeAndCvportSwitchTabAndViewport) {
   EXPECT_EQ(host::currentViewport(), 1);
   host::type(L"TILEMODE 7 1");
   EXPECT_EQ(host::currentViewport(), 2);
-  EXPECT_EQ(mRecorder.mHostPrinted, (Prints{L"** No such viewport **", L"Requires 0 or 1 only."}));
+  EXPECT_EQ(mHost.mHostPrinted, (Prints{L"** No such viewport **", L"Requires 0 or 1 only."}));
 }
 
 TEST_F(CommandLineTest, NetloadByLispNamesTheAssembly) {
@@ -236,13 +236,13 @@ TEST_F(CommandLineTest, NetloadByLispNamesTheAssembly) {
   send(L"(command \"netload\" \"" + path.generic_wstring() + L"\")\n");
   send(L"(command \"netload\" \"C:/no such.dll\")\n");
   std::filesystem::remove(path);
-  EXPECT_EQ(mRecorder.mHostPrinted, (Prints{L"Assembly \"" + path.generic_wstring() + L"\" loaded.",
-                                            L"Cannot load assembly \"C:/no such.dll\"."}));
+  EXPECT_EQ(mHost.mHostPrinted, (Prints{L"Assembly \"" + path.generic_wstring() + L"\" loaded.",
+                                        L"Cannot load assembly \"C:/no such.dll\"."}));
 }
 
 TEST_F(CommandLineTest, MenuMacroIsEvaluatedAndRun) {
   send(L"(command (menucmd \"M=$(if,$(eq,$(getvar,tilemode),1),_line,_circle)\"))\n");
-  EXPECT_EQ(mRecorder.mHostPrinted, Prints{L"Specify first point:"});
+  EXPECT_EQ(mHost.mHostPrinted, Prints{L"Specify first point:"});
 }
 
 TEST_F(CommandLineTest, LispThatIsNotEndedWaits) {
@@ -262,13 +262,13 @@ TEST_F(CommandLineTest, LispMistakesAreSaid) {
   };
   for (const auto& [text, printed] : cases) {
     send(text);
-    EXPECT_EQ(mRecorder.mHostPrinted.back(), printed);
+    EXPECT_EQ(mHost.mHostPrinted.back(), printed);
   }
 }
 
 TEST_F(CommandLineTest, OtherMenusGiveNothing) {
   send(L"(command (menucmd \"P1=x\"))\n");
-  EXPECT_TRUE(mRecorder.mHostPrinted.empty());
+  EXPECT_TRUE(mHost.mHostPrinted.empty());
 }
 
 TEST_F(CommandLineTest, ClosingTheDocumentForgetsWhatWaits) {

@@ -13,15 +13,15 @@ struct Case {
 class Diesel : public HostTest {
  protected:
   std::wstring evaluate(const std::wstring& macro) {
-    mRecorder.mHostPrinted.clear();
+    mHost.mHostPrinted.clear();
     std::wstring escaped;
     for (const wchar_t c : macro) {
       if (c == L'"') escaped += L'\\';
       escaped += c;
     }
     host::type(L"(command (menucmd \"M=" + escaped + L"\"))");
-    if (mRecorder.mHostPrinted.empty()) return L"";
-    const std::wstring& line = mRecorder.mHostPrinted[0];
+    if (mHost.mHostPrinted.empty()) return L"";
+    const std::wstring& line = mHost.mHostPrinted[0];
     const std::size_t start = std::wstring(L"Unknown command \"").size();
     return line.substr(start, line.size() - start - 2);
   }

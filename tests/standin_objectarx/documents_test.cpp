@@ -53,8 +53,8 @@ TEST_F(Documents, WithoutADocumentNothingCanBeLockedOrSent) {
 TEST_F(Documents, SentTextIsToldAndRunsWhenTheHostIsIdleInOrder) {
   acDocManager->sendStringToExecute(document(), L"TILEMODE 0 ", false);
   acDocManager->sendStringToExecute(document(), L"TILEMODE 1 ");
-  EXPECT_EQ(mRecorder.mSent,
-            (std::vector<std::pair<std::wstring, bool>>{{L"TILEMODE 0 ", false}, {L"TILEMODE 1 ", true}}));
+  EXPECT_EQ(mHost.mSent, (std::vector<std::wstring>{L"TILEMODE 0 ", L"TILEMODE 1 "}));
+  EXPECT_EQ(mHost.mIsActivating, (std::vector<bool>{false, true}));
   EXPECT_EQ(host::variable(L"TILEMODE"), L"1");
   EXPECT_TRUE(host::runQueuedText());
   EXPECT_EQ(host::variable(L"TILEMODE"), L"0");

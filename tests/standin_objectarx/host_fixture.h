@@ -4,6 +4,7 @@
 
 #include "standin/objectarx/drawing.h"
 #include "standin/objectarx/host_control.h"
+#include "tests/support/host_recorder.h"
 
 // clang-format off
 #include "dbmain.h"
@@ -17,36 +18,13 @@
 #include <utility>
 #include <vector>
 
-struct Recorder : standin::host::Listener {
-  using Camera = standin::host::Camera;
-  using PaperView = standin::host::PaperView;
-
-  void viewUpdated(int viewport, const Camera& camera) override { mUpdated.emplace_back(viewport, camera); }
-  void viewCommitted(int viewport, const Camera& camera) override {
-    mCommitted.emplace_back(viewport, camera);
-  }
-  void viewChanged(int viewport, const Camera& camera) override { mChanged.emplace_back(viewport, camera); }
-  void paperChanged(int viewport, const PaperView& shown) override { mPaper.emplace_back(viewport, shown); }
-  void textSent(const std::wstring& text, bool activate) override { mSent.emplace_back(text, activate); }
-  void modulePrinted(const std::wstring& text) override { mPrinted.push_back(text); }
-  void hostPrinted(const std::wstring& text) override { mHostPrinted.push_back(text); }
-
-  std::vector<std::pair<int, Camera>> mUpdated;
-  std::vector<std::pair<int, Camera>> mCommitted;
-  std::vector<std::pair<int, Camera>> mChanged;
-  std::vector<std::pair<int, PaperView>> mPaper;
-  std::vector<std::pair<std::wstring, bool>> mSent;
-  std::vector<std::wstring> mPrinted;
-  std::vector<std::wstring> mHostPrinted;
-};
-
 /// Entities: 10 a line from (0,0,0) to (10,0,0); 11 a circle of radius 2 about (5,5,0); 12 a line on a locked
 /// layer.
 class HostTest : public testing::Test {
  protected:
   HostTest() {
     standin::host::start([this] { ++mDrawnCount; });
-    standin::host::setListener(&mRecorder);
+    standin::host::setListener(&mHost);
     auto drawing = std::make_unique<standin::Drawing>();
     drawing->addLayer({"kept", 1, true, true});
     drawing->add(standin::makeLine({0x10}, {0, 0, 0}, {10, 0, 0}));
@@ -70,7 +48,7 @@ class HostTest : public testing::Test {
     return standin::host::drawing()->find(handle)->points();
   }
 
-  Recorder mRecorder;
+  HostRecorder mHost;
   int mDrawnCount = 0;
 };
 

@@ -65,7 +65,7 @@ TEST_F(ModuleFrame, CommandRunsByItsGlobalOrLocalName) {
   host::type(L"FIRST");
   host::type(L"_first");
   host::type(L"localfirst");
-  EXPECT_EQ(mRecorder.mPrinted, (std::vector<std::wstring>{L"first", L"first", L"first"}));
+  EXPECT_EQ(mHost.mPrinted, (std::vector<std::wstring>{L"first", L"first", L"first"}));
 }
 
 TEST_F(ModuleFrame, WhatACommandThrowsIsABrokenRule) {
@@ -79,7 +79,7 @@ TEST_F(ModuleFrame, CommandIsUnknownAfterUnload) {
   send(AcRx::kInitAppMsg);
   send(AcRx::kUnloadAppMsg);
   host::type(L"First");
-  EXPECT_EQ(mRecorder.mHostPrinted, std::vector<std::wstring>{L"Unknown command \"FIRST\"."});
+  EXPECT_EQ(mHost.mHostPrinted, std::vector<std::wstring>{L"Unknown command \"FIRST\"."});
 }
 
 TEST_F(ModuleFrame, MissingRegistryEntriesAreLivedWith) {

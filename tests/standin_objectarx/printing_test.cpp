@@ -12,20 +12,20 @@ using Printing = HostTest;
 
 TEST_F(Printing, TextIsToldAsItWasFormatted) {
   EXPECT_EQ(acutPrintf(L"\nx = %d, %.2f%%\n", 7, 0.5), RTNORM);
-  EXPECT_EQ(mRecorder.mPrinted, std::vector<std::wstring>{L"\nx = 7, 0.50%\n"});
+  EXPECT_EQ(mHost.mPrinted, std::vector<std::wstring>{L"\nx = 7, 0.50%\n"});
   EXPECT_EQ(host::report().modulePrints, 1u);
 }
 
 TEST_F(Printing, StringsAreWide) {
   acutPrintf(L"%s|%ls|%-4s|", L"a\u00e4", L"b", L"c");
-  EXPECT_EQ(mRecorder.mPrinted, std::vector<std::wstring>{L"a\u00e4|b|c   |"});
+  EXPECT_EQ(mHost.mPrinted, std::vector<std::wstring>{L"a\u00e4|b|c   |"});
 }
 
 TEST_F(Printing, NothingIsPrintedOfATextThatIsTooLong) {
   const std::wstring longText(100000, L'x');
   EXPECT_EQ(acutPrintf(L"%s", longText.c_str()), RTERROR);
   EXPECT_EQ(acutPrintf(nullptr), RTERROR);
-  EXPECT_TRUE(mRecorder.mPrinted.empty());
+  EXPECT_TRUE(mHost.mPrinted.empty());
 }
 
 }  // namespace

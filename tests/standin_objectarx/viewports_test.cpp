@@ -19,7 +19,7 @@ class Paper : public HostTest {
   Paper() {
     host::setVariable(L"TILEMODE", L"0");
     lock();
-    mRecorder = {};
+    mHost = {};
   }
 };
 
@@ -39,12 +39,12 @@ TEST_F(Paper, ChangeIsToldAndDrawnByUpdateDisplay) {
     const Viewport viewport(acedActiveViewportId(), AcDb::kForWrite);
     EXPECT_EQ(viewport->setViewCenter({100, 50}), Acad::eOk);
     EXPECT_EQ(viewport->setViewHeight(148.5), Acad::eOk);
-    EXPECT_TRUE(mRecorder.mPaper.empty());
+    EXPECT_TRUE(mHost.mPaper.empty());
     EXPECT_EQ(viewport->updateDisplay(), Acad::eOk);
   }
-  ASSERT_EQ(mRecorder.mPaper.size(), 1u);
-  EXPECT_EQ(mRecorder.mPaper[0].first, 1);
-  const host::PaperView shown = mRecorder.mPaper[0].second;
+  ASSERT_EQ(mHost.mPaper.size(), 1u);
+  EXPECT_EQ(mHost.mPaper[0].viewport, 1);
+  const host::PaperView shown = mHost.mPaper[0];
   EXPECT_EQ(shown.centerX, 100);
   EXPECT_EQ(shown.centerY, 50);
   EXPECT_EQ(shown.width, 210);
@@ -79,7 +79,7 @@ TEST_F(Paper, FloatingViewportShowsTheModel) {
   viewport->setViewHeight(viewport->viewHeight() * 2);
   viewport->updateDisplay();
   EXPECT_NEAR(host::camera(2)->fieldWidth, fieldBefore * 2, 1e-9);
-  EXPECT_EQ(mRecorder.mPaper[0].first, 2);
+  EXPECT_EQ(mHost.mPaper[0].viewport, 2);
 }
 
 class Tile : public HostTest {
@@ -118,8 +118,8 @@ TEST_F(Tile, TileShowsWhatTheRecordHoldsAndItsWidthFollows) {
   expectPoint(camera.position, 13, -1, 10);
   EXPECT_EQ(camera.fieldWidth, 8);
   EXPECT_EQ(camera.fieldHeight, 4);
-  ASSERT_EQ(mRecorder.mPaper.size(), 1u);
-  EXPECT_EQ(mRecorder.mPaper[0].second.width, 8);
+  ASSERT_EQ(mHost.mPaper.size(), 1u);
+  EXPECT_EQ(mHost.mPaper[0].width, 8);
   EXPECT_EQ(mDrawnCount, 1);
 }
 

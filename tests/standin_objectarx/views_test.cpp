@@ -93,8 +93,8 @@ TEST_F(Views, ChangedViewIsStoredByACommitOnly) {
   EXPECT_EQ(host::committedCamera(2)->fieldWidth, before);
   EXPECT_TRUE(acgsSetViewParameters(2, viewP, true, true, false));
   EXPECT_EQ(host::committedCamera(2)->fieldWidth, before / 2);
-  ASSERT_EQ(mRecorder.mCommitted.size(), 1u);
-  EXPECT_EQ(mRecorder.mCommitted[0].second.fieldWidth, before / 2);
+  ASSERT_EQ(mHost.mCommits.size(), 1u);
+  EXPECT_EQ(mHost.mCommits[0].fieldWidth, before / 2);
   EXPECT_EQ(host::report().commits, 1u);
 }
 
@@ -183,14 +183,14 @@ TEST_F(Views, VariablesTakeTheirOwnValuesOnly) {
   EXPECT_FALSE(host::setVariable(L"NOSUCH", L"1"));
   EXPECT_FALSE(host::setVariable(L"CVPORT", L"1"));
   EXPECT_FALSE(host::setVariable(L"CMDACTIVE", L"1"));
-  EXPECT_TRUE(mRecorder.mChanged.empty());
+  EXPECT_TRUE(mHost.mChanges.empty());
 }
 
 TEST_F(Views, SwitchingTabTellsOfTheViewThatIsCurrentThen) {
   host::setVariable(L"TILEMODE", L"0");
-  ASSERT_EQ(mRecorder.mChanged.size(), 1u);
-  EXPECT_EQ(mRecorder.mChanged[0].first, 1);
-  EXPECT_EQ(mRecorder.mChanged[0].second.fieldHeight, 297);
+  ASSERT_EQ(mHost.mChanges.size(), 1u);
+  EXPECT_EQ(mHost.mChanges[0].viewport, 1);
+  EXPECT_EQ(mHost.mChanges[0].fieldHeight, 297);
 }
 
 TEST_F(Views, PerspectiveKeepsTheFieldAtTheTarget) {
@@ -200,7 +200,7 @@ TEST_F(Views, PerspectiveKeepsTheFieldAtTheTarget) {
   EXPECT_TRUE(after.isPerspective);
   EXPECT_EQ(after.fieldWidth, before.fieldWidth);
   EXPECT_NEAR(after.position.z - after.target.z, before.fieldWidth * 50 / 36, 1e-9);
-  ASSERT_EQ(mRecorder.mChanged.size(), 1u);
+  ASSERT_EQ(mHost.mChanges.size(), 1u);
   host::setPerspective(false);
   EXPECT_FALSE(host::camera(2)->isPerspective);
 }
@@ -219,7 +219,7 @@ TEST_F(Views, SetCameraIsStoredAndTold) {
   camera.fieldWidth = 3;
   EXPECT_TRUE(host::setCamera(2, camera));
   EXPECT_EQ(host::committedCamera(2)->fieldWidth, 3);
-  EXPECT_EQ(mRecorder.mChanged.size(), 1u);
+  EXPECT_EQ(mHost.mChanges.size(), 1u);
   EXPECT_FALSE(host::setCamera(9, camera));
 }
 

@@ -1,5 +1,5 @@
 // What the locks do when there is no memory for their diagnostics.
-#include "tests/util/allocations.h"
+#include "tests/support/allocations.h"
 #include "tests/util/system_faults.h"
 #include "util/mutex.h"
 #include "util/sleep_mutex.h"

@@ -1,6 +1,6 @@
 #include "util/native_file.h"
 
-#include "tests/util/temp_folder.h"
+#include "tests/support/temp_folder.h"
 
 #include <gtest/gtest.h>
 

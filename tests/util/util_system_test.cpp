@@ -1,6 +1,6 @@
 #include "standin_messages.h"
+#include "tests/support/temp_folder.h"
 #include "tests/util/system_faults.h"
-#include "tests/util/temp_folder.h"
 #include "util/util.h"
 
 #include <gtest/gtest.h>

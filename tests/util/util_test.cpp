@@ -1,7 +1,7 @@
 #include "util/util.h"
 
 #include "tests/support/system.h"
-#include "tests/util/temp_folder.h"
+#include "tests/support/temp_folder.h"
 
 #include <gmock/gmock.h>
 

@@ -1,5 +1,5 @@
 // Lines that several handles append to one file of Windows.
-#include "tests/util/temp_folder.h"
+#include "tests/support/temp_folder.h"
 #include "util/native_file.h"
 
 #include <gtest/gtest.h>

@@ -38,8 +38,8 @@ TEST_F(ModuleRun, FiftyLivesWithTheCapMovingLeaveNothing) {
       // The switch is kept from life to life: whatever lies under the pointer, the view is moved.
       if (life == 0) host::type(L"LM_Toggle_Scroll_Mode");
       moveCap(static_cast<std::int16_t>(50 + life), 20);
-      const int before = mUpdates;
-      ASSERT_TRUE(serve(0, [this, before] { return mUpdates > before; })) << "life " << life;
+      const std::size_t before = mHost.mUpdates.size();
+      ASSERT_TRUE(serve(0, [this, before] { return mHost.mUpdates.size() > before; })) << "life " << life;
       module.send(AcRx::kUnloadAppMsg);
       ASSERT_EQ(clock_::otherThreads(), 0u) << "life " << life;
     }
@@ -51,7 +51,7 @@ TEST_F(ModuleRun, FiftyLivesWithTheCapMovingLeaveNothing) {
   // A handle that a life leaves behind is there 49 times. Where two threads meet at a lock of the threads
   // library that is linked into the module, that library makes an event which it never frees; they seldom do.
   EXPECT_LT(handleCount(), handlesAfterTheFirst + 12);
-  EXPECT_EQ(mPrints.size(), 51u);
+  EXPECT_EQ(mHost.mPrinted.size(), 51u);
   EXPECT_THAT(host::report().breaches, IsEmpty());
 }
 

@@ -2,7 +2,7 @@
 // so that a missing one is missing.
 #include "workbench/platform/module_loader.h"
 
-#include "tests/util/temp_folder.h"
+#include "tests/support/temp_folder.h"
 #include "workbench/input_error.h"
 
 #include <gmock/gmock.h>

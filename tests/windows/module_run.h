@@ -7,7 +7,8 @@
 #include "standin/objectarx/host_control.h"
 #include "standin_clock.h"
 #include "tests/module_life/loaded_module.h"
-#include "tests/support/system.h"
+#include "tests/support/host_recorder.h"
+#include "tests/support/temp_folder.h"
 
 #include "rxdefs.h"
 
@@ -17,11 +18,10 @@
 #include <fstream>
 #include <memory>
 #include <string>
-#include <vector>
 
-class ModuleRun : public ::testing::Test, public standin::host::Listener {
+class ModuleRun : public ::testing::Test {
  protected:
-  ModuleRun() : mFolder(tests::makeTempFolder()) {
+  ModuleRun() {
     namespace host = standin::host;
     standin::clock::start(standin::clock::Kind::kReal, 1);
     standin::controller::reset();
@@ -29,23 +29,18 @@ class ModuleRun : public ::testing::Test, public standin::host::Listener {
     auto drawing = std::make_unique<standin::Drawing>();
     drawing->add(standin::makeLine({0x10, "0", 256}, {0, 0, 0}, {10, 5, 2}));
     host::openDocument(std::move(drawing));
-    host::setListener(this);
-    useProfile(L"user");
+    host::setListener(&mHost);
+    useProfile(mFolder / "user");
   }
   ~ModuleRun() override {
     standin::host::setListener(nullptr);
     standin::host::closeDocument();
     standin::clock::stop();
-    std::error_code ignored;
-    std::filesystem::remove_all(mFolder, ignored);
   }
 
-  void modulePrinted(const std::wstring& text) override { mPrints.push_back(text); }
-  void viewUpdated(int /*viewport*/, const standin::host::Camera& /*camera*/) override { ++mUpdates; }
-
-  /// A profile folder of that name, with the driver's folders in it, is the user's from now on.
-  void useProfile(const std::wstring& name) {
-    mProfile = mFolder / name;
+  /// Makes a profile folder with the driver's folders in it the user's.
+  void useProfile(const std::filesystem::path& folder) {
+    mProfile = folder;
     std::filesystem::create_directories(mProfile / "Lumetrapad" / "Applications");
     _wputenv_s(L"USERPROFILE", mProfile.c_str());
   }
@@ -76,10 +71,9 @@ class ModuleRun : public ::testing::Test, public standin::host::Listener {
     standin::controller::deliver({-1, {x, 0, 0, 0, ry, 0}, 0, 0});
   }
 
-  std::filesystem::path mFolder;
+  TempFolder mFolder;
   std::filesystem::path mProfile;
-  std::vector<std::wstring> mPrints;
-  int mUpdates = 0;
+  HostRecorder mHost;
 };
 
 #endif

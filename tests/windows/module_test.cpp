@@ -17,7 +17,7 @@ TEST_F(ModuleRun, TheTimerTicksAndTheCapMovesTheView) {
   EXPECT_EQ(module.send(AcRx::kInitAppMsg), AcRx::kRetOK);
   const host::Camera before = *host::camera(2);
   moveCap(100, 0);
-  EXPECT_TRUE(serve(0, [this] { return mUpdates > 5; }));
+  EXPECT_TRUE(serve(0, [this] { return mHost.mUpdates.size() > 5; }));
   moveCap(0, 0);
   EXPECT_TRUE(serve(0, [] { return host::report().commits > 0; }));
   EXPECT_NE(host::camera(2)->target.x, before.target.x);
@@ -52,7 +52,7 @@ TEST_F(ModuleRun, TheDaemonIsLostAndFoundWhileTheCapMoves) {
   const LoadedModule module(LM_MODULE_FILE);
   module.send(AcRx::kInitAppMsg);
   moveCap(100, 0);
-  EXPECT_TRUE(serve(0, [this] { return mUpdates > 2; }));
+  EXPECT_TRUE(serve(0, [this] { return mHost.mUpdates.size() > 2; }));
   controller::setDown(true);
   EXPECT_TRUE(serve(0, [] { return !controller::isConnected(); }));
   controller::setDown(false);
@@ -60,9 +60,9 @@ TEST_F(ModuleRun, TheDaemonIsLostAndFoundWhileTheCapMoves) {
   // The release may have come while nobody listened.
   moveCap(0, 0);
   EXPECT_TRUE(serve(0, [] { return host::report().commits > 0; }));
-  const int before = mUpdates;
+  const std::size_t before = mHost.mUpdates.size();
   moveCap(100, 0);
-  EXPECT_TRUE(serve(0, [this, before] { return mUpdates > before + 2; }));
+  EXPECT_TRUE(serve(0, [this, before] { return mHost.mUpdates.size() > before + 2; }));
   moveCap(0, 0);
   module.send(AcRx::kUnloadAppMsg);
   EXPECT_THAT(host::report().breaches, IsEmpty());
@@ -70,7 +70,7 @@ TEST_F(ModuleRun, TheDaemonIsLostAndFoundWhileTheCapMoves) {
 
 TEST_F(ModuleRun, SettingsAndLogLieInTheUsersFolderWhateverItsName) {
   for (const wchar_t* const name : {L"J\u00fcrgen M\u00fcller", L"a b  c"}) {
-    useProfile(name);
+    useProfile(mFolder / name);
     const LoadedModule module(LM_MODULE_FILE);
     module.send(AcRx::kInitAppMsg);
     module.send(AcRx::kUnloadAppMsg);

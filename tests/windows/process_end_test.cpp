@@ -26,17 +26,17 @@ class ProcessEnd : public ModuleRun {
   ProcessEnd() {
     const char* const waitingP = std::getenv(kWaitingFolder);
     if (waitingP == nullptr) {
-      tests::setEnvironment(kWaitingFolder, mFolder.string());
+      tests::setEnvironment(kWaitingFolder, mFolder.root().string());
       logEachKey();
       return;
     }
     // A process that ends this way removes no folder: the one that waits for it does.
-    fs::remove_all(mFolder);
-    mFolder = waitingP;
+    fs::remove_all(mFolder.root());
+    const fs::path folder = waitingP;
     int life = 0;
-    while (fs::exists(mFolder / std::to_string(life))) ++life;
-    useProfile(std::to_wstring(life));
-    fs::copy_file(mFolder / "user" / kSettings, mProfile / kSettings);
+    while (fs::exists(folder / std::to_string(life))) ++life;
+    useProfile(folder / std::to_string(life));
+    fs::copy_file(folder / "user" / kSettings, mProfile / kSettings);
   }
   ~ProcessEnd() override { tests::clearEnvironment(kWaitingFolder); }
 

@@ -1,7 +1,7 @@
 // The operations of the support library as the real Windows carries them out.
 #include "util/util.h"
 
-#include "tests/util/temp_folder.h"
+#include "tests/support/temp_folder.h"
 #include "util/native_file.h"
 #include "util/threads.h"
 #include "util/windows_util.h"

@@ -1,4 +1,4 @@
-#include "tests/workbench/workbench_process.h"
+#include "tests/workbench/fake_module_process.h"
 
 #include <gtest/gtest.h>
 
@@ -12,7 +12,7 @@ struct BadUsage {
 
 /// Each leaves one line, status 2 and an empty output folder.
 TEST(CommandLine, EveryMistakeIsOneLineAndWritesNothing) {
-  const WorkbenchProcess process;
+  const FakeModuleProcess process;
   process.write("a.session", "9 end\n");
   process.write("bad.session", "9 jump\n");
   process.write("back.session", "9 key top\n5 end\n");
@@ -21,7 +21,7 @@ TEST(CommandLine, EveryMistakeIsOneLineAndWritesNothing) {
   process.write("picture.dxf", "\x89PNG\r\n\x1A\n");
   process.write("cut.dxf", process.read("a.dxf").substr(0, 60));
   process.write("file", "");
-  std::filesystem::create_directory(process.folder() / "out");
+  std::filesystem::create_directory(process.root() / "out");
   const std::string module = " --module '" LM_FAKE_MODULE "'";
   const BadUsage table[] = {
       {"--session a.session --out out", "command line: --drawing is required"},
@@ -57,12 +57,12 @@ TEST(CommandLine, EveryMistakeIsOneLineAndWritesNothing) {
     const Outcome outcome = process.run(std::string("replay ") + arguments + module);
     EXPECT_EQ(outcome.status, 2) << arguments;
     EXPECT_EQ(outcome.err, std::string("workbench: ") + line + "\n");
-    EXPECT_TRUE(std::filesystem::is_empty(process.folder() / "out")) << arguments;
+    EXPECT_TRUE(std::filesystem::is_empty(process.root() / "out")) << arguments;
   }
 }
 
 TEST(CommandLine, ADrawingCutInTheMiddleIsOneLine) {
-  const WorkbenchProcess process;
+  const FakeModuleProcess process;
   const std::string whole = process.read("a.dxf");
   process.write("a.dxf", whole.substr(0, whole.size() / 2));
   const Outcome outcome = process.replay("9 end\n");
@@ -72,7 +72,7 @@ TEST(CommandLine, ADrawingCutInTheMiddleIsOneLine) {
 }
 
 TEST(CommandLine, AnUnknownVerbNamesFileAndLine) {
-  const WorkbenchProcess process;
+  const FakeModuleProcess process;
   const Outcome outcome = process.replay("1 key top\n9 jump\n");
   EXPECT_EQ(outcome.status, 2);
   EXPECT_EQ(outcome.err,
@@ -81,18 +81,18 @@ TEST(CommandLine, AnUnknownVerbNamesFileAndLine) {
 }
 
 TEST(CommandLine, AVariableTheHostDoesNotHaveEndsTheRun) {
-  const WorkbenchProcess process;
+  const FakeModuleProcess process;
   const Outcome outcome = process.replay("9 setvar NOSUCH 1\n5000 key top\n");
   EXPECT_EQ(outcome.status, 2);
   EXPECT_EQ(outcome.err,
             "workbench: a.session:1: expected a system variable and one of its values, found \"NOSUCH 1\"\n");
-  EXPECT_FALSE(std::filesystem::exists(process.folder() / "out/trajectory.csv"));
+  EXPECT_FALSE(std::filesystem::exists(process.root() / "out/trajectory.csv"));
 }
 
 TEST(CommandLine, WhatIsNoModuleForThisHostIsRefused) {
-  const WorkbenchProcess process;
+  const FakeModuleProcess process;
   process.write("a.session", "9 end\n");
-  std::filesystem::create_directory(process.folder() / "out");
+  std::filesystem::create_directory(process.root() / "out");
   const std::pair<std::string, std::string> table[] = {
       {LM_OLD_MODULE, "one for 0x120000"},
       {LM_NO_MODULE, "none of its exports acrxGetApiVersion"},
@@ -103,12 +103,12 @@ TEST(CommandLine, WhatIsNoModuleForThisHostIsRefused) {
     EXPECT_EQ(outcome.status, 2);
     EXPECT_EQ(outcome.err, "workbench: " + module +
                                ": expected a module for host interface 0x130000, found " + found + "\n");
-    EXPECT_TRUE(std::filesystem::is_empty(process.folder() / "out"));
+    EXPECT_TRUE(std::filesystem::is_empty(process.root() / "out"));
   }
 }
 
 TEST(CommandLine, HelpIsNoMistake) {
-  const WorkbenchProcess process;
+  const FakeModuleProcess process;
   const Outcome outcome = process.run("replay --help");
   EXPECT_EQ(outcome.status, 0);
   EXPECT_NE(outcome.out.find("--frame-ms"), std::string::npos);
@@ -116,7 +116,7 @@ TEST(CommandLine, HelpIsNoMistake) {
 }
 
 TEST(CommandLine, WithoutACommandItIsOneLine) {
-  const WorkbenchProcess process;
+  const FakeModuleProcess process;
   const Outcome outcome = process.run("");
   EXPECT_EQ(outcome.status, 2);
   EXPECT_EQ(outcome.err, "workbench: command line: A subcommand is required\n");

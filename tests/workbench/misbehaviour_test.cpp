@@ -1,4 +1,4 @@
-#include "tests/workbench/workbench_process.h"
+#include "tests/workbench/fake_module_process.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -22,7 +22,7 @@ void PrintTo(const Fault& fault, std::ostream* stream) {
 class Misbehaviour : public testing::TestWithParam<Fault> {};
 
 TEST_P(Misbehaviour, MakesTheRunUncleanAndIsNamed) {
-  const WorkbenchProcess process;
+  const FakeModuleProcess process;
   const Outcome outcome = process.replay(kSession, "", GetParam().name);
   EXPECT_EQ(outcome.status, 1);
   const std::string problem = GetParam().problem;

@@ -1,6 +1,6 @@
 #include "workbench/running/outputs.h"
 
-#include "tests/workbench/workbench_process.h"
+#include "tests/workbench/fake_module_process.h"
 #include "workbench/running/moments.h"
 
 #include <gtest/gtest.h>
@@ -73,7 +73,7 @@ TEST(Outputs, MomentsLieEvenlyOverTheRun) {
 }
 
 TEST(Outputs, ARunWritesWhatItsFilesSay) {
-  const WorkbenchProcess process;
+  const FakeModuleProcess process;
   const Outcome outcome = process.replay("10 key top\n300 end\n", "", "box");
   EXPECT_EQ(outcome.status, 0) << outcome.err;
   EXPECT_EQ(process.read("out/entities.csv"),

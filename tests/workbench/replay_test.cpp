@@ -1,4 +1,4 @@
-#include "tests/workbench/workbench_process.h"
+#include "tests/workbench/fake_module_process.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -20,7 +20,7 @@ std::string rowsOf(const std::string& trajectory) {
 }
 
 TEST(Replay, PassesCommitsAndCapFollowTheSession) {
-  const WorkbenchProcess process;
+  const FakeModuleProcess process;
   const Outcome outcome = process.replay("150 motion 7 0 0 0 0 0\n350 motion 0 0 0 0 0 0\n600 end\n");
   EXPECT_EQ(outcome.status, 0) << outcome.err;
   EXPECT_EQ(rowsOf(process.read("out/trajectory.csv")),
@@ -31,7 +31,7 @@ TEST(Replay, PassesCommitsAndCapFollowTheSession) {
 }
 
 TEST(Replay, AtOneMomentTheDeviceComesBeforeTimersAndTimersBeforeTheUser) {
-  const WorkbenchProcess process;
+  const FakeModuleProcess process;
   const Outcome outcome = process.replay("100 projection perspective\n100 motion 3 0 0 0 0 0\n150 end\n");
   EXPECT_EQ(outcome.status, 0) << outcome.err;
   const std::string rows = rowsOf(process.read("out/trajectory.csv"));
@@ -41,7 +41,7 @@ TEST(Replay, AtOneMomentTheDeviceComesBeforeTimersAndTimersBeforeTheUser) {
 TEST(Replay, WhatFellDueDuringACallHappensInOrderOfTime) {
   // The pass at 100 takes until 250: then the user's event of 150 comes before the timer of 200, and the
   // timer of 300 comes too late.
-  const WorkbenchProcess process;
+  const FakeModuleProcess process;
   process.replay("50 motion 7 0 0 0 0 0\n150 projection perspective\n260 end\n", "--frame-ms 150");
   const std::string rows = rowsOf(process.read("out/trajectory.csv"));
   EXPECT_EQ(rows,
@@ -52,27 +52,27 @@ TEST(Replay, WhatFellDueDuringACallHappensInOrderOfTime) {
 }
 
 TEST(Replay, AQueuedTextRunsWhenTheHostIsIdle) {
-  const WorkbenchProcess process;
+  const FakeModuleProcess process;
   const Outcome outcome = process.replay("10 key top\n300 end\n");
   EXPECT_EQ(outcome.status, 0) << outcome.err;
   EXPECT_EQ(rowsOf(process.read("out/trajectory.csv")), "0 start cap 0 x 5\n100 view cap 0 x 5\n");
 }
 
 TEST(Replay, TheFrameTimeIsWhatADrawingCallTakes) {
-  const WorkbenchProcess process;
+  const FakeModuleProcess process;
   const std::string session = "50 motion 7 0 0 0 0 0\n101 projection perspective\n300 end\n";
   process.replay(session, "--frame-ms 40");
   EXPECT_NE(rowsOf(process.read("out/trajectory.csv")).find("140 view"), std::string::npos);
 }
 
 TEST(Replay, ASessionMayEndWhileTheCapIsHeld) {
-  const WorkbenchProcess process;
+  const FakeModuleProcess process;
   const Outcome outcome = process.replay("50 motion 7 0 0 0 0 0\n250 end\n");
   EXPECT_EQ(outcome.status, 0) << outcome.err;
 }
 
 TEST(Replay, AnEmptySessionIsARun) {
-  const WorkbenchProcess process;
+  const FakeModuleProcess process;
   const Outcome outcome = process.replay("# nothing\n");
   EXPECT_EQ(outcome.status, 0) << outcome.err;
   EXPECT_EQ(rowsOf(process.read("out/trajectory.csv")), "0 start cap 0 x 5\n");
@@ -82,7 +82,7 @@ TEST(Replay, TwoRunsAreEqualByteForByte) {
   const std::string session =
       "0 rotmode 110 zoom on\n20 motion 9 1 2 3 4 5\n170 key top\n180 select all\n300 motion 0 0 0 0 0 0\n"
       "310 device down\n320 motion 5 0 0 0 0 0\n330 device up\n400 command LINE 0,0 3,4 \n900 end\n";
-  const WorkbenchProcess first, second;
+  const FakeModuleProcess first, second;
   EXPECT_EQ(first.replay(session).status, 0);
   EXPECT_EQ(second.replay(session).status, 0);
   for (const char* name :
@@ -94,7 +94,7 @@ TEST(Replay, TwoRunsAreEqualByteForByte) {
 }
 
 TEST(Replay, ASecondRunIntoTheSameFolderIsEqualToo) {
-  const WorkbenchProcess process;
+  const FakeModuleProcess process;
   const std::string session = "20 motion 9 0 0 0 0 0\n300 end\n";
   process.replay(session);
   const std::string first = process.read("out/trajectory.csv");
@@ -105,18 +105,18 @@ TEST(Replay, ASecondRunIntoTheSameFolderIsEqualToo) {
 }
 
 TEST(Replay, AProfileOfTheUsersOwnIsKept) {
-  const WorkbenchProcess process;
-  std::filesystem::create_directories(process.folder() / "mine/Lumetrapad");
+  const FakeModuleProcess process;
+  std::filesystem::create_directories(process.root() / "mine/Lumetrapad");
   process.write("mine/Lumetrapad/autocad_addin_log.txt", "kept <log>");
   process.write("a.mnu", "[Modes]\n");
   EXPECT_EQ(process.replay("9 end\n", "--profile mine --menu a.mnu").status, 0);
   EXPECT_EQ(process.read("mine/Lumetrapad/autocad_addin_log.txt"), "kept <log>");
   EXPECT_EQ(process.read("mine/Lumetrapad/Applications/autocad.mnu"), "[Modes]\n");
-  EXPECT_FALSE(std::filesystem::exists(process.folder() / "out/profile"));
+  EXPECT_FALSE(std::filesystem::exists(process.root() / "out/profile"));
 }
 
 TEST(Replay, AHandleThatTheDrawingLacksIsToldOfAndLeftOut) {
-  const WorkbenchProcess process;
+  const FakeModuleProcess process;
   const Outcome outcome = process.replay("10 select 106 2a FF\n20 command ERASE\n30 select 106\n40 end\n");
   EXPECT_EQ(outcome.status, 0) << outcome.err;
   EXPECT_NE(outcome.out.find("handles not found: FF, 106\nclean: yes\n"), std::string::npos) << outcome.out;
@@ -131,14 +131,14 @@ TEST(Replay, AHandleThatTheDrawingLacksIsToldOfAndLeftOut) {
 }
 
 TEST(Replay, AnErasedEntityIsNoObjectAnyMore) {
-  const WorkbenchProcess process;
+  const FakeModuleProcess process;
   EXPECT_EQ(process.replay("10 select 2A\n20 command ERASE\n30 select 2A\n40 end\n").status, 0);
   EXPECT_NE(process.read("out/commandline.log").find("30 host \"No object with handle 2A.\"\n"),
             std::string::npos);
 }
 
 TEST(Replay, RealTimeRunsTheSameSession) {
-  const WorkbenchProcess process;
+  const FakeModuleProcess process;
   const Outcome outcome =
       process.replay("20 motion 9 0 0 0 0 0\n150 motion 0 0 0 0 0 0\n260 end\n", "--realtime");
   EXPECT_EQ(outcome.status, 0) << outcome.err;
@@ -147,7 +147,7 @@ TEST(Replay, RealTimeRunsTheSameSession) {
 }
 
 TEST(Replay, TheShortSummaryEndsWithTheReportsPath) {
-  const WorkbenchProcess process;
+  const FakeModuleProcess process;
   EXPECT_EQ(process.replay("9 end\n").out,
             "session: 9 ms\npasses in 3D: 0\npasses in 2D: 0\nviews committed: 0\ntexts sent: 0\nprints: 1\n"
             "document locks: 0 taken, 0 released\ndevice events: 0\nentities: 1 CIRCLE, 1 LINE\n"

@@ -1,4 +1,4 @@
-#include "tests/util/allocations.h"
+#include "tests/support/allocations.h"
 
 #include <atomic>
 #include <cstdlib>
@@ -7,11 +7,11 @@
 
 namespace {
 
-constexpr int kUnlimited = std::numeric_limits<int>::max();
+constexpr std::uint64_t kUnlimited = std::numeric_limits<std::uint64_t>::max();
 
-std::atomic<int> count{0};
-/// The value of `count` from which on there is no memory.
-std::atomic<int> limit{kUnlimited};
+std::atomic<std::uint64_t> count{0};
+/// The value of `count` at which memory runs out.
+std::atomic<std::uint64_t> limit{kUnlimited};
 
 void* allocate(std::size_t size) noexcept {
   if (count.load() >= limit.load()) return nullptr;
@@ -21,11 +21,11 @@ void* allocate(std::size_t size) noexcept {
 
 }  // namespace
 
-int tests::allocations() {
+std::uint64_t tests::allocations() {
   return count;
 }
 
-tests::MemoryRunsOut::MemoryRunsOut(int left) {
+tests::MemoryRunsOut::MemoryRunsOut(std::uint64_t left) {
   limit = count + left;
 }
 
@@ -33,7 +33,7 @@ tests::MemoryRunsOut::~MemoryRunsOut() {
   limit = kUnlimited;
 }
 
-// Not to be inlined: the compiler would take malloc and delete for a pair that does not belong together.
+// Never inlined: the compiler would see malloc paired with delete, and warn of a mismatch.
 [[gnu::noinline]] void* operator new(std::size_t size) {
   if (void* const memoryP = allocate(size)) return memoryP;
   throw std::bad_alloc();
