@@ -2,7 +2,8 @@
 #ifndef STANDIN_CAMERA_MATH_H
 #define STANDIN_CAMERA_MATH_H
 
-#include "host_control.h"
+#include "camera.h"
+#include "drawing.h"
 
 #include "dbmain.h"
 

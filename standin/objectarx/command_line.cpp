@@ -3,7 +3,8 @@
 #include "commands.h"
 #include "lisp.h"
 #include "printing.h"
-#include "state.h"
+#include "selection.h"
+#include "text.h"
 
 namespace standin::host {
 namespace {
@@ -14,73 +15,66 @@ bool isEnd(wchar_t letter) {
   return letter == L' ' || letter == L'\n' || letter == L'\r';
 }
 
-}  // namespace
-
-CommandLine::CommandLine() = default;
-CommandLine::~CommandLine() = default;
-
-void CommandLine::feed(const std::wstring& text) {
-  for (const wchar_t letter : text) takeLetter(letter);
-  if (!mActive.empty() && mPending.empty()) hostPrint(mActive.back()->prompt());
+void beginBuiltIn(CommandLine& line, const BuiltIn& builtIn, bool isTransparent) {
+  if (isTransparent && line.isCommandActive() && !builtIn.isTransparent)
+    return hostPrint(L"** That command may not be invoked transparently **");
+  std::unique_ptr<ActiveCommand> commandP = builtIn.make();
+  if (commandP != nullptr) line.push(std::move(commandP));
 }
 
-void CommandLine::takeLetter(wchar_t letter) {
-  if (letter == kEscape) return escape();
-  const bool isLisp = !mPending.empty() && mPending.front() == L'(';
-  if (!isEnd(letter) || (isLisp && !isWholeExpression(mPending))) {
-    mPending += letter == L'\n' || letter == L'\r' ? L' ' : letter;
+void begin(CommandLine& line, const std::wstring& input) {
+  const bool isTransparent = input.front() == L'\'';
+  const std::wstring name = keyword(isTransparent ? input.substr(1) : input);
+  if (const BuiltIn* builtInP = findBuiltIn(name)) return beginBuiltIn(line, *builtInP, isTransparent);
+  // A module's commands are modal: they cannot interrupt another.
+  if (!line.isCommandActive() && runRegisteredCommand(name)) return;
+  hostPrint(L"Unknown command \"" + name + L"\".");
+}
+
+/// Takes one input whole, blanks and all, as AutoLISP gives it.
+void enter(CommandLine& line, const std::wstring& input) {
+  if (!line.isCommandActive() || (!input.empty() && input.front() == L'\'')) {
+    if (!input.empty()) begin(line, input);
     return;
   }
-  const std::wstring input = std::move(mPending);
-  mPending.clear();
-  if (!isLisp) return enter(input);
+  if (line.top().input(input) == ActiveCommand::Next::kDone) line.pop();
+}
+
+void evaluate(CommandLine& line, const std::wstring& expression) {
   try {
-    for (const std::wstring& part : commandInputs(input)) enter(part);
+    for (const std::wstring& input : commandInputs(expression)) enter(line, input);
   } catch (const LispError& error) {
     const std::string what = error.what();
     hostPrint(L"; error: " + std::wstring(what.begin(), what.end()));
   }
 }
 
-void CommandLine::enter(const std::wstring& input) {
-  if (mActive.empty() || (!input.empty() && input.front() == L'\'')) {
-    if (!input.empty()) begin(input);
-    return;
-  }
-  if (mActive.back()->input(input) == ActiveCommand::Next::kMore) return;
-  mActive.pop_back();
-  --mActiveCount;
-}
-
-void CommandLine::clear() {
-  mPending.clear();
-  mActive.clear();
-  mActiveCount = 0;
-}
-
-void CommandLine::escape() {
-  const bool isCancelling = !mActive.empty();
-  clear();
+void escape(CommandLine& line) {
+  const bool isCancelling = line.isCommandActive();
+  line.clear();
   if (!isCancelling) return selectNone();
   hostPrint(L"*Cancel*");
 }
 
-void CommandLine::begin(const std::wstring& input) {
-  const bool isTransparent = input.front() == L'\'';
-  const std::wstring name = keyword(isTransparent ? input.substr(1) : input);
-  if (findBuiltIn(name) != nullptr) return beginBuiltIn(name, isTransparent);
-  if (mActive.empty() && runRegisteredCommand(name)) return;
-  hostPrint(L"Unknown command \"" + name + L"\".");
+void takeLetter(CommandLine& line, wchar_t letter) {
+  if (letter == kEscape) return escape(line);
+  std::wstring& pending = line.pending();
+  const bool isLisp = !pending.empty() && pending.front() == L'(';
+  if (!isEnd(letter) || (isLisp && !isWholeExpression(pending))) {
+    pending += letter == L'\n' || letter == L'\r' ? L' ' : letter;
+    return;
+  }
+  const std::wstring input = std::move(pending);
+  pending.clear();
+  if (isLisp) return evaluate(line, input);
+  enter(line, input);
 }
 
-void CommandLine::beginBuiltIn(const std::wstring& name, bool isTransparent) {
-  const BuiltIn& builtIn = *findBuiltIn(name);
-  if (isTransparent && !mActive.empty() && !builtIn.isTransparent)
-    return hostPrint(L"** That command may not be invoked transparently **");
-  std::unique_ptr<ActiveCommand> commandP = builtIn.make();
-  if (commandP == nullptr) return;
-  mActive.push_back(std::move(commandP));
-  ++mActiveCount;
+}  // namespace
+
+void feed(CommandLine& line, const std::wstring& text) {
+  for (const wchar_t letter : text) takeLetter(line, letter);
+  if (line.isCommandActive() && line.pending().empty()) hostPrint(line.top().prompt());
 }
 
 }  // namespace standin::host

@@ -3,51 +3,14 @@
 #ifndef STANDIN_COMMAND_LINE_H
 #define STANDIN_COMMAND_LINE_H
 
-#include <atomic>
-#include <memory>
+#include "active_command.h"
+
 #include <string>
-#include <vector>
 
 namespace standin::host {
 
-/// A command that has begun and waits for input.
-class ActiveCommand {
- public:
-  enum class Next { kMore, kDone };
-
-  virtual ~ActiveCommand() = default;
-  /// What the command asks for at this moment.
-  virtual std::wstring prompt() const = 0;
-  /// Takes an input, empty for a lone Enter.
-  virtual Next input(const std::wstring& text) = 0;
-};
-
-class CommandLine {
- public:
-  CommandLine();
-  ~CommandLine();
-
-  /// Takes text; what is not ended yet waits for more.
-  void feed(const std::wstring& text);
-  /// Takes one input whole, blanks and all, as AutoLISP gives it.
-  void enter(const std::wstring& input);
-
-  /// Forgets what waits, silently.
-  void clear();
-
-  bool isCommandActive() const { return mActiveCount > 0; }
-
- private:
-  void takeLetter(wchar_t letter);
-  void escape();
-  void begin(const std::wstring& input);
-  void beginBuiltIn(const std::wstring& name, bool isTransparent);
-
-  std::wstring mPending;
-  std::vector<std::unique_ptr<ActiveCommand>>
-      mActive;                       ///< a transparent command lies over the one it interrupts
-  std::atomic<int> mActiveCount{0};  ///< read by host calls on any thread
-};
+/// Takes text; what has not ended waits for more.
+void feed(CommandLine& line, const std::wstring& text);
 
 }  // namespace standin::host
 

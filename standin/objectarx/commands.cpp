@@ -1,7 +1,6 @@
 #include "commands.h"
 
 #include "operation.h"
-#include "printing.h"
 #include "state.h"
 #include "text.h"
 
@@ -19,15 +18,15 @@ constexpr BuiltIn kBuiltIns[] = {
 };
 
 AcRxFunctionPtr functionOf(const std::wstring& name) {
-  const std::lock_guard lock(state().mMutex);
-  for (const RegisteredCommand& command : run().mCommands)
+  const std::lock_guard lock(hostMutex());
+  for (const RegisteredCommand& command : run().commands)
     if (isSameName(command.globalName, name) || isSameName(command.localName, name)) return command.function;
   return nullptr;
 }
 
 void addToCommandDepth(int change) {
-  const std::lock_guard lock(state().mMutex);
-  run().mCommandDepth += change;
+  const std::lock_guard lock(hostMutex());
+  run().commandDepth += change;
 }
 
 }  // namespace
@@ -39,11 +38,6 @@ const BuiltIn* findBuiltIn(const std::wstring& name) {
   return nullptr;
 }
 
-std::wstring keyword(const std::wstring& input) {
-  const std::size_t start = input.find_first_not_of(L"_.");
-  return start == std::wstring::npos ? upper(input) : upper(input.substr(start));
-}
-
 bool runRegisteredCommand(const std::wstring& name) {
   const AcRxFunctionPtr function = functionOf(name);
   if (function == nullptr) return false;
@@ -51,7 +45,7 @@ bool runRegisteredCommand(const std::wstring& name) {
   try {
     function();
   } catch (...) {
-    const std::lock_guard lock(state().mMutex);
+    const std::lock_guard lock(hostMutex());
     breach("a command of the module", "let something be thrown into the host");
   }
   addToCommandDepth(-1);

@@ -26,13 +26,13 @@ const Operation kStart("AcDbLine::startPoint", Result::kTellsNothing);
 const Operation kEnd("AcDbLine::endPoint", Result::kTellsNothing);
 
 AcDbObject* find(AcDbObjectId id, DrawnEntity*& entityP) {
-  if (!run().mDocumentP) return nullptr;
-  Document& document = *run().mDocumentP;
+  if (currentDocument() == nullptr) return nullptr;
+  Document& document = *currentDocument();
   for (AcDbObject* objectP :
-       {static_cast<AcDbObject*>(&document.mPaper), static_cast<AcDbObject*>(&document.mFloating),
-        static_cast<AcDbObject*>(&document.mTile)})
+       {static_cast<AcDbObject*>(&document.paper), static_cast<AcDbObject*>(&document.floating),
+        static_cast<AcDbObject*>(&document.tile)})
     if (ObjectAccess::key(*objectP) == id.value()) return objectP;
-  entityP = document.mDrawingP->find(id.value());
+  entityP = document.drawing->find(id.value());
   return entityP == nullptr ? nullptr : &entityP->entity();
 }
 
@@ -58,7 +58,7 @@ Acad::ErrorStatus open(AcDbObject*& objectP, AcDbObjectId id, AcDb::OpenMode mod
   if (const Acad::ErrorStatus status = mayOpen(entityP, mode, openErased); status != Acad::eOk) return status;
   if (const Acad::ErrorStatus status = ObjectAccess::addOpening(*foundP, mode); status != Acad::eOk)
     return status;
-  ++run().mReport.openObjects;
+  ++counts().openObjects;
   objectP = foundP;
   return Acad::eOk;
 }
@@ -100,7 +100,7 @@ Acad::ErrorStatus AcDbObject::close() {
     breach(kClose, "called for an object that is not open");
     return Acad::eNotOpenForRead;
   }
-  --run().mReport.openObjects;
+  --counts().openObjects;
   return Acad::eOk;
 }
 

@@ -1,6 +1,6 @@
 #include "diesel.h"
 
-#include "state.h"
+#include "operation.h"
 #include "text.h"
 #include "variables.h"
 
@@ -31,7 +31,7 @@ std::wstring numberText(double value) {
 }
 
 std::wstring getVariable(const std::wstring& name) {
-  const std::lock_guard lock(state().mMutex);
+  const std::lock_guard lock(hostMutex());
   const std::optional<int> value = readVariable(name);
   return value ? std::to_wstring(*value) : badArguments(L"getvar");
 }

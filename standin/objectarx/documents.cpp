@@ -1,10 +1,14 @@
-// The document manager: the current document, its locks, its reactors and the text queued for its command
-// line.
+// Documents, and the document manager through which a module reaches them.
+#include "documents.h"
+
 #include "call_record.h"
+#include "listener.h"
 #include "operation.h"
 #include "state.h"
 
 #include <algorithm>
+#include <mutex>
+#include <utility>
 
 using namespace standin::host;
 
@@ -22,8 +26,7 @@ const Operation kRemoveReactor("AcApDocManager::removeReactor", Result::kTellsNo
 /// caller's.
 Document* openDocumentOf(const Operation& operation, const AcApDocument* documentP) {
   if (documentP == nullptr) return nullptr;
-  Document* currentP = run().mDocumentP.get();
-  if (documentP == currentP) return currentP;
+  if (documentP == currentDocument()) return currentDocument();
   breach(operation, "called for a document that is not open");
   return nullptr;
 }
@@ -31,7 +34,7 @@ Document* openDocumentOf(const Operation& operation, const AcApDocument* documen
 class DocManager final : public AcApDocManager {
  public:
   AcApDocument* curDocument() const override {
-    return Call(kCurDocument).isToFail() ? nullptr : run().mDocumentP.get();
+    return Call(kCurDocument).isToFail() ? nullptr : currentDocument();
   }
 
   Acad::ErrorStatus lockDocument(AcApDocument* documentP, AcAp::DocLockMode mode, const ACHAR* globalCommand,
@@ -43,8 +46,8 @@ class DocManager final : public AcApDocManager {
     if (call.isToFail()) return Acad::eLockViolation;
     Document* openP = openDocumentOf(kLock, documentP);
     if (openP == nullptr) return Acad::eNoDocument;
-    openP->mLocks.push_back(mode);
-    ++run().mReport.locks;
+    openP->locks.push_back(mode);
+    ++counts().locks;
     return Acad::eOk;
   }
 
@@ -53,12 +56,12 @@ class DocManager final : public AcApDocManager {
     if (call.isToFail()) return Acad::eLockViolation;
     Document* openP = openDocumentOf(kUnlock, documentP);
     if (openP == nullptr) return Acad::eNoDocument;
-    if (openP->mLocks.empty()) {
+    if (openP->locks.empty()) {
       breach(kUnlock, "called without a lock");
       return Acad::eNotApplicable;
     }
-    openP->mLocks.pop_back();
-    ++run().mReport.unlocks;
+    openP->locks.pop_back();
+    ++counts().unlocks;
     return Acad::eOk;
   }
 
@@ -68,26 +71,27 @@ class DocManager final : public AcApDocManager {
     callRecord().wrapUpInactiveDoc = wrapUpInactiveDoc;
     callRecord().echo = echo;
     if (call.isToFail() || text == nullptr) return Acad::eInvalidInput;
-    if (openDocumentOf(kSend, documentP) == nullptr) return Acad::eNoDocument;
+    Document* openP = openDocumentOf(kSend, documentP);
+    if (openP == nullptr) return Acad::eNoDocument;
     const std::wstring sent = text;
-    run().mQueue.push_back(sent);
-    ++run().mReport.textsSent;
+    openP->queue.push_back(sent);
+    ++counts().textsSent;
     call.leave();
-    tell(&Listener::textSent, sent, activate);
+    notify(&Listener::textSent, sent, activate);
     return Acad::eOk;
   }
 
   void addReactor(AcApDocManagerReactor* reactorP) override {
     const Call call(kAddReactor);
-    auto& reactors = run().mReactors;
+    auto& reactors = run().reactors;
     if (reactorP == nullptr || std::find(reactors.begin(), reactors.end(), reactorP) != reactors.end())
       return breach(kAddReactor, "called for no reactor, or for one that is there");
     reactors.push_back(reactorP);
   }
 
   void removeReactor(AcApDocManagerReactor* reactorP) override {
-    const std::lock_guard lock(state().mMutex);
-    auto& reactors = run().mReactors;
+    const std::lock_guard lock(hostMutex());
+    auto& reactors = run().reactors;
     const auto found = std::find(reactors.begin(), reactors.end(), reactorP);
     const bool isThere = found != reactors.end();
     // Removed even when the call is to throw: its owner is about to be gone, and the host must not call it
@@ -98,7 +102,40 @@ class DocManager final : public AcApDocManager {
   }
 };
 
+void noteWhatClosingLeaves(const Document& document) {
+  if (!document.locks.empty()) breach("closing the document", "it is still locked");
+  if (counts().openObjects != 0) breach("closing the document", "objects of it are still open");
+}
+
 }  // namespace
+
+namespace standin::host {
+
+void openDocument(std::unique_ptr<Drawing> drawing) {
+  closeDocument();
+  const std::lock_guard lock(hostMutex());
+  run().documentP = std::make_unique<Document>(std::move(drawing));
+}
+
+void closeDocument() {
+  std::unique_lock lock(hostMutex());
+  if (currentDocument() == nullptr) return;
+  const std::vector<AcApDocManagerReactor*> reactors = run().reactors;
+  AcApDocument* closingP = currentDocument();
+  // The reactors are the module's: they may wait for another of its threads.
+  lock.unlock();
+  for (AcApDocManagerReactor* reactorP : reactors) reactorP->documentToBeDestroyed(closingP);
+  lock.lock();
+  noteWhatClosingLeaves(*currentDocument());
+  run().documentP.reset();
+  counts().openObjects = 0;
+}
+
+Drawing* drawing() {
+  return currentDrawing();
+}
+
+}  // namespace standin::host
 
 AcApDocManager* acDocManagerPtr() {
   const Call call(kManager);

@@ -1,5 +1,6 @@
 // LINE and CIRCLE.
-#include "commands.h"
+#include "built_ins.h"
+#include "operation.h"
 #include "printing.h"
 #include "state.h"
 #include "text.h"
@@ -25,7 +26,7 @@ std::optional<AcGePoint3d> parsePoint(const std::wstring& text) {
 }
 
 void addToDrawing(std::unique_ptr<DrawnEntity> entity) {
-  const std::lock_guard lock(state().mMutex);
+  const std::lock_guard lock(hostMutex());
   if (currentDrawing() != nullptr) currentDrawing()->add(std::move(entity));
 }
 

@@ -1,7 +1,10 @@
 // ERASE and SELECT. Objects are named by their handles, or all of them.
-#include "commands.h"
+#include "built_ins.h"
+#include "operation.h"
 #include "printing.h"
+#include "selection.h"
 #include "state.h"
+#include "text.h"
 
 #include <cwchar>
 #include <mutex>
@@ -40,9 +43,9 @@ class SelectingCommand : public ActiveCommand {
 
  private:
   static Handles objectsOf(const std::wstring& text) {
-    const std::lock_guard lock(state().mMutex);
+    const std::lock_guard lock(hostMutex());
     if (currentDrawing() == nullptr) return {};
-    if (keyword(text) == L"ALL") return selectableHandles();
+    if (keyword(text) == L"ALL") return selectableHandles(*currentDrawing());
     std::uint64_t handle = 0;
     const bool isThere = parseHandle(text, handle) && currentDrawing()->find(handle) != nullptr &&
                          !currentDrawing()->isErased(handle);
@@ -54,7 +57,7 @@ class SelectingCommand : public ActiveCommand {
 
 void eraseObjects(const Handles& handles) {
   selectNone();
-  const std::lock_guard lock(state().mMutex);
+  const std::lock_guard lock(hostMutex());
   Drawing* drawingP = currentDrawing();
   if (drawingP == nullptr) return;
   for (const std::uint64_t handle : handles) {

@@ -2,7 +2,7 @@
 #ifndef STANDIN_GRAPHICS_VIEW_H
 #define STANDIN_GRAPHICS_VIEW_H
 
-#include "host_control.h"
+#include "camera.h"
 
 #include "gs.h"
 
@@ -44,13 +44,6 @@ class GraphicsView final : public AcGsView {
   Camera mLive;
   Camera mCommitted;
 };
-
-/// The view of a viewport of the current tab, null when there is none of that number.
-GraphicsView* viewOf(int viewport);
-/// Number of the current viewport.
-int currentViewportNumber();
-/// The current viewport is the paper-space one.
-bool isOnPaper();
 
 }  // namespace standin::host
 

@@ -1,7 +1,5 @@
 #include "operation.h"
 
-#include "state.h"
-
 #include <thread>
 
 namespace standin::host {
@@ -9,18 +7,50 @@ namespace {
 
 constexpr std::size_t kBreachesKept = 100;
 
+struct Counting {
+  std::recursive_mutex mutex;
+  std::thread::id mainThread = std::this_thread::get_id();
+  Report counts;
+};
+
+/// Never destroyed: a module's own static objects may still call the host when the process ends.
+Counting& counting() {
+  static Counting& instance = *new Counting;
+  return instance;
+}
+
 }  // namespace
 
-Call::Call(const Operation& operation) : mLock(state().mMutex) {
-  if (std::this_thread::get_id() != state().mMainThread) {
-    ++run().mReport.callsOffMainThread;
+FaultRegistry& faultRegistry() {
+  // Made when the first operation registers itself, before main begins.
+  static FaultRegistry& instance = *new FaultRegistry;
+  return instance;
+}
+
+std::recursive_mutex& hostMutex() {
+  return counting().mutex;
+}
+
+void beginCounting() {
+  counting().mainThread = std::this_thread::get_id();
+  counting().counts = {};
+  faultRegistry().clear();
+}
+
+Report& counts() {
+  return counting().counts;
+}
+
+Call::Call(const Operation& operation) : mLock(hostMutex()) {
+  if (std::this_thread::get_id() != counting().mainThread) {
+    ++counts().callsOffMainThread;
     breach(operation, "called off the main thread");
   }
   mIsToFail = operation.hit();
 }
 
 void breach(const char* operation, const char* what) {
-  Report& report = run().mReport;
+  Report& report = counts();
   ++report.breachesInAll;
   if (report.breaches.size() < kBreachesKept) report.breaches.push_back(std::string(operation) + ": " + what);
 }

@@ -3,6 +3,7 @@
 #ifndef STANDIN_OBJECTARX_OPERATION_H
 #define STANDIN_OBJECTARX_OPERATION_H
 
+#include "standin/objectarx/report.h"
 #include "standin/operation.h"
 
 #include <mutex>
@@ -16,6 +17,15 @@ FaultRegistry& faultRegistry();
 /// An operation of the host, by the name that a module calls it by.
 using Operation = OperationOf<faultRegistry>;
 
+/// Guards all that the host holds. Recursive: an operation may call another.
+std::recursive_mutex& hostMutex();
+
+/// Begins all counts anew, ends all faults and makes the calling thread the main thread. Only while the
+/// host's lock is held.
+void beginCounting();
+/// What has been counted since. Only while the host's lock is held.
+Report& counts();
+
 /// One call of an operation. Any thread; a call off the main thread is counted and named, then carried out.
 /// Holds the host's lock, so that what such a call does is no race, until leave() or the end.
 class Call {
@@ -23,9 +33,9 @@ class Call {
   /// Throws InjectedFault when the operation is to throw; nothing has happened by then.
   explicit Call(const Operation& operation);
 
-  /// The operation is to answer a failure and change nothing.
+  /// The operation must report a failure and change nothing.
   bool isToFail() const { return mIsToFail; }
-  /// Before anything outside the host is called: what is called may wait for another thread.
+  /// Before anything outside the host is called: that may wait for another thread.
   void leave() { mLock.unlock(); }
 
  private:

@@ -1,7 +1,7 @@
 #include "printing.h"
 
+#include "listener.h"
 #include "operation.h"
-#include "state.h"
 
 // clang-format off
 #include "adscodes.h"
@@ -45,21 +45,21 @@ int acutPrintf(const ACHAR* format, ...) {
   std::vector<wchar_t> text(kLongestPrint);
   va_list arguments;
   va_start(arguments, format);
-  // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized): it does not see what va_start does.
+  // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized): the analyser does not know va_start.
   const int length = std::vswprintf(text.data(), text.size(), wideFormat.c_str(), arguments);
   va_end(arguments);
-  // One C library answers what it would have needed, another that it did not fit.
+  // One C library returns the length it would have needed, another -1.
   if (length < 0 || static_cast<std::size_t>(length) >= text.size()) return RTERROR;
-  ++run().mReport.modulePrints;
+  ++counts().modulePrints;
   call.leave();
-  tell(&Listener::modulePrinted, std::wstring(text.data(), static_cast<std::size_t>(length)));
+  notify(&Listener::modulePrinted, std::wstring(text.data(), static_cast<std::size_t>(length)));
   return RTNORM;
 }
 
 namespace standin::host {
 
 void hostPrint(const std::wstring& text) {
-  tell(&Listener::hostPrinted, text);
+  notify(&Listener::hostPrinted, text);
 }
 
 }  // namespace standin::host

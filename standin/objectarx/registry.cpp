@@ -28,7 +28,7 @@ class DynamicLinker final : public AcRxDynamicLinker {
 };
 
 auto findCommand(const ACHAR* group, const ACHAR* globalName) {
-  auto& commands = run().mCommands;
+  auto& commands = run().commands;
   return std::find_if(commands.begin(), commands.end(), [&](const RegisteredCommand& command) {
     return isSameName(command.group, group) && isSameName(command.globalName, globalName);
   });
@@ -46,8 +46,8 @@ class CommandStack final : public AcEdCommandStack {
     if (call.isToFail()) return Acad::eDuplicateKey;
     if (group == nullptr || globalName == nullptr || localName == nullptr || function == nullptr)
       return Acad::eInvalidInput;
-    if (findCommand(group, globalName) != run().mCommands.end()) return Acad::eDuplicateKey;
-    run().mCommands.push_back({group, globalName, localName, function});
+    if (findCommand(group, globalName) != run().commands.end()) return Acad::eDuplicateKey;
+    run().commands.push_back({group, globalName, localName, function});
     if (commandPP != nullptr) *commandPP = nullptr;
     return Acad::eOk;
   }
@@ -57,8 +57,8 @@ class CommandStack final : public AcEdCommandStack {
     if (call.isToFail()) return Acad::eKeyNotFound;
     if (group == nullptr || globalName == nullptr) return Acad::eInvalidInput;
     const auto found = findCommand(group, globalName);
-    if (found == run().mCommands.end()) return Acad::eKeyNotFound;
-    run().mCommands.erase(found);
+    if (found == run().commands.end()) return Acad::eKeyNotFound;
+    run().commands.erase(found);
     return Acad::eOk;
   }
 };

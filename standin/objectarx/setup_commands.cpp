@@ -1,5 +1,5 @@
 // TILEMODE, CVPORT and NETLOAD.
-#include "commands.h"
+#include "built_ins.h"
 #include "printing.h"
 #include "text.h"
 #include "view_actions.h"

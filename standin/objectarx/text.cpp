@@ -25,6 +25,11 @@ bool isSameName(std::wstring_view a, std::wstring_view b) {
                     [](wchar_t x, wchar_t y) { return upper(x) == upper(y); });
 }
 
+std::wstring keyword(const std::wstring& input) {
+  const std::size_t start = input.find_first_not_of(L"_.");
+  return start == std::wstring::npos ? upper(input) : upper(input.substr(start));
+}
+
 bool parseNumber(const std::wstring& text, double& value) {
   if (text.empty() || text.find_first_not_of(L"+-0123456789.eE") != std::wstring::npos) return false;
   wchar_t* endP = nullptr;

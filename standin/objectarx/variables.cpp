@@ -22,23 +22,24 @@ std::optional<Variable> variableOf(std::wstring_view name) {
   return std::nullopt;
 }
 
-VariableChange setTileMode(int value) {
+VariableChange setTileMode(Document& document, int value) {
   if (value != 0 && value != 1) return VariableChange::kNotAllowed;
-  if (run().mIsModelTab != (value == 1))
-    for (GraphicsView* viewP : {&run().mTileView, &run().mPaperView, &run().mFloatingView}) viewP->revert();
-  run().mIsModelTab = value == 1;
+  if (document.isModelTab != (value == 1))
+    for (GraphicsView* viewP : {&document.tileView, &document.paperView, &document.floatingView})
+      viewP->revert();
+  document.isModelTab = value == 1;
   return VariableChange::kDone;
 }
 
-VariableChange setCvport(int value) {
-  if (viewOf(value) == nullptr) return VariableChange::kNotAllowed;
-  if (!run().mIsModelTab) run().mLayoutViewport = value;
+VariableChange setCvport(Document& document, int value) {
+  if (document.viewOf(value) == nullptr) return VariableChange::kNotAllowed;
+  if (!document.isModelTab) document.layoutViewport = value;
   return VariableChange::kDone;
 }
 
-VariableChange setPerspectiveVariable(int value) {
-  if ((value != 0 && value != 1) || isOnPaper()) return VariableChange::kNotAllowed;
-  GraphicsView& view = *viewOf(currentViewportNumber());
+VariableChange setPerspectiveVariable(Document& document, int value) {
+  if ((value != 0 && value != 1) || document.isOnPaper()) return VariableChange::kNotAllowed;
+  GraphicsView& view = document.currentView();
   view.store(withProjection(view.live(), value == 1));
   return VariableChange::kDone;
 }
@@ -47,30 +48,31 @@ VariableChange setPerspectiveVariable(int value) {
 
 std::optional<int> readVariable(std::wstring_view name) {
   const std::optional<Variable> variable = variableOf(name);
-  if (!variable || !run().mDocumentP) return std::nullopt;
+  if (!variable || currentDocument() == nullptr) return std::nullopt;
+  Document& document = *currentDocument();
   switch (*variable) {
     case Variable::kTileMode:
-      return run().mIsModelTab ? 1 : 0;
+      return document.isModelTab ? 1 : 0;
     case Variable::kCvport:
-      return currentViewportNumber();
+      return document.currentViewport();
     case Variable::kPerspective:
-      return viewOf(currentViewportNumber())->live().isPerspective ? 1 : 0;
+      return document.currentView().live().isPerspective ? 1 : 0;
     case Variable::kCmdActive:
-      return run().mCommandDepth > 0 || run().mCommandLine.isCommandActive() ? 1 : 0;
+      return run().commandDepth > 0 || document.commandLine.isCommandActive() ? 1 : 0;
   }
   return std::nullopt;
 }
 
 VariableChange writeVariable(std::wstring_view name, int value) {
   const std::optional<Variable> variable = variableOf(name);
-  if (!variable || !run().mDocumentP) return VariableChange::kUnknown;
+  if (!variable || currentDocument() == nullptr) return VariableChange::kUnknown;
   switch (*variable) {
     case Variable::kTileMode:
-      return setTileMode(value);
+      return setTileMode(*currentDocument(), value);
     case Variable::kCvport:
-      return setCvport(value);
+      return setCvport(*currentDocument(), value);
     case Variable::kPerspective:
-      return setPerspectiveVariable(value);
+      return setPerspectiveVariable(*currentDocument(), value);
     case Variable::kCmdActive:
       return VariableChange::kNotAllowed;
   }

@@ -21,9 +21,6 @@ bool lookFrom(const ViewFrame& frame);
 /// Sets a system variable and tells of the view that is current then.
 VariableChange changeVariable(const std::wstring& name, int value);
 
-/// What is drawn, or the drawing's limits when there is nothing.
-AcDbExtents extentsToShow(const Drawing& drawing);
-
 }  // namespace standin::host
 
 #endif

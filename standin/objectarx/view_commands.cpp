@@ -1,6 +1,7 @@
 // -VIEW and ZOOM.
-#include "commands.h"
+#include "built_ins.h"
 #include "printing.h"
+#include "text.h"
 #include "view_actions.h"
 
 #include <cwctype>

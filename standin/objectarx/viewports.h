@@ -3,7 +3,7 @@
 #ifndef STANDIN_VIEWPORTS_H
 #define STANDIN_VIEWPORTS_H
 
-#include "host_control.h"
+#include "camera.h"
 
 // clang-format off
 #include "dbents.h"

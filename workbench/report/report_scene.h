@@ -4,7 +4,7 @@
 #ifndef WORKBENCH_REPORT_SCENE_H
 #define WORKBENCH_REPORT_SCENE_H
 
-#include "workbench/report/report.h"
+#include "workbench/report/report_data.h"
 
 #include <string>
 

@@ -1,6 +1,7 @@
-#include "graphics_view.h"
-
+// What a module does with graphics views.
 #include "call_record.h"
+#include "graphics_view.h"
+#include "listener.h"
 #include "operation.h"
 #include "state.h"
 
@@ -92,31 +93,16 @@ void GraphicsView::zoom(double factor) {
 
 bool GraphicsView::isValid() const {
   const Call call(kIsValid);
-  return !call.isToFail() && run().mIsViewValid && viewOf(mNumber) == this;
+  return !call.isToFail() && run().isViewValid && viewOf(mNumber) == this;
 }
 
 void GraphicsView::update() {
   Call call(kUpdate);
-  ++run().mReport.updates;
+  ++counts().updates;
   const Camera camera = mLive;
   call.leave();
-  tell(&Listener::viewUpdated, mNumber, camera);
+  notify(&Listener::viewUpdated, mNumber, camera);
   drawn();
-}
-
-GraphicsView* viewOf(int viewport) {
-  if (!run().mDocumentP) return nullptr;
-  if (run().mIsModelTab) return viewport == kTileViewport ? &run().mTileView : nullptr;
-  if (viewport == kPaperViewport) return &run().mPaperView;
-  return viewport == kFloatingViewport ? &run().mFloatingView : nullptr;
-}
-
-bool isOnPaper() {
-  return !run().mIsModelTab && run().mLayoutViewport == kPaperViewport;
-}
-
-int currentViewportNumber() {
-  return run().mIsModelTab ? kTileViewport : run().mLayoutViewport;
 }
 
 }  // namespace standin::host
@@ -124,14 +110,14 @@ int currentViewportNumber() {
 using namespace standin::host;
 
 AcGsView* acgsGetGsView(int viewportNumber, bool createIfNone) {
-  standin::host::callRecord().createIfNone = createIfNone;
+  callRecord().createIfNone = createIfNone;
   return Call(kGetGsView).isToFail() ? nullptr : viewOf(viewportNumber);
 }
 
 Adesk::Boolean acgsSetViewParameters(int viewportNumber, const AcGsView* viewP, bool regenRequired,
                                      bool rescaleRequired, bool syncRequired) {
   Call call(kSetViewParameters);
-  standin::host::CallRecord& record = standin::host::callRecord();
+  CallRecord& record = callRecord();
   record.regenRequired = regenRequired;
   record.rescaleRequired = rescaleRequired;
   record.syncRequired = syncRequired;
@@ -139,14 +125,14 @@ Adesk::Boolean acgsSetViewParameters(int viewportNumber, const AcGsView* viewP, 
   GraphicsView* ownP = viewOf(viewportNumber);
   const auto* givenP = dynamic_cast<const GraphicsView*>(viewP);
   if (ownP == nullptr || givenP == nullptr) return Adesk::kFalse;
-  if (!run().mIsViewValid) {
+  if (!run().isViewValid) {
     breach(kSetViewParameters, "called with a view that is not valid");
     return Adesk::kFalse;
   }
   const Camera camera = givenP->live();
   ownP->store(camera);
-  ++run().mReport.commits;
+  ++counts().commits;
   call.leave();
-  tell(&Listener::viewCommitted, viewportNumber, camera);
+  notify(&Listener::viewCommitted, viewportNumber, camera);
   return Adesk::kTrue;
 }

@@ -1,0 +1,163 @@
+// What a module does with viewports: reads and writes of their objects, and the moves between tile and table.
+#include "camera_math.h"
+#include "listener.h"
+#include "object_access.h"
+#include "operation.h"
+#include "state.h"
+
+#include "aced.h"
+
+#include <cmath>
+
+using namespace standin::host;
+
+namespace {
+
+const Operation kWidth("AcDbViewport::width", Result::kTellsNothing);
+const Operation kHeight("AcDbViewport::height", Result::kTellsNothing);
+const Operation kViewHeight("AcDbViewport::viewHeight", Result::kTellsNothing);
+const Operation kSetViewHeight("AcDbViewport::setViewHeight", Result::kTellsFailure);
+const Operation kViewCenter("AcDbViewport::viewCenter", Result::kTellsNothing);
+const Operation kSetViewCenter("AcDbViewport::setViewCenter", Result::kTellsFailure);
+const Operation kUpdateDisplay("AcDbViewport::updateDisplay", Result::kTellsFailure);
+const Operation kCenterPoint("AcDbAbstractViewTableRecord::centerPoint", Result::kTellsNothing);
+const Operation kSetCenterPoint("AcDbAbstractViewTableRecord::setCenterPoint", Result::kTellsNothing);
+const Operation kRecordWidth("AcDbAbstractViewTableRecord::width", Result::kTellsNothing);
+const Operation kRecordHeight("AcDbAbstractViewTableRecord::height", Result::kTellsNothing);
+const Operation kSetHeight("AcDbAbstractViewTableRecord::setHeight", Result::kTellsNothing);
+const Operation kActiveViewport("acedActiveViewportId", Result::kTellsFailure);
+const Operation kToRecords("acedVports2VportTableRecords", Result::kTellsFailure);
+const Operation kToTiles("acedVportTableRecords2Vports", Result::kTellsFailure);
+
+template <class T>
+T readFrom(const Operation& operation, const AcDbObject& object, const T& value) {
+  const Call call(operation);
+  if (!ObjectAccess::isOpen(object)) breach(operation, "called for an object that is not open");
+  return value;
+}
+
+/// Whether the object may be written now; a write of one that is not open for write is a broken rule.
+Acad::ErrorStatus mayChange(const Operation& operation, const AcDbObject& object) {
+  if (!ObjectAccess::isOpenForWrite(object)) {
+    breach(operation, "called for an object that is not open for write");
+    return Acad::eNotOpenForWrite;
+  }
+  return mayWrite() ? Acad::eOk : Acad::eLockViolation;
+}
+
+bool isLength(double value) {
+  return std::isfinite(value) && value > 0;
+}
+
+bool isPoint(const AcGePoint2d& point) {
+  return std::isfinite(point.x) && std::isfinite(point.y);
+}
+
+}  // namespace
+
+double AcDbViewport::width() const {
+  return readFrom(kWidth, *this, mWidth);
+}
+double AcDbViewport::height() const {
+  return readFrom(kHeight, *this, mHeight);
+}
+double AcDbViewport::viewHeight() const {
+  return readFrom(kViewHeight, *this, mViewHeight);
+}
+AcGePoint2d AcDbViewport::viewCenter() const {
+  return readFrom(kViewCenter, *this, mViewCentre);
+}
+
+Acad::ErrorStatus AcDbViewport::setViewHeight(double height) {
+  const Call call(kSetViewHeight);
+  if (call.isToFail() || !isLength(height)) return Acad::eInvalidInput;
+  const Acad::ErrorStatus status = mayChange(kSetViewHeight, *this);
+  if (status == Acad::eOk) mViewHeight = height;
+  return status;
+}
+
+Acad::ErrorStatus AcDbViewport::setViewCenter(const AcGePoint2d& centre) {
+  const Call call(kSetViewCenter);
+  if (call.isToFail() || !isPoint(centre)) return Acad::eInvalidInput;
+  const Acad::ErrorStatus status = mayChange(kSetViewCenter, *this);
+  if (status == Acad::eOk) mViewCentre = centre;
+  return status;
+}
+
+Acad::ErrorStatus AcDbViewport::updateDisplay() const {
+  Call call(kUpdateDisplay);
+  if (call.isToFail()) return Acad::eNotApplicable;
+  if (!ObjectAccess::isOpen(*this)) breach(kUpdateDisplay, "called for an object that is not open");
+  const PaperView shown{mViewCentre.x, mViewCentre.y, mWidth / mHeight * mViewHeight, mViewHeight};
+  GraphicsView& view =
+      mNumber == kPaperViewport ? currentDocument()->paperView : currentDocument()->floatingView;
+  view.store(withShown(view.live(), shown));
+  ++counts().paperUpdates;
+  const int number = mNumber;
+  call.leave();
+  notify(&Listener::paperChanged, number, shown);
+  drawn();
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbViewport::subGetGeomExtents(AcDbExtents& extents) const {
+  extents = AcDbExtents({0, 0, 0}, {mWidth, mHeight, 0});
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbViewport::subTransformBy(const AcGeMatrix3d& /*transform*/) {
+  return Acad::eNotApplicable;
+}
+
+AcGePoint2d AcDbAbstractViewTableRecord::centerPoint() const {
+  return readFrom(kCenterPoint, *this, mCentre);
+}
+double AcDbAbstractViewTableRecord::width() const {
+  return readFrom(kRecordWidth, *this, mWidth);
+}
+double AcDbAbstractViewTableRecord::height() const {
+  return readFrom(kRecordHeight, *this, mHeight);
+}
+
+void AcDbAbstractViewTableRecord::setCenterPoint(const AcGePoint2d& centre) {
+  const Call call(kSetCenterPoint);
+  if (!isPoint(centre)) return breach(kSetCenterPoint, "called with a centre that is not finite");
+  if (mayChange(kSetCenterPoint, *this) == Acad::eOk) mCentre = centre;
+}
+
+void AcDbAbstractViewTableRecord::setHeight(double height) {
+  const Call call(kSetHeight);
+  if (!isLength(height)) return breach(kSetHeight, "called with a height that is not above 0");
+  if (mayChange(kSetHeight, *this) == Acad::eOk) mHeight = height;
+}
+
+AcDbObjectId acedActiveViewportId() {
+  const Call call(kActiveViewport);
+  if (call.isToFail() || currentDocument() == nullptr) return {};
+  if (currentDocument()->isModelTab) return AcDbObjectId(kTileKey);
+  return AcDbObjectId(kViewportKey + static_cast<std::uint64_t>(currentDocument()->layoutViewport));
+}
+
+Acad::ErrorStatus acedVports2VportTableRecords() {
+  const Call call(kToRecords);
+  if (call.isToFail() || currentDocument() == nullptr) return Acad::eNotApplicable;
+  currentDocument()->tile.show(shownBy(currentDocument()->tileView.live()));
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus acedVportTableRecords2Vports() {
+  Call call(kToTiles);
+  if (call.isToFail() || currentDocument() == nullptr) return Acad::eNotApplicable;
+  TileRecord& record = currentDocument()->tile;
+  if (ObjectAccess::isOpen(record)) breach(kToTiles, "called while the table record is open");
+  GraphicsView& view = currentDocument()->tileView;
+  view.store(withShown(view.live(), record.shown()));
+  // The width is not set by hand: it follows the height, in the tile's proportion.
+  const PaperView shown = shownBy(view.live());
+  record.show(shown);
+  ++counts().paperUpdates;
+  call.leave();
+  notify(&Listener::paperChanged, kTileViewport, shown);
+  drawn();
+  return Acad::eOk;
+}
