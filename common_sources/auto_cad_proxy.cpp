@@ -21,6 +21,7 @@
 // clang-format on
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 #include <optional>
 
@@ -29,14 +30,14 @@ namespace {
 constexpr const char* kClass = "AutoCadProxy";
 constexpr UINT kIdlePeriodMs = 100;
 constexpr UINT kMovingPeriodMs = 10;
-constexpr double kMoveGain = 5.0;
+constexpr double kMoveGain = 5.0;         // visible fields per pass for a cap value equal to the divisor
 constexpr double kMoveUnits = 0.5;        // drawing units per unit of the cap and pass
 constexpr double kSheetMoveUnits = 5e-5;  // the same on a sheet
 constexpr double kTurnUnits = 0.002;      // radians per unit of the cap and pass
 const AcGeVector3d kWorldY(0, 1, 0);
 const AcGeVector3d kWorldZ(0, 0, 1);
 
-// A Windows timer procedure gets no user data, and a command handler no object.
+// Neither a Windows timer procedure nor a command handler is given an object.
 AutoCadProxy* theProxyP = nullptr;
 
 /// The setting's value, or its default when the module cannot work with it: a divisor of 0, a negative time.
@@ -53,7 +54,7 @@ std::int32_t usableNumber(std::string_view key, std::int32_t value) {
 
 enum class Activate { kNo, kYes };
 
-/// Queues a text for the document's command line. Without a document there is nobody to read it.
+/// Queues a text for the document's command line. The host must not be given a null document.
 Acad::ErrorStatus sendText(AcApDocument* documentP, const wchar_t* text, Activate activate) {
   if (documentP == nullptr) return Acad::eNoDocument;
   return acDocManagerPtr()->sendStringToExecute(documentP, text, activate == Activate::kYes, false, true);
@@ -78,8 +79,9 @@ AutoCadProxy::~AutoCadProxy() {
   LM_LOG(kCreation, kClass, "AutoCadProxy::~AutoCadProxy") << "Destructing ...";
   mIsTimerActive = false;
   KillTimer(nullptr, mTimerId);
+  assert(theProxyP == this && "one proxy at a time");
   theProxyP = nullptr;
-  // Unloaded in the middle of a movement, the module must not leave the user's document locked.
+  // An unload in the middle of a movement must not leave the user's document locked.
   try {
     mDocumentLock.unlock();
   } catch (...) {
@@ -109,6 +111,9 @@ void AutoCadProxy::armTimer() {
 }
 
 void AutoCadProxy::tick() try {
+  assert(isMainThread() && "timers run on the thread that made the proxy");
+  // A Windows timer repeats. This one is armed again at the end, so that a pass in which the host handles
+  // messages does not begin another tick.
   KillTimer(nullptr, mTimerId);
   if (!mIsMenuLoaded) loadMenufile();
   doTransform();
@@ -123,8 +128,10 @@ void AutoCadProxy::doTransform() {
   bool isToContinue = true;
   while (elapsed < mMaxContMoveTime && isToContinue) {
     try {
-      // Unsigned, so that a wrap of the tick count does no harm.
+      // Unsigned, so that a wrap of the tick count does no harm. Read before the work: a slow host still gets
+      // one pass.
       elapsed = GetTickCount() - start;
+      // Keys before the cap, so that a view chosen by a key is the one that the cap moves.
       handleDeviceKeys();
       isToContinue = mUseInt3dIntrfce ? false : handleDeviceCap();
     } catch (...) {
@@ -134,6 +141,7 @@ void AutoCadProxy::doTransform() {
 }
 
 bool AutoCadProxy::handleDeviceCap() {
+  // Read in each pass, other than the divisors: the threshold may change while the module runs.
   const std::int32_t threshold = mLmAutoCadP->minThreshold();
   const int mode = getNavigationMode();
   const CapValues& cap = mLmAutoCadP->capData();
@@ -147,6 +155,7 @@ bool AutoCadProxy::handleDeviceCap() {
     handleCapIsDeflectedIn2DMode(x, y, z);
   else
     handleCapIsDeflectedIn3DMode(x, y, z, rx, ry, rz);
+  // After the first pass, which reads the selection and locks the document because the flag is not set yet.
   if (!mIsCapMoving) {
     mIsCapMoving = true;
     LM_LOG(kInfo, kClass, "AutoCadProxy::handleDeviceCap") << "Cap moving.";
@@ -157,6 +166,7 @@ bool AutoCadProxy::handleDeviceCap() {
 int AutoCadProxy::getNavigationMode() {
   const short tileMode = systemVariable(L"tilemode");
   const short viewport = systemVariable(L"cvport");
+  // Viewport 1 of a layout is the sheet itself. Every other viewport shows the model.
   const int mode = tileMode == 0 && viewport == 1 ? k2DMode : k3DMode;
   mMode.store(mode, std::memory_order_relaxed);
   return mode;
@@ -172,6 +182,7 @@ void AutoCadProxy::handleCapIsReleased(int mode) {
   } catch (...) {
     LM_LOG(kError, kClass, "AutoCadProxy::handleCapIsReleased") << "Error handleCapIsReleased()";
   }
+  // After a failure too: the next deflection begins a movement of its own.
   mIsCapMoving = false;
   mIsSelCentreValid = false;
   mIsSelAxisValid = false;
@@ -184,22 +195,27 @@ void AutoCadProxy::releaseIn2DMode() {
 }
 
 void AutoCadProxy::releaseIn3DMode() {
+  // A movement that began on the sheet or moved objects holds a lock here too. It ends before the commit,
+  // which regenerates the drawing.
   mDocumentLock.unlock();
   AcGsView* viewP = nullptr;
   int viewportNumber = 0;
   retrieveViewParams(&viewP, &viewportNumber);
   if (viewP == nullptr) return;
   if (viewP->isValid())
+    // Regenerate, rescale the window, leave the table of named views alone.
     acgsSetViewParameters(viewportNumber, viewP, true, true, false);
   else
     LM_LOG(kError, kClass, "AutoCadProxy::handleCapIsReleased") << "viewP not valid!";
 }
 
 void AutoCadProxy::documentToBeDestroyed(AcApDocument* documentP) {
+  assert(isMainThread() && "the host destroys documents on its main thread");
   mDocumentLock.documentToBeDestroyed(documentP);
 }
 
 void AutoCadProxy::handleDeviceKeys() try {
+  // A request is cleared after its execution, so that one whose execution throws is tried again.
   PendingSlot& functions = mLmAutoCadP->applFuncSlot();
   const PendingSlot::Request function = functions.get();
   if (function.value >= 0) {
@@ -226,6 +242,7 @@ void AutoCadProxy::execApplFunction(std::int32_t number) {
   const std::vector<std::string> tokens = splitMacro(mMenuTable[static_cast<std::size_t>(number)]);
   if (tokens.empty()) return;
   AcApDocument* const documentP = acDocManagerPtr()->curDocument();
+  // Menu items begin at an empty command line.
   sendText(documentP, kCancel, Activate::kYes);
   for (const std::string& token : tokens) sendText(documentP, commandOfToken(token).c_str(), Activate::kYes);
 }
@@ -233,6 +250,7 @@ void AutoCadProxy::execApplFunction(std::int32_t number) {
 void AutoCadProxy::execSpecialApplFunction(std::int32_t eventCode) {
   AcApDocument* const documentP = acDocManagerPtr()->curDocument();
   if (mMode == k2DMode) {
+    // A sheet has one side only.
     if (eventCode == LM_FIT_ALL) sendText(documentP, kZoomAll, Activate::kNo);
     return;
   }
@@ -242,7 +260,7 @@ void AutoCadProxy::execSpecialApplFunction(std::int32_t eventCode) {
   else
     LM_LOG(kError, kClass, "AutoCadProxy::execSpecialApplFunction")
         << "Unknown special command '" << eventCode << "' found!";
-  // After an unknown code too: the user has asked for a zoom after each of these keys.
+  // After an unknown code too: the device's setting asks for a zoom after every key of this kind.
   if (eventCode != LM_FIT_ALL && rotationMode().isZoomAllAfterView)
     sendText(documentP, kZoomAllTransparent, Activate::kNo);
 }
@@ -273,6 +291,7 @@ void AutoCadProxy::StartDotNETPlugin() try {
         << "Error: MenuScriber does not exist " << dllPath;
     return;
   }
+  // A backslash is an escape character in AutoLISP.
   std::replace(exporter->begin(), exporter->end(), L'\\', L'/');
   const std::wstring command = netloadCommand(*exporter);
   const Acad::ErrorStatus status =
@@ -287,6 +306,7 @@ void AutoCadProxy::loadMenufile() try {
   const std::string path = mLmAutoCadP->applicationsDirPath() + "\\autocad.mnu";
   std::optional<MenuTable> table = readMenuFile(path);
   const bool isRead = table.has_value();
+  // A file that has vanished takes its modes and functions along.
   if (!isRead) table.emplace();
   mMenuTable = std::move(table->macros);
   mModes.publish(table->modes);
@@ -303,6 +323,7 @@ bool AutoCadProxy::scrollTreeOrList(int x, int y, int z) {
 }
 
 int AutoCadProxy::retrieveViewParams(AcGsView** viewP, int* viewportNumberP) {
+  // The host may have freed the view of the last pass.
   mViewP = nullptr;
   try {
     resbuf result{};
@@ -330,6 +351,7 @@ bool AutoCadProxy::calcScreenAxesRelativeToObject(AcGsView* viewP, AcGeVector3d*
   const AcGeVector3d up = viewP->upVector();
   *zAxisP = viewP->position() - viewP->target();
   *yAxisP = up;
+  // z cross up, so the x axis points to the left of the screen. The signs of all motion along it follow.
   *xAxisP = zAxisP->crossProduct(up);
   xAxisP->normalize();
   yAxisP->normalize();
@@ -342,6 +364,7 @@ bool AutoCadProxy::calcScreenAxesRelativeToObject(AcGsView* viewP, AcGeVector3d*
 }
 
 bool AutoCadProxy::getSelObjectsCenter(const ads_name selectionSet, AcGePoint3d* centreP) try {
+  // The centre stays where it was when the movement began, also when the selection changes meanwhile.
   if (mIsCapMoving && selectionSet == nullptr) return mIsSelCentreValid;
   mIsSelCentreValid = false;
   std::optional<AcGePoint3d> centre;
@@ -357,7 +380,7 @@ bool AutoCadProxy::getSelObjectsCenter(const ads_name selectionSet, AcGePoint3d*
   LM_LOG(kTmp, kClass, "AutoCadProxy::getSelObjectsCenter")
       << "selCenterPoint: " << centre->x << ", " << centre->y << ", " << centre->z;
   *centreP = *centre;
-  // A pass that finds nothing to move any more turns the view about the centre of what was moved last.
+  // When a later pass has nothing to move, the view turns about the centre of what was moved last.
   mSelCentre = *centre;
   mIsSelCentreValid = true;
   return true;
@@ -379,7 +402,7 @@ bool AutoCadProxy::getSelObjectAxis(AcGeVector3d* directionP, AcGePoint3d* point
   mIsSelAxisValid = true;
   return true;
 } catch (...) {
-  // The text is shared with the query of the centre.
+  // The text is that of the centre's query, which users' notes and filters go by.
   LM_LOG(kError, kClass, "AutoCadProxy::getSelObjectAxis") << "Error getSelObjectsCenter()";
   return false;
 }
@@ -389,7 +412,7 @@ void AutoCadProxy::handleCapIsDeflectedIn2DMode(short x, short y, short z) try {
   if (!mIsCapMoving && !isDocLocked() && mDocumentLock.lock())
     LM_LOG(kTrace, kClass, "AutoCadProxy::handleCapIsDeflectedIn2DMode") << "Document locked";
   const double base = mTransSensBase;
-  // The sheet follows the cap, so what is shown moves the other way.
+  // The sheet follows the cap, so the centre of the view moves the other way. A push (z > 0) zooms in.
   if (x != 0 || y != 0) pan2D(-(x / base), -(y / base));
   if (z != 0) zoom2D(-(z / base));
 } catch (...) {
@@ -414,11 +437,16 @@ bool AutoCadProxy::transformSelection3d(double x, double y, double z, double rx,
   ImpliedSelection selection;
   if (!selection.isTaken()) return false;
   AcGePoint3d centre;
+  // Found anew in each pass, since the objects have moved.
   if (!getSelObjectsCenter(selection.name(), &centre)) centre = AcGePoint3d::kOrigin;
+  // -x, because the x axis points to the left: the objects follow the cap.
   AcGeVector3d step = (*xAxisP * -x + *yAxisP * y + *zAxisP * z) * kMoveUnits;
+  // World Y on purpose, although a hovering view keeps world Z: objects slide in the plane of x and z.
   if (isHover) step.y = 0.0;
   AcGeMatrix3d motion;
   motion.setTranslation(step);
+  // Signs opposite to the view's, where the camera turns and not the scene. With a level horizon objects turn
+  // about world Y, the view about world Z. Applied to a point, the last factor acts first.
   if (rx != 0.0) motion = motion * AcGeMatrix3d::rotation(rx * -kTurnUnits, *xAxisP, centre);
   if (ry != 0.0)
     motion = motion * AcGeMatrix3d::rotation(ry * kTurnUnits, isKeepHorizon ? kWorldY : *yAxisP, centre);
@@ -437,6 +465,7 @@ bool AutoCadProxy::transformSelection2d(double x, double y) try {
   ImpliedSelection selection;
   if (!selection.isTaken()) return false;
   AcGeMatrix3d motion;
+  // Not negated, unlike a pan: here the objects move and not the view.
   motion.setTranslation(AcGeVector3d(x * kSheetMoveUnits, y * kSheetMoveUnits, 0.0));
   require(mDocumentLock.lock());
   transformEach(selection.name(), motion, Redraw::kYes);
@@ -474,6 +503,7 @@ void AutoCadProxy::handleCapIsDeflectedIn3DMode(short x, short y, short z, short
   if (rx != 0 || ry != 0 || rz != 0)
     rotateByCap(viewP, rx, ry, rz, axes, mode, isPerspective);
   else if (!mIsCapMoving)
+    // The selection counts as it is when the movement begins, also for a rotation that begins later.
     findTurn();
   viewP->update();
 } catch (...) {
@@ -508,6 +538,7 @@ void AutoCadProxy::rotateByCap(AcGsView* viewP, short rx, short ry, short rz, Sc
       break;
   }
   const double base = mRotSensBase;
+  // The device counts rotations about y and z against the screen's axes, the one about x along its own.
   const auto turn = [&](double angle, int axisIndex) {
     rotate(viewP, angle, axisIndex, &centre, &axes[static_cast<std::size_t>(axisIndex)], mode.rotCenterMode,
            mode.isKeepHorizon, isPerspective);
@@ -521,6 +552,7 @@ void AutoCadProxy::moveXYZ(AcGsView* viewP, double dx, double dy, double dz, con
                            const AcGeVector3d* yAxisP, const AcGeVector3d* zAxisP, int rotCenterMode,
                            bool isPerspective, bool isHover) try {
   if (viewP == nullptr) return;
+  // The camera moves instead of the scene.
   if (isCameraMode(rotCenterMode)) {
     dx = -dx;
     dy = -dy;
@@ -528,6 +560,8 @@ void AutoCadProxy::moveXYZ(AcGsView* viewP, double dx, double dy, double dz, con
   }
   if (dx != 0.0) {
     LM_LOG(kInfo, kClass, "AutoCadProxy::moveXYZ") << "Move x-Direction, value: " << dx;
+    // The scene follows the cap, so the camera moves against it: to the left for x, whose axis points there,
+    // and against the axes of y and z.
     move3D(viewP, dx * kMoveGain, xAxisP, isHover, isPerspective);
   }
   if (dy != 0.0) {
@@ -561,6 +595,7 @@ void AutoCadProxy::move3D(AcGsView* viewP, double distance, const AcGeVector3d* 
 void AutoCadProxy::rotate(AcGsView* viewP, double angle, int axisIndex, const AcGePoint3d* centreP,
                           AcGeVector3d* axisP, int rotCenterMode, bool isKeepHorizon,
                           bool isPerspective) try {
+  assert(axisIndex >= 0 && axisIndex <= 2 && "index of a screen axis");
   if (angle == 0.0) return;
   // With a level horizon there is no roll about the line of sight.
   if (axisIndex == 2 && isKeepHorizon) return;
@@ -568,6 +603,7 @@ void AutoCadProxy::rotate(AcGsView* viewP, double angle, int axisIndex, const Ac
   LM_LOG(kDebug, kClass, "AutoCadProxy::rotate") << "Rotate Axis: " << angle << "(" << axisIndex << ")";
   if (viewP == nullptr) return;
   if (axisIndex == 1 && isKeepHorizon) {
+    // For a camera that is upside down, left and right stay as the user sees them.
     if (axisP->z < 0.0) angle = -angle;
     *axisP = kWorldZ;
   }

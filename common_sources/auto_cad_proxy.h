@@ -1,5 +1,5 @@
 /// Turns the state of the device into actions of the host. A timer on the host's main thread polls what the
-/// reading thread has stored; every host call is made there. One for each load of the module.
+/// reading thread has stored; every host call is made on that thread. One for each load of the module.
 ///
 ///   state            | deflected                         | released
 ///   idle, 100 ms     | -> moving; logs "Cap moving."     | stays idle
@@ -12,6 +12,7 @@
 #include "common_sources/document_lock.h"
 #include "common_sources/published_names.h"
 #include "common_sources/rotation_mode.h"
+#include "util/threads.h"
 
 // clang-format off
 #include "adsdef.h"
@@ -67,7 +68,7 @@ class AutoCadProxy {
   bool isCapMoving() const { return mIsCapMoving; }
   bool isDocLocked() const { return mDocumentLock.isHeld(); }
 
-  /// The document goes away: a lock on it is given back and forgotten.
+  /// Called before the host destroys a document: unlocks it if this object has locked it.
   void documentToBeDestroyed(AcApDocument* documentP);
 
   // --- polling ---
@@ -91,7 +92,7 @@ class AutoCadProxy {
   // --- keys, application functions, menu file ---
 
   /// Executes the pending application function, then the pending special function. A request whose execution
-  /// failed stays pending; one that came meanwhile does too.
+  /// failed stays pending, and so does one that arrived during the execution.
   void handleDeviceKeys();
 
   /// Sends the menu macro of application function `number` to the command line, a text for each of its
@@ -101,10 +102,10 @@ class AutoCadProxy {
   /// Sends the command of a special function's event code. Throws what the host throws.
   void execSpecialApplFunction(std::int32_t eventCode);
 
-  /// Makes the host load the menu exporter that lies beside the module.
+  /// Makes the host load the menu exporter in the module's folder.
   void StartDotNETPlugin();
 
-  /// Reads the menu file into the modes and the menu table; a file that is not there yet is no failure.
+  /// Reads the menu file into the modes and the menu table. A missing file is no failure: it may come later.
   void loadMenufile();
 
   // --- scrolling ---
@@ -115,7 +116,7 @@ class AutoCadProxy {
 
   // --- the view ---
 
-  /// Fetches the current graphics view (null when there is none) and the current viewport's number; answers
+  /// Fetches the current graphics view (null when there is none) and the current viewport's number. Returns
   /// the number.
   int retrieveViewParams(AcGsView** viewP, int* viewportNumberP);
 
@@ -138,7 +139,7 @@ class AutoCadProxy {
   /// One pass over the sheet of a layout; raw cap values. Locks the document on the first pass of a movement.
   void handleCapIsDeflectedIn2DMode(short x, short y, short z);
 
-  /// Moves the centre of what is shown by dx, dy: fractions of its width and height.
+  /// Moves the centre of the view by dx, dy: fractions of its width and height.
   void pan2D(double dx, double dy);
 
   /// Shows more for a positive, less for a negative dz (dimensionless), at most 20 % either way.
@@ -182,15 +183,17 @@ class AutoCadProxy {
 
   enum class Turn { kAboutSelectedLine, kAboutSelectedCentre, kByMode };
 
+  bool isMainThread() const { return currentThreadId() == mMainThread; }
   void armTimer();
   void releaseIn2DMode();
   void releaseIn3DMode();
-  /// What a rotation is about. On the first pass of a movement it is asked also when nothing turns yet, since
-  /// a selection counts as it is then.
+  /// What a rotation turns about. The first pass of a movement calls it also when nothing turns, because the
+  /// selection counts as it is then.
   Turn findTurn();
   void rotateByCap(AcGsView* viewP, short rx, short ry, short rz, ScreenAxes& axes, const RotationMode& mode,
                    bool isPerspective);
 
+  const std::uint32_t mMainThread = currentThreadId();
   LmAutoCad* mLmAutoCadP;
   std::int32_t mTransSensBase;
   std::int32_t mRotSensBase;

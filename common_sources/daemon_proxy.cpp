@@ -8,6 +8,7 @@
 
 #include <string.h>  // NOLINT(modernize-deprecated-headers): strnlen is no part of C++
 
+#include <cassert>
 #include <string_view>
 
 namespace {
@@ -19,7 +20,7 @@ constexpr const char* kModeApplicationName = "AutoCAD";
 constexpr std::int32_t kDevice = 0;
 constexpr std::uint32_t kReadingWaitMs = 200;
 
-/// A library that throws is a library that failed: no exception may reach the threads' bodies.
+/// An exception of the library counts as a failure: none may leave a thread's body.
 template <typename Call>
 bool succeeds(Call call) {
   try {
@@ -45,12 +46,14 @@ DaemonProxy::DaemonProxy(LmAutoCad* lmAutoCadP) : mLmAutoCadP(lmAutoCadP) {
 }
 
 DaemonProxy::~DaemonProxy() {
+  assert(!mIsToRead && "the owner stops the reading before");
   LM_LOG(kCreation, kClass, "DaemonProxy::~DaemonProxy") << "Destructing ...";
   mIsConnected = false;
+  // Before the wait: it ends the read in which the reading thread may wait.
   if (!succeeds(lmDisconnect))
     LM_LOG(kError, kClass, "DaemonProxy::~DaemonProxy") << "Error in lmDisConnect()!";
   while (mIsReading) sleepMs(kReadingWaitMs);
-  // The flag falls before the thread has left the module's code, which the host may unmap once this is over.
+  // The flag is cleared before the thread has left the module's code, which the host may unmap after this.
   if (mIsReadThreadStarted) pthread_join(mReadThread, nullptr);
   LM_LOG(kCreation, kClass, "DaemonProxy::~DaemonProxy") << "Destructed.";
 }
@@ -77,6 +80,7 @@ bool DaemonProxy::connect() {
         << "devIdx: " << index << ":" << std::string_view(info.name, strnlen(info.name, sizeof info.name));
   }
   retrieveRotMode();
+  // A daemon that has been restarted does not know the mode that its predecessor was sent.
   mIsConnected = true;
   mIsModeToSend = true;
   return true;
@@ -104,6 +108,7 @@ void DaemonProxy::retrieveRotMode() {
 }
 
 void DaemonProxy::readMouseEvents() {
+  assert(!mIsReading && "one reading thread");
   mLastSentMode.clear();
   mIsReading = true;
   LM_LOG(kCreation, kClass, kReadMouseEvents)
@@ -126,7 +131,9 @@ void DaemonProxy::readEvent() {
   const bool isRead = succeeds([&] {
     return lmGetEvent(kDevice, &x, &y, &z, &rx, &ry, &rz, &ignored1, &ignored2, &eventCode, &extra1, &extra2);
   });
+  // Silent: a read that found no event fails too, many times a second.
   if (!isRead) return;
+  // The axes are valid for a motion record only.
   if (eventCode < 0)
     mLmAutoCadP->setCapData(x, y, z, rx, ry, rz, extra1, extra2);
   else
@@ -145,7 +152,7 @@ void DaemonProxy::storeCommandEvent(std::int32_t eventCode) {
 void DaemonProxy::reportMode() {
   const std::string& mode = mLmAutoCadP->autoCadProxy()->applModeName();
   if (mode == mLastSentMode && !mIsModeToSend) return;
-  // Cleared before the call: a connection made meanwhile asks for a report of its own.
+  // Cleared before the call: a connection made during it asks for a report of its own.
   mIsModeToSend = false;
   if (succeeds([&] { return lmSetApplMode(kModeApplicationName, mode.c_str()); })) mLastSentMode = mode;
 }

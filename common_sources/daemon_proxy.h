@@ -1,6 +1,5 @@
 /// The module's side of the link to the driver daemon: connects through the client library, and runs the
-/// thread that reads one event after another and leaves each where the main thread finds it. Never calls the
-/// host.
+/// thread that reads one event after another and stores each for the main thread. Never calls the host.
 #ifndef COMMON_SOURCES_DAEMON_PROXY_H
 #define COMMON_SOURCES_DAEMON_PROXY_H
 
@@ -28,7 +27,7 @@ class DaemonProxy {
   /// Main and watch thread. Connects, lists the devices and reads the rotation mode; true on success.
   bool connect();
 
-  /// Watch thread. True if the daemon still answers; otherwise closes the connection and answers false.
+  /// Watch thread. True if the daemon still responds; otherwise closes the connection and returns false.
   bool checkConnection();
 
   /// Any thread. Reads the advanced settings into the AutoCadProxy's rotation mode; a failed read resets it

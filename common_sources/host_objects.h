@@ -1,4 +1,5 @@
-/// Owners of what the host lends: the implied selection, and objects opened for a moment. Main thread.
+/// System variables, and owners of what the host lends: the implied selection, and objects opened for a
+/// moment. Main thread.
 #ifndef COMMON_SOURCES_HOST_OBJECTS_H
 #define COMMON_SOURCES_HOST_OBJECTS_H
 
@@ -9,7 +10,7 @@
 #include "dbmain.h"
 // clang-format on
 
-/// What `require` throws; the operation that met it catches it and logs its own text.
+/// What `require` throws. The proxy's operation catches it and logs its own text.
 struct HostRefusal {};
 
 inline void require(bool isGranted) {
@@ -23,7 +24,7 @@ inline short systemVariable(const ACHAR* name) {
   return result.resval.rint;
 }
 
-/// The pre-selected objects. The host has few selection sets to give: this one is freed whatever happens.
+/// The pre-selected objects. The host has a limited number of selection sets, so this one is always freed.
 class ImpliedSelection {
  public:
   ImpliedSelection() : mIsTaken(acedSSGet(L"I", nullptr, nullptr, nullptr, mName) == RTNORM) {}
@@ -31,7 +32,7 @@ class ImpliedSelection {
     try {
       free();
     } catch (...) {
-      // Only reached when another failure is being reported already, or freeing has failed twice.
+      // Reached only while another failure is on its way, or after freeing has failed twice.
     }
   }
   ImpliedSelection(const ImpliedSelection&) = delete;
@@ -54,15 +55,15 @@ class ImpliedSelection {
   bool mIsTaken;
 };
 
-/// Number of entities in a selection set. Throws HostRefusal when the host does not tell.
+/// Number of entities in a selection set. Throws HostRefusal when the host does not report it.
 inline AdInt32 selectionLength(const ads_name selectionSet) {
   AdInt32 length = 0;
   require(acedSSLength(selectionSet, &length) == RTNORM);
   return length;
 }
 
-/// A database object that was opened for a moment, or nothing. It is closed whatever happens: what stays open
-/// keeps every other command from it.
+/// A database object that was opened for a moment, or nothing. It is always closed: no command can open an
+/// object that was left open for writing.
 template <class T>
 class Opened {
  public:
@@ -71,7 +72,7 @@ class Opened {
     try {
       close();
     } catch (...) {
-      // Only reached when another failure is being reported already, or closing has failed twice.
+      // Reached only while another failure is on its way, or after closing has failed twice.
     }
   }
   Opened(const Opened&) = delete;

@@ -1,18 +1,20 @@
-/// Hands the newest value of one thread to another, whole, and neither ever waits for the other.
+/// Hands the newest value of one thread to another, whole. Neither thread ever waits for the other.
 #ifndef COMMON_SOURCES_LATEST_VALUE_H
 #define COMMON_SOURCES_LATEST_VALUE_H
 
 #include <array>
 #include <atomic>
+#include <cassert>
 #include <cstdint>
 
-/// One writing thread, one reading thread. Three copies: one being written, one being read, and between them
-/// the last one completed, which either side swaps for its own.
+/// One writing thread, one reading thread. Triple buffer: each side exchanges its slot with the newest
+/// finished one.
 template <typename T>
 class LatestValue {
  public:
   /// Writing thread.
   void store(const T& value) {
+    assert(mWriteIndex < mSlots.size() && "index of the writing thread's slot");
     mSlots[mWriteIndex] = value;
     mWriteIndex =
         mMiddle.exchange(static_cast<std::uint8_t>(mWriteIndex | kFresh), std::memory_order_acq_rel) &
@@ -23,6 +25,7 @@ class LatestValue {
   const T& load() {
     if (mMiddle.load(std::memory_order_relaxed) & kFresh)
       mReadIndex = mMiddle.exchange(mReadIndex, std::memory_order_acq_rel) & kIndexMask;
+    assert(mReadIndex < mSlots.size() && "index of the reading thread's slot");
     return mSlots[mReadIndex];
   }
 

@@ -11,6 +11,7 @@ constexpr std::uint32_t kWatchPeriodMs = 2000;
 }  // namespace
 
 LmAutoCad::LmAutoCad() {
+  // The log's file is named by the settings, so whatever they logged themselves came too early for it.
   processLog().init(logPars());
   reportMissingProfile();
   mAutoCadProxyP = std::make_unique<AutoCadProxy>(this);
@@ -25,8 +26,9 @@ LmAutoCad::~LmAutoCad() {
   mAutoCadProxyP->deactivate();
   mDaemonProxyP->stopReading();
   while (mIsWatching) sleepMs(kWatchPeriodMs);
-  // The flag falls before the thread has left the module's code, which the host may unmap once this is over.
+  // The flag is cleared before the thread has left the module's code, which the host may unmap after this.
   if (mIsWatchThreadStarted) pthread_join(mWatchThread, nullptr);
+  // The reading thread uses the AutoCadProxy until it has ended.
   mDaemonProxyP.reset();
   mAutoCadProxyP.reset();
   LM_LOG(kCreation, kClass, "LmAutoCad::~LmAutoCad") << "Destructed.";

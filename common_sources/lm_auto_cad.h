@@ -1,5 +1,5 @@
-/// The core object: the settings, both proxies, the slots in which the reading thread leaves what the main
-/// thread takes, and the thread that watches the connection. One for each load of the module.
+/// The core object: the settings, both proxies, the slots that hand the device's events from the reading
+/// thread to the main thread, and the thread that watches the connection. One for each load of the module.
 #ifndef COMMON_SOURCES_LM_AUTO_CAD_H
 #define COMMON_SOURCES_LM_AUTO_CAD_H
 
@@ -23,7 +23,7 @@ class LmAutoCad : public Settings {
   static constexpr std::int32_t kNoSpecialApplFunc = 0;
 
   /// Main thread. Reads the settings, opens the log, makes both proxies and starts the watch thread, in this
-  /// order. An absent daemon is no failure: the watch thread goes on trying.
+  /// order. An absent daemon is no failure: the watch thread retries.
   LmAutoCad();
 
   /// Main thread. Stops the threads (in steps of up to 2000 ms), deletes the proxies and writes the settings
@@ -59,7 +59,7 @@ class LmAutoCad : public Settings {
   PendingSlot& applFuncSlot() { return mApplFunc; }
   PendingSlot& specialApplFuncSlot() { return mSpecialApplFunc; }
 
-  /// Watch thread. Reconnects every 2000 ms while the daemon does not answer.
+  /// Watch thread. Checks the connection every 2000 ms and connects again when the daemon does not respond.
   void watchConnection();
 
  private:

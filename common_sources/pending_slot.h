@@ -1,12 +1,12 @@
-/// A request that one thread leaves for another: a single slot, the newest wins.
+/// A request that one thread stores for another: a single slot, the newest wins.
 #ifndef COMMON_SOURCES_PENDING_SLOT_H
 #define COMMON_SOURCES_PENDING_SLOT_H
 
 #include <atomic>
 #include <cstdint>
 
-/// Any thread. Every request carries a stamp, so that the one that has just been executed can be cleared
-/// without losing a later one, not even one of the same value.
+/// Any thread. Every request carries a stamp, so that clearing the one just executed does not lose a later
+/// one, not even one of the same value.
 class PendingSlot {
  public:
   struct Request {

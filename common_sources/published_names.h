@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-/// One publishing thread, any number of readers. A published list never changes; it stays alive as long as
-/// this object, because a reader may still look at it.
+/// One publishing thread, any number of readers. A published list never changes and stays alive as long as
+/// this object, because a reader may still use it.
 class PublishedNames {
  public:
   using Names = std::vector<std::string>;

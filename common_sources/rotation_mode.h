@@ -21,8 +21,8 @@ constexpr bool isCameraMode(int rotCenterMode) {
 }
 
 /// Decodes the three-digit decimal code of the advanced settings (hundreds: hover, tens: level horizon,
-/// units: centre mode) and takes the zoom-after-view switch over. A units digit of 4 stands for centre mode 2
-/// with hover.
+/// units: centre mode) and takes the zoom-after-view switch over. A units digit of 4 means centre mode 2 with
+/// hover.
 RotationMode decodeRotationMode(std::int32_t code, bool isZoomAllAfterView);
 
 #endif

@@ -8,6 +8,7 @@ namespace {
 constexpr std::array<std::string_view, 5> kScrollBarClasses{"SysTreeView32", "TreeView", "SysListView32",
                                                             "ListBox", "Edit"};
 constexpr std::string_view kWheelClass = "QWidget";
+// Waits throttle the caller, who comes back at once: the stronger the deflection, the faster the scrolling.
 constexpr int kLongestWaitMs = 150;
 constexpr int kShortestWaitMs = 1;
 constexpr int kShortList = 50;
@@ -22,6 +23,7 @@ ScrollKind scrollKind(std::string_view className) {
 }
 
 ScrollAmount scrollAmount(int x, int y, int z) {
+  // Tilting forwards (y > 0) scrolls up.
   return {x, std::abs(z) < std::abs(y) ? -y : z};
 }
 

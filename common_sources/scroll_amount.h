@@ -6,9 +6,9 @@
 
 enum class ScrollKind { kNone, kScrollBar, kWheel };
 
-/// What a window of this class understands; the class name is in the ANSI code page. Substrings are enough
-/// for the controls with scroll bars, since tool kits derive classes from them; a Qt widget is told by its
-/// whole name.
+/// How a window of this class is scrolled; the class name is in the ANSI code page. A part of the name is
+/// enough for the controls with scroll bars, since tool kits derive classes from them. A Qt widget is
+/// recognised by its whole name.
 ScrollKind scrollKind(std::string_view className);
 
 /// Amounts in raw cap values: positive scrolls down or to the right.
@@ -23,7 +23,7 @@ ScrollAmount scrollAmount(int x, int y, int z);
 /// The larger of both amounts' magnitudes.
 int strength(const ScrollAmount& amount);
 
-/// A control's scroll range as the system tells it.
+/// Range, page and position of a control's scroll bar, as the system reports them.
 struct ScrollRange {
   int minimum;
   int maximum;

@@ -144,7 +144,7 @@ std::string Settings::fileText() const {
 
 int Settings::writeSettingsFile(const std::string& path) {
   LM_LOG(kTrace, kClass, "Settings::writeSettingsFile") << "Writing new default settings file ...";
-  // Before the file is emptied, which nothing may follow that can fail for want of memory.
+  // Made before the file is emptied, because making it can fail for lack of memory.
   const std::string text = fileText();
   NativeFile file;
   if (!file.openForReplacing(path) || !file.write(text)) {
@@ -162,7 +162,7 @@ std::string Settings::dump() const {
     text.append(kLabelWidth - label.size(), ' ').append(label).append(": ").append(value).append("\n");
   };
   const auto valueText = [](const auto& value) {
-    // A switch is 1 or 0 here, other than in the file and in the dump of the log's parameters.
+    // A switch is 1 or 0 here; the file and the dump of the log's parameters have "on" or "off".
     if constexpr (std::is_same_v<decltype(value), const std::string&>)
       return value;
     else

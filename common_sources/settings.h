@@ -13,9 +13,9 @@ class Cnfg;
 
 class Settings {
  public:
-  /// Finds the folders, tells the log its directory and reads the settings file. When the file, a section or
+  /// Finds the folders, gives the log its directory and reads the settings file. When the file, a section or
   /// a single key is missing, all values become the defaults and the file is written anew; folders are not
-  /// created. Never fails: what cannot be read or written is told in the log.
+  /// created. Never fails: what cannot be read or written is logged.
   Settings();
   /// Writes the values in force to the settings file, as the constructor would the defaults. Without memory
   /// the file may be left as it is.
@@ -62,15 +62,15 @@ class Settings {
   /// The built-in values, those of the log included.
   void setDefaults();
 
-  /// Tells in the log that the environment has no USERPROFILE, if it has none. The constructor does so, too,
-  /// but a log that is opened by these settings is not open then.
+  /// Logs that the environment has no USERPROFILE, if it has none. The constructor does so too, but a log
+  /// that is opened with these settings is not open at that time.
   void reportMissingProfile() const;
 
   /// The values as text for the log, one line each.
   std::string dump() const;
 
  protected:
-  /// As Cnfg's operations of the same names, with trimming; a failure is told in the log.
+  /// As Cnfg's operations of the same names, with trimming; a failure is logged.
   static int readParameter(Cnfg& cnfg, std::string_view key, std::string& value, std::string_view section);
   static int readNextParameter(Cnfg& cnfg, std::string& key, std::string& value);
 

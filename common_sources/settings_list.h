@@ -39,7 +39,7 @@ inline constexpr std::string_view kProgramSection = "PROGRAM";
 /// other number every entry begins a new log file.
 enum class UsableNumbers { kAny, kNotZero, kNotNegative, kPositive };
 
-/// What the file and its readers know of a setting. The default's type is the setting's kind: text, number,
+/// A setting as the file and its readers see it. The default's type is the setting's kind: text, number,
 /// switch.
 struct Setting {
   std::string_view key;

@@ -1,6 +1,6 @@
 /// The seven operations of the maker's client library `lmt_ctrlr_64.dll` that the module uses, the records
 /// that cross the boundary, and the vocabulary of event codes. The library is imported by ordinal
-/// (`lmt_ctrlr_64.def`); every operation answers 0 for success and any other value for failure.
+/// (`lmt_ctrlr_64.def`); every operation returns 0 for success and any other value for failure.
 ///
 /// Calling order: lmConnect first; lmGetDevNum, then lmGetDevInfo for each index below the count;
 /// lmGetAdvancedSettings after a connection and whenever the settings have changed; lmGetEvent again and
@@ -11,8 +11,8 @@
 #include <cstddef>
 #include <cstdint>
 
-/// What lmGetDevInfo fills. Only the name, NUL-terminated 8-bit text from byte 20, is read. The record's size
-/// is the library's affair: half a kilobyte leaves it room.
+/// What lmGetDevInfo fills. Only the name, NUL-terminated 8-bit text from byte 20, is read. The
+/// library does not publish the record's size; half a kilobyte leaves it room.
 struct LmDevInfo {
   char reserved[20];
   char name[492];
@@ -55,7 +55,7 @@ std::int32_t lmConnect(std::int32_t reserved, const char* applName);
 std::int32_t lmDisconnect();
 
 /// Fetches one event of device `devIdx`; waits some tens of milliseconds at least when none is pending, and
-/// answers a failure when none came. The axis values and the extras are valid for a motion record only.
+/// returns a failure when none came. The axis values and the extras are valid for a motion record only.
 std::int32_t lmGetEvent(std::int32_t devIdx, std::int16_t* x, std::int16_t* y, std::int16_t* z,
                         std::int16_t* rx, std::int16_t* ry, std::int16_t* rz, std::int32_t* ignored1,
                         std::int32_t* ignored2, std::int32_t* eventCode, std::int32_t* extra1,
@@ -67,10 +67,10 @@ std::int32_t lmGetAdvancedSettings(std::int32_t devIdx, LmAdvancedSettings* reco
 /// Fills the information record of device `devIdx`.
 std::int32_t lmGetDevInfo(std::int32_t devIdx, LmDevInfo* record);
 
-/// Answers the number of devices, and two counts that the module ignores.
+/// Fills the number of devices, and two counts that the module ignores.
 std::int32_t lmGetDevNum(std::int32_t* count, std::int32_t* ignored1, std::int32_t* ignored2);
 
-/// Tells the daemon the application's current mode.
+/// Reports the application's current mode to the daemon.
 std::int32_t lmSetApplMode(const char* applName, const char* modeName);
 }
 

@@ -1,4 +1,4 @@
-// With the real SDK this export comes from its own library; the stand-in builds bring their own.
+// With the real SDK this export comes from its library; the other builds provide it.
 #include "dbxEntryPoint.h"
 
 namespace {

@@ -9,7 +9,7 @@
 
 namespace {
 
-/// The host knows no exceptions: what is thrown ends here. False when something was.
+/// The host handles no exceptions, so none leaves the module. False when the action has thrown.
 template <typename Action>
 bool contained(Action action) {
   try {
@@ -29,7 +29,7 @@ CAutoCAD2011App::CAutoCAD2011App() {
 
 AcRx::AppRetCode CAutoCAD2011App::On_kInitAppMsg(void* pkt) {
   AcRx::AppRetCode result = AcRx::kRetOK;
-  // Each step stands for itself: a command that cannot be registered must not cost the user the device.
+  // Each step is guarded alone: when a command cannot be registered, the device still works.
   contained([&] { result = AcRxArxApp::On_kInitAppMsg(pkt); });
   if (mDocDataP == nullptr) contained([&] { mDocDataP = new (std::nothrow) DocDataManager; });
   if (mLmAutoCadP == nullptr) contained([&] { mLmAutoCadP = new (std::nothrow) LmAutoCad; });
@@ -39,7 +39,7 @@ AcRx::AppRetCode CAutoCAD2011App::On_kInitAppMsg(void* pkt) {
 
 AcRx::AppRetCode CAutoCAD2011App::On_kUnloadAppMsg(void* pkt) {
   AcRx::AppRetCode result = AcRx::kRetOK;
-  // A command that stays registered would lead into code that is gone: the host is asked twice.
+  // A command that stays registered would run code that has been unmapped, so the host is asked twice.
   const auto removeCommands = [&] { result = AcRxArxApp::On_kUnloadAppMsg(pkt); };
   if (!contained(removeCommands)) contained(removeCommands);
   delete mLmAutoCadP;

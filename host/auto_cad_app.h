@@ -9,7 +9,7 @@
 
 class LmAutoCad;
 
-/// The base answers kRetOK to every message that has no handler here: the module has no LISP functions, and
+/// The base returns kRetOK for every message that has no handler here: the module has no LISP functions, and
 /// nothing to do when the host quits, saves or opens a dialog.
 class CAutoCAD2011App : public AcRxArxApp {
  public:
@@ -31,8 +31,8 @@ class CAutoCAD2011App : public AcRxArxApp {
   static void LMGroupLM_Toggle_Object_Move_Mode();
 
  private:
-  // Owned; null until the init message, destroyed by the unload message and by nothing else: a process that
-  // ends without it has ended their threads already, and the host may not be called any more.
+  // Owned; null until the init message, destroyed by the unload message only: a process that ends without it
+  // has already ended their threads, and the host may not be called any more.
   LmAutoCad* mLmAutoCadP = nullptr;
   DocDataManager* mDocDataP = nullptr;
 };

@@ -6,5 +6,5 @@ void DocDataManager::documentToBeDestroyed(AcApDocument* documentP) try {
   AcApDataManager<CDocData>::documentToBeDestroyed(documentP);
   if (AutoCadProxy* const proxyP = AutoCadProxy::instance()) proxyP->documentToBeDestroyed(documentP);
 } catch (...) {
-  // The host knows no exceptions, and the document goes away all the same.
+  // The host handles no exceptions, and destroys the document anyway.
 }

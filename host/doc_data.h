@@ -7,7 +7,7 @@
 /// Nothing yet. The manager forgets a document's entry when the document is destroyed.
 class CDocData {};
 
-/// Tells the AutoCadProxy, too, that a document goes away.
+/// Reports a document that is about to be destroyed to the AutoCadProxy too.
 class DocDataManager : public AcApDataManager<CDocData> {
  public:
   void documentToBeDestroyed(AcApDocument* documentP) override;

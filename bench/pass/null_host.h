@@ -1,5 +1,5 @@
-/// Host calls that do nothing, so that a benchmark sees the module's own cost. They stand in the benchmark's
-/// program, before the stand-in's.
+/// Host calls that do nothing, so that a benchmark sees the module's own cost. They are
+/// linked into the benchmark's program, before the stand-in's.
 #ifndef BENCH_NULL_HOST_H
 #define BENCH_NULL_HOST_H
 

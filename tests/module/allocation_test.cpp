@@ -30,7 +30,7 @@ class PassAllocations : public ModuleTest {
     deflect({});
     proxy().handleDeviceCap();
   }
-  /// Allocations of a hundred passes behind the first of a movement.
+  /// Allocations of a hundred passes after the first of a movement.
   std::uint64_t allocations(std::array<std::int16_t, 6> cap) {
     deflect(cap);
     proxy().handleDeviceCap();

@@ -37,7 +37,7 @@ class SettingsLog : public SettingsTest {
     return static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
   }
 
-  /// The lines behind those that are ignored, the dump's own left out.
+  /// The lines after those that are ignored, without the dump's own.
   std::vector<std::string> lines() const {
     std::istringstream stream(mProfile.read("a.log"));
     std::vector<std::string> result;
