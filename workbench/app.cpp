@@ -9,6 +9,7 @@
 #include "workbench/running/outputs.h"
 #include "workbench/running/profile.h"
 #include "workbench/running/replay.h"
+#include "workbench/running/summary.h"
 
 #include <chrono>
 #include <exception>

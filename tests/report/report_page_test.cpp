@@ -1,8 +1,10 @@
 #include "sample_data.h"
+#include "workbench/report/page_text.h"
 #include "workbench/report/report_scene.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 
 #include <cmath>
 #include <string>
@@ -12,6 +14,7 @@ namespace {
 
 using ::testing::HasSubstr;
 using ::testing::Not;
+using Json = nlohmann::ordered_json;
 
 ReportShape lineShape(std::uint64_t handle, const std::string& layer, double x) {
   return {handle, layer, 1, {{AcGePoint3d(x, 0, 0), AcGePoint3d(x, 1.5, -2)}}};
@@ -23,7 +26,7 @@ std::size_t count(const std::string& text, const std::string& wanted) {
   return found;
 }
 
-TEST(ReportPage, EqualDataGiveEqualPages) {
+TEST(ReportPage, IsEqualForEqualData) {
   EXPECT_EQ(reportPage(report_sample::bundle()), reportPage(report_sample::bundle()));
 }
 
@@ -34,14 +37,14 @@ TEST(ReportPage, IsWholeAndLeavesNoMarkUnfilled) {
   EXPECT_THAT(page, Not(HasSubstr("@@")));
 }
 
-TEST(ReportPage, AsksForNothingBeyondItself) {
+TEST(ReportPage, LoadsNothing) {
   const std::string page = reportPage(report_sample::bundle());
   EXPECT_THAT(page, HasSubstr("default-src 'none'"));
   for (const char* reference : {"src=", "href=", "@import", "url(", "fetch("})
     EXPECT_THAT(page, Not(HasSubstr(reference)));
 }
 
-TEST(ReportPage, TextsThatLookLikeMarkupStayTexts) {
+TEST(ReportPage, KeepsTextsThatLookLikeMarkupTexts) {
   const std::string harmless = reportPage(report_sample::emptyRun());
   const std::string page = reportPage(report_sample::hostileRun());
   EXPECT_EQ(count(page, "<script"), count(harmless, "<script"));
@@ -50,44 +53,42 @@ TEST(ReportPage, TextsThatLookLikeMarkupStayTexts) {
   EXPECT_THAT(page, HasSubstr("@@STYLE@@"));
 }
 
-TEST(ReportPage, TheTitleNamesDrawingAndSession) {
+TEST(ReportPage, NamesDrawingAndSessionInItsTitle) {
   ReportData data = report_sample::emptyRun();
   data.drawingName = "a<b.dxf";
   EXPECT_THAT(reportPage(data), HasSubstr("<title>a&lt;b.dxf \u2013 nothing.session</title>"));
 }
 
-TEST(ReportScene, OfNothingIsWholeAndEmpty) {
-  EXPECT_EQ(reportJson(ReportData{}),
-            "{\"drawing\":\"\",\"session\":\"\",\"clean\":false,\n\"summary\":[],\n\"groups\":[],"
-            "\n\"moments\":[],\n"
-            "\"selections\":[],\n\"changes\":[],\n\"desktops\":[],\n\"path\":[],\n\"lines\":[],\n"
-            "\"functions\":[],\n\"keys\":[],\n\"layout\":{\"sheet\":[0,0,1,1],\"window\":[0,0,1,1]},\n"
-            "\"log\":\"\"}");
+Json parsed(const char* text) {
+  return Json::parse(text);
 }
 
-TEST(ReportScene, ShapesAreGroupedByLayerAndColour) {
+TEST(ReportScene, HasEveryKeyForARunOfNothing) {
+  EXPECT_EQ(reportJson(ReportData{}),
+            parsed(R"({"drawing":"","session":"","clean":false,"summary":[],"groups":[],
+      "moments":[],"selections":[],"changes":[],"desktops":[],"path":[],"lines":[],"functions":[],"keys":[],
+      "layout":{"sheet":[0.0,0.0,1.0,1.0],"window":[0.0,0.0,1.0,1.0]},"log":""})"));
+}
+
+TEST(ReportScene, GroupsShapesByLayerAndColour) {
   ReportData data;
   data.shapes = {lineShape(0x2A, "B", 0.25), lineShape(0xFFFFFFFFFFFFFFFF, "A", 3), lineShape(0, "B", -0.0)};
-  EXPECT_THAT(
-      reportJson(data),
-      HasSubstr(
-          "\"groups\":[{\"layer\":\"A\",\"colour\":1,\"shapes\":[[\"FFFFFFFFFFFFFFFF\",[3,0,0,3,1.5,-2]]]},"
-          "{\"layer\":\"B\",\"colour\":1,\"shapes\":[[\"2A\",[0.25,0,0,0.25,1.5,-2]],"
-          "[\"0\",[0,0,0,0,1.5,-2]]]}]"));
+  EXPECT_EQ(reportJson(data)["groups"], parsed(R"([
+      {"layer":"A","colour":1,"shapes":[["FFFFFFFFFFFFFFFF",[3.0,0.0,0.0,3.0,1.5,-2.0]]]},
+      {"layer":"B","colour":1,"shapes":[["2A",[0.25,0.0,0.0,0.25,1.5,-2.0]],["0",[0.0,0.0,0.0,0.0,1.5,-2.0]]]}])"));
 }
 
-TEST(ReportScene, AMomentIsACameraInNumbers) {
+TEST(ReportScene, WritesAMomentAsACameraInNumbers) {
   ReportData data;
   data.moments.resize(1);
   data.moments[0].timeMs = 1500;
   data.moments[0].cap = {1, -2, 3, -4, 5, -32768};
   data.moments[0].camera = {{10, -10, 10.5}, {0, 0, 0}, {0, 0, 1}, 40, 30, true};
-  EXPECT_THAT(reportJson(data),
-              HasSubstr("\"moments\":[{\"time\":1500,\"cap\":[1,-2,3,-4,5,-32768],\"viewport\":2,"
-                        "\"camera\":[10,-10,10.5,0,0,0,0,0,1,40,30,1],\"selection\":0}]"));
+  EXPECT_EQ(reportJson(data)["moments"], parsed(R"([{"time":1500,"cap":[1,-2,3,-4,5,-32768],"viewport":2,
+      "camera":[10.0,-10.0,10.5,0.0,0.0,0.0,0.0,0.0,1.0,40.0,30.0,1],"selection":0}])"));
 }
 
-TEST(ReportScene, ALayoutIsASheetWithAWindow) {
+TEST(ReportScene, WritesALayoutAsASheetWithAWindow) {
   ReportData data;
   data.moments.resize(2);
   for (ReportMoment& moment : data.moments) {
@@ -98,68 +99,79 @@ TEST(ReportScene, ALayoutIsASheetWithAWindow) {
   data.moments[0].isPaper = true;
   data.moments[0].viewport = 1;
   data.layout = {{210, 148.5, 420, 297}, {210, 148.5, 380, 257}};
-  const std::string json = reportJson(data);
-  EXPECT_THAT(json, HasSubstr("\"viewport\":1,\"paper\":[5,-2,420,297],"
-                              "\"window\":[0,0,1,0,0,0,0,1,0,40,30,0],\"selection\":0}"));
-  EXPECT_THAT(json, HasSubstr("\"viewport\":2,\"paper\":[5,-2,420,297],"
-                              "\"camera\":[0,0,1,0,0,0,0,1,0,40,30,0],\"selection\":0}"));
-  EXPECT_THAT(json, HasSubstr("\"layout\":{\"sheet\":[210,148.5,420,297],\"window\":[210,148.5,380,257]}"));
+  const Json json = reportJson(data);
+  const Json paper = parsed("[5.0,-2.0,420.0,297.0]");
+  const Json camera = parsed("[0.0,0.0,1.0,0.0,0.0,0.0,0.0,1.0,0.0,40.0,30.0,0]");
+  EXPECT_EQ(json["moments"][0]["viewport"], 1);
+  EXPECT_EQ(json["moments"][0]["paper"], paper);
+  EXPECT_EQ(json["moments"][0]["window"], camera);
+  EXPECT_FALSE(json["moments"][0].contains("camera"));
+  EXPECT_EQ(json["moments"][1]["paper"], paper);
+  EXPECT_EQ(json["moments"][1]["camera"], camera);
+  EXPECT_FALSE(json["moments"][1].contains("window"));
+  EXPECT_EQ(json["layout"],
+            parsed(R"({"sheet":[210.0,148.5,420.0,297.0],"window":[210.0,148.5,380.0,257.0]})"));
 }
 
-TEST(ReportScene, ADesktopThatStaysIsWrittenOnce) {
+TEST(ReportScene, WritesADesktopThatStaysOnce) {
   ReportData data;
   data.moments.resize(3);
   const ReportDesktop desktop{{{"Edit", {1, 2, 30, 40}, {}, ReportScrollBar{0, 300, 80, 5}}}, {7, 8}};
   data.moments[0].desktop = data.moments[1].desktop = desktop;
-  const std::string json = reportJson(data);
-  EXPECT_EQ(count(json, "\"selection\":0,\"desktop\":0}"), 2U);
-  EXPECT_THAT(json, HasSubstr("\"desktops\":[{\"pointer\":[7,8],\"windows\":[{\"class\":\"Edit\","
-                              "\"rect\":[1,2,30,40],\"horizontal\":[0,300,80,5]}]}]"));
+  const Json json = reportJson(data);
+  EXPECT_EQ(json["moments"][0]["desktop"], 0);
+  EXPECT_EQ(json["moments"][1]["desktop"], 0);
+  EXPECT_FALSE(json["moments"][2].contains("desktop"));
+  EXPECT_EQ(json["desktops"], parsed(R"([{"pointer":[7,8],"windows":[{"class":"Edit","rect":[1,2,30,40],
+      "horizontal":[0,300,80,5]}]}])"));
 }
 
-TEST(ReportScene, FunctionsAndKeysAreLists) {
+TEST(ReportScene, ListsFunctionsAndKeys) {
   ReportData data;
   data.functions = {{"All", "_ZOOM;_ALL"}};
   data.keys = {{5, "key top", {"'_-VIEW _TOP "}, "from above"}, {9, "key fit", {}, ""}};
-  EXPECT_THAT(reportJson(data),
-              HasSubstr("\"functions\":[[\"All\",\"_ZOOM;_ALL\"]],\n\"keys\":[[5,\"key top\","
-                        "[\"'_-VIEW _TOP \"],\"from above\"],[9,\"key fit\",[],\"\"]]"));
+  EXPECT_EQ(reportJson(data)["functions"], parsed(R"([["All","_ZOOM;_ALL"]])"));
+  EXPECT_EQ(reportJson(data)["keys"],
+            parsed(R"([[5,"key top",["'_-VIEW _TOP "],"from above"],[9,"key fit",[],""]])"));
 }
 
-TEST(ReportScene, ACameraThatIsNotANumberIsNull) {
+TEST(ReportScene, WritesACameraThatIsNotANumberAsNull) {
   ReportData data;
   data.moments.resize(1);
   data.moments[0].camera.position.x = std::nan("");
-  EXPECT_THAT(reportJson(data), HasSubstr("\"camera\":[null,0,1,"));
+  EXPECT_THAT(scriptJson(reportJson(data)), HasSubstr("\"camera\":[null,0.0,1.0,"));
 }
 
-TEST(ReportScene, WhatRecursIsWrittenOnce) {
+TEST(ReportScene, WritesWhatRecursOnce) {
   ReportData data;
   data.shapes = {lineShape(1, "A", 0)};
   data.moments.resize(3);
   data.moments[1].selection = data.moments[2].selection = {1, 2};
   data.moments[1].changed = data.moments[2].changed = {lineShape(1, "A", 7)};
   data.moments[2].gone = {0x2B};
-  const std::string json = reportJson(data);
-  EXPECT_THAT(json, HasSubstr("\"selections\":[[],[\"1\",\"2\"]]"));
-  EXPECT_THAT(json,
-              HasSubstr("\"changes\":[{\"layer\":\"A\",\"colour\":1,\"shape\":[\"1\",[7,0,0,7,1.5,-2]]}]"));
-  EXPECT_EQ(count(json, "\"selection\":1,\"changed\":[0]"), 2U);
-  EXPECT_EQ(count(json, "\"changed\":[0],\"gone\":[\"2B\"]}"), 1U);
+  const Json json = reportJson(data);
+  EXPECT_EQ(json["selections"], parsed(R"([[],["1","2"]])"));
+  EXPECT_EQ(json["changes"],
+            parsed(R"([{"layer":"A","colour":1,"shape":["1",[7.0,0.0,0.0,7.0,1.5,-2.0]]}])"));
+  for (const int moment : {1, 2}) {
+    EXPECT_EQ(json["moments"][moment]["selection"], 1);
+    EXPECT_EQ(json["moments"][moment]["changed"], parsed("[0]"));
+  }
+  EXPECT_EQ(json["moments"][2]["gone"], parsed(R"(["2B"])"));
 }
 
-TEST(ReportScene, PathLinesAndLogAreInOrder) {
+TEST(ReportScene, KeepsPathLinesAndLogInOrder) {
   ReportData data;
   data.cameraPath = {{0, {1, 2, 3}}, {16, {1.5, 2, 3}}};
   data.commandLine = {{7, "send", "'_-VIEW _FRONT "}, {8, "box", "caption\ntext"}};
   data.log = "one\ntwo\n";
-  EXPECT_THAT(reportJson(data),
-              HasSubstr("\"path\":[0,1,2,3,16,1.5,2,3],\n\"lines\":[[7,\"send\",\"'_-VIEW _FRONT \"],"
-                        "[8,\"box\",\"caption\\ntext\"]],\n"));
-  EXPECT_THAT(reportJson(data), HasSubstr(",\n\"log\":\"one\\ntwo\\n\"}"));
+  const Json json = reportJson(data);
+  EXPECT_EQ(json["path"], parsed("[0,1.0,2.0,3.0,16,1.5,2.0,3.0]"));
+  EXPECT_EQ(json["lines"], parsed(R"([[7,"send","'_-VIEW _FRONT "],[8,"box","caption\ntext"]])"));
+  EXPECT_EQ(json["log"], "one\ntwo\n");
 }
 
-TEST(ReportPage, TenThousandLinesAndSixtyMomentsStayBelowAMegabyte) {
+TEST(ReportPage, StaysBelowAMegabyteForTenThousandLinesAndSixtyMoments) {
   const std::string page = reportPage(report_sample::largeRun(10000, 60));
   EXPECT_LT(page.size(), 1000000U);
   EXPECT_GT(page.size(), 400000U) << "the lines are not there";

@@ -88,10 +88,10 @@ TEST(Outputs, ARunWritesWhatItsFilesSay) {
       "  \"passes_2d\": 0,\n  \"commits\": 0,\n  \"texts_sent\": 1,\n  \"prints\": 2,\n  \"locks\": 0,\n"
       "  \"unlocks\": 0,\n  \"lock_depth_at_end\": 0,\n  \"open_objects\": 0,\n"
       "  \"selection_sets_not_freed\": 0,\n  \"calls_off_main_thread\": 0,\n  \"reactors_left\": 0,\n"
-      "  \"commands_left\": 0,\n  \"entities\": {\n    \"CIRCLE\": 1,\n    \"LINE\": 1\n  },\n"
-      "  \"entities_not_understood\": {\n    \"TEXT\": 1\n  },\n  \"handles_not_found\": [],\n  "
-      "\"device_events_delivered\": 1,\n"
-      "  \"device_events_not_fetched\": 0,\n  \"host_breaches\": [],\n  \"host_breaches_in_all\": 0,\n"
+      "  \"commands_left\": 0,\n  \"device_events_delivered\": 1,\n  \"device_events_not_fetched\": 0,\n"
+      "  \"entities\": {\n    \"CIRCLE\": 1,\n    \"LINE\": 1\n  },\n"
+      "  \"entities_not_understood\": {\n    \"TEXT\": 1\n  },\n  \"handles_not_found\": [],\n"
+      "  \"host_breaches\": [],\n  \"host_breaches_in_all\": 0,\n"
       "  \"problems\": [],\n  \"clean\": true\n}\n");
 }
 

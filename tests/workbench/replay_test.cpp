@@ -148,10 +148,11 @@ TEST(Replay, RealTimeRunsTheSameSession) {
 
 TEST(Replay, TheShortSummaryEndsWithTheReportsPath) {
   const FakeModuleProcess process;
-  EXPECT_EQ(process.replay("9 end\n").out,
-            "session: 9 ms\npasses in 3D: 0\npasses in 2D: 0\nviews committed: 0\ntexts sent: 0\nprints: 1\n"
-            "document locks: 0 taken, 0 released\ndevice events: 0\nentities: 1 CIRCLE, 1 LINE\n"
-            "not understood: 1 TEXT\nclean: yes\nout/index.html\n");
+  EXPECT_EQ(
+      process.replay("9 end\n").out,
+      "session: 9 ms\npasses in 3D: 0\npasses in 2D: 0\nviews committed: 0\ntexts sent: 0\nprints: 1\n"
+      "document locks taken: 0\ndocument locks released: 0\ndevice events: 0\nentities: 1 CIRCLE, 1 LINE\n"
+      "not understood: 1 TEXT\nclean: yes\nout/index.html\n");
   EXPECT_EQ(process.replay("9 end\n", "--quiet").out, "out/index.html\n");
 }
 

@@ -38,10 +38,10 @@ TEST(SessionReader, ReadsTheExampleOfEveryVerb) {
 
 TEST(SessionReader, RotationModeCarriesItsCodeAndTheZoomSwitch) {
   const Session session = parseSession("0 rotmode 010 zoom on\n5 rotmode 999 zoom off", "a.session");
-  EXPECT_EQ(std::get<RotationMode>(session.device[0].action).code, 10);
-  EXPECT_TRUE(std::get<RotationMode>(session.device[0].action).isZoomAfterView);
-  EXPECT_EQ(std::get<RotationMode>(session.device[1].action).code, 999);
-  EXPECT_FALSE(std::get<RotationMode>(session.device[1].action).isZoomAfterView);
+  EXPECT_EQ(std::get<AdvancedSettings>(session.device[0].action).rotationMode, 10);
+  EXPECT_TRUE(std::get<AdvancedSettings>(session.device[0].action).isZoomAfterView);
+  EXPECT_EQ(std::get<AdvancedSettings>(session.device[1].action).rotationMode, 999);
+  EXPECT_FALSE(std::get<AdvancedSettings>(session.device[1].action).isZoomAfterView);
 }
 
 TEST(SessionReader, MotionTakesTheWholeRangeOfTheCap) {

@@ -1,16 +1,16 @@
 #include "workbench/dxf/entities.h"
 
 #include "workbench/dxf/frame.h"
+#include "workbench/dxf/inserts.h"
 
 #include <array>
-#include <map>
 #include <string_view>
+#include <unordered_map>
 
 namespace workbench {
 namespace {
 
 using EntityPtr = std::unique_ptr<standin::DrawnEntity>;
-using standin::EntityProperties;
 
 constexpr double kTwoPi = 2 * 3.14159265358979323846;
 constexpr long long kMostInt16 = 32767;
@@ -18,8 +18,8 @@ constexpr long long kMostVertices = 2147483647;
 constexpr long long kClosedFlag = 1;
 constexpr AcGeVector3d kWorldZ{0, 0, 1};
 
-/// Arcs run counter-clockwise, so the end lies behind the start.
-double endBehind(double start, double end) {
+/// Arcs run counter-clockwise, so the end's angle is above the start's.
+double endAfter(double start, double end) {
   return end > start ? end : end + kTwoPi;
 }
 
@@ -29,38 +29,45 @@ double radius(const DxfRecord& record) {
   return value;
 }
 
-EntityPtr makeLine(const DxfRecord& record, const EntityProperties& properties) {
-  return standin::makeLine(properties, record.point(10), record.point(11));
+EntityPtr makeLine(const DxfEntity& entity, DxfInserts&) {
+  const DxfRecord& record = entity.record;
+  return standin::makeLine(entity.properties, record.point(10), record.point(11));
 }
 
-EntityPtr makePoint(const DxfRecord& record, const EntityProperties& properties) {
-  return standin::makePoint(properties, record.point(10));
+EntityPtr makePoint(const DxfEntity& entity, DxfInserts&) {
+  const DxfRecord& record = entity.record;
+  return standin::makePoint(entity.properties, record.point(10));
 }
 
-EntityPtr makeCircle(const DxfRecord& record, const EntityProperties& properties) {
+EntityPtr makeCircle(const DxfEntity& entity, DxfInserts&) {
+  const DxfRecord& record = entity.record;
   const DxfFrame frame = dxfFrame(record.direction(210, kWorldZ));
-  return standin::makeCircle(properties, frame.toWorld(record.point(10)), frame.z, radius(record));
+  return standin::makeCircle(entity.properties, frame.toWorld(record.point(10)), frame.z, radius(record));
 }
 
-EntityPtr makeArc(const DxfRecord& record, const EntityProperties& properties) {
+EntityPtr makeArc(const DxfEntity& entity, DxfInserts&) {
+  const DxfRecord& record = entity.record;
   const DxfFrame frame = dxfFrame(record.direction(210, kWorldZ));
   const double start = radians(record.real(50));
-  return standin::makeArc(properties, frame.toWorld(record.point(10)), frame.z, frame.x, radius(record),
-                          start, endBehind(start, radians(record.real(51))));
+  return standin::makeArc(entity.properties, frame.toWorld(record.point(10)), frame.z, frame.x,
+                          radius(record), start, endAfter(start, radians(record.real(51))));
 }
 
-EntityPtr makeEllipse(const DxfRecord& record, const EntityProperties& properties) {
+EntityPtr makeEllipse(const DxfEntity& entity, DxfInserts&) {
+  const DxfRecord& record = entity.record;
   const AcGeVector3d normal = record.direction(210, kWorldZ);
   const double start = record.real(41, 0);
-  const double end = endBehind(start, record.real(42, kTwoPi));
+  const double end = endAfter(start, record.real(42, kTwoPi));
   const AcGeVector3d majorAxis = record.point(11) - AcGePoint3d::kOrigin;
-  return standin::makeEllipse(properties, record.point(10), normal, majorAxis, record.real(40), start, end);
+  return standin::makeEllipse(entity.properties, record.point(10), normal, majorAxis, record.real(40), start,
+                              end);
 }
 
-EntityPtr makeFace(const DxfRecord& record, const EntityProperties& properties) {
+EntityPtr makeFace(const DxfEntity& entity, DxfInserts&) {
+  const DxfRecord& record = entity.record;
   const AcGePoint3d third = record.point(12);
   const AcGePoint3d fourth = record.find(13) == nullptr ? third : record.point(13);
-  return standin::makeFace(properties, {record.point(10), record.point(11), third, fourth});
+  return standin::makeFace(entity.properties, {record.point(10), record.point(11), third, fourth});
 }
 
 /// A vertex begins with its group 10; the groups 20 and 42 that follow are its own.
@@ -83,27 +90,46 @@ std::vector<standin::PolylineVertex> readLightVertices(const DxfRecord& record, 
   return vertices;
 }
 
-EntityPtr makeLightPolyline(const DxfRecord& record, const EntityProperties& properties) {
+EntityPtr makeLightPolyline(const DxfEntity& entity, DxfInserts&) {
+  const DxfRecord& record = entity.record;
   const DxfFrame frame = dxfFrame(record.direction(210, kWorldZ));
-  auto vertices = readLightVertices(record, record.real(38, 0));
-  const auto count = static_cast<long long>(vertices.size());
+  auto points = readLightVertices(record, record.real(38, 0));
+  const auto count = static_cast<long long>(points.size());
   if (record.integer(90, count, 0, kMostVertices) != count)
     throw record.error(*record.find(90),
                        "the number of the vertices that follow (" + std::to_string(count) + ")");
-  for (standin::PolylineVertex& vertex : vertices) vertex.at = frame.toWorld(vertex.at);
+  for (standin::PolylineVertex& point : points) point.at = frame.toWorld(point.at);
   const bool isClosed = (record.integer(70, 0, -kMostInt16 - 1, kMostInt16) & kClosedFlag) != 0;
-  return standin::makePolyline(properties, "LWPOLYLINE", vertices, frame.z, isClosed);
+  return standin::makePolyline(entity.properties, "LWPOLYLINE", points, frame.z, isClosed);
+}
+
+EntityPtr makeInsert(const DxfEntity& entity, DxfInserts& inserts) {
+  return inserts.make(entity);
 }
 
 }  // namespace
 
-EntityPtr makeSimpleEntity(const DxfRecord& record, const EntityProperties& properties) {
-  using Maker = EntityPtr (*)(const DxfRecord&, const EntityProperties&);
-  static const std::map<std::string_view, Maker> kMakers = {
-      {"LINE", makeLine},       {"POINT", makePoint}, {"CIRCLE", makeCircle},           {"ARC", makeArc},
-      {"ELLIPSE", makeEllipse}, {"3DFACE", makeFace}, {"LWPOLYLINE", makeLightPolyline}};
-  const auto maker = kMakers.find(record.type());
-  return maker == kMakers.end() ? nullptr : maker->second(record, properties);
+const std::vector<DxfEntityType>& dxfEntityTypes() {
+  static const std::vector<DxfEntityType> kTypes = {{"LINE", makeLine},
+                                                    {"POINT", makePoint},
+                                                    {"CIRCLE", makeCircle},
+                                                    {"ARC", makeArc},
+                                                    {"ELLIPSE", makeEllipse},
+                                                    {"3DFACE", makeFace},
+                                                    {"INSERT", makeInsert},
+                                                    {"LWPOLYLINE", makeLightPolyline},
+                                                    {"POLYLINE", makePolylineEntity}};
+  return kTypes;
+}
+
+DxfEntityMaker dxfEntityMaker(std::string_view type) {
+  static const auto kMakers = [] {
+    std::unordered_map<std::string_view, DxfEntityMaker> makers;
+    for (const auto& [name, make] : dxfEntityTypes()) makers.emplace(name, make);
+    return makers;
+  }();
+  const auto maker = kMakers.find(type);
+  return maker == kMakers.end() ? nullptr : maker->second;
 }
 
 }  // namespace workbench

@@ -21,7 +21,7 @@ long long rowsOf(const DxfRecord& record) {
   return std::max(record.integer(71, 1, 0, kMostInt16), 1LL);
 }
 
-/// Where the insertion stands and how it is turned, without its scale.
+/// Position and rotation of the insertion, without its scale.
 AcGeMatrix3d placement(const DxfRecord& record) {
   const AcGePoint3d at = record.point(10);
   return dxfFrame(record.direction(210, kWorldZ)).matrix() * translation(at.x, at.y, at.z) *
@@ -30,8 +30,8 @@ AcGeMatrix3d placement(const DxfRecord& record) {
 
 }  // namespace
 
-std::unique_ptr<standin::DrawnEntity> DxfInserts::make(const DxfRecord& record, const std::string& container,
-                                                       const standin::EntityProperties& properties) {
+std::unique_ptr<standin::DrawnEntity> DxfInserts::make(const DxfEntity& insert) {
+  const auto& [record, vertices, container, properties] = insert;
   const std::string named = record.text(2);
   if (!mBlockNames.has(named)) throw record.error(*record.find(2), "the name of a block of this file");
   const std::string block = mBlockNames.resolve(named);

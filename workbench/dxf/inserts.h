@@ -4,6 +4,7 @@
 #define WORKBENCH_DXF_INSERTS_H
 
 #include "standin/objectarx/drawing.h"
+#include "workbench/dxf/entities.h"
 #include "workbench/dxf/groups.h"
 #include "workbench/dxf/tables.h"
 
@@ -21,16 +22,14 @@ class DxfInserts {
   DxfInserts(standin::Drawing& drawing, std::string file, DxfNames blockNames)
       : mDrawing(drawing), mFile(std::move(file)), mBlockNames(std::move(blockNames)) {}
 
-  /// The block's contents follow; a block of that name met before is replaced.
+  /// The block's contents follow; they replace those of an earlier block of that name.
   void beginBlock(const std::string& block) { mContents[block] = {}; }
 
-  /// Notes an entity, other than an insertion, in a block.
+  /// Notes an entity, other than an insertion, of a block (of model space for the empty name).
   void countEntity(const std::string& block) { ++mContents[block].entities; }
 
-  /// The entity of an INSERT record that stands in the block `container` (empty: model space). Throws
-  /// InputError, also for a block that the file does not have.
-  std::unique_ptr<standin::DrawnEntity> make(const DxfRecord& record, const std::string& container,
-                                             const standin::EntityProperties& properties);
+  /// The entity of an INSERT record. Throws InputError, also for a block that the file does not have.
+  std::unique_ptr<standin::DrawnEntity> make(const DxfEntity& insert);
 
   /// Throws InputError at an insertion that makes a block contain itself, nests too deep, or draws too much:
   /// nothing may be drawn before this has returned.

@@ -107,8 +107,8 @@ EntityPtr makePolyface(const std::vector<DxfRecord>& vertices, const EntityPrope
 
 }  // namespace
 
-EntityPtr makePolylineEntity(const DxfRecord& record, const std::vector<DxfRecord>& vertices,
-                             const EntityProperties& properties) {
+EntityPtr makePolylineEntity(const DxfEntity& entity, DxfInserts&) {
+  const auto& [record, vertices, container, properties] = entity;
   const long long flags = flagsOf(record);
   const bool isClosed = (flags & kClosed) != 0;
   if ((flags & kPolyface) != 0) return makePolyface(vertices, properties);

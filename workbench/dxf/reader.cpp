@@ -163,15 +163,11 @@ class DxfReader {
 
   EntityPtr makeEntity(const DxfRecord& record, const Records& vertices, Space space,
                        const std::string& block) {
-    static const std::unordered_set<std::string_view> kUnderstood = {
-        "LINE", "POINT", "CIRCLE", "ARC", "ELLIPSE", "3DFACE", "LWPOLYLINE", "POLYLINE", "INSERT"};
-    if (kUnderstood.count(record.type()) == 0) return nullptr;
-    const standin::EntityProperties properties = propertiesOf(record, space);
+    const DxfEntityMaker make = dxfEntityMaker(record.type());
+    if (make == nullptr) return nullptr;
     const std::string container = space == Space::kBlock ? block : std::string();
-    if (record.type() == "INSERT") return mInserts.make(record, container, properties);
-    mInserts.countEntity(container);
-    if (record.type() == "POLYLINE") return makePolylineEntity(record, vertices, properties);
-    return makeSimpleEntity(record, properties);
+    if (record.type() != "INSERT") mInserts.countEntity(container);
+    return make({record, vertices, container, propertiesOf(record, space)}, mInserts);
   }
 
   standin::EntityProperties propertiesOf(const DxfRecord& record, Space space) {

@@ -6,6 +6,7 @@
 
 #include <unistd.h>
 
+#include <cassert>
 #include <cstdlib>
 #include <optional>
 #include <utility>
@@ -21,21 +22,11 @@ DesktopMessage toDesktopMessage(const windows::UserMessage& message) {
   return {true, std::to_wstring(message.frequency) + L" Hz, " + std::to_wstring(message.durationMs) + L" ms"};
 }
 
+/// The simulated desktop names its places as sessions do.
 const char* placeName(PointerTarget target) {
-  switch (target) {
-    case PointerTarget::kCanvas:
-      return "canvas";
-    case PointerTarget::kTree:
-      return "tree";
-    case PointerTarget::kList:
-      return "list";
-    case PointerTarget::kEdit:
-      return "edit";
-    case PointerTarget::kQt:
-      return "qt";
-    case PointerTarget::kNone:
-      return "none";
-  }
+  for (const auto& named : kPointerTargets)
+    if (named.value == target) return named.name;
+  assert(false && "a pointer target without a name");
   return "none";
 }
 

@@ -1,7 +1,5 @@
 #include "workbench/report/key_effects.h"
 
-#include "device/lmt_ctrlr.h"
-
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
@@ -13,18 +11,10 @@ namespace {
 
 constexpr double kAlongAnAxis = 1 - 1e-9;
 
-struct KeyName {
-  std::int32_t code;
-  const char* name;
-};
-constexpr KeyName kKeyNames[] = {{LM_VIEW_FRONT, "front"},  {LM_VIEW_RIGHT, "right"}, {LM_VIEW_TOP, "top"},
-                                 {LM_VIEW_BACK, "back"},    {LM_VIEW_LEFT, "left"},   {LM_FIT_ALL, "fit"},
-                                 {LM_VIEW_BOTTOM, "bottom"}};
-
 /// None when the event is no key.
 std::optional<std::string> keyName(std::int32_t code, const std::vector<ReportFunction>& functions) {
-  for (const KeyName& key : kKeyNames)
-    if (key.code == code) return std::string("key ") + key.name;
+  for (const auto& key : kKeys)
+    if (key.value == code) return std::string("key ") + key.name;
   if (code < APPL_FUNC_START) return std::nullopt;
   const auto number = static_cast<std::size_t>(code - APPL_FUNC_START);
   const std::string name = "function " + std::to_string(number);

@@ -1,8 +1,10 @@
 #include "workbench/report/report.h"
 
-#include "workbench/report/report_json.h"
+#include "workbench/report/page_text.h"
 #include "workbench/report/report_page.h"
 #include "workbench/report/report_scene.h"
+
+#include <nlohmann/json.hpp>
 
 #include <cerrno>
 #include <fstream>
@@ -24,7 +26,7 @@ std::string valueOf(std::string_view name, const ReportData& data) {
   if (name == "TITLE") return pageTitle(data);
   if (name == "STYLE") return kPageStyle;
   if (name == "SCRIPT") return kPageScript;
-  if (name == "DATA") return reportJson(data);
+  if (name == "DATA") return scriptJson(reportJson(data));
   throw std::logic_error("report page: no value for " + std::string(name));
 }
 

@@ -1,19 +1,16 @@
 /// The data of a run as the report page reads it: shapes once, moments as cameras. What recurs from moment to
-/// moment (selections, changed shapes) is written once and then named by its index, so that the page stays
-/// small.
+/// moment (selections, changed shapes, the desktop) is written once and then named by its index, so that the
+/// page stays small. docs/outputs.md describes the keys.
 #ifndef WORKBENCH_REPORT_SCENE_H
 #define WORKBENCH_REPORT_SCENE_H
 
 #include "workbench/report/report_data.h"
 
-#include <string>
+#include <nlohmann/json_fwd.hpp>
 
 namespace workbench {
 
-/// One JSON object: `drawing`, `session`, `clean`, `summary`, `groups` (shapes by layer and colour, in the
-/// order of their names and numbers), `moments`, `selections`, `changes`, `desktops`, `path` (t x y z t x y z
-/// ...), `lines`, `functions`, `keys`, `layout`, `log`.
-std::string reportJson(const ReportData& data);
+nlohmann::ordered_json reportJson(const ReportData& data);
 
 }  // namespace workbench
 

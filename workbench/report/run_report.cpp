@@ -2,6 +2,7 @@
 
 #include "workbench/report/key_effects.h"
 #include "workbench/report/menu_functions.h"
+#include "workbench/running/outputs.h"
 
 #include <utility>
 

@@ -3,8 +3,8 @@
 #define WORKBENCH_RUN_REPORT_H
 
 #include "workbench/report/report.h"
-#include "workbench/running/outputs.h"
 #include "workbench/running/replay.h"
+#include "workbench/running/summary.h"
 
 #include <string>
 

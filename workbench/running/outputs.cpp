@@ -6,14 +6,14 @@
 
 #include <charconv>
 #include <fstream>
+#include <string_view>
+#include <utility>
 
 namespace workbench {
 namespace {
 
-constexpr std::string_view kTrajectoryHeader =
-    "time_ms,kind,viewport,cap_x,cap_y,cap_z,cap_rx,cap_ry,cap_rz,px,py,pz,tx,ty,tz,ux,uy,uz,"
-    "field_width,field_height,projection\n";
 constexpr std::size_t kBytesPerRowGuess = 300;
+/// As many as a double needs to be read back exactly.
 constexpr int kSignificantDigits = 17;
 
 const char* kindName(RowKind kind) {
@@ -48,21 +48,6 @@ void appendTriple(std::string& out, const Triple& triple, char separator) {
   appendReal(out, triple.z);
 }
 
-void appendRow(std::string& out, const TrajectoryRow& row) {
-  out += std::to_string(row.timeMs) + "," + kindName(row.kind) + "," + std::to_string(row.viewport) + ",";
-  for (const std::int16_t value : row.cap) out += std::to_string(value) + ",";
-  appendTriple(out, row.camera.position, ',');
-  out += ',';
-  appendTriple(out, row.camera.target, ',');
-  out += ',';
-  appendTriple(out, row.camera.up, ',');
-  out += ',';
-  appendReal(out, row.camera.fieldWidth);
-  out += ',';
-  appendReal(out, row.camera.fieldHeight);
-  out += row.camera.isPerspective ? ",perspective\n" : ",parallel\n";
-}
-
 std::string csvField(const std::string& text) {
   if (text.find_first_of(",\"\r\n") == std::string::npos) return text;
   std::string quotedText = "\"";
@@ -70,30 +55,81 @@ std::string csvField(const std::string& text) {
   return quotedText + "\"";
 }
 
-std::map<std::string, std::size_t> countByType(const std::vector<EntityState>& entities) {
-  std::map<std::string, std::size_t> counts;
-  for (const EntityState& entity : entities) ++counts[entity.type];
-  return counts;
+void appendPoints(std::string& out, const standin::Polyline3& points) {
+  const char* separator = "";
+  for (const AcGePoint3d& point : points) {
+    out += std::exchange(separator, ";");
+    appendTriple(out, point, ' ');
+  }
 }
 
-std::vector<std::string> handleTexts(const std::set<std::uint64_t>& handles) {
-  std::vector<std::string> texts;
-  texts.reserve(handles.size());
-  for (const std::uint64_t handle : handles) texts.push_back(handleText(handle));
-  return texts;
+/// A column of a table: its name, and what it appends for a row.
+template <typename Row>
+struct Column {
+  const char* name;
+  void (*append)(std::string& out, const Row& row);
+};
+
+template <std::size_t Axis>
+void appendCap(std::string& out, const TrajectoryRow& row) {
+  out += std::to_string(row.cap[Axis]);
 }
 
-std::string listed(const std::vector<std::string>& words) {
-  std::string text;
-  for (const std::string& word : words) text += (text.empty() ? "" : ", ") + word;
-  return text;
+template <auto Part, auto Coordinate>
+void appendCoordinate(std::string& out, const TrajectoryRow& row) {
+  appendReal(out, row.camera.*Part.*Coordinate);
 }
 
-std::string countList(const std::map<std::string, std::size_t>& counts) {
-  std::string text;
-  for (const auto& [type, count] : counts)
-    text += (text.empty() ? "" : ", ") + std::to_string(count) + " " + type;
-  return text.empty() ? "none" : text;
+using standin::host::Camera;
+using Text = std::string;
+
+/// Adding a column: a row here and its row in docs/outputs.md.
+constexpr Column<TrajectoryRow> kTrajectoryColumns[] = {
+    {"time_ms", [](Text& out, const TrajectoryRow& row) { out += std::to_string(row.timeMs); }},
+    {"kind", [](Text& out, const TrajectoryRow& row) { out += kindName(row.kind); }},
+    {"viewport", [](Text& out, const TrajectoryRow& row) { out += std::to_string(row.viewport); }},
+    {"cap_x", appendCap<0>},
+    {"cap_y", appendCap<1>},
+    {"cap_z", appendCap<2>},
+    {"cap_rx", appendCap<3>},
+    {"cap_ry", appendCap<4>},
+    {"cap_rz", appendCap<5>},
+    {"px", appendCoordinate<&Camera::position, &AcGePoint3d::x>},
+    {"py", appendCoordinate<&Camera::position, &AcGePoint3d::y>},
+    {"pz", appendCoordinate<&Camera::position, &AcGePoint3d::z>},
+    {"tx", appendCoordinate<&Camera::target, &AcGePoint3d::x>},
+    {"ty", appendCoordinate<&Camera::target, &AcGePoint3d::y>},
+    {"tz", appendCoordinate<&Camera::target, &AcGePoint3d::z>},
+    {"ux", appendCoordinate<&Camera::up, &AcGeVector3d::x>},
+    {"uy", appendCoordinate<&Camera::up, &AcGeVector3d::y>},
+    {"uz", appendCoordinate<&Camera::up, &AcGeVector3d::z>},
+    {"field_width", [](Text& out, const TrajectoryRow& row) { appendReal(out, row.camera.fieldWidth); }},
+    {"field_height", [](Text& out, const TrajectoryRow& row) { appendReal(out, row.camera.fieldHeight); }},
+    {"projection", [](Text& out, const TrajectoryRow& row) {
+       out += row.camera.isPerspective ? "perspective" : "parallel";
+     }}};
+
+constexpr Column<EntityState> kEntityColumns[] = {
+    {"handle", [](Text& out, const EntityState& entity) { out += handleText(entity.handle); }},
+    {"type", [](Text& out, const EntityState& entity) { out += entity.type; }},
+    {"layer", [](Text& out, const EntityState& entity) { out += csvField(entity.layer); }},
+    {"points", [](Text& out, const EntityState& entity) { appendPoints(out, entity.points); }}};
+
+template <typename Columns>
+std::string headerOf(const Columns& columns) {
+  std::string header;
+  for (const auto& column : columns) header += (header.empty() ? "" : ",") + std::string(column.name);
+  return header + "\n";
+}
+
+template <typename Columns, typename Row>
+void appendRow(std::string& out, const Columns& columns, const Row& row) {
+  const char* separator = "";
+  for (const auto& column : columns) {
+    out += std::exchange(separator, ",");
+    column.append(out, row);
+  }
+  out += '\n';
 }
 
 }  // namespace
@@ -117,23 +153,15 @@ const char* kindName(LineKind kind) {
 }
 
 std::string trajectoryCsv(const std::vector<TrajectoryRow>& rows) {
-  std::string text;
-  text.reserve(kTrajectoryHeader.size() + rows.size() * kBytesPerRowGuess);
-  text += kTrajectoryHeader;
-  for (const TrajectoryRow& row : rows) appendRow(text, row);
+  std::string text = headerOf(kTrajectoryColumns);
+  text.reserve(text.size() + rows.size() * kBytesPerRowGuess);
+  for (const TrajectoryRow& row : rows) appendRow(text, kTrajectoryColumns, row);
   return text;
 }
 
 std::string entitiesCsv(const std::vector<EntityState>& entities) {
-  std::string text = "handle,type,layer,points\n";
-  for (const EntityState& entity : entities) {
-    text += handleText(entity.handle) + "," + entity.type + "," + csvField(entity.layer) + ",";
-    for (std::size_t i = 0; i < entity.points.size(); ++i) {
-      if (i != 0) text += ';';
-      appendTriple(text, entity.points[i], ' ');
-    }
-    text += '\n';
-  }
+  std::string text = headerOf(kEntityColumns);
+  for (const EntityState& entity : entities) appendRow(text, kEntityColumns, entity);
   return text;
 }
 
@@ -143,58 +171,6 @@ std::string commandLineLog(const std::vector<CommandLineEntry>& lines) {
     text += std::to_string(line.timeMs) + " " + kindName(line.kind) + " " + nlohmann::json(line.text).dump() +
             "\n";
   return text;
-}
-
-std::string summaryJson(const RunResult& result, const RunNames& names) {
-  const standin::host::Report& host = result.host;
-  nlohmann::ordered_json json;
-  json["drawing"] = names.drawing;
-  json["session"] = names.session;
-  json["end_ms"] = result.endMs;
-  json["passes_3d"] = host.updates;
-  json["passes_2d"] = host.paperUpdates;
-  json["commits"] = host.commits;
-  json["texts_sent"] = host.textsSent;
-  json["prints"] = host.modulePrints;
-  json["locks"] = host.locks;
-  json["unlocks"] = host.unlocks;
-  json["lock_depth_at_end"] = host.lockDepth;
-  json["open_objects"] = host.openObjects;
-  json["selection_sets_not_freed"] = host.selectionSetsAlive;
-  json["calls_off_main_thread"] = host.callsOffMainThread;
-  json["reactors_left"] = host.reactors;
-  json["commands_left"] = host.commandsRegistered;
-  json["entities"] = countByType(result.entities);
-  json["entities_not_understood"] = result.notUnderstood;
-  json["handles_not_found"] = handleTexts(result.recording.handlesNotFound);
-  json["device_events_delivered"] = result.eventsDelivered;
-  json["device_events_not_fetched"] = result.eventsNotFetched;
-  json["host_breaches"] = host.breaches;
-  json["host_breaches_in_all"] = host.breachesInAll;
-  json["problems"] = result.problems;
-  json["clean"] = result.isClean();
-  return json.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + "\n";
-}
-
-std::vector<std::pair<std::string, std::string>> summaryRows(const RunResult& result) {
-  const standin::host::Report& host = result.host;
-  std::vector<std::pair<std::string, std::string>> rows = {
-      {"session", std::to_string(result.endMs) + " ms"},
-      {"passes in 3D", std::to_string(host.updates)},
-      {"passes in 2D", std::to_string(host.paperUpdates)},
-      {"views committed", std::to_string(host.commits)},
-      {"texts sent", std::to_string(host.textsSent)},
-      {"prints", std::to_string(host.modulePrints)},
-      {"document locks",
-       std::to_string(host.locks) + " taken, " + std::to_string(host.unlocks) + " released"},
-      {"device events", std::to_string(result.eventsDelivered)},
-      {"entities", countList(countByType(result.entities))},
-      {"not understood", countList(result.notUnderstood)}};
-  if (const auto handles = handleTexts(result.recording.handlesNotFound); !handles.empty())
-    rows.emplace_back("handles not found", listed(handles));
-  for (const std::string& problem : result.problems) rows.emplace_back("problem", problem);
-  rows.emplace_back("clean", result.isClean() ? "yes" : "no");
-  return rows;
 }
 
 void writeFile(const std::filesystem::path& file, const std::string& text) {

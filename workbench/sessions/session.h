@@ -1,28 +1,9 @@
-/// A session: what the device and the user do during a run, as a file of plain text gives it.
-///
-/// One event a line, "TIME VERB ARGUMENTS", times in ms and never decreasing, '#' starts a comment, blank
-/// lines are skipped:
-///
-// clang-format off
-///   rotmode CODE zoom on|off          the device's advanced settings (000 to 999); announced by event 0x20001
-///   motion X Y Z RX RY RZ             the cap from now on, each -32768 to 32767
-///   key NAME                          front right top back left bottom fit
-///   function N                        application function N
-///   event CODE                        any event code, decimal or 0x...; below 0 it is a motion record of the
-///                                     cap as it is
-///   device down|up                    down: every operation of the controller library fails
-///   select all|none|HANDLE...         pre-selects entities by their handles (hexadecimal); one that the
-///                                     drawing does not have is told of at the command line and left out
-///   command TEXT                      types TEXT at the command line
-///   setvar NAME VALUE                 sets a system variable
-///   projection parallel|perspective   of the current view
-///   pointer canvas|tree|list|edit|qt|none   what lies under the mouse pointer
-///   menu                              the exporter writes the menu file (--menu), which otherwise is there
-///                                     from the beginning
-///   end                               the end of the run, the last event if it is there
-// clang-format on
+/// A session: what the device and the user do during a run, as a text file gives it. docs/sessions.md has the
+/// grammar; `sessionVerbs` lists its verbs.
 #ifndef WORKBENCH_SESSION_H
 #define WORKBENCH_SESSION_H
+
+#include "device/lmt_ctrlr.h"
 
 #include <array>
 #include <cstdint>
@@ -34,12 +15,12 @@
 
 namespace workbench {
 
-struct RotationMode {
-  std::int32_t code = 0;
+struct AdvancedSettings {
+  std::int32_t rotationMode = 0;  ///< three decimal digits: hover, level horizon, centre of rotation
   bool isZoomAfterView = false;
 };
-struct DeviceEvent {  ///< motion, key, function and event alike: what the daemon sends
-  std::int32_t code = -1;
+struct DeviceEvent {                   ///< motion, key, function and event alike: what the daemon sends
+  std::int32_t code = -1;              ///< below 0: motion
   std::array<std::int16_t, 6> axes{};  ///< of the cap; all 0 for a command event
 };
 struct DevicePower {
@@ -60,13 +41,15 @@ struct SetVariable {
 struct SetProjection {
   bool isPerspective = false;
 };
+/// What is under the mouse pointer: the drawing, a tree, a list box, an edit field, a widget that scrolls
+/// itself, or nothing of the host's.
 enum class PointerTarget { kCanvas, kTree, kList, kEdit, kQt, kNone };
 struct MovePointer {
   PointerTarget target = PointerTarget::kCanvas;
 };
 struct WriteMenu {};
 
-using DeviceAction = std::variant<RotationMode, DeviceEvent, DevicePower>;
+using DeviceAction = std::variant<AdvancedSettings, DeviceEvent, DevicePower>;
 using UserAction = std::variant<Select, Command, SetVariable, SetProjection, MovePointer, WriteMenu>;
 
 struct TimedDeviceAction {
@@ -87,7 +70,39 @@ struct Session {
   std::int64_t endMs = 0;  ///< the time of `end`, or of the last event
 };
 
-/// Latest time of an event: a week, so that no sum of times overflows and a slip of the pen is caught.
+/// A name that a session uses for a value.
+template <typename Value>
+struct Named {
+  const char* name;
+  Value value;
+};
+
+/// The keys of fixed meaning by their event codes.
+constexpr std::array<Named<std::int32_t>, 7> kKeys = {{{"front", LM_VIEW_FRONT},
+                                                       {"right", LM_VIEW_RIGHT},
+                                                       {"top", LM_VIEW_TOP},
+                                                       {"back", LM_VIEW_BACK},
+                                                       {"left", LM_VIEW_LEFT},
+                                                       {"bottom", LM_VIEW_BOTTOM},
+                                                       {"fit", LM_FIT_ALL}}};
+
+constexpr std::array<Named<PointerTarget>, 6> kPointerTargets = {{{"canvas", PointerTarget::kCanvas},
+                                                                  {"tree", PointerTarget::kTree},
+                                                                  {"list", PointerTarget::kList},
+                                                                  {"edit", PointerTarget::kEdit},
+                                                                  {"qt", PointerTarget::kQt},
+                                                                  {"none", PointerTarget::kNone}}};
+
+/// A verb of the session language and the form of its arguments, as docs/sessions.md gives them.
+struct SessionVerb {
+  std::string_view name;
+  std::string_view arguments;
+};
+
+/// Every verb, in the order in which messages list them.
+std::vector<SessionVerb> sessionVerbs();
+
+/// Latest time of an event: a week, so that no sum of times overflows and a typing error is found.
 constexpr std::int64_t kLatestEventMs = 7LL * 24 * 3600 * 1000;
 
 /// The session of `text`. Throws InputError with `file` and the line of the first thing wrong.

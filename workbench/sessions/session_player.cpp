@@ -22,7 +22,7 @@ bool isInDrawing(std::uint64_t handle) {
   return drawing != nullptr && drawing->find(handle) != nullptr && !drawing->isErased(handle);
 }
 
-/// Does one action of the user's; the place is the session's line.
+/// Performs one action of the user; the place is the session's line.
 struct UserPerformer {
   FilePlace place;
   const Surroundings& surroundings;
@@ -52,7 +52,7 @@ struct UserPerformer {
 
   void operator()(const WriteMenu&) const { surroundings.writeMenu(); }
 
-  /// A session is played on any drawing, so what this one does not have is told of and left out.
+  /// A session can be played on any drawing, so a handle that this one lacks is reported and left out.
   void selectHandles(const std::vector<std::uint64_t>& handles) const {
     std::vector<std::uint64_t> found;
     for (const std::uint64_t handle : handles)
@@ -65,8 +65,8 @@ struct UserPerformer {
 };
 
 struct DevicePerformer {
-  void operator()(const RotationMode& mode) const {
-    controller::setAdvancedSettings(mode.code, mode.isZoomAfterView ? 1 : 0);
+  void operator()(const AdvancedSettings& settings) const {
+    controller::setAdvancedSettings(settings.rotationMode, settings.isZoomAfterView ? 1 : 0);
     controller::Event announcement;
     announcement.code = LM_SETTINGS_CHANGED;
     controller::deliver(announcement);

@@ -1,18 +1,16 @@
-#include "device/lmt_ctrlr.h"
 #include "workbench/input_error.h"
 #include "workbench/sessions/session.h"
 #include "workbench/text_input.h"
 
 #include <limits>
-#include <map>
 
 namespace workbench {
 namespace {
 
-/// One line, taken apart from left to right. Every error names the line.
-class LineReader {
+/// One line of the file, read word by word from the left. Every error names the line.
+class SessionLine {
  public:
-  LineReader(FilePlace place, std::string_view text) : mPlace(place), mRest(trimmed(text)) {}
+  SessionLine(FilePlace place, std::string_view text) : mPlace(place), mRest(trimmed(text)) {}
 
   bool isAtEnd() const { return mRest.empty(); }
 
@@ -39,13 +37,15 @@ class LineReader {
     return *value;
   }
 
-  template <typename Value>
-  Value oneOf(const std::string& names, const std::map<std::string_view, Value>& choices) {
-    const std::string expected = "one of " + names;
+  /// One of the names; the message lists them all.
+  template <typename Choices>
+  auto oneOf(const Choices& choices) {
+    std::string expected = "one of";
+    for (const auto& choice : choices) expected += std::string(" ") + choice.name;
     const std::string_view text = word(expected);
-    const auto found = choices.find(text);
-    if (found == choices.end()) throw error(expected, inQuotes(text));
-    return found->second;
+    for (const auto& choice : choices)
+      if (choice.name == text) return choice.value;
+    throw error(expected, inQuotes(text));
   }
 
   void end() const {
@@ -64,13 +64,29 @@ class LineReader {
 constexpr long long kHighestCode = std::numeric_limits<std::int32_t>::max();
 constexpr long long kLowestCode = std::numeric_limits<std::int32_t>::min();
 
+constexpr Named<bool> kOnOff[] = {{"on", true}, {"off", false}};
+constexpr Named<bool> kDownUp[] = {{"down", true}, {"up", false}};
+constexpr Named<bool> kProjections[] = {{"parallel", false}, {"perspective", true}};
+constexpr Named<int> kZoom[] = {{"zoom", 0}};
+
 class SessionParser {
  public:
+  using VerbParser = void (SessionParser::*)(SessionLine&);
+
+  /// A verb: adding one is a row here, its section of docs/sessions.md, and, if it brings a new kind of
+  /// action, the code that performs it.
+  struct Verb {
+    const char* name;
+    VerbParser value;
+    const char* arguments;
+  };
+  static const std::vector<Verb>& verbs();
+
   explicit SessionParser(const std::string& file) { mSession.file = file; }
 
   void parseLine(std::size_t number, std::string_view text) {
     if (!text.empty() && text.back() == '\r') text.remove_suffix(1);
-    LineReader line({mSession.file, number}, text.substr(0, text.find('#')));
+    SessionLine line({mSession.file, number}, text.substr(0, text.find('#')));
     if (line.isAtEnd()) return;
     mLine = number;
     if (mIsEnded) throw line.error("nothing after the event \"end\"", inQuotes(line.rest("")));
@@ -82,9 +98,7 @@ class SessionParser {
   Session take() { return std::move(mSession); }
 
  private:
-  using VerbParser = void (SessionParser::*)(LineReader&);
-
-  void parseTime(LineReader& line) {
+  void parseTime(SessionLine& line) {
     const std::string expected = "a time in ms (a whole number, 0 to " + std::to_string(kLatestEventMs) + ")";
     const std::string_view text = line.word(expected);
     const auto time = parseInteger(text);
@@ -94,36 +108,17 @@ class SessionParser {
     mSession.endMs = *time;
   }
 
-  void parseVerb(LineReader& line) {
-    static const std::map<std::string_view, VerbParser> kVerbs = {
-        {"rotmode", &SessionParser::parseRotationMode},
-        {"motion", &SessionParser::parseMotion},
-        {"key", &SessionParser::parseKey},
-        {"function", &SessionParser::parseFunction},
-        {"event", &SessionParser::parseEvent},
-        {"device", &SessionParser::parseDevice},
-        {"select", &SessionParser::parseSelect},
-        {"command", &SessionParser::parseCommand},
-        {"setvar", &SessionParser::parseSetVariable},
-        {"projection", &SessionParser::parseProjection},
-        {"pointer", &SessionParser::parsePointer},
-        {"menu", &SessionParser::parseMenu},
-        {"end", &SessionParser::parseEnd}};
-    (this->*line.oneOf(
-                "rotmode motion key function event device select command setvar projection pointer menu "
-                "end",
-                kVerbs))(line);
+  void parseVerb(SessionLine& line) { (this->*line.oneOf(verbs()))(line); }
+
+  void parseAdvancedSettings(SessionLine& line) {
+    AdvancedSettings settings;
+    settings.rotationMode = static_cast<std::int32_t>(line.integer("a rotation-mode code", 0, 999));
+    line.oneOf(kZoom);
+    settings.isZoomAfterView = line.oneOf(kOnOff);
+    addDevice(settings);
   }
 
-  void parseRotationMode(LineReader& line) {
-    RotationMode mode;
-    mode.code = static_cast<std::int32_t>(line.integer("a rotation-mode code", 0, 999));
-    line.oneOf<int>("zoom", {{"zoom", 0}});
-    mode.isZoomAfterView = line.oneOf<bool>("on off", {{"on", true}, {"off", false}});
-    addDevice(mode);
-  }
-
-  void parseMotion(LineReader& line) {
+  void parseMotion(SessionLine& line) {
     static constexpr std::array<const char*, 6> kAxes = {"x", "y", "z", "rx", "ry", "rz"};
     for (std::size_t i = 0; i < kAxes.size(); ++i)
       mCap[i] = static_cast<std::int16_t>(line.integer(kAxes[i], std::numeric_limits<std::int16_t>::min(),
@@ -131,24 +126,14 @@ class SessionParser {
     addDevice(DeviceEvent{-1, mCap});
   }
 
-  void parseKey(LineReader& line) {
-    const auto code =
-        line.oneOf<std::int32_t>("front right top back left bottom fit", {{"front", LM_VIEW_FRONT},
-                                                                          {"right", LM_VIEW_RIGHT},
-                                                                          {"top", LM_VIEW_TOP},
-                                                                          {"back", LM_VIEW_BACK},
-                                                                          {"left", LM_VIEW_LEFT},
-                                                                          {"bottom", LM_VIEW_BOTTOM},
-                                                                          {"fit", LM_FIT_ALL}});
-    addDevice(DeviceEvent{code, {}});
-  }
+  void parseKey(SessionLine& line) { addDevice(DeviceEvent{line.oneOf(kKeys), {}}); }
 
-  void parseFunction(LineReader& line) {
+  void parseFunction(SessionLine& line) {
     const long long number = line.integer("an application function", 0, kHighestCode - APPL_FUNC_START);
     addDevice(DeviceEvent{static_cast<std::int32_t>(APPL_FUNC_START + number), {}});
   }
 
-  void parseEvent(LineReader& line) {
+  void parseEvent(SessionLine& line) {
     const std::string expected = "an event code (32 bits, decimal or 0x...)";
     const std::string_view text = line.word(expected);
     std::optional<long long> code;
@@ -165,11 +150,9 @@ class SessionParser {
     addDevice(event);
   }
 
-  void parseDevice(LineReader& line) {
-    addDevice(DevicePower{line.oneOf<bool>("down up", {{"down", true}, {"up", false}})});
-  }
+  void parseDevice(SessionLine& line) { addDevice(DevicePower{line.oneOf(kDownUp)}); }
 
-  void parseSelect(LineReader& line) {
+  void parseSelect(SessionLine& line) {
     const std::string expected = "all, none or handles (hexadecimal)";
     std::string_view text = line.word(expected);
     Select select;
@@ -188,33 +171,22 @@ class SessionParser {
     addUser(select);
   }
 
-  void parseCommand(LineReader& line) { addUser(Command{toUtf8(line.rest("a command"))}); }
+  void parseCommand(SessionLine& line) { addUser(Command{toUtf8(line.rest("a command"))}); }
 
-  void parseSetVariable(LineReader& line) {
+  void parseSetVariable(SessionLine& line) {
     SetVariable set;
     set.name = toUtf8(line.word("the name of a system variable"));
     set.value = toUtf8(line.word("a value for " + inQuotes(set.name)));
     addUser(set);
   }
 
-  void parseProjection(LineReader& line) {
-    addUser(SetProjection{
-        line.oneOf<bool>("parallel perspective", {{"parallel", false}, {"perspective", true}})});
-  }
+  void parseProjection(SessionLine& line) { addUser(SetProjection{line.oneOf(kProjections)}); }
 
-  void parsePointer(LineReader& line) {
-    addUser(MovePointer{
-        line.oneOf<PointerTarget>("canvas tree list edit qt none", {{"canvas", PointerTarget::kCanvas},
-                                                                    {"tree", PointerTarget::kTree},
-                                                                    {"list", PointerTarget::kList},
-                                                                    {"edit", PointerTarget::kEdit},
-                                                                    {"qt", PointerTarget::kQt},
-                                                                    {"none", PointerTarget::kNone}})});
-  }
+  void parsePointer(SessionLine& line) { addUser(MovePointer{line.oneOf(kPointerTargets)}); }
 
-  void parseMenu(LineReader&) { addUser(WriteMenu{}); }
+  void parseMenu(SessionLine&) { addUser(WriteMenu{}); }
 
-  void parseEnd(LineReader&) { mIsEnded = true; }
+  void parseEnd(SessionLine&) { mIsEnded = true; }
 
   void addDevice(const DeviceAction& action) { mSession.device.push_back({mSession.endMs, mLine, action}); }
   void addUser(UserAction action) { mSession.user.push_back({mSession.endMs, mLine, std::move(action)}); }
@@ -225,7 +197,31 @@ class SessionParser {
   std::array<std::int16_t, 6> mCap{};
 };
 
+const std::vector<SessionParser::Verb>& SessionParser::verbs() {
+  static const std::vector<Verb> kVerbs = {
+      {"rotmode", &SessionParser::parseAdvancedSettings, "CODE zoom on|off"},
+      {"motion", &SessionParser::parseMotion, "X Y Z RX RY RZ"},
+      {"key", &SessionParser::parseKey, "front|right|top|back|left|bottom|fit"},
+      {"function", &SessionParser::parseFunction, "N"},
+      {"event", &SessionParser::parseEvent, "CODE"},
+      {"device", &SessionParser::parseDevice, "down|up"},
+      {"select", &SessionParser::parseSelect, "all|none|HANDLE..."},
+      {"command", &SessionParser::parseCommand, "TEXT"},
+      {"setvar", &SessionParser::parseSetVariable, "NAME VALUE"},
+      {"projection", &SessionParser::parseProjection, "parallel|perspective"},
+      {"pointer", &SessionParser::parsePointer, "canvas|tree|list|edit|qt|none"},
+      {"menu", &SessionParser::parseMenu, ""},
+      {"end", &SessionParser::parseEnd, ""}};
+  return kVerbs;
+}
+
 }  // namespace
+
+std::vector<SessionVerb> sessionVerbs() {
+  std::vector<SessionVerb> verbs;
+  for (const SessionParser::Verb& verb : SessionParser::verbs()) verbs.push_back({verb.name, verb.arguments});
+  return verbs;
+}
 
 Session parseSession(std::string_view text, const std::string& file) {
   SessionParser parser(file);

@@ -1,0 +1,129 @@
+#include "workbench/running/summary.h"
+
+#include "workbench/running/recording.h"
+
+#include <nlohmann/json.hpp>
+
+#include <map>
+#include <set>
+
+namespace workbench {
+namespace {
+
+using Json = nlohmann::ordered_json;
+using Counts = std::map<std::string, std::size_t>;
+using Texts = std::vector<std::string>;
+
+Counts countByType(const std::vector<EntityState>& entities) {
+  Counts counts;
+  for (const EntityState& entity : entities) ++counts[entity.type];
+  return counts;
+}
+
+Texts handleTexts(const std::set<std::uint64_t>& handles) {
+  Texts texts;
+  texts.reserve(handles.size());
+  for (const std::uint64_t handle : handles) texts.push_back(handleText(handle));
+  return texts;
+}
+
+// What a value looks like to people: no text leaves the row out, several make as many rows.
+
+Texts plain(const Json& value) {
+  return {value.dump()};
+}
+
+Texts milliseconds(const Json& value) {
+  return {value.dump() + " ms"};
+}
+
+Texts countList(const Json& counts) {
+  std::string text;
+  for (const auto& [type, count] : counts.items())
+    text += (text.empty() ? "" : ", ") + count.dump() + " " + type;
+  return {text.empty() ? "none" : text};
+}
+
+Texts listed(const Json& words) {
+  if (words.empty()) return {};
+  std::string text;
+  for (const Json& word : words) text += (text.empty() ? "" : ", ") + word.get<std::string>();
+  return {text};
+}
+
+Texts oneEach(const Json& texts) {
+  return texts.get<Texts>();
+}
+
+Texts yesOrNo(const Json& value) {
+  return {value.get<bool>() ? "yes" : "no"};
+}
+
+struct Entry {
+  const char* key;
+  Json (*value)(const RunResult&);
+  const char* label = nullptr;  ///< of the row for people; null: only programs want it
+  Texts (*show)(const Json& value) = plain;
+};
+
+template <auto Count>
+Json hostCount(const RunResult& result) {
+  return result.host.*Count;
+}
+
+template <auto Member>
+Json member(const RunResult& result) {
+  return result.*Member;
+}
+
+using standin::host::Report;
+
+/// Adding a value: a row here and its row in docs/outputs.md.
+const Entry kEntries[] = {
+    {"end_ms", member<&RunResult::endMs>, "session", milliseconds},
+    {"passes_3d", hostCount<&Report::updates>, "passes in 3D"},
+    {"passes_2d", hostCount<&Report::paperUpdates>, "passes in 2D"},
+    {"commits", hostCount<&Report::commits>, "views committed"},
+    {"texts_sent", hostCount<&Report::textsSent>, "texts sent"},
+    {"prints", hostCount<&Report::modulePrints>, "prints"},
+    {"locks", hostCount<&Report::locks>, "document locks taken"},
+    {"unlocks", hostCount<&Report::unlocks>, "document locks released"},
+    {"lock_depth_at_end", hostCount<&Report::lockDepth>},
+    {"open_objects", hostCount<&Report::openObjects>},
+    {"selection_sets_not_freed", hostCount<&Report::selectionSetsAlive>},
+    {"calls_off_main_thread", hostCount<&Report::callsOffMainThread>},
+    {"reactors_left", hostCount<&Report::reactors>},
+    {"commands_left", hostCount<&Report::commandsRegistered>},
+    {"device_events_delivered", member<&RunResult::eventsDelivered>, "device events"},
+    {"device_events_not_fetched", member<&RunResult::eventsNotFetched>},
+    {"entities", [](const RunResult& result) { return Json(countByType(result.entities)); }, "entities",
+     countList},
+    {"entities_not_understood", member<&RunResult::notUnderstood>, "not understood", countList},
+    {"handles_not_found",
+     [](const RunResult& result) { return Json(handleTexts(result.recording.handlesNotFound)); },
+     "handles not found", listed},
+    {"host_breaches", hostCount<&Report::breaches>},
+    {"host_breaches_in_all", hostCount<&Report::breachesInAll>},
+    {"problems", member<&RunResult::problems>, "problem", oneEach},
+    {"clean", [](const RunResult& result) { return Json(result.isClean()); }, "clean", yesOrNo}};
+
+}  // namespace
+
+std::string summaryJson(const RunResult& result, const RunNames& names) {
+  Json json;
+  json["drawing"] = names.drawing;
+  json["session"] = names.session;
+  for (const Entry& entry : kEntries) json[entry.key] = entry.value(result);
+  return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
+std::vector<std::pair<std::string, std::string>> summaryRows(const RunResult& result) {
+  std::vector<std::pair<std::string, std::string>> rows;
+  for (const Entry& entry : kEntries) {
+    if (entry.label == nullptr) continue;
+    for (std::string& text : entry.show(entry.value(result))) rows.emplace_back(entry.label, std::move(text));
+  }
+  return rows;
+}
+
+}  // namespace workbench
