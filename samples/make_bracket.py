@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Writes bracket.dxf: a machined bracket with its bolts, as wires in space, for the sample sessions.
 
-Lengths are millimetres. X runs along the bracket, -Y is its front, Z is up; the origin lies in the middle of the
+Lengths are millimetres. X runs along the bracket, -Y is its front, Z is up; the origin is in the middle of the
 bottom of the base plate. The sessions name entities by handle, so handles never depend on what else is drawn:
 see ENTITY_HANDLES. Usage: make_bracket.py [FILE]
 """

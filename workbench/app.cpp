@@ -21,7 +21,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// A line that tells how far the run is, rewritten in place; only on a terminal.
+/// A progress line, rewritten in place; only on a terminal.
 class ProgressLine {
  public:
   ProgressLine(std::ostream& err, bool isShown) : mErr(err), mIsShown(isShown) {}
@@ -68,23 +68,23 @@ std::optional<std::size_t> lineOfMenuEvent(const Session& session) {
 
 int runReplay(const Options& options, std::ostream& out, std::ostream& err) {
   checkFiles(options);
-  ReplayOrder order;
+  ReplayRequest request;
   const Session session = readSession(options.session);
-  order.session = session;
-  order.drawing = readDrawing(options.drawing);
+  request.session = session;
+  request.drawing = readDrawing(options.drawing);
   const auto menuLine = lineOfMenuEvent(session);
   if (menuLine && !options.menu)
     throw InputError({session.file, *menuLine}, "the option --menu beside the event \"menu\"", "none");
-  order.clock = options.isRealTime ? standin::clock::Kind::kReal : standin::clock::Kind::kReplay;
-  order.frameMs = options.frameMs;
-  order.moments = options.frames;
+  request.clock = options.isRealTime ? standin::clock::Kind::kReal : standin::clock::Kind::kReplay;
+  request.frameMs = options.frameMs;
+  request.moments = options.frames;
   Module module(options.module);
 
   const Profile profile(options.profile.value_or(options.out / "profile"));
   if (!options.profile) profile.clear();
   profile.make();
   if (menuLine)
-    order.writeMenu = [&] { profile.copyMenu(*options.menu); };
+    request.writeMenu = [&] { profile.copyMenu(*options.menu); };
   else if (options.menu)
     profile.copyMenu(*options.menu);
   setUserProfile(profile.folder());
@@ -92,8 +92,8 @@ int runReplay(const Options& options, std::ostream& out, std::ostream& err) {
   RunResult result;
   {
     ProgressLine line(err, !options.isQuiet && isErrorTerminal());
-    order.progress = [&line](std::int64_t nowMs, std::int64_t endMs) { line.show(nowMs, endMs); };
-    result = replay(std::move(order), module);
+    request.progress = [&line](std::int64_t nowMs, std::int64_t endMs) { line.show(nowMs, endMs); };
+    result = replay(std::move(request), module);
   }
   const RunNames names{options.drawing.filename().string(), options.session.filename().string()};
   writeResults(options.out, result, names, session, profile);

@@ -1,4 +1,4 @@
-/// The program behind the command line.
+/// The program apart from main().
 #ifndef WORKBENCH_APP_H
 #define WORKBENCH_APP_H
 
@@ -11,7 +11,7 @@ namespace workbench {
 /// The run was clean; the module or the host's rules were broken; bad usage or bad input.
 enum ExitStatus : int { kExitClean = 0, kExitUnclean = 1, kExitBadInput = 2 };
 
-/// Runs the program with the arguments behind its name and answers its exit status. Main thread. Bad usage
+/// Runs the program with the arguments after its name and returns its exit status. Main thread. Bad usage
 /// and bad input give one line on `err`; nothing has been written then, except when the session turns out to
 /// be wrong only in the middle of the run, which leaves the profile folder.
 int runWorkbench(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err);

@@ -17,8 +17,8 @@ constexpr long long kLongestFrameMs = 10000;
 constexpr long long kMostMoments = 10000;
 constexpr const char* kModuleName = "LMTRAutoCAD2013.arx";
 
-/// As given on the command line; numbers are read by our own hand so that every mistake gets the same
-/// message.
+/// As given on the command line. Numbers are parsed here, not by the library, so that every mistake gets the
+/// same form of message.
 struct RawOptions {
   std::string drawing, session, out, profile, menu, module, frameMs, frames;
 };
@@ -98,7 +98,9 @@ Options parseOptions(std::vector<std::string> arguments) {
 void checkFiles(const Options& options) {
   const auto requireFile = [](const fs::path& file, const char* expected) {
     if (!fs::exists(file)) throw InputError({file.string()}, expected, "no such file");
-    if (!fs::is_regular_file(file)) throw InputError({file.string()}, expected, "something that is no file");
+    if (!fs::is_regular_file(file))
+      throw InputError({file.string()}, expected,
+                       fs::is_directory(file) ? "a folder" : "something other than a file");
   };
   requireFile(options.drawing, "a drawing (DXF text file)");
   requireFile(options.session, "a session");

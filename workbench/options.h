@@ -28,7 +28,7 @@ struct Options {
   bool isQuiet = false;
 };
 
-/// What the command line asks for instead of a run: the help text.
+/// Thrown for --help: the text to print.
 struct HelpWanted {
   std::string text;
 };

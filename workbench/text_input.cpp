@@ -90,7 +90,7 @@ std::optional<Number> parseWhole(std::string_view text, Format... format) {
   return value;
 }
 
-/// from_chars knows no plus sign; a second sign behind it must not slip through.
+/// from_chars accepts no plus sign; a second sign after it must still be an error.
 std::string_view withoutPlus(std::string_view text) {
   if (text.size() > 1 && text[0] == '+' && text[1] != '-') text.remove_prefix(1);
   return text;

@@ -1,4 +1,4 @@
-/// Reading what the user gave as text: whole files, strict numbers, and bytes made fit for UTF-8 outputs.
+/// Reading what the user gave as text: whole files, strict numbers, and bytes converted to UTF-8.
 #ifndef WORKBENCH_TEXT_INPUT_H
 #define WORKBENCH_TEXT_INPUT_H
 

@@ -49,7 +49,7 @@ const text = (selector) => page.locator(selector).innerText();
 const pathOf = (layer) => page.locator(`#view path[data-layer="${layer}"]`);
 const drawn = (layer) => pathOf(layer).getAttribute("d");
 
-/** Moves the slider as a user's hand does. */
+/** Moves the slider as a user does. */
 const slideTo = (time) => page.locator("#slider").evaluate((slider, value) => {
   slider.value = value;
   slider.dispatchEvent(new Event("input", { bubbles: true }));
@@ -72,7 +72,7 @@ test("every layer with something in it has a path", async () => {
     assert.match(await drawn(layer), /^M[-\d.]+ [-\d.]+L/, layer);
 });
 
-test("a point stands where a parallel camera puts it", async () => {
+test("a point is drawn where a parallel camera puts it", async () => {
   await open("bundle.html");
   const begin = await beginOf("PROBE");
   const scale = Math.min(begin.width / 40, begin.height / 30);
@@ -81,17 +81,17 @@ test("a point stands where a parallel camera puts it", async () => {
   assertNear(begin.y, (11 / Math.sqrt(6)) * scale, "y");
 });
 
-test("a point stands where a perspective camera puts it", async () => {
+test("a point is drawn where a perspective camera puts it", async () => {
   await open("bundle.html");
   await slideTo(1000);
   const begin = await beginOf("PROBE");
   const scale = Math.min(begin.width / 20, begin.height / 15);
-  // Camera at (0,-20,0) looking along Y: the point (3,4,5) lies 24 away, the plane of the field 20.
+  // Camera at (0,-20,0) looking along Y: the point (3,4,5) is 24 away, the plane of the field 20.
   assertNear(begin.x, ((3 * 20) / 24) * scale, "x");
   assertNear(begin.y, ((5 * 20) / 24) * scale, "y");
 });
 
-test("what lies behind a perspective camera is not drawn", async () => {
+test("what is behind a perspective camera is not drawn", async () => {
   await open("bundle.html");
   assert.notEqual(await drawn("BEHIND"), "");
   await slideTo(1000);
@@ -205,10 +205,10 @@ test("nothing of the model is drawn beyond the window of a sheet", async () => {
   const edge = await page.locator("#view .window").evaluate((w) => ["x", "y", "width", "height"].map((n) => Number(w.getAttribute(n))));
   const numbers = (await drawn("ACROSS")).match(/-?[\d.]+/g).map(Number);
   assert.ok(numbers.length >= 4, "the line crosses the window");
-  numbers.forEach((n, i) => assert.ok(n >= edge[i % 2] - 0.1 && n <= edge[i % 2] + edge[2 + (i % 2)] + 0.1, `${n} lies outside`));
+  numbers.forEach((n, i) => assert.ok(n >= edge[i % 2] - 0.1 && n <= edge[i % 2] + edge[2 + (i % 2)] + 0.1, `${n} is outside`));
 });
 
-test("the desktop shows what is scrolled and where the pointer lies", async () => {
+test("the desktop shows what is scrolled and where the pointer is", async () => {
   await open("bundle.html");
   const thumb = () => page.locator('#desktop [data-class="SysTreeView32"] .thumb.vertical').evaluate((t) => Number(t.getAttribute("y")));
   const pointed = () => page.locator("#desktop .is-pointed").evaluate((w) => w.parentNode.dataset.class);
@@ -290,7 +290,7 @@ test("the log is filtered by text and by level", async () => {
   assert.equal(await rows(), 2);
   assert.equal(await text("#log-count"), "2 of 11 lines");
   await page.selectOption("#log-level", "ERR");
-  assert.equal(await text("#log"), "No line of the log answers to this filter.");
+  assert.equal(await text("#log"), "No line of the log matches this filter.");
   await page.fill("#log-filter", "");
   assert.match(await text("#log"), /^07:05:10\.000\|ERR\|.*Error rotate\(\)$/);
   await page.selectOption("#log-level", "TMP");

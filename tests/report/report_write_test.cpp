@@ -30,7 +30,7 @@ TEST_F(ReportFile, ReplacesAnOlderOne) {
   EXPECT_EQ(fs::file_size(file), reportPage(report_sample::emptyRun()).size());
 }
 
-TEST_F(ReportFile, ThatCannotBeWrittenIsNamedWithTheReason) {
+TEST_F(ReportFile, FailedWriteNamesFileAndReason) {
   const fs::path file = mFolder / "missing/index.html";
   try {
     writeReport(report_sample::emptyRun(), file);

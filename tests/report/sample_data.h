@@ -10,7 +10,7 @@ namespace report_sample {
 /// x 30. 1000 ms: perspective, from (0,-20,0) to the origin, Z up, field 20 x 15. 1900 ms: a sheet, centre
 /// (5,-2), 50 x 40. The layer PROBE holds one line from (3,4,5) to (3,4,6), handle 2A, which stands 2 higher
 /// from 1500 ms on; the layer ACROSS one line along Y through all cameras' surroundings; the layer BEHIND one
-/// that the camera of 1000 ms has behind it.
+/// that is behind the camera at 1000 ms.
 workbench::ReportData bundle();
 
 /// A run of an empty drawing: one moment, nothing printed, no log.

@@ -38,7 +38,7 @@ class MenuFile : public testing::Test {
   WorkbenchProcess mProcess;
 };
 
-TEST_F(MenuFile, ThatAppearsAfterThreeSecondsServesFromThenOn) {
+TEST_F(MenuFile, LateFileServesFromThenOn) {
   play("1000 function 0\n3000 menu\n3500 function 0\n4000 end\n",
        std::string(kModes) + "[MenuBar]\na = {A}_ZOOM;_ALL\n");
   EXPECT_EQ(logged("keyEvent (0') too big (max. is -1)!"), 1u);
@@ -49,7 +49,7 @@ TEST_F(MenuFile, ThatAppearsAfterThreeSecondsServesFromThenOn) {
   EXPECT_NE(texts.find(" send-activate \"_ZOOM\\n\"\n"), std::string::npos) << texts;
 }
 
-TEST_F(MenuFile, WithoutModesIsReadAtEveryTickAndServesAllTheSame) {
+TEST_F(MenuFile, FileWithoutModesIsReadAtEveryTickAndServes) {
   play("500 function 0\n2000 end\n", "[MenuBar]\na = {A}_ZOOM;_ALL\n");
   // A tick each 100 ms, from 100 to 2000.
   EXPECT_GE(logged("autocad.mnu' with 1 entries loaded."), 18u);
@@ -57,7 +57,7 @@ TEST_F(MenuFile, WithoutModesIsReadAtEveryTickAndServesAllTheSame) {
   EXPECT_NE(sent().find("\"_ALL\\n\""), std::string::npos);
 }
 
-TEST_F(MenuFile, OfTwentyThousandEntriesIsReadOnceToTheLast) {
+TEST_F(MenuFile, TwentyThousandEntriesAreReadOnce) {
   std::string menu = std::string(kModes) + "[MenuBar]\n";
   for (int i = 0; i < 20000; ++i)
     menu += "Item." + std::to_string(i) + " = {Item " + std::to_string(i) + "}OFFICE_" + std::to_string(i) +

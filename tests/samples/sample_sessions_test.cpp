@@ -1,5 +1,5 @@
 /// The sample sessions with the real module, on the sample drawing and on drawings that other programs made.
-/// The latter lie beside the project, so a machine without them skips those tests.
+/// The latter are beside the project, so a machine without them skips those tests.
 #include "tests/support/workbench_process.h"
 
 #include <gtest/gtest.h>

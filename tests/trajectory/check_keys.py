@@ -2,7 +2,7 @@
 """Holds a run's commandline.log to the texts of the keys in its session, and trajectory.csv to what they mean.
 
 Written apart from the module: the texts are built from the session and the menu file, the views are judged by where
-the camera stands and by what the drawing's box needs.
+the camera is and by what the drawing's box needs.
 
 usage: check_keys.py FOLDER SESSION MENU DRAWING    FOLDER holds the results of the run
 """

@@ -11,7 +11,7 @@ struct BadUsage {
 };
 
 /// Each leaves one line, status 2 and an empty output folder.
-TEST(CommandLine, EveryMistakeIsOneLineAndWritesNothing) {
+TEST(CommandLine, EveryMistakeGivesOneLineAndWritesNothing) {
   const FakeModuleProcess process;
   process.write("a.session", "9 end\n");
   process.write("bad.session", "9 jump\n");
@@ -33,8 +33,7 @@ TEST(CommandLine, EveryMistakeIsOneLineAndWritesNothing) {
        "command line: The following argument was not expected: --fast"},
       {"--drawing no.dxf --session a.session --out out",
        "no.dxf: expected a drawing (DXF text file), found no such file"},
-      {"--drawing . --session a.session --out out",
-       ".: expected a drawing (DXF text file), found something that is no file"},
+      {"--drawing . --session a.session --out out", ".: expected a drawing (DXF text file), found a folder"},
       {"--drawing picture.dxf --session a.session --out out",
        "picture.dxf:1: expected a group code of a DXF text file, found \"\\x89PNG\""},
       {"--drawing a.dxf --session no.session --out out",
@@ -61,7 +60,7 @@ TEST(CommandLine, EveryMistakeIsOneLineAndWritesNothing) {
   }
 }
 
-TEST(CommandLine, ADrawingCutInTheMiddleIsOneLine) {
+TEST(CommandLine, CutDrawingGivesOneLine) {
   const FakeModuleProcess process;
   const std::string whole = process.read("a.dxf");
   process.write("a.dxf", whole.substr(0, whole.size() / 2));
@@ -71,7 +70,7 @@ TEST(CommandLine, ADrawingCutInTheMiddleIsOneLine) {
   EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 1);
 }
 
-TEST(CommandLine, AnUnknownVerbNamesFileAndLine) {
+TEST(CommandLine, UnknownVerbNamesFileAndLine) {
   const FakeModuleProcess process;
   const Outcome outcome = process.replay("1 key top\n9 jump\n");
   EXPECT_EQ(outcome.status, 2);
@@ -80,7 +79,7 @@ TEST(CommandLine, AnUnknownVerbNamesFileAndLine) {
             "setvar projection pointer menu end, found \"jump\"\n");
 }
 
-TEST(CommandLine, AVariableTheHostDoesNotHaveEndsTheRun) {
+TEST(CommandLine, UnknownVariableEndsTheRun) {
   const FakeModuleProcess process;
   const Outcome outcome = process.replay("9 setvar NOSUCH 1\n5000 key top\n");
   EXPECT_EQ(outcome.status, 2);
@@ -89,7 +88,7 @@ TEST(CommandLine, AVariableTheHostDoesNotHaveEndsTheRun) {
   EXPECT_FALSE(std::filesystem::exists(process.root() / "out/trajectory.csv"));
 }
 
-TEST(CommandLine, WhatIsNoModuleForThisHostIsRefused) {
+TEST(CommandLine, OtherModulesAreRefused) {
   const FakeModuleProcess process;
   process.write("a.session", "9 end\n");
   std::filesystem::create_directory(process.root() / "out");
@@ -107,7 +106,7 @@ TEST(CommandLine, WhatIsNoModuleForThisHostIsRefused) {
   }
 }
 
-TEST(CommandLine, HelpIsNoMistake) {
+TEST(CommandLine, HelpPrintsTheOptions) {
   const FakeModuleProcess process;
   const Outcome outcome = process.run("replay --help");
   EXPECT_EQ(outcome.status, 0);
@@ -115,7 +114,7 @@ TEST(CommandLine, HelpIsNoMistake) {
   EXPECT_EQ(outcome.err, "");
 }
 
-TEST(CommandLine, WithoutACommandItIsOneLine) {
+TEST(CommandLine, MissingSubcommandGivesOneLine) {
   const FakeModuleProcess process;
   const Outcome outcome = process.run("");
   EXPECT_EQ(outcome.status, 2);

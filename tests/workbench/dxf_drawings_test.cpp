@@ -1,4 +1,4 @@
-/// Drawings that other programs made. They lie beside the project, so a machine without them skips these
+/// Drawings that other programs made. They are beside the project, so a machine without them skips these
 /// tests.
 #include "workbench/dxf/reader.h"
 #include "workbench/input_error.h"
@@ -84,7 +84,7 @@ TEST_F(DxfDrawings, Sample2013CountsWhatItDoesNotUnderstand) {
   EXPECT_EQ(skipped.count("VERTEX"), 0u);
 }
 
-TEST_F(DxfDrawings, ADrawingCutInTheMiddleEndsWithItsLine) {
+TEST_F(DxfDrawings, CutDrawingNamesItsLine) {
   const std::string text = readFile(folder() / "us_main.dxf", "a drawing");
   const std::string half = text.substr(0, text.size() / 2);
   try {

@@ -20,7 +20,7 @@ void expectPoint(const AcGePoint3d& p, double x, double y, double z) {
   EXPECT_NEAR(p.z, z, 1e-9);
 }
 
-TEST(DxfEntities, ALineHasItsEndsHandleLayerAndColour) {
+TEST(DxfEntities, LineHasItsEndsHandleLayerAndColour) {
   const auto drawing = read("0 LINE|5 2A|8 Walls|62 3|10 1|20 2|30 3|11 4|21 5|31 6");
   const standin::DrawnEntity& line = *drawing->entities().at(0);
   EXPECT_STREQ(line.typeName(), "LINE");
@@ -31,29 +31,29 @@ TEST(DxfEntities, ALineHasItsEndsHandleLayerAndColour) {
   expectPoint(line.points().at(1), 4, 5, 6);
 }
 
-TEST(DxfEntities, ZMayBeLeftOut) {
+TEST(DxfEntities, MissingZIsZero) {
   expectPoint(read("0 POINT|10 1|20 2")->entities().at(0)->points().at(0), 1, 2, 0);
 }
 
-TEST(DxfEntities, ACircleStandsInItsObjectFrame) {
+TEST(DxfEntities, CircleIsInItsObjectFrame) {
   // Extrusion along world x: the frame's axes are world y and world z.
   const auto drawing = read("0 CIRCLE|10 1|20 2|30 3|40 5|210 1|220 0|230 0");
   expectPoint(drawing->entities().at(0)->points().at(0), 3, 1, 2);
 }
 
-TEST(DxfEntities, ADownwardExtrusionMirrorsX) {
+TEST(DxfEntities, DownwardExtrusionMirrorsX) {
   const auto drawing = read("0 CIRCLE|10 1|20 2|30 3|40 5|210 0|220 0|230 -1");
   expectPoint(drawing->entities().at(0)->points().at(0), -1, 2, -3);
 }
 
-TEST(DxfEntities, AnArcRunsCounterClockwiseAcrossZero) {
+TEST(DxfEntities, ArcRunsCounterClockwiseAcrossZero) {
   const auto outline = read("0 ARC|10 0|20 0|40 2|50 270|51 90")->entities().at(0)->outline().at(0);
   expectPoint(outline.front(), 0, -2, 0);
   expectPoint(outline.back(), 0, 2, 0);
   expectPoint(outline[outline.size() / 2], 2, 0, 0);
 }
 
-TEST(DxfEntities, AnEllipseHasItsAxisInTheWorld) {
+TEST(DxfEntities, EllipseHasItsAxisInTheWorldFrame) {
   const auto outline = read("0 ELLIPSE|10 1|20 1|30 0|11 0|21 4|31 0|40 0.5|41 0|42 1.5707963267948966")
                            ->entities()
                            .at(0)
@@ -62,14 +62,14 @@ TEST(DxfEntities, AnEllipseHasItsAxisInTheWorld) {
   expectPoint(outline.at(0).back(), -1, 1, 0);
 }
 
-TEST(DxfEntities, AFaceOfThreeCornersRepeatsTheThird) {
+TEST(DxfEntities, FaceOfThreeCornersRepeatsTheThird) {
   const auto points =
       read("0 3DFACE|10 0|20 0|30 0|11 1|21 0|31 0|12 0|22 1|32 7")->entities().at(0)->points();
   ASSERT_EQ(points.size(), 4u);
   expectPoint(points[3], 0, 1, 7);
 }
 
-TEST(DxfEntities, ALightPolylineHasElevationAndBulges) {
+TEST(DxfEntities, LightPolylineHasElevationAndBulges) {
   const auto drawing = read("0 LWPOLYLINE|90 2|70 0|38 4|10 0|20 0|42 1|10 2|20 0");
   const standin::DrawnEntity& polyline = *drawing->entities().at(0);
   ASSERT_EQ(polyline.points().size(), 2u);
@@ -79,14 +79,14 @@ TEST(DxfEntities, ALightPolylineHasElevationAndBulges) {
   expectPoint(outline[outline.size() / 2], 1, -1, 4);
 }
 
-TEST(DxfEntities, AClosedLightPolylineReturnsToItsStart) {
+TEST(DxfEntities, ClosedLightPolylineReturnsToItsStart) {
   const auto outline =
       read("0 LWPOLYLINE|90 3|70 1|10 0|20 0|10 2|20 0|10 0|20 2")->entities().at(0)->outline().at(0);
   expectPoint(outline.front(), 0, 0, 0);
   expectPoint(outline.back(), 0, 0, 0);
 }
 
-TEST(DxfEntities, AnOldPolylineIsPlanarUnlessItsFlagsSayOtherwise) {
+TEST(DxfEntities, PolylineIsPlanarUnlessItsFlagsSayOtherwise) {
   const auto drawing = read(
       "0 POLYLINE|70 0|10 0|20 0|30 9|0 VERTEX|10 1|20 2|30 5|0 VERTEX|10 3|20 4|0 SEQEND|"
       "0 POLYLINE|70 8|0 VERTEX|10 1|20 2|30 5|0 VERTEX|10 3|20 4|30 6|0 SEQEND");
@@ -94,14 +94,14 @@ TEST(DxfEntities, AnOldPolylineIsPlanarUnlessItsFlagsSayOtherwise) {
   expectPoint(drawing->entities().at(1)->points().at(0), 1, 2, 5);
 }
 
-TEST(DxfEntities, TheFrameOfAFittedSplineIsLeftOut) {
+TEST(DxfEntities, ReaderLeavesOutTheFrameOfAFittedSpline) {
   const auto drawing = read(
       "0 POLYLINE|70 12|0 VERTEX|70 48|10 9|20 9|30 9|0 VERTEX|70 40|10 1|20 1|30 1|"
       "0 VERTEX|70 40|10 2|20 2|30 2|0 SEQEND");
   EXPECT_EQ(drawing->entities().at(0)->points().size(), 2u);
 }
 
-TEST(DxfEntities, AMeshIsReadRowByRow) {
+TEST(DxfEntities, MeshIsReadRowByRow) {
   const auto drawing = read(
       "0 POLYLINE|70 16|71 2|72 2|0 VERTEX|70 64|10 0|20 0|30 0|0 VERTEX|70 64|10 0|20 1|30 0|"
       "0 VERTEX|70 64|10 1|20 0|30 0|0 VERTEX|70 64|10 1|20 1|30 0|0 SEQEND");
@@ -109,7 +109,7 @@ TEST(DxfEntities, AMeshIsReadRowByRow) {
   EXPECT_EQ(drawing->entities().at(0)->outline().size(), 4u);
 }
 
-TEST(DxfEntities, APolyfaceHasItsVerticesAndFaces) {
+TEST(DxfEntities, PolyfaceHasItsVerticesAndFaces) {
   const auto drawing = read(
       "0 POLYLINE|70 64|0 VERTEX|70 192|10 0|20 0|30 0|0 VERTEX|70 192|10 1|20 0|30 0|"
       "0 VERTEX|70 192|10 0|20 1|30 2|0 VERTEX|70 128|71 1|72 -2|73 3|0 SEQEND");
@@ -117,7 +117,7 @@ TEST(DxfEntities, APolyfaceHasItsVerticesAndFaces) {
   EXPECT_EQ(drawing->entities().at(0)->outline().size(), 1u);
 }
 
-TEST(DxfEntities, WhatIsNotUnderstoodIsCountedByTypeAndPlace) {
+TEST(DxfEntities, ReaderCountsOtherEntitiesByTypeAndPlace) {
   const auto drawing =
       parseDrawing(dxfFile(dxfSection("BLOCKS",
                                       "0 BLOCK|2 A|10 0|20 0|0 MTEXT|1 x|0 LINE|10 0|20 0|11 1|21 1|0 ENDBLK|"
@@ -136,7 +136,7 @@ TEST(DxfEntities, WhatIsNotUnderstoodIsCountedByTypeAndPlace) {
   EXPECT_EQ(drawing->entities().size(), 1u);
 }
 
-TEST(DxfEntities, MissingAndDoubleHandlesGetFreeOnes) {
+TEST(DxfEntities, EntitiesWithoutAHandleOfTheirOwnGetFreeOnes) {
   const auto drawing =
       read("0 POINT|10 0|20 0|0 POINT|5 2|10 1|20 0|0 POINT|5 2|10 2|20 0|0 POINT|5 10|10 3|20 0");
   std::vector<std::uint64_t> handles;
@@ -144,7 +144,7 @@ TEST(DxfEntities, MissingAndDoubleHandlesGetFreeOnes) {
   EXPECT_EQ(handles, (std::vector<std::uint64_t>{0x11, 0x2, 0x12, 0x10}));
 }
 
-TEST(DxfEntities, AngleOfAnArcIsInDegrees) {
+TEST(DxfEntities, ArcAnglesAreInDegrees) {
   const auto outline = read("0 ARC|10 0|20 0|40 1|50 0|51 45")->entities().at(0)->outline().at(0);
   expectPoint(outline.back(), std::cos(kPi / 4), std::sin(kPi / 4), 0);
 }

@@ -33,7 +33,7 @@ void expectPoint(const AcGePoint3d& p, double x, double y, double z) {
   EXPECT_NEAR(p.z, z, 1e-9);
 }
 
-TEST(DxfInserts, TheBasePointLandsOnTheInsertionPoint) {
+TEST(DxfInserts, BasePointIsAtTheInsertionPoint) {
   const auto outline = outlineOf(kBlockA, "0 INSERT|2 A|10 5|20 6|30 7");
   expectPoint(outline.at(0).at(0), 5, 6, 7);
   expectPoint(outline.at(0).at(1), 6, 6, 7);
@@ -44,13 +44,13 @@ TEST(DxfInserts, ScaleComesBeforeRotation) {
   expectPoint(outline.at(0).at(1), 5, 9, 0);
 }
 
-TEST(DxfInserts, TheExtrusionTurnsTheWholeInsertion) {
+TEST(DxfInserts, ExtrusionTurnsTheWholeInsertion) {
   const auto outline = outlineOf(kBlockA, "0 INSERT|2 A|10 5|20 6|30 7|210 0|220 0|230 -1");
   expectPoint(outline.at(0).at(0), -5, 6, -7);
   expectPoint(outline.at(0).at(1), -6, 6, -7);
 }
 
-TEST(DxfInserts, AnArrayIsOneEntityWithUnscaledTurnedSpacing) {
+TEST(DxfInserts, ArrayIsOneEntityWithUnscaledTurnedSpacing) {
   const auto drawing = parseDrawing(
       file(kBlockA, "0 INSERT|5 2A|2 A|10 0|20 0|30 0|41 2|50 90|70 2|71 3|44 10|45 100"), "a.dxf");
   ASSERT_EQ(drawing->entities().size(), 1u);
@@ -67,24 +67,24 @@ TEST(DxfInserts, BlocksMayBeNestedAndDefinedFurtherDown) {
   expectPoint(outline.at(0).at(0), 10, 5, 0);
 }
 
-TEST(DxfInserts, ABlockThatIsNotThereIsNamed) {
+TEST(DxfInserts, InsertOfAMissingBlockIsRefused) {
   EXPECT_EQ(errorOf(file("0 BLOCK|2 A|0 ENDBLK", "0 INSERT|2 C|10 0|20 0")),
             "a.dxf:20: expected the name of a block of this file, found \"C\"");
 }
 
-TEST(DxfInserts, ABlockThatContainsItselfIsRefused) {
+TEST(DxfInserts, BlockThatContainsItselfIsRefused) {
   EXPECT_EQ(errorOf(file("0 BLOCK|2 A|0 INSERT|2 A|10 0|20 0|0 ENDBLK", "0 POINT|10 0|20 0")),
             "a.dxf:10: expected a block that does not contain itself, found \"A\"");
 }
 
-TEST(DxfInserts, ARingOfBlocksIsRefused) {
+TEST(DxfInserts, RingOfBlocksIsRefused) {
   const std::string message =
       errorOf(file("0 BLOCK|2 A|0 INSERT|2 B|10 0|20 0|0 ENDBLK|0 BLOCK|2 B|0 INSERT|2 A|10 0|20 0|0 ENDBLK",
                    "0 POINT|10 0|20 0"));
   EXPECT_EQ(message, "a.dxf:24: expected a block that does not contain itself, found \"A\"");
 }
 
-TEST(DxfInserts, AnArrayOfTooManyCopiesIsRefused) {
+TEST(DxfInserts, ArrayOfTooManyCopiesIsRefused) {
   EXPECT_EQ(errorOf(file("0 BLOCK|2 A|0 ENDBLK", "0 INSERT|2 A|10 0|20 0|70 32767|71 32767")),
             "a.dxf:18: expected at most 10000 copies of a block, found 1073676289");
 }

@@ -20,7 +20,7 @@ std::unique_ptr<standin::Drawing> readTables(const std::string& groups) {
   return parseDrawing(dxfFile(dxfSection("TABLES", groups)), "a.dxf");
 }
 
-TEST(DxfReader, LayersAreOffByANegativeColourFrozenOrLocked) {
+TEST(DxfReader, LayerMayBeOffFrozenOrLocked) {
   const auto drawing = readTables(
       "0 TABLE|2 LAYER|0 LAYER|2 Off|62 -3|70 0|0 LAYER|2 Frozen|62 4|70 1|0 LAYER|2 Locked|62 5|70 4|0 "
       "ENDTAB");
@@ -31,14 +31,14 @@ TEST(DxfReader, LayersAreOffByANegativeColourFrozenOrLocked) {
   EXPECT_TRUE(drawing->layer("Locked").isVisible);
 }
 
-TEST(DxfReader, AnEntityMaySpellItsLayerWithOtherCase) {
+TEST(DxfReader, EntityMaySpellItsLayerInAnotherCase) {
   const auto drawing = parseDrawing(dxfFile(dxfSection("TABLES", "0 LAYER|2 Walls|62 3|70 4") +
                                             dxfSection("ENTITIES", "0 POINT|8 WALLS|10 0|20 0")),
                                     "a.dxf");
   EXPECT_EQ(drawing->entities().at(0)->properties().layer, "Walls");
 }
 
-TEST(DxfReader, TheFirstActiveViewportGivesTheView) {
+TEST(DxfReader, FirstActiveViewportGivesTheView) {
   const auto drawing = readTables(
       "0 VPORT|2 Other|40 9|0 VPORT|2 *Active|12 1|22 2|16 0|26 -1|36 1|17 5|27 6|37 7|40 20|41 1.5|42 35|51 "
       "90|71 1|"
@@ -55,7 +55,7 @@ TEST(DxfReader, TheFirstActiveViewportGivesTheView) {
   EXPECT_TRUE(drawing->mView->isPerspective);
 }
 
-TEST(DxfReader, AViewWithoutHeightIsNone) {
+TEST(DxfReader, ViewWithoutHeightIsIgnored) {
   EXPECT_FALSE(readTables("0 VPORT|2 *ACTIVE|40 0|41 1")->mView);
 }
 
@@ -117,7 +117,7 @@ TEST(DxfReader, EveryMistakeNamesFileLineAndWhatWasExpected) {
   for (const auto& [text, message] : table) EXPECT_EQ(errorOf(text), message);
 }
 
-TEST(DxfReader, AMissingFileIsNamed) {
+TEST(DxfReader, MissingFileIsReported) {
   try {
     readDrawing("/nowhere/a.dxf");
     FAIL();
@@ -126,7 +126,7 @@ TEST(DxfReader, AMissingFileIsNamed) {
   }
 }
 
-TEST(DxfReader, EveryPrefixOfAFileIsAnErrorOrNothing) {
+TEST(DxfReader, EveryPrefixOfAFileIsAnError) {
   const std::string text = dxfEntities("0 LINE|5 2A|8 0|10 1|20 2|11 3|21 4|0 CIRCLE|10 0|20 0|40 1");
   for (std::size_t length = 0; length + 1 < text.size(); ++length)
     EXPECT_NE(errorOf(text.substr(0, length)), "no error") << length;

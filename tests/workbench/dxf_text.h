@@ -27,7 +27,7 @@ inline std::string dxfFile(const std::string& sections) {
   return sections + "0\nEOF\n";
 }
 
-/// A file with these entities in model space; the first group's code stands on line 5.
+/// A file with these entities in model space; the first group's code is on line 5.
 inline std::string dxfEntities(std::string_view groups) {
   return dxfFile(dxfSection("ENTITIES", groups));
 }

@@ -19,7 +19,7 @@ std::vector<ReportKey> effects(const std::string& session, const Recording& reco
   return keyEffects(parseSession(session, "a.session"), recording, {{"Plan", "_-VIEW;_TOP"}});
 }
 
-TEST(KeyEffects, AKeyHasWhatWasSentAndSeenUntilTheNext) {
+TEST(KeyEffects, KeyHasWhatWasSentAndSeenUntilTheNext) {
   Recording recording;
   recording.commandLine = {{101, LineKind::kSend, "one "},
                            {101, LineKind::kHost, "two"},
@@ -36,13 +36,13 @@ TEST(KeyEffects, AKeyHasWhatWasSentAndSeenUntilTheNext) {
   EXPECT_EQ(keys[2].view, "");
 }
 
-TEST(KeyEffects, WhatTheUserDoesIsNoEffectOfAKey) {
+TEST(KeyEffects, ActionOfTheUserEndsTheEffectOfAKey) {
   Recording recording;
   recording.rows = {viewRow(300, {1, 0, 0})};
   EXPECT_EQ(effects("100 key top\n300 projection perspective\n", recording).at(0).view, "");
 }
 
-TEST(KeyEffects, KeysOfOneTimeShareARow) {
+TEST(KeyEffects, KeysPressedTogetherShareARow) {
   const auto keys = effects("100 key top\n100 motion 1 0 0 0 0 0\n100 key fit\n", {});
   ASSERT_EQ(keys.size(), 1u);
   EXPECT_EQ(keys[0].name, "key top, key fit");
@@ -57,7 +57,7 @@ TEST(KeyEffects, EveryStandardDirectionHasAName) {
     EXPECT_EQ(viewInWords(viewRow(0, position)), std::string(words) + ", 160 x 100");
 }
 
-TEST(KeyEffects, ASheetIsToldByItsMiddle) {
+TEST(KeyEffects, SheetIsDescribedByItsCentre) {
   TrajectoryRow row = viewRow(0, {210, 148.5, 0});
   row.isPaper = true;
   EXPECT_EQ(viewInWords(row), "the sheet around (210, 148.5), 160 x 100");

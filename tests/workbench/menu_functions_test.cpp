@@ -14,27 +14,27 @@ std::string labelsAndMacros(std::string_view menuFile) {
   return text;
 }
 
-TEST(MenuFunctions, AreNumberedByWhatHasALabelAndAMacro) {
+TEST(MenuFunctions, ItemsWithLabelAndMacroAreNumbered) {
   EXPECT_EQ(labelsAndMacros("[MenuBar]\na = {All}_ZOOM;_ALL|Shows everything\nb = Zoom\nc = {Empty}\n"
                             "d =\ne = {Two} }_LINE\n"),
             "All:_ZOOM;_ALL\nTwo: }_LINE\n");
 }
 
-TEST(MenuFunctions, StandInTheirOwnSectionOnly) {
+TEST(MenuFunctions, OnlyTheMenuBarSectionIsRead) {
   EXPECT_EQ(labelsAndMacros("[Modes]\nx = {A}B\n\n[MenuBar] and more\ny\t{C}D # note\r\n[Other]\nz = {E}F\n"),
             "C:D\n");
 }
 
-TEST(MenuFunctions, EndAtTheFirstBlankLine) {
+TEST(MenuFunctions, BlankLineEndsTheSection) {
   EXPECT_EQ(labelsAndMacros("[MenuBar]\n# a note\na = {A}B\n\nb = {C}D\n"), "A:B\n");
   EXPECT_EQ(labelsAndMacros("[MenuBar]\na = {A}B\n  # indented\nb = {C}D"), "A:B\n");
 }
 
-TEST(MenuFunctions, ABlankBeforeAKeyIsNoSeparator) {
+TEST(MenuFunctions, BlankBeforeAKeyIsIgnored) {
   EXPECT_EQ(labelsAndMacros("[MenuBar]\n\ta = {A}B\n  c\t{C}D\n= {E}F\ng = {G}H"), "A:B\nC:D\n");
 }
 
-TEST(MenuFunctions, OfNoMenuAreNone) {
+TEST(MenuFunctions, MissingMenuHasNoFunctions) {
   EXPECT_EQ(labelsAndMacros(""), "");
   EXPECT_EQ(labelsAndMacros("[MenuBar]"), "");
   EXPECT_EQ(labelsAndMacros("[MenuBar\na = {A}B"), "") << "a header without its end";

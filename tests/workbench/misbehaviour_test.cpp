@@ -21,7 +21,7 @@ void PrintTo(const Fault& fault, std::ostream* stream) {
 
 class Misbehaviour : public testing::TestWithParam<Fault> {};
 
-TEST_P(Misbehaviour, MakesTheRunUncleanAndIsNamed) {
+TEST_P(Misbehaviour, MakesTheRunUncleanAndIsReported) {
   const FakeModuleProcess process;
   const Outcome outcome = process.replay(kSession, "", GetParam().name);
   EXPECT_EQ(outcome.status, 1);
@@ -41,9 +41,9 @@ std::string nameOf(const testing::TestParamInfo<Fault>& tested) {
 }
 
 INSTANTIATE_TEST_SUITE_P(OfEachKind, Misbehaviour,
-                         testing::Values(Fault{"init-error", "the init message was answered 3, not 0"},
+                         testing::Values(Fault{"init-error", "the init message returned 3, not 0"},
                                          Fault{"init-throw", "the init message threw: not today"},
-                                         Fault{"unload-error", "the unload message was answered 3, not 0"},
+                                         Fault{"unload-error", "the unload message returned 3, not 0"},
                                          Fault{"throw-in-timer", "a timer procedure threw: no more"},
                                          Fault{"leave-timer", "1 timers left after the unload message"},
                                          Fault{"leave-thread", "1 threads left after the unload message"},

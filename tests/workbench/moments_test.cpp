@@ -50,7 +50,7 @@ class Moments : public testing::Test {
   }
 };
 
-TEST_F(Moments, ShapesAreTheOnesOfTheBeginning) {
+TEST_F(Moments, ShapesAreThoseOfTheBeginning) {
   MomentRecorder recorder(100, 2);
   recorder.begin();
   const auto shapes = recorder.takeShapes();
@@ -59,7 +59,7 @@ TEST_F(Moments, ShapesAreTheOnesOfTheBeginning) {
   EXPECT_EQ(shapes[0].colour, 7);
 }
 
-TEST_F(Moments, EachIsTakenAtTheFirstLookAtOrAfterItsTime) {
+TEST_F(Moments, EachMomentIsTakenAtTheFirstLookAfterItsTime) {
   MomentRecorder recorder(100, 3);
   recorder.begin();
   recorder.look();
@@ -78,7 +78,7 @@ TEST_F(Moments, EachIsTakenAtTheFirstLookAtOrAfterItsTime) {
   EXPECT_EQ(moments[2].timeMs, 100);
 }
 
-TEST_F(Moments, AMovedEntityIsAmongTheChangedFromThenOn) {
+TEST_F(Moments, MovedEntityIsChangedFromThenOn) {
   MomentRecorder recorder(100, 2);
   recorder.begin();
   host::select({0x2A});
@@ -91,7 +91,7 @@ TEST_F(Moments, AMovedEntityIsAmongTheChangedFromThenOn) {
   EXPECT_EQ(moments.at(1).changed[0].outline.at(0).at(0).x, 6);
 }
 
-TEST_F(Moments, AnEntityMovedBetweenTwoMomentsIsAmongTheChanged) {
+TEST_F(Moments, EntityMovedBetweenMomentsIsChanged) {
   // Selected, moved and let go of while no moment is taken.
   MomentRecorder recorder(100, 2);
   recorder.begin();
@@ -112,7 +112,7 @@ TEST_F(Moments, AnEntityMovedBetweenTwoMomentsIsAmongTheChanged) {
   EXPECT_EQ(moments.at(1).changed[0].outline.at(0).at(0).y, 14);
 }
 
-TEST_F(Moments, ADesktopIsTakenWhereItIsAskedFor) {
+TEST_F(Moments, DesktopIsTakenWhenRequested) {
   resetDesktop();
   MomentRecorder without(100, 1);
   without.begin();
@@ -133,7 +133,7 @@ TEST_F(Moments, ADesktopIsTakenWhereItIsAskedFor) {
   EXPECT_LT(desktop->pointer[0], tree->rect[2]);
 }
 
-TEST_F(Moments, AnErasedEntityIsGone) {
+TEST_F(Moments, ErasedEntityIsGone) {
   MomentRecorder recorder(100, 1);
   recorder.begin();
   host::drawing()->erase(0x2B);
@@ -143,7 +143,7 @@ TEST_F(Moments, AnErasedEntityIsGone) {
   EXPECT_TRUE(moments.at(0).changed.empty());
 }
 
-TEST_F(Moments, ANewEntityIsAmongTheChanged) {
+TEST_F(Moments, NewEntityIsChanged) {
   MomentRecorder recorder(100, 1);
   recorder.begin();
   host::drawing()->add(standin::makePoint({0x30}, {3, 3, 3}));
@@ -151,7 +151,7 @@ TEST_F(Moments, ANewEntityIsAmongTheChanged) {
   EXPECT_EQ(recorder.takeMoments().at(0).changed.at(0).handle, 0x30u);
 }
 
-TEST_F(Moments, TheSheetOfALayoutIsPaper) {
+TEST_F(Moments, SheetOfALayoutIsPaper) {
   MomentRecorder recorder(100, 1);
   recorder.begin();
   host::setVariable(L"TILEMODE", L"0");
@@ -164,7 +164,7 @@ TEST_F(Moments, TheSheetOfALayoutIsPaper) {
   EXPECT_EQ(moment.camera.fieldHeight, host::camera(2)->fieldHeight) << "of the window in it";
 }
 
-TEST_F(Moments, TheWindowOfALayoutIsNoPaper) {
+TEST_F(Moments, WindowOfALayoutIsNotPaper) {
   MomentRecorder recorder(100, 1);
   recorder.begin();
   host::setVariable(L"TILEMODE", L"0");
@@ -184,7 +184,7 @@ std::wstring classUnderPointer() {
   return name;
 }
 
-TEST(Desktop, ThePointerLiesOnAnotherWindowAtEachPlace) {
+TEST(Desktop, EachTargetPutsThePointerOnAnotherWindow) {
   resetDesktop();
   std::set<std::wstring> classes;
   for (const PointerTarget target :
@@ -198,7 +198,7 @@ TEST(Desktop, ThePointerLiesOnAnotherWindowAtEachPlace) {
   EXPECT_EQ(classUnderPointer(), L"");
 }
 
-TEST(Desktop, BoxesAndBeepsAreToldAsText) {
+TEST(Desktop, BoxesAndBeepsAreReportedAsText) {
   resetDesktop();
   std::vector<std::wstring> told;
   listenToDesktop([&told](const DesktopMessage& message) { told.push_back(message.text); });

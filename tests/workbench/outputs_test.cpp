@@ -12,7 +12,7 @@ constexpr const char* kHeader =
     "time_ms,kind,viewport,cap_x,cap_y,cap_z,cap_rx,cap_ry,cap_rz,px,py,pz,tx,ty,tz,ux,uy,uz,field_width,"
     "field_height,projection\n";
 
-TEST(Outputs, ARowOfTheTrajectoryHasSeventeenDigits) {
+TEST(Outputs, TrajectoryHasSeventeenDigits) {
   TrajectoryRow row;
   row.timeMs = 16;
   row.kind = RowKind::kPass3d;
@@ -27,7 +27,7 @@ TEST(Outputs, ARowOfTheTrajectoryHasSeventeenDigits) {
           "perspective\n");
 }
 
-TEST(Outputs, EachKindOfRowHasItsName) {
+TEST(Outputs, EachKindOfRowHasAName) {
   std::string kinds;
   for (const RowKind kind :
        {RowKind::kStart, RowKind::kPass3d, RowKind::kCommit, RowKind::kView, RowKind::kPass2d}) {
@@ -39,14 +39,14 @@ TEST(Outputs, EachKindOfRowHasItsName) {
   EXPECT_EQ(kinds, "0,start 0,pass3d 0,commit 0,view 0,pass2d ");
 }
 
-TEST(Outputs, EntitiesAreListedWithTheirPoints) {
+TEST(Outputs, EntitiesHaveTheirPoints) {
   const std::vector<EntityState> entities = {{0x2A, "LINE", "a,\"b\"", {{0, 0.5, 1}, {2, 3, 4}}},
                                              {0xFF, "CIRCLE", "0", {{1, 2, 3}}}};
   EXPECT_EQ(entitiesCsv(entities),
             "handle,type,layer,points\n2A,LINE,\"a,\"\"b\"\"\",0 0.5 1;2 3 4\nFF,CIRCLE,0,1 2 3\n");
 }
 
-TEST(Outputs, TheCommandLineIsEscapedAsInJson) {
+TEST(Outputs, CommandLineLogEscapesTextAsJson) {
   const std::vector<CommandLineEntry> lines = {
       {1, LineKind::kSend, "a\"b\\\n"},     {2, LineKind::kSendActivate, "x "},
       {3, LineKind::kPrint, "\x1B\t"},      {4, LineKind::kHost, "Größe"},
@@ -56,7 +56,7 @@ TEST(Outputs, TheCommandLineIsEscapedAsInJson) {
             "5 box \"caption\\ntext\"\n6 beep \"440 Hz, 200 ms\"\n");
 }
 
-TEST(Outputs, AFileThatCannotBeWrittenIsNamed) {
+TEST(Outputs, FailedWriteNamesTheFile) {
   try {
     writeFile("/nowhere/a.csv", "");
     FAIL();
@@ -65,14 +65,14 @@ TEST(Outputs, AFileThatCannotBeWrittenIsNamed) {
   }
 }
 
-TEST(Outputs, MomentsLieEvenlyOverTheRun) {
+TEST(Outputs, MomentsAreSpreadEvenlyOverTheRun) {
   EXPECT_EQ(momentTimes(1000, 5), (std::vector<std::int64_t>{0, 250, 500, 750, 1000}));
   EXPECT_EQ(momentTimes(1000, 1), (std::vector<std::int64_t>{1000}));
   EXPECT_EQ(momentTimes(2, 9), (std::vector<std::int64_t>{0, 1, 2}));
   EXPECT_EQ(momentTimes(0, 60), (std::vector<std::int64_t>{0}));
 }
 
-TEST(Outputs, ARunWritesWhatItsFilesSay) {
+TEST(Outputs, RunWritesItsFiles) {
   const FakeModuleProcess process;
   const Outcome outcome = process.replay("10 key top\n300 end\n", "", "box");
   EXPECT_EQ(outcome.status, 0) << outcome.err;

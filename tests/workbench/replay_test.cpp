@@ -30,7 +30,7 @@ TEST(Replay, PassesCommitsAndCapFollowTheSession) {
             "400 commit cap 0 x 7\n");
 }
 
-TEST(Replay, AtOneMomentTheDeviceComesBeforeTimersAndTimersBeforeTheUser) {
+TEST(Replay, DeviceComesBeforeTimersAndTimersBeforeTheUser) {
   const FakeModuleProcess process;
   const Outcome outcome = process.replay("100 projection perspective\n100 motion 3 0 0 0 0 0\n150 end\n");
   EXPECT_EQ(outcome.status, 0) << outcome.err;
@@ -38,7 +38,7 @@ TEST(Replay, AtOneMomentTheDeviceComesBeforeTimersAndTimersBeforeTheUser) {
   EXPECT_EQ(rows.substr(0, rows.find("view")), "0 start cap 0 x 5\n100 pass3d cap 3 x 6\n116 ");
 }
 
-TEST(Replay, WhatFellDueDuringACallHappensInOrderOfTime) {
+TEST(Replay, EventsDuringACallHappenInOrderOfTime) {
   // The pass at 100 takes until 250: then the user's event of 150 comes before the timer of 200, and the
   // timer of 300 comes too late.
   const FakeModuleProcess process;
@@ -51,27 +51,27 @@ TEST(Replay, WhatFellDueDuringACallHappensInOrderOfTime) {
             "250 pass3d cap 7 x 7\n");
 }
 
-TEST(Replay, AQueuedTextRunsWhenTheHostIsIdle) {
+TEST(Replay, QueuedTextRunsWhenTheHostIsIdle) {
   const FakeModuleProcess process;
   const Outcome outcome = process.replay("10 key top\n300 end\n");
   EXPECT_EQ(outcome.status, 0) << outcome.err;
   EXPECT_EQ(rowsOf(process.read("out/trajectory.csv")), "0 start cap 0 x 5\n100 view cap 0 x 5\n");
 }
 
-TEST(Replay, TheFrameTimeIsWhatADrawingCallTakes) {
+TEST(Replay, DrawingCallTakesTheFrameTime) {
   const FakeModuleProcess process;
   const std::string session = "50 motion 7 0 0 0 0 0\n101 projection perspective\n300 end\n";
   process.replay(session, "--frame-ms 40");
   EXPECT_NE(rowsOf(process.read("out/trajectory.csv")).find("140 view"), std::string::npos);
 }
 
-TEST(Replay, ASessionMayEndWhileTheCapIsHeld) {
+TEST(Replay, SessionMayEndWhileTheCapIsHeld) {
   const FakeModuleProcess process;
   const Outcome outcome = process.replay("50 motion 7 0 0 0 0 0\n250 end\n");
   EXPECT_EQ(outcome.status, 0) << outcome.err;
 }
 
-TEST(Replay, AnEmptySessionIsARun) {
+TEST(Replay, EmptySessionRuns) {
   const FakeModuleProcess process;
   const Outcome outcome = process.replay("# nothing\n");
   EXPECT_EQ(outcome.status, 0) << outcome.err;
@@ -93,7 +93,7 @@ TEST(Replay, TwoRunsAreEqualByteForByte) {
   }
 }
 
-TEST(Replay, ASecondRunIntoTheSameFolderIsEqualToo) {
+TEST(Replay, SecondRunIntoTheSameFolderIsEqual) {
   const FakeModuleProcess process;
   const std::string session = "20 motion 9 0 0 0 0 0\n300 end\n";
   process.replay(session);
@@ -104,7 +104,7 @@ TEST(Replay, ASecondRunIntoTheSameFolderIsEqualToo) {
   EXPECT_EQ(process.read("out/profile/Lumetrapad/autocad_addin_log.txt"), "");
 }
 
-TEST(Replay, AProfileOfTheUsersOwnIsKept) {
+TEST(Replay, ProfileOfTheUserIsKept) {
   const FakeModuleProcess process;
   std::filesystem::create_directories(process.root() / "mine/Lumetrapad");
   process.write("mine/Lumetrapad/autocad_addin_log.txt", "kept <log>");
@@ -115,7 +115,7 @@ TEST(Replay, AProfileOfTheUsersOwnIsKept) {
   EXPECT_FALSE(std::filesystem::exists(process.root() / "out/profile"));
 }
 
-TEST(Replay, AHandleThatTheDrawingLacksIsToldOfAndLeftOut) {
+TEST(Replay, UnknownHandleIsReportedAndLeftOut) {
   const FakeModuleProcess process;
   const Outcome outcome = process.replay("10 select 106 2a FF\n20 command ERASE\n30 select 106\n40 end\n");
   EXPECT_EQ(outcome.status, 0) << outcome.err;
@@ -130,7 +130,7 @@ TEST(Replay, AHandleThatTheDrawingLacksIsToldOfAndLeftOut) {
   EXPECT_TRUE(summary.at("clean").get<bool>());
 }
 
-TEST(Replay, AnErasedEntityIsNoObjectAnyMore) {
+TEST(Replay, ErasedEntityCannotBeSelected) {
   const FakeModuleProcess process;
   EXPECT_EQ(process.replay("10 select 2A\n20 command ERASE\n30 select 2A\n40 end\n").status, 0);
   EXPECT_NE(process.read("out/commandline.log").find("30 host \"No object with handle 2A.\"\n"),
@@ -140,13 +140,13 @@ TEST(Replay, AnErasedEntityIsNoObjectAnyMore) {
 TEST(Replay, RealTimeRunsTheSameSession) {
   const FakeModuleProcess process;
   const Outcome outcome =
-      process.replay("20 motion 9 0 0 0 0 0\n150 motion 0 0 0 0 0 0\n260 end\n", "--realtime");
+      process.replay("20 motion 9 0 0 0 0 0\n700 motion 0 0 0 0 0 0\n1000 end\n", "--realtime");
   EXPECT_EQ(outcome.status, 0) << outcome.err;
   EXPECT_NE(process.read("out/trajectory.csv").find("pass3d"), std::string::npos);
   EXPECT_NE(process.read("out/trajectory.csv").find("commit"), std::string::npos);
 }
 
-TEST(Replay, TheShortSummaryEndsWithTheReportsPath) {
+TEST(Replay, SummaryEndsWithThePathOfTheReport) {
   const FakeModuleProcess process;
   EXPECT_EQ(
       process.replay("9 end\n").out,

@@ -36,7 +36,7 @@ TEST(SessionReader, ReadsTheExampleOfEveryVerb) {
   EXPECT_EQ(session.user[4].line, 12u);
 }
 
-TEST(SessionReader, RotationModeCarriesItsCodeAndTheZoomSwitch) {
+TEST(SessionReader, RotmodeCarriesItsCodeAndTheZoomSwitch) {
   const Session session = parseSession("0 rotmode 010 zoom on\n5 rotmode 999 zoom off", "a.session");
   EXPECT_EQ(std::get<AdvancedSettings>(session.device[0].action).rotationMode, 10);
   EXPECT_TRUE(std::get<AdvancedSettings>(session.device[0].action).isZoomAfterView);
@@ -62,7 +62,7 @@ TEST(SessionReader, KeysAndFunctionsAreEventCodes) {
   for (const auto& [line, code] : table) EXPECT_EQ(eventOf(line).code, code) << line;
 }
 
-TEST(SessionReader, AnEventBelowZeroCarriesTheCapAsItIs) {
+TEST(SessionReader, EventBelowZeroCarriesTheCap) {
   const Session session = parseSession("0 motion 1 2 3 4 5 6\n9 event -2147483648", "a.session");
   const auto& event = std::get<DeviceEvent>(session.device[1].action);
   EXPECT_EQ(event.axes, (std::array<std::int16_t, 6>{1, 2, 3, 4, 5, 6}));
@@ -75,7 +75,7 @@ TEST(SessionReader, SelectTakesAllNoneOrHandles) {
   EXPECT_EQ(std::get<Select>(session.user[2].action).handles, (std::vector<std::uint64_t>{0x2A, 0x2B, 0xF}));
 }
 
-TEST(SessionReader, ACommandIsTheRestOfTheLineUpToAComment) {
+TEST(SessionReader, CommandIsTheRestOfTheLineUpToAComment) {
   const Session session = parseSession("0 command  LINE 0,0 1,1   # a line", "a.session");
   EXPECT_EQ(std::get<Command>(session.user[0].action).text, "LINE 0,0 1,1");
 }
@@ -123,13 +123,13 @@ TEST(SessionReader, EveryMistakeNamesFileLineAndWhatWasExpected) {
   for (const auto& [text, message] : table) EXPECT_EQ(errorOf(text), message);
 }
 
-TEST(SessionReader, AnUnknownVerbIsToldWithTheOnesThereAre) {
+TEST(SessionReader, UnknownVerbIsReportedWithAllVerbs) {
   EXPECT_EQ(errorOf("0 jump 1"),
             "a.session:1: expected one of rotmode motion key function event device select command setvar "
             "projection pointer menu end, found \"jump\"");
 }
 
-TEST(SessionReader, AMissingFileIsNamed) {
+TEST(SessionReader, MissingFileIsReported) {
   try {
     readSession("/nowhere/a.session");
     FAIL();

@@ -37,7 +37,7 @@ TEST(TextInput, HexHasNoSignAndNoPrefix) {
   EXPECT_EQ(parseHex("0x1"), std::nullopt);
 }
 
-TEST(TextInput, BytesThatAreNotUtf8AreTakenAsLatin1) {
+TEST(TextInput, OtherBytesAreTakenAsLatin1) {
   EXPECT_EQ(toUtf8(std::string_view("Stra\xDF"
                                     "e")),
             "Straße");
@@ -45,18 +45,18 @@ TEST(TextInput, BytesThatAreNotUtf8AreTakenAsLatin1) {
   EXPECT_EQ(toUtf8(std::string_view("\xC0\xAF")), "À¯");
 }
 
-TEST(TextInput, WideTextGoesThereAndBack) {
+TEST(TextInput, WideTextConvertsBothWays) {
   EXPECT_EQ(toUtf8(toWide("aß€😀")), "aß€😀");
   EXPECT_EQ(toUtf8(std::wstring(1, static_cast<wchar_t>(0xD800))), "\xEF\xBF\xBD");
   EXPECT_EQ(toWide("\xFFz"), L"\xFFFDz");
 }
 
-TEST(TextInput, QuotesKeepOneLineAndAreCut) {
+TEST(TextInput, QuotesStayOnOneLineAndAreCut) {
   EXPECT_EQ(inQuotes("a\nb\x1B"), "\"a\\x0Ab\\x1B\"");
   EXPECT_EQ(inQuotes(std::string(41, 'a')), "\"" + std::string(40, 'a') + "...\"");
 }
 
-TEST(TextInput, AFolderIsNoFile) {
+TEST(TextInput, FolderCannotBeRead) {
   try {
     readFile("/tmp", "a drawing");
     FAIL();

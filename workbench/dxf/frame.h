@@ -22,7 +22,7 @@ struct DxfFrame {
   AcGeMatrix3d matrix() const;  ///< the same as a map
 };
 
-/// Frame of the extrusion direction `normal` (unit): x = worldY x normal when the normal lies within 1/64 of
+/// Frame of the extrusion direction `normal` (unit): x = worldY x normal when the normal is within 1/64 of
 /// the world's z axis in both x and y, else worldZ x normal; y = normal x x.
 DxfFrame dxfFrame(const AcGeVector3d& normal);
 

@@ -24,13 +24,13 @@ struct DxfGroup {
   std::string_view value;  ///< into the file's text, without the line end
 };
 
-/// Takes the text apart up to and including `0 EOF`; comments (group 999) are left out. LF and CR LF ends.
-/// `text` must outlive the groups. Throws InputError for a broken group code, for a file that ends before
-/// `0 EOF`, and for what is no text at all (a binary DXF, an image).
+/// Splits the text into groups up to and including `0 EOF`; comments (group 999) are left out. LF and CR LF
+/// ends. `text` must outlive the groups. Throws InputError for a broken group code, for a file that ends
+/// before `0 EOF`, and for what is not text (a binary DXF, an image).
 std::vector<DxfGroup> parseGroups(std::string_view text, const std::string& file);
 
 /// One record: group 0 with the type, then its groups. Accessors throw InputError at the group that is not
-/// what they ask for, or at the record when a group that must be there is missing.
+/// what they expect, or at the record when a group that must be there is missing.
 class DxfRecord {
  public:
   DxfRecord(const std::string& file, const DxfGroup* first, const DxfGroup* last)

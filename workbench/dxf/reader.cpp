@@ -7,6 +7,7 @@
 #include "workbench/text_input.h"
 
 #include <algorithm>
+#include <cassert>
 #include <unordered_set>
 
 namespace workbench {
@@ -31,8 +32,8 @@ Records splitRecords(const std::vector<DxfGroup>& groups, const std::string& fil
   return records;
 }
 
-/// Handles of the file's entities. Free ones lie above all that the file names anywhere, so none is given
-/// away that an entity further down asks for.
+/// Handles of the file's entities. New ones are above every handle in the file, so that none of them is the
+/// handle of an entity further down.
 class Handles {
  public:
   explicit Handles(const std::vector<DxfGroup>& groups) {
@@ -60,7 +61,7 @@ bool startsWith(const std::string& text, std::string_view start) {
   return text.compare(0, start.size(), start) == 0;
 }
 
-/// The layouts stand among the blocks too; their names begin with an asterisk, or with a dollar in old files.
+/// Layouts are blocks too; their names begin with an asterisk, or with a dollar in old files.
 Space spaceOfBlock(const std::string& name) {
   const std::string upper = upperCase(name);
   if (startsWith(upper, "*PAPER_SPACE") || startsWith(upper, "$PAPER_SPACE")) return Space::kPaper;
@@ -94,8 +95,11 @@ class DxfReader {
  private:
   const DxfRecord& current() const { return mRecords[mAt]; }
 
-  /// The lexer ends every file with EOF, so there is always a next record behind any other.
-  const DxfRecord& advance() { return mRecords[mAt++]; }
+  /// The lexer ends every file with EOF, so every other record has one after it.
+  const DxfRecord& advance() {
+    assert(mAt + 1 < mRecords.size() && "read beyond EOF");
+    return mRecords[mAt++];
+  }
 
   void readSection() {
     const DxfRecord& start = advance();

@@ -102,7 +102,7 @@ class DesktopView {
     return parts;
   }
 
-  /** Nothing when the pointer lies off all windows. */
+  /** Nothing when the pointer is outside all windows. */
   pointer({ windows, pointer }) {
     const isSeen = windows.some((w) => holds(w.rect, pointer));
     const [x, y] = this.at(Math.max(pointer[0], this.left + 12), pointer[1]);

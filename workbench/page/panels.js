@@ -186,7 +186,7 @@ class LogPanel {
     const found = this.lines.filter((l) => (!level || l.level === level) && l.line.toLowerCase().includes(wanted));
     const rows = found.slice(0, limit).map((l) => html("li", { class: l.level || "head" }, l.line || "\u00a0"));
     if (this.lines.length === 0) rows.push(html("li", { class: "empty" }, "The module wrote no log."));
-    else if (found.length === 0) rows.push(html("li", { class: "empty" }, "No line of the log answers to this filter."));
+    else if (found.length === 0) rows.push(html("li", { class: "empty" }, "No line of the log matches this filter."));
     this.element.replaceChildren(...rows);
     this.more.hidden = found.length <= limit;
     this.more.textContent = `Show all ${found.length} lines`;

@@ -89,7 +89,7 @@ function penFor({ width, height, box }) {
   return box ? new PathPen(box.width, box.height, 0, box.x, box.y) : new PathPen(width, height);
 }
 
-/** Draws one polyline (x y z x y z ...) with the pen; what lies behind the near plane is cut off. */
+/** Draws one polyline (x y z x y z ...) with the pen; what is behind the near plane is cut off. */
 function drawPolyline(projection, pen, points) {
   const { camera, direction: d, right: r, up: u, distance, near, scale } = projection;
   const [tx, ty, tz] = camera.target;

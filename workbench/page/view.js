@@ -55,7 +55,7 @@ class DrawingView {
     this.drawTriad(projection, screen);
   }
 
-  /** Where a part of the sheet lies in the picture. */
+  /** Place of a part of the sheet in the picture. */
   boxOf([x, y, width, height], { camera, scale, cx, cy }) {
     return { x: cx + (x - width / 2 - camera.target[0]) * scale, y: cy - (y + height / 2 - camera.target[1]) * scale,
       width: width * scale, height: height * scale };
@@ -97,7 +97,7 @@ class DrawingView {
     for (const [key, value] of Object.entries({ x, y, width: w, height: h })) this.frame.setAttribute(key, value);
   }
 
-  /** The world's axes as they lie on the screen. */
+  /** The world's axes as seen on the screen. */
   drawTriad({ right, up, direction, height, box }, screen) {
     const axes = [["X", 1], ["Y", 3], ["Z", 5]].map(([name, index], i) => ({ name, index, x: right[i], y: up[i], z: direction[i] }));
     axes.sort((a, b) => b.z - a.z);

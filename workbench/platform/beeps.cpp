@@ -8,7 +8,7 @@ namespace workbench {
 namespace {
 
 std::function<void(DWORD, DWORD)> theListener;
-/// The system's own. Asked for by name it would be this program's import, which may be one that is heard.
+/// The system's function. `Beep` by name would be this program's import, which may be intercepted too.
 decltype(&Beep) systemBeep = nullptr;
 
 BOOL WINAPI beep(DWORD hertz, DWORD durationMs) {
@@ -18,7 +18,7 @@ BOOL WINAPI beep(DWORD hertz, DWORD durationMs) {
 
 }  // namespace
 
-void hearBeeps(HMODULE library) {
+void interceptBeeps(HMODULE library) {
   void** const slotP = importSlot(library, "KERNEL32.dll", "Beep");
   DWORD protection = 0;
   if (slotP == nullptr || !VirtualProtect(slotP, sizeof *slotP, PAGE_READWRITE, &protection)) return;

@@ -1,5 +1,5 @@
-/// The beeps of a library. Windows tells nobody of a beep, so the library's own calls are led through here on
-/// their way to the system, where they sound as ever. Windows only; main thread.
+/// The beeps of a library. Windows has no notification for a beep, so the library's import of Beep is
+/// replaced by a function that reports the call and passes it on. Windows only; main thread.
 #ifndef WORKBENCH_BEEPS_H
 #define WORKBENCH_BEEPS_H
 
@@ -9,11 +9,11 @@
 
 namespace workbench {
 
-/// Hears the beeps of `library` until it is freed. Nothing happens when it does not import Beep, or its
+/// Intercepts the beeps of `library` until it is freed. Does nothing when it does not import Beep, or its
 /// imports cannot be changed.
-void hearBeeps(HMODULE library);
+void interceptBeeps(HMODULE library);
 
-/// Hertz and milliseconds of every beep that is heard, before it sounds; an empty listener ends that.
+/// Hertz and milliseconds of every intercepted beep, before it sounds; an empty listener ends that.
 void listenToBeeps(std::function<void(DWORD, DWORD)> listener);
 
 }  // namespace workbench

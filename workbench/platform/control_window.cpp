@@ -48,7 +48,7 @@ ControlWindow::ControlWindow() {
   mCanvas = add(L"STATIC", SS_NOTIFY, 0, 0);
   mTree = add(WC_TREEVIEWW, TVS_HASLINES | TVS_LINESATROOT, 1, 0);
   mList = add(WC_LISTVIEWW, LVS_LIST, 2, 0);
-  // As in many a dialog the list lies in a group box that stands before it in z-order.
+  // As in many dialogs, the list is inside a group box that is above it in z-order.
   mGroup = add(L"BUTTON", BS_GROUPBOX, 0, 1);
   mListBox = add(L"LISTBOX", WS_VSCROLL | LBS_NOINTEGRALHEIGHT, 0, 1);
   mEdit = add(L"EDIT", ES_MULTILINE | ES_AUTOHSCROLL | ES_AUTOVSCROLL | WS_VSCROLL | WS_HSCROLL, 1, 1);

@@ -1,5 +1,5 @@
-/// A real window with the controls that a session's pointer can lie on: a drawing canvas, a tree, a list, a
-/// list box, a multi-line edit field and a widget that scrolls itself. Windows build only; the thread that
+/// A real window with the controls that a session can move the pointer to: a drawing canvas, a tree, a list,
+/// a list box, a multi-line edit field and a widget that scrolls itself. Windows build only; the thread that
 /// makes it owns it.
 #ifndef WORKBENCH_CONTROL_WINDOW_H
 #define WORKBENCH_CONTROL_WINDOW_H
@@ -19,7 +19,7 @@ class ControlWindow {
   HWND canvas() const { return mCanvas; }
   HWND tree() const { return mTree; }        ///< 200 lines
   HWND list() const { return mList; }        ///< list view, 200 lines
-  HWND listBox() const { return mListBox; }  ///< 200 lines, behind a group box
+  HWND listBox() const { return mListBox; }  ///< 200 lines, below a group box in z-order
   HWND edit() const { return mEdit; }        ///< 200 lines, wider than the field
   HWND widget() const { return mWidget; }    ///< scrolls by the wheel only, as a "QWidget" does
 

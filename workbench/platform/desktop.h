@@ -1,4 +1,4 @@
-/// The user's desktop as far as a session touches it: what lies under the mouse pointer, and what the module
+/// The user's desktop as far as a session touches it: what is under the mouse pointer, and what the module
 /// shows or sounds outside the drawing; also the profile folder the module finds in its environment.
 #ifndef WORKBENCH_DESKTOP_H
 #define WORKBENCH_DESKTOP_H
@@ -18,10 +18,10 @@ struct DesktopMessage {
   std::wstring text;  ///< of a box: the caption, a line feed, the text; of a beep: "440 Hz, 200 ms"
 };
 
-/// A desktop as new: nothing listens, the pointer lies on the drawing canvas. Main thread.
+/// A desktop as new: no listener, the pointer on the drawing canvas. Main thread.
 void resetDesktop();
 
-/// `listener` is told of every message as it comes, on the thread it comes from; an empty one ends that.
+/// `listener` is called for every message, on the thread that sends it; an empty one ends that.
 void listenToDesktop(std::function<void(const DesktopMessage&)> listener);
 
 /// Moves the mouse pointer onto a control of that sort. Main thread.

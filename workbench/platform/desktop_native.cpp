@@ -69,8 +69,9 @@ ReportDesktop desktopState() {
 
 void listenToDesktop(std::function<void(const DesktopMessage&)> listener) {
   if (!listener) return windows::setUserMessageListener({});
-  windows::setUserMessageListener(
-      [told = std::move(listener)](const windows::UserMessage& message) { told(toDesktopMessage(message)); });
+  windows::setUserMessageListener([report = std::move(listener)](const windows::UserMessage& message) {
+    report(toDesktopMessage(message));
+  });
 }
 
 void movePointer(PointerTarget target) {

@@ -36,7 +36,7 @@ BOOL CALLBACK addWindow(HWND window, LPARAM state) {
 
 }  // namespace
 
-/// Only windows of this thread are looked at: what else is on the user's desktop is nobody's business.
+/// Only windows of this thread: the report must not show what else is on the user's desktop.
 ReportDesktop desktopState() {
   ReportDesktop state;
   EnumThreadWindows(

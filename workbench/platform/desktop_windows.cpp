@@ -30,11 +30,11 @@ bool isBox(HWND window) {
   return std::wstring(name) == L"#32770";
 }
 
-/// Text of a message box stands in a control of this number.
+/// A message box has its text in the control of this number.
 constexpr int kBoxTextId = 0xFFFF;
 
-/// A session has nobody who reads a box and presses its button.
-LRESULT CALLBACK answerBoxes(int code, WPARAM wParam, LPARAM lParam) {
+/// No user presses the button of a box during a session.
+LRESULT CALLBACK confirmBoxes(int code, WPARAM wParam, LPARAM lParam) {
   const auto window = reinterpret_cast<HWND>(wParam);
   if (code == HCBT_ACTIVATE && window != lastBox && isBox(window)) {
     lastBox = window;
@@ -76,7 +76,7 @@ void listenToDesktop(std::function<void(const DesktopMessage&)> newListener) {
   listener = nullptr;
   listenToBeeps({});
   if (!newListener) return;
-  hook = SetWindowsHookExW(WH_CBT, answerBoxes, nullptr, GetCurrentThreadId());
+  hook = SetWindowsHookExW(WH_CBT, confirmBoxes, nullptr, GetCurrentThreadId());
   // Nobody would press the button of the first box.
   if (hook == nullptr) throw std::runtime_error("message boxes cannot be seen (SetWindowsHookEx failed)");
   listener = std::move(newListener);
@@ -94,7 +94,7 @@ void setUserProfile(const std::filesystem::path& folder) {
 }
 
 bool isErrorTerminal() {
-  // What is drawn on a terminal takes escape sequences, which a console has to be told to understand.
+  // The progress line uses escape sequences, which a console interprets only when this mode is on.
   const HANDLE console = GetStdHandle(STD_ERROR_HANDLE);
   DWORD mode = 0;
   return GetConsoleMode(console, &mode) && SetConsoleMode(console, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING);

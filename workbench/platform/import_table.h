@@ -1,4 +1,4 @@
-/// What a library in memory asks of others, read from its import table. `image` is a library that is loaded,
+/// What a library in memory imports, read from its import table. `image` is a library that is loaded,
 /// or mapped without its references resolved. Windows only; any thread.
 #ifndef WORKBENCH_IMPORT_TABLE_H
 #define WORKBENCH_IMPORT_TABLE_H
@@ -10,7 +10,7 @@
 
 namespace workbench {
 
-/// Names of the libraries that it asks for.
+/// Names of the libraries that it imports from.
 std::vector<std::string> importedLibraries(HMODULE image);
 
 /// Where a loaded library keeps the address of a function that it imports by name; null when it does not

@@ -3,6 +3,7 @@
 
 #include <dlfcn.h>
 
+#include <cassert>
 #include <utility>
 
 namespace workbench {
@@ -48,6 +49,7 @@ Module::~Module() {
 }
 
 AcRx::AppRetCode Module::send(AcRx::AppMsgCode message) {
+  assert(mEntryPoint != nullptr && mHandle != nullptr && "a message to a module that is not loaded");
   // The packet is the host's own; the module only hands it back to the host.
   return mEntryPoint(message, this);
 }

@@ -7,6 +7,7 @@
 #include <windows.h>
 
 #include <array>
+#include <cassert>
 #include <cstdio>
 #include <utility>
 
@@ -84,7 +85,7 @@ Module::Module(const std::filesystem::path& file) : mFile(std::filesystem::absol
   const int version = symbol<int (*)()>(guard.library, "acrxGetApiVersion", name)();
   if (version != kHostApiVersion) throw InputError({name}, kExpected, "one for " + hex(version));
   mEntryPoint = symbol<EntryPoint>(guard.library, "acrxEntryPoint", name);
-  hearBeeps(guard.library);
+  interceptBeeps(guard.library);
   mHandle = std::exchange(guard.library, nullptr);
 }
 
@@ -93,6 +94,7 @@ Module::~Module() {
 }
 
 AcRx::AppRetCode Module::send(AcRx::AppMsgCode message) {
+  assert(mEntryPoint != nullptr && mHandle != nullptr && "a message to a module that is not loaded");
   // The packet is the host's own; the module only hands it back to the host.
   return mEntryPoint(message, this);
 }

@@ -22,7 +22,7 @@ std::string_view takeLine(std::string_view& text) {
   return line;
 }
 
-/// What stands behind the key and the run of separators after it.
+/// The text after the key and its separators.
 std::string_view valueOf(std::string_view line) {
   line = trimmed(line);
   const std::size_t separator = line.find_first_of("=\t");

@@ -11,9 +11,91 @@
 
 namespace workbench {
 
+/// One entity as it is drawn: polylines in world coordinates.
+struct ReportShape {
+  std::uint64_t handle = 0;
+  std::string layer;
+  int colour = 7;  ///< AutoCAD colour index, already resolved (256 "by layer" does not occur)
+  std::vector<standin::Polyline3> outline;
+};
+
+/// A scroll bar as the system reports it; `page` positions are in view at once.
+struct ReportScrollBar {
+  int minimum = 0;
+  int maximum = 0;
+  int page = 0;
+  int position = 0;
+};
+
+/// A window of the desktop, in screen coordinates.
+struct ReportWindow {
+  std::string className;      ///< UTF-8
+  std::array<int, 4> rect{};  ///< left, top, right, bottom
+  std::optional<ReportScrollBar> vertical;
+  std::optional<ReportScrollBar> horizontal;
+};
+
+/// The desktop: its windows, a parent before its children, and the mouse pointer.
+struct ReportDesktop {
+  std::vector<ReportWindow> windows;
+  std::array<int, 2> pointer{};
+};
+
+/// What was on the screen at one moment.
+struct ReportMoment {
+  std::int64_t timeMs = 0;
+  std::array<int, 6> cap{};  ///< x, y, z, rx, ry, rz last handed to the module
+  int viewport = 2;
+  bool isLayout = false;         ///< a layout is shown: `paper` is what is seen of its sheet
+  bool isPaper = false;          ///< and the sheet itself is current, not the window in it
+  standin::host::Camera camera;  ///< of the model, in a layout as its window shows it
+  standin::host::PaperView paper;
+  std::vector<std::uint64_t> selection;  ///< handles pre-selected at this moment
+  /// Shapes that at this moment look otherwise than in ReportData::shapes (moved), or are not among them
+  /// (new).
+  std::vector<ReportShape> changed;
+  std::vector<std::uint64_t> gone;       ///< handles of ReportData::shapes that are not there at this moment
+  std::optional<ReportDesktop> desktop;  ///< when the run has to do with it
+};
+
+/// An application function: an item of the menu file.
+struct ReportFunction {
+  std::string label;
+  std::string macro;
+};
+
+/// A key, or several at one time, and what came of it.
+struct ReportKey {
+  std::int64_t timeMs = 0;
+  std::string name;               ///< as the session writes it
+  std::vector<std::string> sent;  ///< texts for the command line, UTF-8
+  std::string view;               ///< in words, what is looked at then; empty when no view was changed
+};
+
+struct ReportLine {
+  std::int64_t timeMs = 0;
+  std::string kind;  ///< send, send-activate, print, host, box, beep
+  std::string text;  ///< UTF-8, as it was sent (not escaped)
+};
+
+struct ReportData {
+  std::string drawingName;
+  std::string sessionName;
+  bool isClean = false;
+  std::vector<std::pair<std::string, std::string>> summary;  ///< rows of the summary table: what, how much
+  std::vector<ReportShape> shapes;
+  std::vector<ReportMoment> moments;
+  std::vector<std::pair<std::int64_t, AcGePoint3d>> cameraPath;  ///< every position the camera took, in time
+  std::vector<ReportLine> commandLine;
+  std::vector<ReportFunction> functions;  ///< by number
+  std::vector<ReportKey> keys;
+  standin::host::Layout layout;
+  std::string log;  ///< the module's log, UTF-8
+};
+
 /// The page as text: equal data give equal pages. Everything of `data` is escaped as its place in the page
-/// needs; bytes that are not UTF-8 become U+FFFD, and a camera or outline with an infinite number is told of,
-/// not drawn.
+/// needs; bytes that are not UTF-8 become U+FFFD, and a camera or outline with an infinite number is
+/// reported, not drawn.
 std::string reportPage(const ReportData& data);
 
 /// Writes the page. Throws std::runtime_error with the path and the reason when it cannot.

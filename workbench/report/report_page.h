@@ -4,7 +4,7 @@
 
 namespace workbench {
 
-/// The page's frame; `@@TITLE@@`, `@@STYLE@@`, `@@SCRIPT@@` and `@@DATA@@` stand where these go.
+/// The page's frame; `@@TITLE@@`, `@@STYLE@@`, `@@SCRIPT@@` and `@@DATA@@` mark where these go.
 extern const char* const kPageFrame;
 extern const char* const kPageStyle;
 extern const char* const kPageScript;

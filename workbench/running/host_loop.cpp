@@ -4,6 +4,7 @@
 #include "workbench/input_error.h"
 
 #include <algorithm>
+#include <cassert>
 #include <exception>
 
 namespace workbench {
@@ -18,11 +19,12 @@ void guarded(const std::string& what, std::vector<std::string>& problems, const 
   } catch (const std::exception& error) {
     problems.push_back(what + " threw: " + error.what());
   } catch (...) {
-    problems.push_back(what + " threw something that is no std::exception");
+    problems.push_back(what + " threw something other than a std::exception");
   }
 }
 
 void HostLoop::run(const Progress& progress) {
+  assert(clock::isMainThread() && "the host loop runs on the main thread");
   while (true) {
     if (progress) progress(clock::nowMs(), mSession.endMs);
     clock::advanceTo(clock::nowMs());
@@ -35,7 +37,7 @@ void HostLoop::run(const Progress& progress) {
 bool HostLoop::runQueuedText() {
   bool isRun = false;
   guarded("a queued command", mProblems, [&isRun] {
-    // A command that throws has been taken from the queue all the same.
+    // A command that throws has left the queue, so the loop must look again.
     isRun = true;
     isRun = standin::host::runQueuedText();
   });

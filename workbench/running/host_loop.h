@@ -1,7 +1,7 @@
 /// The host's main loop during a session: queued texts, timers, and what the user does, in order of time.
 ///
 /// At one moment the device's events come first, then texts that wait to be carried out, then timers, then
-/// the user's events, then the end. Nothing of the user's happens in the middle of a call into the module.
+/// the user's events, then the end. The user does nothing during a call into the module.
 #ifndef WORKBENCH_HOST_LOOP_H
 #define WORKBENCH_HOST_LOOP_H
 
@@ -18,7 +18,7 @@
 
 namespace workbench {
 
-/// Told, between two steps, how far the run is: now and the end, in ms.
+/// Called between two steps with the progress: now and the end, in ms.
 using Progress = std::function<void(std::int64_t nowMs, std::int64_t endMs)>;
 
 class HostLoop {

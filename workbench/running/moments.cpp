@@ -6,6 +6,7 @@
 #include "workbench/running/drawing_state.h"
 
 #include <algorithm>
+#include <cassert>
 #include <utility>
 
 namespace workbench {
@@ -66,6 +67,7 @@ std::vector<ReportShape> MomentRecorder::takeShapes() {
 }
 
 void MomentRecorder::take(std::int64_t nowMs) {
+  assert(mMoments.size() < mTimes.size() && "a moment was taken after the last one");
   ReportMoment moment;
   const auto cap = standin::controller::lastHandedOver();
   std::copy(cap.begin(), cap.end(), moment.cap.begin());

@@ -4,6 +4,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include <cassert>
 #include <charconv>
 #include <fstream>
 #include <string_view>
@@ -15,22 +16,6 @@ namespace {
 constexpr std::size_t kBytesPerRowGuess = 300;
 /// As many as a double needs to be read back exactly.
 constexpr int kSignificantDigits = 17;
-
-const char* kindName(RowKind kind) {
-  switch (kind) {
-    case RowKind::kStart:
-      return "start";
-    case RowKind::kPass3d:
-      return "pass3d";
-    case RowKind::kCommit:
-      return "commit";
-    case RowKind::kView:
-      return "view";
-    case RowKind::kPass2d:
-      return "pass2d";
-  }
-  return "";
-}
 
 void appendReal(std::string& out, double value) {
   char text[40];
@@ -134,6 +119,23 @@ void appendRow(std::string& out, const Columns& columns, const Row& row) {
 
 }  // namespace
 
+const char* kindName(RowKind kind) {
+  switch (kind) {
+    case RowKind::kStart:
+      return "start";
+    case RowKind::kPass3d:
+      return "pass3d";
+    case RowKind::kCommit:
+      return "commit";
+    case RowKind::kView:
+      return "view";
+    case RowKind::kPass2d:
+      return "pass2d";
+  }
+  assert(false && "a kind without a name");
+  return "";
+}
+
 const char* kindName(LineKind kind) {
   switch (kind) {
     case LineKind::kSend:
@@ -149,6 +151,7 @@ const char* kindName(LineKind kind) {
     case LineKind::kBeep:
       return "beep";
   }
+  assert(false && "a kind without a name");
   return "";
 }
 

@@ -22,6 +22,7 @@ std::string entitiesCsv(const std::vector<EntityState>& entities);
 /// Lines of the form `TIME_MS KIND "TEXT"`, the text escaped as in JSON.
 std::string commandLineLog(const std::vector<CommandLineEntry>& lines);
 
+const char* kindName(RowKind kind);
 const char* kindName(LineKind kind);
 
 /// Writes the text. Throws InputError with the path when it cannot.

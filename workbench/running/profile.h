@@ -13,7 +13,7 @@ class Profile {
  public:
   explicit Profile(const std::filesystem::path& profile);
 
-  /// Forgets what a run before left: its settings and log. Throws InputError when that cannot be done.
+  /// Removes what an earlier run left: its settings and log. Throws InputError when that cannot be done.
   void clear() const;
   /// Makes the folders. Throws InputError when that cannot be done.
   void make() const;
@@ -21,9 +21,9 @@ class Profile {
   void copyMenu(const std::filesystem::path& menu) const;
 
   const std::filesystem::path& folder() const { return mFolder; }
-  /// The module's log as it stands, empty when it wrote none.
+  /// The module's log, empty when it wrote none.
   std::string log() const;
-  /// The menu file as it stands, empty when there is none.
+  /// The menu file, empty when there is none.
   std::string menu() const;
 
  private:

@@ -1,4 +1,5 @@
-/// What happened during a run, as it is written out: the path of the views, the command line, the selections.
+/// What happened during a run, as the outputs have it: the path of the views, the command line, the
+/// selections.
 #ifndef WORKBENCH_RECORDING_H
 #define WORKBENCH_RECORDING_H
 
@@ -14,6 +15,8 @@
 namespace workbench {
 
 enum class RowKind { kStart, kPass3d, kCommit, kView, kPass2d };
+constexpr RowKind kRowKinds[] = {RowKind::kStart, RowKind::kPass3d, RowKind::kCommit, RowKind::kView,
+                                 RowKind::kPass2d};
 
 /// One row of the trajectory. Of a sheet (`isPaper`) the camera holds the centre as position x and y, the
 /// visible size as fields, and 0 otherwise.
@@ -27,6 +30,8 @@ struct TrajectoryRow {
 };
 
 enum class LineKind { kSend, kSendActivate, kPrint, kHost, kBox, kBeep };
+constexpr LineKind kLineKinds[] = {LineKind::kSend, LineKind::kSendActivate, LineKind::kPrint,
+                                   LineKind::kHost, LineKind::kBox,          LineKind::kBeep};
 
 struct CommandLineEntry {
   std::int64_t timeMs = 0;
@@ -49,8 +54,8 @@ struct Recording {
   std::set<std::uint64_t> handlesNotFound;  ///< that the session selects and the drawing does not have
 };
 
-/// Listens to the host and the desktop and writes down what it hears. Its calls come on the main thread from
-/// a module that keeps the rules, and from any thread otherwise.
+/// Listens to the host and the desktop and records what they report. The calls come on the main thread from a
+/// module that keeps the rules, and from any thread otherwise.
 class Recorder : public standin::host::Listener {
  public:
   Recorder();
@@ -60,7 +65,7 @@ class Recorder : public standin::host::Listener {
   void begin();
   /// Notes the pre-selection if it is another than before. Main thread.
   void noteSelection();
-  /// Notes that the drawing has no such entity, and what the host says to it. Main thread.
+  /// Notes that the drawing has no such entity, and what the host prints about it. Main thread.
   void noteHandleNotFound(std::uint64_t handle);
   Recording take();
 

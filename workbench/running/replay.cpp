@@ -27,7 +27,7 @@ std::string counted(std::uint64_t count, const char* what) {
   return std::to_string(count) + " " + what;
 }
 
-/// A session that never moves the pointer has nothing to do with the desktop.
+/// The desktop is of interest only to a session that moves the pointer.
 MomentRecorder::Desktop desktopOf(const Session& session) {
   const bool isUsed = std::any_of(session.user.begin(), session.user.end(), [](const TimedUserAction& event) {
     return std::holds_alternative<MovePointer>(event.action);
@@ -37,14 +37,14 @@ MomentRecorder::Desktop desktopOf(const Session& session) {
 
 class Run {
  public:
-  Run(ReplayOrder order, Module& module)
-      : mOrder(std::move(order)),
+  Run(ReplayRequest request, Module& module)
+      : mRequest(std::move(request)),
         mModule(module),
-        mMoments(mOrder.session.endMs, mOrder.moments, desktopOf(mOrder.session)) {}
+        mMoments(mRequest.session.endMs, mRequest.moments, desktopOf(mRequest.session)) {}
 
   RunResult go() {
-    mResult.endMs = mOrder.session.endMs;
-    mResult.notUnderstood = mOrder.drawing->mSkipped;
+    mResult.endMs = mRequest.session.endMs;
+    mResult.notUnderstood = mRequest.drawing->mSkipped;
     startWorld();
     Recorder recorder;
     recorder.begin();
@@ -52,7 +52,7 @@ class Run {
     const std::exception_ptr failure = runModule(recorder);
     unload();
     collect(recorder);
-    // A reactor that was left behind lies in code that is gone.
+    // Closing would call a reactor that is still registered, whose code has been unloaded.
     if (mResult.host.reactors == 0) host::closeDocument();
     if (failure) std::rethrow_exception(failure);
     return std::move(mResult);
@@ -60,31 +60,31 @@ class Run {
 
  private:
   void startWorld() {
-    // A real window takes its time to come up, which is not the session's.
+    // Before the clock starts: a real window takes time to appear.
     resetDesktop();
-    clock::start(mOrder.clock, mOrder.frameMs);
+    clock::start(mRequest.clock, mRequest.frameMs);
     controller::reset();
     host::start([this] {
       mMoments.look();
       clock::drawn();
     });
-    host::openDocument(std::move(mOrder.drawing));
+    host::openDocument(std::move(mRequest.drawing));
   }
 
   /// From the init message to the unload message, which is sent whatever the session comes to.
   std::exception_ptr runModule(Recorder& recorder) {
     std::exception_ptr failure;
-    mDevice.emplace(mOrder.session);
-    // What is scrolled draws nothing of the host's: the clock has to tell when a moment has come.
+    mDevice.emplace(mRequest.session);
+    // Scrolling makes no drawing call, so the clock triggers the capture too.
     for (const std::int64_t timeMs : mMoments.times()) clock::schedule(timeMs, [this] { mMoments.look(); });
     send(AcRx::kInitAppMsg, "the init message");
     send(AcRx::kLoadDwgMsg, "the load drawing message");
     settle("the init message");
     try {
-      HostLoop(mOrder.session, *mDevice, {recorder, mOrder.writeMenu}, mResult.problems)
+      HostLoop(mRequest.session, *mDevice, {recorder, mRequest.writeMenu}, mResult.problems)
           .run([this](std::int64_t nowMs, std::int64_t endMs) {
             mMoments.look();
-            if (mOrder.progress) mOrder.progress(nowMs, endMs);
+            if (mRequest.progress) mRequest.progress(nowMs, endMs);
           });
       mMoments.finish();
     } catch (const InputError&) {
@@ -97,9 +97,9 @@ class Run {
 
   void send(AcRx::AppMsgCode message, const std::string& name) {
     guarded(name, mResult.problems, [&] {
-      const int answer = mModule.send(message);
-      if (answer != AcRx::kRetOK)
-        mResult.problems.push_back(name + " was answered " + std::to_string(answer) + ", not 0");
+      const int result = mModule.send(message);
+      if (result != AcRx::kRetOK)
+        mResult.problems.push_back(name + " returned " + std::to_string(result) + ", not 0");
     });
   }
 
@@ -107,8 +107,8 @@ class Run {
     if (!clock::settle()) mResult.problems.push_back("threads did not come to rest after " + after);
   }
 
-  /// A thread that still runs would do so in code that is gone, so the library stays for it: the run ends
-  /// with a line that names it, not with a crash.
+  /// A thread that still runs would crash in unloaded code, so the library stays loaded then and the run ends
+  /// with a line that reports the thread.
   void unload() {
     addProblem(clock::timerCount(), "timers left after the unload message");
     clock::stop();
@@ -117,7 +117,7 @@ class Run {
     if (threads != 0)
       mModule.keep();
     else if (!mModule.unload())
-      mResult.problems.emplace_back("the module is mapped still after it was freed");
+      mResult.problems.emplace_back("the module is still mapped after it was freed");
   }
 
   static std::size_t threadsLeft() {
@@ -160,7 +160,7 @@ class Run {
                                  std::to_string(report.lockDepth));
   }
 
-  ReplayOrder mOrder;
+  ReplayRequest mRequest;
   Module& mModule;
   MomentRecorder mMoments;
   std::optional<DeviceSchedule> mDevice;  ///< lives as long as the clock may call it
@@ -169,8 +169,8 @@ class Run {
 
 }  // namespace
 
-RunResult replay(ReplayOrder order, Module& module) {
-  return Run(std::move(order), module).go();
+RunResult replay(ReplayRequest request, Module& module) {
+  return Run(std::move(request), module).go();
 }
 
 }  // namespace workbench

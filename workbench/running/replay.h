@@ -1,5 +1,5 @@
-/// One run of a session: opens the drawing, sends the module what the host sends, lets the session
-/// happen, unloads the module and looks whether anything was left behind. Main thread only.
+/// One run of a session: opens the drawing, sends the module the host's messages, plays the session, unloads
+/// the module and checks that it left nothing registered, open or running. Main thread only.
 #ifndef WORKBENCH_REPLAY_H
 #define WORKBENCH_REPLAY_H
 
@@ -22,7 +22,7 @@
 
 namespace workbench {
 
-struct ReplayOrder {
+struct ReplayRequest {
   std::unique_ptr<standin::Drawing> drawing;
   Session session;
   standin::clock::Kind clock = standin::clock::Kind::kReplay;
@@ -50,7 +50,7 @@ struct RunResult {
 
 /// Runs the session with the module, which is unloaded at the end. Throws InputError when the session names
 /// what the host does not have; the module is unloaded then too.
-RunResult replay(ReplayOrder order, Module& module);
+RunResult replay(ReplayRequest request, Module& module);
 
 }  // namespace workbench
 

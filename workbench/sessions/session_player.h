@@ -1,5 +1,5 @@
-/// Carries out the events of a session: the device's go onto the clock, the user's are done when the host is
-/// idle.
+/// Performs the events of a session: the device's are scheduled on the clock, the user's are performed when
+/// the host is idle.
 #ifndef WORKBENCH_SESSION_PLAYER_H
 #define WORKBENCH_SESSION_PLAYER_H
 
@@ -14,7 +14,7 @@ namespace workbench {
 
 /// What the user's actions reach besides the host.
 struct Surroundings {
-  Recorder& recorder;               ///< is told what the host says to an action
+  Recorder& recorder;               ///< records what the host prints about an action
   std::function<void()> writeMenu;  ///< puts the menu file where the module looks for it
 };
 
