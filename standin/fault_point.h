@@ -3,6 +3,7 @@
 #ifndef STANDIN_FAULT_POINT_H
 #define STANDIN_FAULT_POINT_H
 
+#include <cassert>
 #include <cstdint>
 #include <deque>
 #include <mutex>
@@ -41,6 +42,7 @@ class FaultRegistry {
   /// Counts a call. Returns true when it is to fail; throws InjectedFault when it is to throw.
   bool hit(std::size_t index) {
     const std::lock_guard lock(mMutex);
+    assert(index < mOperations.size() && "an operation hits the registry that numbered it");
     Operation& operation = mOperations[index];
     ++operation.calls;
     if (operation.order.kind == Misbehaviour::kNone) return false;

@@ -1,5 +1,5 @@
-/// The other side of the controller stand-in: what the daemon and its device do, told by the workbench or a
-/// test. Any thread. The module never sees this; it calls the seven operations of `device/lmt_ctrlr.h`.
+/// The other side of the controller stand-in: what the workbench or a test makes the daemon and its device
+/// do. Any thread. The module never uses this; it calls the seven operations of `device/lmt_ctrlr.h`.
 #ifndef STANDIN_CONTROLLER_FEED_H
 #define STANDIN_CONTROLLER_FEED_H
 
@@ -30,7 +30,7 @@ STANDIN_CONTROLLER_API void reset();
 /// processed the event when this returns.
 STANDIN_CONTROLLER_API void deliver(const Event& event);
 
-/// The devices the daemon knows, by name.
+/// The names of the devices that the daemon lists.
 STANDIN_CONTROLLER_API void setDevices(const std::vector<std::string>& names);
 
 /// The advanced settings; announced only by an event of the caller's.

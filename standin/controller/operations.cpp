@@ -1,4 +1,5 @@
-/// The seven operations as the client library exports them.
+/// The seven operations as the client library exports them. Each takes its arguments, notes a breach of the
+/// calling order, injects an ordered fault and fails when the daemon does not respond.
 #if !defined(_WIN32)
 #pragma GCC visibility push(default)
 #endif
@@ -8,16 +9,33 @@
 #endif
 
 #include "standin/controller/daemon.h"
+#include "standin/operation.h"
 
-#include <algorithm>
 #include <string>
 
+using standin::Result;
+using standin::controller::changeAndWake;
 using standin::controller::Daemon;
 using standin::controller::DaemonState;
 using standin::controller::Event;
-using standin::controller::Operation;
+using standin::controller::Locked;
 
 namespace {
+
+using Operation = standin::OperationOf<standin::controller::faults>;
+
+constexpr std::int32_t kSuccess = 0;
+constexpr std::int32_t kFailure = 1;
+/// Longest wait of lmGetEvent.
+constexpr std::uint32_t kEventWaitMs = 50;
+
+const Operation kConnect("lmConnect", Result::kTellsFailure);
+const Operation kDisconnect("lmDisconnect", Result::kTellsFailure);
+const Operation kGetEvent("lmGetEvent", Result::kTellsFailure);
+const Operation kGetAdvancedSettings("lmGetAdvancedSettings", Result::kTellsFailure);
+const Operation kGetDevInfo("lmGetDevInfo", Result::kTellsFailure);
+const Operation kGetDevNum("lmGetDevNum", Result::kTellsFailure);
+const Operation kSetApplMode("lmSetApplMode", Result::kTellsFailure);
 
 template <typename... Pointers>
 bool anyNull(Pointers... pointers) {
@@ -28,14 +46,106 @@ bool hasDevice(const DaemonState& state, std::int32_t index) {
   return index >= 0 && static_cast<std::size_t>(index) < state.devices.size();
 }
 
+void noteCall(const Operation& operation) {
+  const Locked daemon;
+  if (&operation == &kConnect) daemon->isConnectCalled = true;
+  if (!daemon->isConnectCalled)
+    daemon->noteBreach(std::string(operation.name()) + " called before the first lmConnect");
+}
+
+/// A module that is loaded again has a reader of its own, so each connection has.
+void noteReader() {
+  const Locked daemon;
+  const std::thread::id caller = std::this_thread::get_id();
+  if (daemon->reader != std::thread::id() && daemon->reader != caller)
+    daemon->noteBreach("lmGetEvent called from two threads");
+  daemon->reader = caller;
+}
+
+/// Carries out an operation that does not wait. `work` runs with the state locked and returns the status.
+template <class Work>
+std::int32_t operate(const Operation& operation, Work&& work) {
+  noteCall(operation);
+  if (operation.hit()) return kFailure;
+  const Locked daemon;
+  return daemon->isResponding() ? work(*daemon) : kFailure;
+}
+
+/// The reader's wait: true when there was one, false when an event that is enough was there already.
+bool waitForReader(std::int32_t device, bool isEventEnough) {
+  Daemon& daemon = Daemon::instance();
+  std::unique_lock lock(daemon.mutex);
+  const std::uint64_t changesBefore = daemon.changes;
+  const std::int64_t end = standin::clock::nowMs() + kEventWaitMs;
+  bool hasWaited = false;
+  while (daemon.changes == changesBefore && !(isEventEnough && daemon.state.isEventReady(device))) {
+    const std::int64_t remaining = end - standin::clock::nowMs();
+    if (remaining <= 0) return true;
+    lock.unlock();
+    daemon.readerAlarm.wait(static_cast<std::uint32_t>(remaining));
+    hasWaited = true;
+    lock.lock();
+  }
+  return hasWaited;
+}
+
+/// Waits for an event. True when the read is to fail all the same.
+bool waitAndHit(std::int32_t device) {
+  const bool hasWaited = waitForReader(device, true);
+  const auto pauseOnce = [&] {
+    // An event that is pending must not make a failing call return at once: its caller would spin.
+    if (!hasWaited) waitForReader(device, false);
+  };
+  try {
+    const bool isToFail = kGetEvent.hit();
+    if (isToFail) pauseOnce();
+    return isToFail;
+  } catch (const standin::InjectedFault&) {
+    pauseOnce();
+    throw;
+  }
+}
+
+std::int32_t fetchEvent(std::int32_t device, Event& event) {
+  noteCall(kGetEvent);
+  noteReader();
+  if (waitAndHit(device)) return kFailure;
+  const Locked daemon;
+  if (!daemon->isEventReady(device)) return kFailure;
+  event = daemon->pending.front();
+  daemon->pending.pop_front();
+  ++daemon->eventsHandedOver;
+  if (event.code < 0) daemon->lastHandedOver = event.axes;
+  return kSuccess;
+}
+
 }  // namespace
 
 std::int32_t lmConnect(std::int32_t reserved, const char* applName) {
-  return Daemon::instance().connect(reserved, applName);
+  noteCall(kConnect);
+  {
+    const Locked daemon;
+    daemon->connectedAs = applName == nullptr ? "" : applName;
+    daemon->connectReserved = reserved;
+  }
+  if (kConnect.hit() || applName == nullptr || Locked()->isDown) return kFailure;
+  changeAndWake([](DaemonState& state) {
+    state.isConnected = true;
+    state.reader = {};
+  });
+  return kSuccess;
 }
 
+/// The client's end of the connection closes even when the daemon no longer responds.
 std::int32_t lmDisconnect() {
-  return Daemon::instance().disconnect();
+  noteCall(kDisconnect);
+  if (kDisconnect.hit()) return kFailure;
+  bool isClosedInOrder = false;
+  changeAndWake([&isClosedInOrder](DaemonState& state) {
+    isClosedInOrder = state.isResponding();
+    state.isConnected = false;
+  });
+  return isClosedInOrder ? kSuccess : kFailure;
 }
 
 std::int32_t lmGetEvent(std::int32_t devIdx, std::int16_t* x, std::int16_t* y, std::int16_t* z,
@@ -43,10 +153,10 @@ std::int32_t lmGetEvent(std::int32_t devIdx, std::int16_t* x, std::int16_t* y, s
                         std::int32_t* ignored2, std::int32_t* eventCode, std::int32_t* extra1,
                         std::int32_t* extra2) {
   if (devIdx < 0 || anyNull(x, y, z, rx, ry, rz, ignored1, ignored2, eventCode, extra1, extra2))
-    return Daemon::kFailure;
+    return kFailure;
   Event event;
-  const std::int32_t status = Daemon::instance().fetchEvent(devIdx, event);
-  if (status != Daemon::kSuccess) return status;
+  const std::int32_t status = fetchEvent(devIdx, event);
+  if (status != kSuccess) return status;
   std::int16_t* const axes[] = {x, y, z, rx, ry, rz};
   for (std::size_t i = 0; i < event.axes.size(); ++i) *axes[i] = event.axes[i];
   *ignored1 = 0;
@@ -54,42 +164,42 @@ std::int32_t lmGetEvent(std::int32_t devIdx, std::int16_t* x, std::int16_t* y, s
   *eventCode = event.code;
   *extra1 = event.extra1;
   *extra2 = event.extra2;
-  return Daemon::kSuccess;
+  return kSuccess;
 }
 
 std::int32_t lmGetAdvancedSettings(std::int32_t devIdx, LmAdvancedSettings* record) {
-  return Daemon::instance().operate(Operation::kGetAdvancedSettings, [=](const DaemonState& state) {
-    if (record == nullptr || !hasDevice(state, devIdx)) return Daemon::kFailure;
+  return operate(kGetAdvancedSettings, [=](const DaemonState& state) {
+    if (record == nullptr || !hasDevice(state, devIdx)) return kFailure;
     *record = {};
     record->rotationMode = state.rotationMode;
     record->zoomAfterView = state.zoomAfterView;
-    return Daemon::kSuccess;
+    return kSuccess;
   });
 }
 
 std::int32_t lmGetDevInfo(std::int32_t devIdx, LmDevInfo* record) {
-  return Daemon::instance().operate(Operation::kGetDevInfo, [=](const DaemonState& state) {
-    if (record == nullptr || !hasDevice(state, devIdx)) return Daemon::kFailure;
+  return operate(kGetDevInfo, [=](const DaemonState& state) {
+    if (record == nullptr || !hasDevice(state, devIdx)) return kFailure;
     *record = {};
     state.devices[static_cast<std::size_t>(devIdx)].copy(record->name, sizeof record->name - 1);
-    return Daemon::kSuccess;
+    return kSuccess;
   });
 }
 
 std::int32_t lmGetDevNum(std::int32_t* count, std::int32_t* ignored1, std::int32_t* ignored2) {
-  return Daemon::instance().operate(Operation::kGetDevNum, [=](const DaemonState& state) {
-    if (anyNull(count, ignored1, ignored2)) return Daemon::kFailure;
+  return operate(kGetDevNum, [=](const DaemonState& state) {
+    if (anyNull(count, ignored1, ignored2)) return kFailure;
     *count = static_cast<std::int32_t>(state.devices.size());
     *ignored1 = 0;
     *ignored2 = 0;
-    return Daemon::kSuccess;
+    return kSuccess;
   });
 }
 
 std::int32_t lmSetApplMode(const char* applName, const char* modeName) {
-  return Daemon::instance().operate(Operation::kSetApplMode, [=](DaemonState& state) {
-    if (anyNull(applName, modeName)) return Daemon::kFailure;
+  return operate(kSetApplMode, [=](DaemonState& state) {
+    if (anyNull(applName, modeName)) return kFailure;
     state.applModes.push_back({applName, modeName});
-    return Daemon::kSuccess;
+    return kSuccess;
   });
 }

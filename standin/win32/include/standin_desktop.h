@@ -13,7 +13,7 @@
 
 namespace standin::desktop {
 
-/// A scroll bar: the position lies between `minimum` and `maximum` - `page` + 1 (a page of 0 counts as 1).
+/// A scroll bar: the position is between `minimum` and `maximum` - `page` + 1 (a page of 0 counts as 1).
 struct ScrollBar {
   int minimum = 0;
   int maximum = 0;
@@ -24,11 +24,11 @@ struct ScrollBar {
 struct WindowSpec {
   std::wstring className;
   HWND parent = nullptr;  ///< null for a top-level window
-  RECT rect{};            ///< screen coordinates; what lies outside the parent's is not seen
+  RECT rect{};            ///< screen coordinates; what is outside the parent's is not seen
   bool isShown = true;
   std::optional<ScrollBar> vertical;
   std::optional<ScrollBar> horizontal;
-  /// Draws its scroll bars itself, as a Qt widget does: GetScrollInfo knows of none and scroll-bar messages
+  /// Draws its scroll bars itself, as a Qt widget does: GetScrollInfo finds none and scroll-bar messages
   /// do nothing; the wheel moves the vertical one.
   bool isOwnScrolling = false;
 };
@@ -50,7 +50,7 @@ STANDIN_WIN32_API bool raise(HWND window);
 
 STANDIN_WIN32_API void setPointer(POINT point);
 
-/// `bar` is SB_VERT or SB_HORZ. None when the window has no such bar; one that it draws itself is answered
+/// `bar` is SB_VERT or SB_HORZ. None when the window has no such bar; one that it draws itself counts
 /// too.
 STANDIN_WIN32_API std::optional<ScrollBar> scrollBar(HWND window, int bar);
 STANDIN_WIN32_API bool setScrollBar(HWND window, int bar, const ScrollBar& state);
@@ -70,13 +70,13 @@ STANDIN_WIN32_API void clearSentMessages();
 STANDIN_WIN32_API std::size_t updates(HWND window);
 
 /// Windows of the ready-made desktop: a frame with the canvas and a palette, in which there are a tree, a
-/// list (seen through a group box that lies over it), an edit field and a Qt widget.
+/// list (with a group box in front of it), an edit field and a Qt widget.
 struct StandardDesktop {
   HWND frame = nullptr;
   HWND canvas = nullptr;
   HWND palette = nullptr;
   HWND tree = nullptr;   ///< lines 0 ... 2000, 40 in view
-  HWND group = nullptr;  ///< over the list, and larger
+  HWND group = nullptr;  ///< in front of the list, and larger
   HWND list = nullptr;   ///< lines 0 ... 150, 20 in view
   HWND edit = nullptr;   ///< lines 0 ... 60, 10 in view; columns 0 ... 300, 80 in view
   HWND qt = nullptr;     ///< lines 0 ... 500, 20 in view, of its own

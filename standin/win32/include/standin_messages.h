@@ -24,14 +24,14 @@ struct UserMessage {
 /// Everything since the last clearUserMessages(), oldest first.
 STANDIN_WIN32_API std::vector<UserMessage> userMessages();
 
-/// Forgets the record; a box answers IDOK again.
+/// Forgets the record; a box returns IDOK again.
 STANDIN_WIN32_API void clearUserMessages();
 
 /// Called with each message as it comes, on the thread that it comes from; an empty function ends it.
 STANDIN_WIN32_API void setUserMessageListener(std::function<void(const UserMessage&)> listener);
 
-/// What MessageBoxW answers from now on; 0 is the answer of a box that cannot be shown.
-STANDIN_WIN32_API void setBoxAnswer(int answer);
+/// What MessageBoxW returns from now on; 0 means that the box could not be shown.
+STANDIN_WIN32_API void setBoxAnswer(int button);
 
 }  // namespace standin::windows
 

@@ -1,4 +1,4 @@
-/// Where modules of the process are said to lie. Any thread.
+/// The paths that modules of the process report. Any thread.
 #ifndef STANDIN_PROCESS_H
 #define STANDIN_PROCESS_H
 
@@ -8,8 +8,8 @@
 
 namespace standin::windows {
 
-/// GetModuleFileNameW answers `path` for this module handle from now on; an empty path ends that. Without a
-/// path of its own a handle is taken for an address inside the module, and null for the program itself.
+/// GetModuleFileNameW returns `path` for this module handle from now on; an empty path ends that. Without a
+/// path of its own a handle is an address inside the module, and null is the program itself.
 STANDIN_WIN32_API void setModulePath(const void* module, const std::wstring& path);
 
 }  // namespace standin::windows

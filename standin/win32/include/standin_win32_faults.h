@@ -9,7 +9,7 @@ namespace standin::windows {
 
 /// Faults by the functions' names: SetTimer, KillTimer, GetTickCount (can only throw), Beep, MessageBoxW,
 /// GetModuleFileNameW, WideCharToMultiByte, GetCursorPos, WindowFromPoint, GetWindowRect, GetClassNameW,
-/// GetScrollInfo, SendMessageW (can only throw). A failing function answers 0, FALSE or null and does
+/// GetScrollInfo, SendMessageW (can only throw). A failing function returns 0, FALSE or null and does
 /// nothing.
 STANDIN_WIN32_API FaultRegistry& faults();
 

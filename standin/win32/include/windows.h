@@ -1,6 +1,6 @@
 /// The part of the Windows interface that the native build needs, with the widths, names and values of 64-bit
-/// Windows. Time lives on `standin_clock.h`, windows on `standin_desktop.h`, boxes and beeps on
-/// `standin_messages.h`; what those headers say of threads holds for the functions here.
+/// Windows. Time comes from `standin_clock.h`, windows from `standin_desktop.h`, boxes and beeps go to
+/// `standin_messages.h`; their thread rules hold for the functions here.
 #ifndef STANDIN_WINDOWS_H
 #define STANDIN_WINDOWS_H
 
@@ -168,9 +168,9 @@ extern "C" {
 
 // --- time; see standin_clock.h ---
 
-/// Main thread. A periodic timer without a window; the period is at least USER_TIMER_MINIMUM ms. Answers its
-/// id (not 0); 0 when `window` or `proc` says otherwise than (null, a procedure) or off the main thread. An
-/// `id` of a timer that is set replaces that timer.
+/// Main thread. A periodic timer without a window; the period is at least USER_TIMER_MINIMUM ms. Returns its
+/// id (not 0); 0 when `window` is not null, `proc` is null, or off the main thread. An `id` of a timer that
+/// is set replaces that timer.
 STANDIN_WIN32_API UINT_PTR SetTimer(HWND window, UINT_PTR id, UINT periodMs, TIMERPROC proc);
 /// Main thread. FALSE when no such timer is set.
 STANDIN_WIN32_API BOOL KillTimer(HWND window, UINT_PTR id);
@@ -183,13 +183,13 @@ STANDIN_WIN32_API void GetSystemTime(LPSYSTEMTIME time);
 
 /// Recorded, not sounded, and takes no time. FALSE for a frequency outside 37 ... 32767 Hz.
 STANDIN_WIN32_API BOOL Beep(DWORD frequency, DWORD durationMs);
-/// Recorded, not shown. Answers what setBoxAnswer said, IDOK at first.
+/// Recorded, not shown. Returns what setBoxAnswer set, IDOK at first.
 STANDIN_WIN32_API int MessageBoxW(HWND owner, LPCWSTR text, LPCWSTR caption, UINT type);
 
 // --- process; see standin_process.h ---
 
-/// Characters written without the terminator; a path that does not fit is cut and `size` answered; 0 on
-/// failure.
+/// Characters written without the terminator; for a path that does not fit it is cut and `size` returned; 0
+/// on failure.
 STANDIN_WIN32_API DWORD GetModuleFileNameW(HMODULE module, LPWSTR path, DWORD size);
 STANDIN_WIN32_API DWORD GetCurrentThreadId();
 STANDIN_WIN32_API DWORD GetCurrentProcessId();
@@ -200,7 +200,7 @@ STANDIN_WIN32_API DWORD GetCurrentProcessId();
 STANDIN_WIN32_API int WideCharToMultiByte(UINT codePage, DWORD flags, LPCWSTR wide, int wideCount,
                                           LPSTR narrow, int narrowSize, LPCSTR replacement,
                                           LPBOOL usedReplacement);
-/// The other way; never replaces, as the code page knows every byte. 0 when the buffer is too small.
+/// The reverse; never replaces, since every byte is a character of the page. 0 when the buffer is too small.
 STANDIN_WIN32_API int MultiByteToWideChar(UINT codePage, DWORD flags, LPCSTR narrow, int narrowCount,
                                           LPWSTR wide, int wideSize);
 

@@ -28,6 +28,7 @@ HWND Desktop::create(const WindowSpec& spec) {
   for (const int kind : {SB_VERT, SB_HORZ})
     if (ScrollBar* const bar = window.bar(kind)) *bar = limited(*bar);
   std::vector<HWND>& order = siblings(window);
+  // A new top-level window is in front; a new child is behind its older siblings.
   order.insert(spec.parent == nullptr ? order.begin() : order.end(), handle);
   return handle;
 }
@@ -106,7 +107,7 @@ void Desktop::send(const SentMessage& message) {
   if (bar != nullptr) *bar = scrolledBy(*bar, LOWORD(message.wParam));
 }
 
-/// What a window does not scroll itself it leaves to its parent.
+/// A window that has no bar to scroll passes the turn on to its parent, as the default procedure does.
 void Desktop::turnWheel(HWND handle, int delta) {
   Window* window = find(handle);
   while (window != nullptr && window->bar(SB_VERT) == nullptr) window = find(window->spec.parent);

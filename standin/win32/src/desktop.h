@@ -1,4 +1,4 @@
-/// The windows behind `standin_desktop.h` and the Windows functions that look at them. Main thread.
+/// The windows that `standin_desktop.h` and the Windows functions work on. Main thread.
 #ifndef STANDIN_WIN32_DESKTOP_H
 #define STANDIN_WIN32_DESKTOP_H
 
@@ -35,7 +35,7 @@ class Desktop {
   HWND at(POINT point);
   bool isVisible(HWND handle);
 
-  /// Records the message and lets the window answer it.
+  /// Records the message and scrolls the window as it asks.
   void send(const SentMessage& message);
 
   POINT pointer{0, 0};

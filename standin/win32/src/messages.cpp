@@ -49,9 +49,9 @@ void setUserMessageListener(std::function<void(const UserMessage&)> listener) {
   listenerInForce = std::move(listener);
 }
 
-void setBoxAnswer(int answer) {
+void setBoxAnswer(int button) {
   const std::lock_guard lock(messagesMutex);
-  boxAnswer = answer;
+  boxAnswer = button;
 }
 
 }  // namespace standin::windows
@@ -64,6 +64,7 @@ BOOL Beep(DWORD frequency, DWORD durationMs) {
   message.frequency = frequency;
   message.durationMs = durationMs;
   if (standin::windows::kBeep.hit()) return FALSE;
+  // The range that the speaker's divisor can express.
   if (frequency < 37 || frequency > 32767) return FALSE;
   standin::windows::record(message);
   return TRUE;

@@ -21,8 +21,8 @@ const Operation kGetModuleFileName("GetModuleFileNameW", Result::kTellsFailure);
 std::mutex modulesMutex;
 std::map<const void*, std::wstring> modulePaths;
 
-/// File names are widened as the locale says; a byte it does not understand is kept as it is. Folders are
-/// parted by backslashes, as Windows answers them.
+/// Widens a file name by the locale; a byte that it cannot decode keeps its value. Folders are separated by
+/// backslashes, as in the paths that Windows returns.
 std::wstring widened(const char* path) {
   std::wstring result;
   std::mbstate_t state{};

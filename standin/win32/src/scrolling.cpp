@@ -16,6 +16,8 @@ ScrollBar movedBy(ScrollBar bar, int lines) {
 
 }  // namespace
 
+/// The last page ends at the maximum itself, so a page of one line reaches it; a range that is all in view
+/// leaves only the minimum.
 ScrollBar limited(ScrollBar bar) {
   const int last = std::max(bar.minimum, bar.maximum - pageOf(bar) + 1);
   bar.position = std::clamp(bar.position, bar.minimum, last);
@@ -42,6 +44,7 @@ ScrollBar scrolledBy(const ScrollBar& bar, WORD code) {
 }
 
 ScrollBar wheeledBy(const ScrollBar& bar, int delta) {
+  // The system's default setting. A turn away from the user is positive and shows what is above.
   constexpr int kLinesOfATurn = 3;
   return movedBy(bar, -delta * kLinesOfATurn / WHEEL_DELTA);
 }

@@ -1,4 +1,4 @@
-/// How a control's scroll position answers messages. Pure.
+/// How a control's scroll position changes with messages. Pure functions.
 #ifndef STANDIN_WIN32_SCROLLING_H
 #define STANDIN_WIN32_SCROLLING_H
 

@@ -1,21 +1,22 @@
 #include "timer_table.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace standin::clock {
 
-UINT_PTR TimerTable::set(UINT_PTR wanted, std::int64_t nowMs, std::uint32_t periodMs, TIMERPROC proc) {
-  const auto period = std::clamp<std::int64_t>(periodMs, USER_TIMER_MINIMUM, USER_TIMER_MAXIMUM);
-  const UINT_PTR id = mTimers.count(wanted) != 0 ? wanted : ++mLastId;
-  mTimers[id] = {nowMs + period, period, proc};
+std::uintptr_t TimerTable::set(std::uintptr_t wanted, std::int64_t nowMs, std::uint32_t periodMs,
+                               TimerProc proc) {
+  const std::uintptr_t id = mTimers.count(wanted) != 0 ? wanted : ++mLastId;
+  mTimers[id] = {nowMs + periodMs, periodMs, std::move(proc)};
   return id;
 }
 
-bool TimerTable::kill(UINT_PTR id) {
+bool TimerTable::kill(std::uintptr_t id) {
   return mTimers.erase(id) != 0;
 }
 
-std::map<UINT_PTR, TimerTable::Timer>::const_iterator TimerTable::earliest() const {
+std::map<std::uintptr_t, TimerTable::Timer>::const_iterator TimerTable::earliest() const {
   return std::min_element(mTimers.begin(), mTimers.end(),
                           [](const auto& a, const auto& b) { return a.second.dueMs < b.second.dueMs; });
 }

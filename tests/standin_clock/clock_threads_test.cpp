@@ -54,7 +54,7 @@ class ReplayThreads : public testing::Test {
   Diary mDiary;
 };
 
-TEST_F(ReplayThreads, ASleeperHasRunBeforeTheAdvanceReturns) {
+TEST_F(ReplayThreads, SleeperHasRunBeforeTheAdvanceReturns) {
   std::thread thread = begun([this] {
     Sleep(30);
     mDiary.note("awake");
@@ -70,7 +70,7 @@ TEST_F(ReplayThreads, ASleeperHasRunBeforeTheAdvanceReturns) {
   thread.join();
 }
 
-TEST_F(ReplayThreads, SleepOnTheMainThreadWakesWhoFallsDueOnTheWay) {
+TEST_F(ReplayThreads, SleepOnTheMainThreadWakesSleepersDueOnTheWay) {
   std::thread thread = begun([this] {
     Sleep(10);
     mDiary.note("other");
@@ -81,7 +81,7 @@ TEST_F(ReplayThreads, SleepOnTheMainThreadWakesWhoFallsDueOnTheWay) {
   thread.join();
 }
 
-TEST_F(ReplayThreads, AnAlarmRungByAScheduledCallWakesItsThreadThen) {
+TEST_F(ReplayThreads, ScheduledRingWakesTheWaitingThread) {
   clock::Alarm alarm;
   std::thread thread = begun([&] {
     EXPECT_TRUE(alarm.wait(50));
@@ -98,7 +98,7 @@ TEST_F(ReplayThreads, AnAlarmRungByAScheduledCallWakesItsThreadThen) {
   thread.join();
 }
 
-TEST_F(ReplayThreads, ARingBeforeTheWaitEndsItAtOnce) {
+TEST_F(ReplayThreads, RingBeforeTheWaitEndsItAtOnce) {
   clock::Alarm alarm;
   alarm.ring();
   std::thread thread([&] { EXPECT_TRUE(alarm.wait(1000)); });
@@ -106,7 +106,7 @@ TEST_F(ReplayThreads, ARingBeforeTheWaitEndsItAtOnce) {
   EXPECT_EQ(clock::nowMs(), 0);
 }
 
-TEST_F(ReplayThreads, ARingIsUsedUpByOneWait) {
+TEST_F(ReplayThreads, OneWaitUsesUpTheRing) {
   clock::Alarm alarm;
   alarm.ring();
   alarm.ring();
@@ -115,7 +115,7 @@ TEST_F(ReplayThreads, ARingIsUsedUpByOneWait) {
   EXPECT_EQ(clock::nowMs(), 10);
 }
 
-TEST_F(ReplayThreads, AWaitOnTheMainThreadAdvancesUntilTheRing) {
+TEST_F(ReplayThreads, WaitOnTheMainThreadAdvancesUntilTheRing) {
   clock::Alarm alarm;
   clock::schedule(30, [&] { alarm.ring(); });
   EXPECT_TRUE(alarm.wait(1000));
@@ -124,7 +124,7 @@ TEST_F(ReplayThreads, AWaitOnTheMainThreadAdvancesUntilTheRing) {
   EXPECT_EQ(clock::nowMs(), 35);
 }
 
-TEST_F(ReplayThreads, ARingLetsAThreadRunToItsEndWithoutAnAdvance) {
+TEST_F(ReplayThreads, RingLetsAThreadEndWithoutAnAdvance) {
   clock::Alarm alarm;
   std::thread thread = begun([&] {
     alarm.wait(1000);
@@ -135,7 +135,7 @@ TEST_F(ReplayThreads, ARingLetsAThreadRunToItsEndWithoutAnAdvance) {
   thread.join();
 }
 
-TEST_F(ReplayThreads, AtOneTimeCallsComeFirstThenAlarmsThenSleepersOldestThreadFirst) {
+TEST_F(ReplayThreads, CallsPrecedeAlarmsAndAlarmsPrecedeSleepersAtOneTime) {
   clock::Alarm alarm;
   std::vector<std::thread> threads;
   for (const char* const name : {"sleeper 1", "sleeper 2", "sleeper 3"})
@@ -154,7 +154,7 @@ TEST_F(ReplayThreads, AtOneTimeCallsComeFirstThenAlarmsThenSleepersOldestThreadF
   for (std::thread& thread : threads) thread.join();
 }
 
-TEST_F(ReplayThreads, TheOrderAtOneTimeDoesNotDependOnWhoWaitedFirst) {
+TEST_F(ReplayThreads, OlderThreadWakesFirstWhoeverWaitedFirst) {
   std::atomic<bool> isSecondWaiting{false};
   std::thread older([&] {
     while (!isSecondWaiting) std::this_thread::yield();
@@ -173,7 +173,7 @@ TEST_F(ReplayThreads, TheOrderAtOneTimeDoesNotDependOnWhoWaitedFirst) {
   younger.join();
 }
 
-TEST_F(ReplayThreads, AThreadRungByAnotherRunsWhenTheRingingOneWaits) {
+TEST_F(ReplayThreads, RungThreadRunsWhenTheRingingOneWaits) {
   clock::Alarm alarm;
   std::thread rung = begun([&] {
     alarm.wait(1000);
@@ -193,7 +193,7 @@ TEST_F(ReplayThreads, AThreadRungByAnotherRunsWhenTheRingingOneWaits) {
   ringing.join();
 }
 
-TEST_F(ReplayThreads, AWaitOfNoTimeEndsWhenTimeNextAdvances) {
+TEST_F(ReplayThreads, WaitOfNoTimeEndsWhenTimeNextAdvances) {
   std::thread thread = begun([this] {
     for (int i = 0; i < 3; ++i) Sleep(0);
     mDiary.note("after three");
@@ -203,7 +203,7 @@ TEST_F(ReplayThreads, AWaitOfNoTimeEndsWhenTimeNextAdvances) {
   thread.join();
 }
 
-TEST_F(ReplayThreads, AThreadThatEndsLeavesTheClock) {
+TEST_F(ReplayThreads, EndingThreadLeavesTheClock) {
   std::thread thread = begun([] { Sleep(10); });
   EXPECT_EQ(clock::otherThreads(), 1u);
   clock::advanceTo(10);
@@ -240,7 +240,7 @@ TEST_F(ReplayThreads, SettleGivesUpOnAThreadThatNeverWaits) {
   EXPECT_TRUE(clock::settle());
 }
 
-TEST_F(ReplayThreads, AnAdvanceThatAWokenThreadHoldsUpIsCounted) {
+TEST_F(ReplayThreads, ClockCountsAnAdvanceThatAWokenThreadHoldsUp) {
   std::atomic<bool> isToEnd{false};
   std::thread thread = begun([&] {
     Sleep(10);
@@ -258,7 +258,7 @@ TEST_F(ReplayThreads, AnAdvanceThatAWokenThreadHoldsUpIsCounted) {
   EXPECT_EQ(clock::stalls(), 0u);
 }
 
-TEST_F(ReplayThreads, AStartLetsThreadsOfTheRunBeforeGoOn) {
+TEST_F(ReplayThreads, StartReleasesThreadsOfTheRunBefore) {
   clock::Alarm alarm;
   std::thread sleeping = begun([] { Sleep(1000); });
   std::thread waiting = begun([&] { EXPECT_FALSE(alarm.wait(1000)); });

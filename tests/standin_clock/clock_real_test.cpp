@@ -19,20 +19,20 @@ class RealClock : public testing::Test {
   void TearDown() override { clock::stop(); }
 };
 
-TEST_F(RealClock, RunsByItself) {
+TEST_F(RealClock, RealTimeRunsByItself) {
   const std::int64_t before = clock::nowMs();
   while (clock::nowMs() == before) std::this_thread::yield();
   EXPECT_GT(clock::nowMs(), before);
   EXPECT_EQ(clock::kind(), clock::Kind::kReal);
 }
 
-TEST_F(RealClock, AdvanceToReturnsWhenThatTimeHasCome) {
+TEST_F(RealClock, AdvanceReturnsWhenItsTimeHasCome) {
   const std::int64_t target = clock::nowMs() + 500;
   clock::advanceTo(target);
   EXPECT_GE(clock::nowMs(), target);
 }
 
-TEST_F(RealClock, SleepDrawnAndAlarmsTakeTheirTime) {
+TEST_F(RealClock, WaitsTakeTheirTime) {
   std::int64_t before = clock::nowMs();
   Sleep(300);
   EXPECT_GE(clock::nowMs(), before + 300);
@@ -45,7 +45,7 @@ TEST_F(RealClock, SleepDrawnAndAlarmsTakeTheirTime) {
   EXPECT_GE(clock::nowMs(), before + 200);
 }
 
-TEST_F(RealClock, ARingEndsAWaitOfAnotherThread) {
+TEST_F(RealClock, RingEndsAWaitOfAnotherThread) {
   clock::Alarm alarm;
   std::atomic<bool> isRung{false};
   std::thread thread([&] { isRung = alarm.wait(1000000000); });
@@ -68,7 +68,7 @@ TEST_F(RealClock, ScheduledCallsRunOnAThreadOfTheClocksOwn) {
   EXPECT_FALSE(clock::nextDue());
 }
 
-TEST_F(RealClock, ItsOwnThreadIsNotCountedAmongTheOthers) {
+TEST_F(RealClock, ThreadCountLeavesOutTheClocksOwn) {
   clock::schedule(1000000000, [] {});
   EXPECT_EQ(clock::otherThreads(), 0u);
   EXPECT_TRUE(clock::settle());
@@ -88,13 +88,13 @@ TEST_F(RealClock, TimersFallDueByThemselves) {
   EXPECT_TRUE(clock::runDueTimer());
 }
 
-TEST_F(RealClock, AReadOfTheTickCountAddsNothing) {
+TEST_F(RealClock, TickCountReadAddsNothing) {
   clock::start(clock::Kind::kReal, 16, 0.001);
   EXPECT_EQ(GetTickCount(), 0u);
   EXPECT_EQ(GetTickCount(), 0u);
 }
 
-TEST_F(RealClock, AStartEndsTheWaitsOfTheRunBefore) {
+TEST_F(RealClock, StartEndsTheWaitsOfTheRunBefore) {
   std::atomic<bool> isWaiting{false};
   std::thread thread([&] {
     isWaiting = true;

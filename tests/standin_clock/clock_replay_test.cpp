@@ -18,7 +18,7 @@ class ReplayClock : public testing::Test {
   void TearDown() override { clock::stop(); }
 };
 
-TEST_F(ReplayClock, StartsAtZeroOnTheThreadThatStartedIt) {
+TEST_F(ReplayClock, ReplayStartsAtZeroOnTheStartingThread) {
   EXPECT_EQ(clock::nowMs(), 0);
   EXPECT_EQ(clock::kind(), clock::Kind::kReplay);
   EXPECT_TRUE(clock::isMainThread());
@@ -27,17 +27,17 @@ TEST_F(ReplayClock, StartsAtZeroOnTheThreadThatStartedIt) {
   EXPECT_FALSE(isMainElsewhere);
 }
 
-TEST_F(ReplayClock, StandsStillWhileNobodyAdvancesIt) {
+TEST_F(ReplayClock, ReplayTimeStandsStillByItself) {
   for (int i = 0; i < 1000; ++i) EXPECT_EQ(clock::nowMs(), 0);
 }
 
-TEST_F(ReplayClock, AdvancesToATimeAndNeverBack) {
+TEST_F(ReplayClock, ReplayTimeNeverGoesBack) {
   clock::advanceTo(250);
   clock::advanceTo(100);
   EXPECT_EQ(clock::nowMs(), 250);
 }
 
-TEST_F(ReplayClock, ADrawingCallTakesTheFramesTime) {
+TEST_F(ReplayClock, DrawingCallTakesTheFramesTime) {
   clock::drawn();
   clock::drawn();
   EXPECT_EQ(clock::nowMs(), 32);
@@ -50,7 +50,7 @@ TEST_F(ReplayClock, SleepOnTheMainThreadAdvances) {
   EXPECT_EQ(clock::nowMs(), 150);
 }
 
-TEST_F(ReplayClock, AReadOfTheTickCountAdvancesByOneWhenNothingElseHas) {
+TEST_F(ReplayClock, TickCountReadAdvancesByOneWhenNothingElseHas) {
   EXPECT_EQ(GetTickCount(), 0u);
   EXPECT_EQ(GetTickCount(), 1u);
   EXPECT_EQ(GetTickCount(), 2u);
@@ -59,14 +59,14 @@ TEST_F(ReplayClock, AReadOfTheTickCountAdvancesByOneWhenNothingElseHas) {
   EXPECT_EQ(GetTickCount(), 19u);
 }
 
-TEST_F(ReplayClock, ADrawingCallOfNoTimeIsNoAdvance) {
+TEST_F(ReplayClock, DrawingCallOfNoTimeIsNoAdvance) {
   clock::start(clock::Kind::kReplay, 0);
   GetTickCount();
   clock::drawn();
   EXPECT_EQ(GetTickCount(), 1u);
 }
 
-TEST_F(ReplayClock, ATickCountOfAnotherThreadAdvancesNothing) {
+TEST_F(ReplayClock, TickCountReadOfAnotherThreadAdvancesNothing) {
   GetTickCount();
   DWORD first = 9;
   DWORD second = 9;
@@ -78,7 +78,7 @@ TEST_F(ReplayClock, ATickCountOfAnotherThreadAdvancesNothing) {
   EXPECT_EQ(second, 0u);
 }
 
-TEST_F(ReplayClock, TheTickCountWrapsFromTheBaseThatWasSet) {
+TEST_F(ReplayClock, TickCountWrapsFromTheBaseThatWasSet) {
   clock::setTickBase(0xFFFFFFFEu);
   EXPECT_EQ(GetTickCount(), 0xFFFFFFFEu);
   clock::advanceTo(5);
@@ -86,7 +86,7 @@ TEST_F(ReplayClock, TheTickCountWrapsFromTheBaseThatWasSet) {
   EXPECT_EQ(clock::nowMs(), 5);
 }
 
-TEST_F(ReplayClock, RunsScheduledCallsInOrderOfTimeThenOfArrival) {
+TEST_F(ReplayClock, ScheduledCallsRunInOrderOfTimeThenOfArrival) {
   std::vector<std::string> order;
   const auto note = [&order](const char* name) {
     return [&order, name] { order.push_back(name + std::to_string(clock::nowMs())); };
@@ -100,7 +100,7 @@ TEST_F(ReplayClock, RunsScheduledCallsInOrderOfTimeThenOfArrival) {
   EXPECT_EQ(clock::nowMs(), 30);
 }
 
-TEST_F(ReplayClock, EveryWayOfAdvancingRunsWhatFallsDue) {
+TEST_F(ReplayClock, EveryAdvanceRunsWhatFallsDue) {
   int calls = 0;
   for (const std::int64_t timeMs : {5, 16, 17, 40}) clock::schedule(timeMs, [&calls] { ++calls; });
   clock::drawn();
@@ -112,7 +112,7 @@ TEST_F(ReplayClock, EveryWayOfAdvancingRunsWhatFallsDue) {
   EXPECT_EQ(calls, 4);
 }
 
-TEST_F(ReplayClock, ACallScheduledInThePastRunsAtTheNextAdvance) {
+TEST_F(ReplayClock, CallScheduledInThePastRunsAtTheNextAdvance) {
   clock::advanceTo(100);
   std::int64_t ranAt = -1;
   clock::schedule(50, [&ranAt] { ranAt = clock::nowMs(); });
@@ -121,7 +121,7 @@ TEST_F(ReplayClock, ACallScheduledInThePastRunsAtTheNextAdvance) {
   EXPECT_EQ(ranAt, 100);
 }
 
-TEST_F(ReplayClock, ACallMayScheduleAndAdvance) {
+TEST_F(ReplayClock, ScheduledCallMayScheduleAndAdvance) {
   std::vector<std::int64_t> times;
   clock::schedule(10, [&times] {
     clock::schedule(12, [&times] { times.push_back(clock::nowMs()); });
@@ -133,7 +133,7 @@ TEST_F(ReplayClock, ACallMayScheduleAndAdvance) {
   EXPECT_EQ(clock::nowMs(), 35);
 }
 
-TEST_F(ReplayClock, WhatACallThrowsPassesThroughTheAdvance) {
+TEST_F(ReplayClock, AdvancePassesOnWhatACallThrows) {
   clock::schedule(10, [] { throw std::runtime_error("broken"); });
   EXPECT_THROW(clock::advanceTo(20), std::runtime_error);
   EXPECT_EQ(clock::nowMs(), 10);
@@ -141,7 +141,7 @@ TEST_F(ReplayClock, WhatACallThrowsPassesThroughTheAdvance) {
   EXPECT_EQ(clock::nowMs(), 20);
 }
 
-TEST_F(ReplayClock, KnowsWhatIsDueNext) {
+TEST_F(ReplayClock, NextDueIsTheEarliestOfTimersAndCalls) {
   EXPECT_FALSE(clock::nextDue());
   const UINT_PTR timer = SetTimer(nullptr, 0, 100, [](HWND, UINT, UINT_PTR, DWORD) {});
   EXPECT_EQ(clock::nextDue(), 100);
@@ -153,7 +153,7 @@ TEST_F(ReplayClock, KnowsWhatIsDueNext) {
   EXPECT_EQ(clock::nextDue(), 60);
 }
 
-TEST_F(ReplayClock, AStartForgetsTheRunBefore) {
+TEST_F(ReplayClock, StartForgetsTheRunBefore) {
   clock::schedule(10, [] { ADD_FAILURE() << "a call of the run before"; });
   SetTimer(nullptr, 0, 10, [](HWND, UINT, UINT_PTR, DWORD) {});
   clock::setTickBase(7);
@@ -165,7 +165,7 @@ TEST_F(ReplayClock, AStartForgetsTheRunBefore) {
   clock::advanceTo(50);
 }
 
-TEST_F(ReplayClock, AStopForgetsWhatWasScheduledAndKeepsTheTime) {
+TEST_F(ReplayClock, StopForgetsWhatWasScheduledAndKeepsTheTime) {
   clock::schedule(10, [] { ADD_FAILURE() << "forgotten"; });
   SetTimer(nullptr, 0, 10, [](HWND, UINT, UINT_PTR, DWORD) {});
   clock::advanceTo(5);

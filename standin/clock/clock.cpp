@@ -1,0 +1,165 @@
+/// Runs of the native clock, its time and its timers.
+#include "clock_core.h"
+#include "standin_ticks.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cassert>
+#include <thread>
+#include <utility>
+
+namespace standin::clock {
+namespace {
+
+/// A sanitizer starts a thread of its own with the program's first one; it must exist before threads are
+/// counted.
+void startRuntimeThreads() {
+  static const bool isDone = [] {
+    std::thread([] {}).join();
+    return true;
+  }();
+  static_cast<void>(isDone);
+}
+
+}  // namespace
+
+Core& Core::instance() {
+  static auto* const core = new Core;
+  return *core;
+}
+
+/// Until the first start() the main thread is the process's first one.
+Core::Core() : mainThread(static_cast<ThreadId>(getpid())) {}
+
+std::optional<std::int64_t> Core::nextDue() const {
+  std::optional<std::int64_t> due = timers.next();
+  const auto consider = [&due](std::int64_t timeMs) { due = std::min(due.value_or(timeMs), timeMs); };
+  if (!calls.empty()) consider(calls.begin()->first);
+  if (const std::optional<std::int64_t> call = runner.next()) consider(*call);
+  if (!sleepers.empty()) consider((*sleepers.begin())->dueMs);
+  return due;
+}
+
+void start(Kind kind, std::uint32_t frameMs, double speed) {
+  assert(speed > 0 && "time runs forwards");
+  stop();
+  startRuntimeThreads();
+  const Locked core;
+  core->releaseEveryone();
+  ++core->run;
+  core->kind = kind;
+  core->frameMs = frameMs;
+  core->mainThread = currentThread();
+  core->realTime = {std::chrono::steady_clock::now(), speed};
+  core->replayMs = 0;
+  core->tickBase = 0;
+  core->isMoved = true;
+  core->patience = std::chrono::milliseconds(10000);
+  core->stalls = 0;
+  core->threadsAtStart = processThreads();
+}
+
+/// The runner ends before the lock is taken: the call that it runs may need it.
+void stop() {
+  Core::instance().runner.end();
+  const Locked core;
+  core->calls.clear();
+  core->timers.clear();
+}
+
+std::int64_t nowMs() {
+  return Locked()->now();
+}
+
+Kind kind() {
+  return Locked()->kind;
+}
+
+bool isMainThread() {
+  return Locked()->isMain();
+}
+
+void setTickBase(std::uint32_t ticks) {
+  Locked()->tickBase = ticks;
+}
+
+void setPatience(std::uint32_t ms) {
+  Locked()->patience = std::chrono::milliseconds(ms);
+}
+
+std::uint32_t readTicks() {
+  Locked core;
+  if (core->isReplayMain()) {
+    // A loop that polls the count without drawing would otherwise never end.
+    if (!core->isMoved) core->advance(core.lock(), core->replayMs + 1);
+    core->isMoved = false;
+  }
+  return core->ticks();
+}
+
+void advanceTo(std::int64_t timeMs) {
+  Locked core;
+  if (core->kind == Kind::kReplay) {
+    if (core->isMain()) core->advance(core.lock(), timeMs);
+    return;
+  }
+  const RealTime::Moment until = core->realTime.at(timeMs);
+  core.lock().unlock();
+  std::this_thread::sleep_until(until);
+}
+
+void drawn() {
+  const std::int64_t until = [] {
+    const Locked core;
+    return core->now() + core->frameMs;
+  }();
+  advanceTo(until);
+}
+
+void schedule(std::int64_t timeMs, std::function<void()> call) {
+  {
+    const Locked core;
+    if (core->kind == Kind::kReplay) {
+      core->calls.emplace(timeMs, std::move(call));
+      return;
+    }
+  }
+  Core::instance().runner.schedule(timeMs, std::move(call));
+}
+
+std::optional<std::int64_t> nextDue() {
+  return Locked()->nextDue();
+}
+
+std::uintptr_t setTimer(std::uintptr_t wanted, std::uint32_t periodMs, TimerProc proc) {
+  const Locked core;
+  if (!core->isMain()) return 0;
+  return core->timers.set(wanted, core->now(), periodMs, std::move(proc));
+}
+
+bool killTimer(std::uintptr_t id) {
+  const Locked core;
+  return core->isMain() && core->timers.kill(id);
+}
+
+std::optional<std::int64_t> nextTimer() {
+  return Locked()->timers.next();
+}
+
+std::size_t timerCount() {
+  return Locked()->timers.count();
+}
+
+/// The procedure runs without the lock: it sets and kills timers itself.
+bool runDueTimer() {
+  Locked core;
+  const std::optional<TimerTable::Due> due = core->timers.takeDue(core->now());
+  if (!due) return false;
+  const std::uint32_t ticks = core->ticks();
+  core.lock().unlock();
+  due->proc(due->id, ticks);
+  return true;
+}
+
+}  // namespace standin::clock

@@ -1,0 +1,57 @@
+/// How virtual time goes forward.
+#include "clock_core.h"
+
+#include <algorithm>
+#include <cassert>
+#include <cstdio>
+#include <limits>
+#include <utility>
+
+namespace standin::clock {
+
+void Core::moveTo(std::int64_t timeMs) {
+  // A call that was scheduled in the past runs now; time does not go back for it.
+  if (timeMs <= replayMs) return;
+  replayMs = timeMs;
+  isMoved = true;
+}
+
+void Core::advance(Lock& lock, std::int64_t timeMs, const bool* isEndedP) {
+  assert(isReplayMain() && "only the main thread advances the replay clock");
+  awaitOthers(lock);
+  while (isEndedP == nullptr || !*isEndedP)
+    if (!runNextDue(lock, timeMs)) {
+      moveTo(timeMs);
+      return;
+    }
+}
+
+bool Core::runNextDue(Lock& lock, std::int64_t limitMs) {
+  constexpr std::int64_t kNever = std::numeric_limits<std::int64_t>::max();
+  const std::int64_t callDue = calls.empty() ? kNever : calls.begin()->first;
+  const std::int64_t sleeperDue = sleepers.empty() ? kNever : (*sleepers.begin())->dueMs;
+  const std::int64_t due = std::min(callDue, sleeperDue);
+  if (due > limitMs) return false;
+  moveTo(due);
+  // At one time calls come first, so that a reader whose wait ends now finds the event delivered now.
+  if (callDue <= sleeperDue) {
+    const std::function<void()> call = std::move(calls.begin()->second);
+    calls.erase(calls.begin());
+    lock.unlock();
+    call();
+    lock.lock();
+  } else {
+    release(**sleepers.begin());
+  }
+  awaitOthers(lock);
+  return true;
+}
+
+void Core::awaitOthers(Lock& lock) {
+  if (quiet.wait_for(lock, patience, [this] { return isQuiet(); })) return;
+  ++stalls;
+  std::fprintf(stderr, "clock: at %lld ms a woken thread neither waits again nor ends\n",
+               static_cast<long long>(replayMs));
+}
+
+}  // namespace standin::clock
