@@ -42,7 +42,7 @@ class EventsInReplay : public testing::Test {
   }
 };
 
-TEST_F(EventsInReplay, APendingEventIsHandedOverWithoutAWait) {
+TEST_F(EventsInReplay, ReadReturnsAPendingEventWithoutAWait) {
   controller::deliver(motion({1, -2, 3, -4, 5, -32768}, -7));
   EXPECT_EQ(controller::eventsPending(), 1u);
   const Reading reading = readOnce();
@@ -58,19 +58,19 @@ TEST_F(EventsInReplay, EventsComeInTheOrderOfTheirDelivery) {
   EXPECT_EQ(readOnce().code, -1);
 }
 
-TEST_F(EventsInReplay, ACallWithoutAnEventFailsAfterFiftyMilliseconds) {
+TEST_F(EventsInReplay, ReadWithoutAnEventFailsAfterFiftyMilliseconds) {
   const Reading reading = readOnce();
   EXPECT_EQ(reading.status, 1);
   EXPECT_EQ(reading.timeMs, 50);
 }
 
-TEST_F(EventsInReplay, ARingUsedUpByAnEarlierCallDoesNotShortenTheWait) {
+TEST_F(EventsInReplay, EarlierEventDoesNotShortenTheNextWait) {
   controller::deliver(command(0x20009));
   EXPECT_EQ(readOnce().status, 0);
   EXPECT_EQ(readOnce().timeMs, 50);
 }
 
-TEST_F(EventsInReplay, AnEventDuringTheWaitEndsIt) {
+TEST_F(EventsInReplay, EventEndsTheWait) {
   clock::schedule(20, [] { controller::deliver(command(0x2000C)); });
   const Reading reading = readOnce();
   EXPECT_EQ(reading.status, 0);
@@ -78,7 +78,7 @@ TEST_F(EventsInReplay, AnEventDuringTheWaitEndsIt) {
   EXPECT_EQ(reading.timeMs, 20);
 }
 
-TEST_F(EventsInReplay, ImpossibleArgumentsFailAtOnce) {
+TEST_F(EventsInReplay, ReadRefusesImpossibleArgumentsAtOnce) {
   std::int16_t a = 0;
   std::int32_t b = 0;
   controller::deliver(command(0x20009));
@@ -93,7 +93,7 @@ TEST_F(EventsInReplay, ImpossibleArgumentsFailAtOnce) {
   EXPECT_EQ(controller::eventsPending(), 1u);
 }
 
-TEST_F(EventsInReplay, AReaderOfADeviceThatIsNotThereDoesNotSpin) {
+TEST_F(EventsInReplay, ReadOfAMissingDeviceWaits) {
   controller::setDevices({});
   controller::deliver(command(0x20009));
   readOnce();
@@ -103,7 +103,7 @@ TEST_F(EventsInReplay, AReaderOfADeviceThatIsNotThereDoesNotSpin) {
   EXPECT_EQ(reading.timeMs, before + 50);
 }
 
-TEST_F(EventsInReplay, WithoutAConnectionOrADeviceThatIsUpTheCallWaitsBeforeItFails) {
+TEST_F(EventsInReplay, ReadWaitsBeforeItFailsWithoutAConnectionOrDevice) {
   controller::setDown(true);
   EXPECT_EQ(readOnce().timeMs, 50);
   controller::setDown(false);
@@ -123,7 +123,7 @@ TEST_F(EventsInReplay, OnlyMotionChangesWhatWasLastHandedOver) {
   EXPECT_EQ(controller::eventsHandedOver(), 2u);
 }
 
-TEST_F(EventsInReplay, EventsWhileDownAreLostAndSoAreThosePending) {
+TEST_F(EventsInReplay, DeviceDownLosesNewAndPendingEvents) {
   controller::deliver(command(0x20009));
   controller::setDown(true);
   controller::deliver(command(0x2000A));
@@ -141,7 +141,7 @@ TEST_F(EventsInReplay, EventsWithoutAConnectionWaitForOne) {
   EXPECT_EQ(readOnce().code, 0x20009);
 }
 
-TEST_F(EventsInReplay, ADeliveryReturnsWhenTheReaderHasProcessedIt) {
+TEST_F(EventsInReplay, DeliveryReturnsWhenTheReaderHasProcessedIt) {
   ReadingThread reader;
   ASSERT_TRUE(clock::settle());
   controller::deliver(motion({1, 0, 0, 0, 0, 0}));
@@ -149,7 +149,7 @@ TEST_F(EventsInReplay, ADeliveryReturnsWhenTheReaderHasProcessedIt) {
   EXPECT_EQ(controller::lastHandedOver()[0], 1);
 }
 
-TEST_F(EventsInReplay, AScheduledEventIsProcessedBeforeTheAdvancingCallReturns) {
+TEST_F(EventsInReplay, ReaderProcessesAScheduledEventBeforeTheAdvanceReturns) {
   ReadingThread reader;
   ASSERT_TRUE(clock::settle());
   const auto deliverAt = [](std::int64_t timeMs, std::int32_t code) {
@@ -170,7 +170,7 @@ TEST_F(EventsInReplay, AScheduledEventIsProcessedBeforeTheAdvancingCallReturns) 
   EXPECT_EQ(reader.events(), (Events{{10, 1}, {20, 2}, {60, 3}, {61, 4}}));
 }
 
-TEST_F(EventsInReplay, SeveralEventsAtOneTimeAreAllProcessed) {
+TEST_F(EventsInReplay, ReaderProcessesAllEventsOfOneTime) {
   ReadingThread reader;
   ASSERT_TRUE(clock::settle());
   clock::schedule(50, [] {
@@ -184,7 +184,7 @@ TEST_F(EventsInReplay, SeveralEventsAtOneTimeAreAllProcessed) {
   EXPECT_EQ(controller::eventsPending(), 0u);
 }
 
-TEST_F(EventsInReplay, ADisconnectLetsAWaitingReaderEnd) {
+TEST_F(EventsInReplay, DisconnectEndsTheWait) {
   ReadingThread reader;
   ASSERT_TRUE(clock::settle());
   clock::advanceTo(20);
@@ -195,7 +195,7 @@ TEST_F(EventsInReplay, ADisconnectLetsAWaitingReaderEnd) {
   EXPECT_EQ(reader.readings(), (std::vector<Reading>{{20, 1, 0, {}, 0, 0, false}}));
 }
 
-TEST_F(EventsInReplay, ADeviceThatGoesDownFailsAWaitingReader) {
+TEST_F(EventsInReplay, DeviceDownFailsAWaitingRead) {
   ReadingThread reader;
   ASSERT_TRUE(clock::settle());
   clock::schedule(30, [] { controller::setDown(true); });
@@ -205,7 +205,7 @@ TEST_F(EventsInReplay, ADeviceThatGoesDownFailsAWaitingReader) {
   EXPECT_EQ(times, (std::vector<std::int64_t>{30, 80}));
 }
 
-TEST_F(EventsInReplay, ADisconnectByAnotherThreadLetsTheReaderRunAfterIt) {
+TEST_F(EventsInReplay, DisconnectOfAnotherThreadEndsTheWait) {
   ReadingThread reader;
   ASSERT_TRUE(clock::settle());
   std::thread watch([] {
@@ -221,7 +221,7 @@ TEST_F(EventsInReplay, ADisconnectByAnotherThreadLetsTheReaderRunAfterIt) {
   watch.join();
 }
 
-TEST_F(EventsInReplay, AFaultTakesEffectAfterTheWaitAndLeavesTheEventPending) {
+TEST_F(EventsInReplay, FaultTakesEffectAfterTheWaitAndLeavesTheEventPending) {
   ReadingThread reader;
   ASSERT_TRUE(clock::settle());
   controller::faults().order("lmGetEvent", {standin::Misbehaviour::kFail, 1, true});
@@ -232,7 +232,7 @@ TEST_F(EventsInReplay, AFaultTakesEffectAfterTheWaitAndLeavesTheEventPending) {
   EXPECT_EQ(reader.events(), (Events{{10, 0x20009}}));
 }
 
-TEST_F(EventsInReplay, ALastingFaultDoesNotMakeTheReaderSpin) {
+TEST_F(EventsInReplay, LastingFaultDoesNotMakeTheReaderSpin) {
   for (const auto kind : {standin::Misbehaviour::kFail, standin::Misbehaviour::kThrow}) {
     const std::int64_t start = clock::nowMs();
     controller::faults().order("lmGetEvent", {kind, 1, false});
@@ -257,7 +257,7 @@ TEST_F(EventsInReplay, TwoReadersOnOneConnectionAreABreach) {
   EXPECT_EQ(controller::breaches(), std::vector<std::string>{"lmGetEvent called from two threads"});
 }
 
-TEST_F(EventsInReplay, AReaderOfTheNextConnectionIsNoBreach) {
+TEST_F(EventsInReplay, ReaderOfTheNextConnectionIsNoBreach) {
   controller::deliver(command(1));
   controller::deliver(command(2));
   readOnce();
@@ -312,7 +312,7 @@ TEST(ControllerScenario, TwoRunsGiveTheSameReadings) {
   for (int again = 0; again < 3; ++again) EXPECT_TRUE(playScenario() == first);
 }
 
-TEST(ControllerInRealTime, AReaderGetsEventsAndIsLetGo) {
+TEST(ControllerInRealTime, ReaderGetsEventsAndIsReleased) {
   clock::start(clock::Kind::kReal, 16, 100.0);
   controller::reset();
   ASSERT_EQ(lmConnect(0, "acad"), 0);

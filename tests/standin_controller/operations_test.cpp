@@ -43,7 +43,7 @@ Count deviceCount() {
   return {status, count};
 }
 
-TEST_F(Operations, AFreshDaemonHasOneDeviceAndNoConnection) {
+TEST_F(Operations, FreshDaemonHasOneDeviceAndNoConnection) {
   EXPECT_FALSE(controller::isConnected());
   EXPECT_EQ(controller::connectedAs(), "");
   EXPECT_EQ(controller::eventsPending(), 0u);
@@ -56,7 +56,7 @@ TEST_F(Operations, AFreshDaemonHasOneDeviceAndNoConnection) {
   EXPECT_STREQ(info.name, "Lumetrapad");
 }
 
-TEST_F(Operations, ConnectTellsItsArguments) {
+TEST_F(Operations, ConnectStoresItsArguments) {
   EXPECT_EQ(lmConnect(7, "acad"), 0);
   EXPECT_TRUE(controller::isConnected());
   EXPECT_EQ(controller::connectedAs(), "acad");
@@ -64,7 +64,7 @@ TEST_F(Operations, ConnectTellsItsArguments) {
   EXPECT_NE(lmConnect(0, nullptr), 0);
 }
 
-TEST_F(Operations, WithoutAConnectionEverythingButConnectFails) {
+TEST_F(Operations, EverythingButConnectFailsWithoutAConnection) {
   ASSERT_EQ(lmConnect(0, "acad"), 0);
   EXPECT_EQ(lmDisconnect(), 0);
   LmDevInfo info;
@@ -78,7 +78,7 @@ TEST_F(Operations, WithoutAConnectionEverythingButConnectFails) {
   EXPECT_TRUE(controller::breaches().empty());
 }
 
-TEST_F(ConnectedOperations, WhileDownEverythingFailsAndThenGoesOn) {
+TEST_F(ConnectedOperations, EverythingFailsWhileTheDeviceIsDown) {
   controller::setDown(true);
   LmDevInfo info;
   LmAdvancedSettings settings;
@@ -92,7 +92,7 @@ TEST_F(ConnectedOperations, WhileDownEverythingFailsAndThenGoesOn) {
   EXPECT_EQ(deviceCount().status, 0);
 }
 
-TEST_F(ConnectedOperations, ADisconnectWhileDownFailsAndCloses) {
+TEST_F(ConnectedOperations, DisconnectWhileDownFailsAndCloses) {
   controller::setDown(true);
   EXPECT_NE(lmDisconnect(), 0);
   EXPECT_FALSE(controller::isConnected());
@@ -102,7 +102,7 @@ TEST_F(ConnectedOperations, ADisconnectWhileDownFailsAndCloses) {
   EXPECT_EQ(deviceCount().status, 0);
 }
 
-TEST_F(ConnectedOperations, DevicesAreThoseThatWereSet) {
+TEST_F(ConnectedOperations, DeviceInfoReportsTheDevicesThatWereSet) {
   controller::setDevices({"First", std::string(600, 'n')});
   EXPECT_EQ(deviceCount().count, 2);
   LmDevInfo info;
@@ -113,7 +113,7 @@ TEST_F(ConnectedOperations, DevicesAreThoseThatWereSet) {
   EXPECT_NE(lmGetDevInfo(0, nullptr), 0);
 }
 
-TEST_F(ConnectedOperations, AdvancedSettingsAreThoseThatWereSet) {
+TEST_F(ConnectedOperations, AdvancedSettingsReportWhatWasSet) {
   controller::setAdvancedSettings(104, 1);
   LmAdvancedSettings settings;
   std::memset(&settings, 'x', sizeof settings);
@@ -125,7 +125,7 @@ TEST_F(ConnectedOperations, AdvancedSettingsAreThoseThatWereSet) {
   EXPECT_NE(lmGetAdvancedSettings(0, nullptr), 0);
 }
 
-TEST_F(ConnectedOperations, ApplicationModesAreKeptInOrder) {
+TEST_F(ConnectedOperations, DaemonKeepsApplicationModesInOrder) {
   EXPECT_EQ(lmSetApplMode("AutoCAD", "Unknown"), 0);
   EXPECT_EQ(lmSetApplMode("AutoCAD", "Modelling"), 0);
   EXPECT_NE(lmSetApplMode(nullptr, "x"), 0);
@@ -137,7 +137,7 @@ TEST_F(ConnectedOperations, ApplicationModesAreKeptInOrder) {
   EXPECT_EQ(modes[1].mode, "Modelling");
 }
 
-TEST_F(ConnectedOperations, CountsNeedTheirThreeOutputs) {
+TEST_F(ConnectedOperations, DeviceCountNeedsItsThreeOutputs) {
   std::int32_t value = 0;
   EXPECT_NE(lmGetDevNum(nullptr, &value, &value), 0);
   EXPECT_NE(lmGetDevNum(&value, nullptr, &value), 0);
@@ -157,14 +157,14 @@ TEST_F(Operations, CallsBeforeTheFirstConnectAreBreaches) {
   EXPECT_TRUE(controller::breaches().empty());
 }
 
-TEST_F(Operations, AFailedConnectIsAConnectAllTheSame) {
+TEST_F(Operations, FailedConnectCountsAsTheFirstConnect) {
   controller::setDown(true);
   EXPECT_NE(lmConnect(0, "acad"), 0);
   EXPECT_NE(deviceCount().status, 0);
   EXPECT_TRUE(controller::breaches().empty());
 }
 
-TEST_F(ConnectedOperations, EachCanBeToldToFailOnceOrForGood) {
+TEST_F(ConnectedOperations, OrderedOperationFailsOnceOrForGood) {
   using standin::Misbehaviour;
   const std::vector<std::string> names{
       "lmConnect",    "lmDisconnect", "lmGetEvent",   "lmGetAdvancedSettings",
@@ -180,7 +180,7 @@ TEST_F(ConnectedOperations, EachCanBeToldToFailOnceOrForGood) {
   EXPECT_EQ(controller::faults().calls("lmGetDevNum"), 5u);
 }
 
-TEST_F(ConnectedOperations, EachCanBeToldToThrow) {
+TEST_F(ConnectedOperations, EveryOperationThrowsWhenOrdered) {
   LmDevInfo info;
   LmAdvancedSettings settings;
   for (const std::string& name : controller::faults().names())
@@ -194,7 +194,7 @@ TEST_F(ConnectedOperations, EachCanBeToldToThrow) {
   EXPECT_TRUE(readOnce().isThrown);
 }
 
-TEST_F(Operations, ADaemonToldToFailAConnectHasNoConnection) {
+TEST_F(Operations, InjectedConnectFailureLeavesNoConnection) {
   ASSERT_TRUE(controller::faults().order("lmConnect", {standin::Misbehaviour::kFail, 1, true}));
   EXPECT_NE(lmConnect(0, "acad"), 0);
   EXPECT_FALSE(controller::isConnected());

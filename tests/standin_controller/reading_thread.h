@@ -13,7 +13,7 @@
 #include <utility>
 #include <vector>
 
-/// What one lmGetEvent answered.
+/// What one lmGetEvent returned.
 struct Reading {
   std::int64_t timeMs = 0;
   std::int32_t status = -1;

@@ -24,7 +24,7 @@ class Desktop : public testing::Test {
   }
 };
 
-TEST_F(Desktop, IsEmptyAtFirst) {
+TEST_F(Desktop, FreshDesktopIsEmpty) {
   POINT point{9, 9};
   EXPECT_EQ(GetCursorPos(&point), TRUE);
   EXPECT_EQ(point.x, 0);
@@ -32,7 +32,7 @@ TEST_F(Desktop, IsEmptyAtFirst) {
   EXPECT_EQ(WindowFromPoint(point), nullptr);
 }
 
-TEST_F(Desktop, ThePointerIsWhereItWasSet) {
+TEST_F(Desktop, PointerIsWhereItWasSet) {
   desktop::setPointer({-3, 7});
   POINT point{};
   EXPECT_EQ(GetCursorPos(&point), TRUE);
@@ -41,7 +41,7 @@ TEST_F(Desktop, ThePointerIsWhereItWasSet) {
   EXPECT_EQ(GetCursorPos(nullptr), FALSE);
 }
 
-TEST_F(Desktop, APointIsInARectangleWithoutItsRightAndBottomEdges) {
+TEST_F(Desktop, RectangleExcludesItsRightAndBottomEdges) {
   const RECT rect{10, 20, 30, 40};
   EXPECT_EQ(PtInRect(&rect, {10, 20}), TRUE);
   EXPECT_EQ(PtInRect(&rect, {29, 39}), TRUE);
@@ -51,7 +51,7 @@ TEST_F(Desktop, APointIsInARectangleWithoutItsRightAndBottomEdges) {
   EXPECT_EQ(PtInRect(nullptr, {10, 20}), FALSE);
 }
 
-TEST_F(Desktop, TheNewestTopLevelWindowAndTheEldestChildAreOnTop) {
+TEST_F(Desktop, NewestTopLevelWindowAndOldestChildAreOnTop) {
   const HWND lower = window(nullptr, {0, 0, 100, 100});
   const HWND upper = window(nullptr, {0, 0, 100, 100});
   const HWND elder = window(upper, {0, 0, 50, 50});
@@ -65,7 +65,7 @@ TEST_F(Desktop, TheNewestTopLevelWindowAndTheEldestChildAreOnTop) {
   EXPECT_EQ(WindowFromPoint({10, 10}), lower);
 }
 
-TEST_F(Desktop, AHiddenWindowIsNotSeenNorWhatIsInIt) {
+TEST_F(Desktop, HiddenWindowHidesItsChildren) {
   const HWND frame = window(nullptr, {0, 0, 100, 100});
   const HWND panel = window(frame, {0, 0, 100, 100}, false);
   const HWND field = window(panel, {0, 0, 100, 100});
@@ -76,13 +76,13 @@ TEST_F(Desktop, AHiddenWindowIsNotSeenNorWhatIsInIt) {
   EXPECT_EQ(IsWindowVisible(field), TRUE);
 }
 
-TEST_F(Desktop, AChildIsSeenOnlyInsideItsParent) {
+TEST_F(Desktop, ChildIsSeenOnlyInsideItsParent) {
   const HWND frame = window(nullptr, {0, 0, 50, 50});
   window(frame, {0, 0, 100, 100});
   EXPECT_EQ(WindowFromPoint({70, 70}), nullptr);
 }
 
-TEST_F(Desktop, WindowsKnowTheirRelatives) {
+TEST_F(Desktop, WindowsReportTheirRelatives) {
   const HWND frame = window(nullptr, {0, 0, 100, 100});
   const HWND panel = window(frame, {0, 0, 50, 50});
   const HWND first = window(panel, {0, 0, 10, 10});
@@ -100,7 +100,7 @@ TEST_F(Desktop, WindowsKnowTheirRelatives) {
   EXPECT_EQ(GetAncestor(second, GA_PARENT), panel);
 }
 
-TEST_F(Desktop, GivesRectangleAndClassName) {
+TEST_F(Desktop, WindowReportsItsRectangleAndClassName) {
   const HWND frame = window(nullptr, {1, 2, 3, 4});
   RECT rect{};
   EXPECT_EQ(GetWindowRect(frame, &rect), TRUE);
@@ -113,7 +113,7 @@ TEST_F(Desktop, GivesRectangleAndClassName) {
   EXPECT_STREQ(name, L"An");
 }
 
-TEST_F(Desktop, AHandleThatIsNoWindowFailsEverywhere) {
+TEST_F(Desktop, EveryFunctionRefusesAHandleThatIsNoWindow) {
   const HWND gone = window(nullptr, {0, 0, 10, 10});
   EXPECT_TRUE(desktop::destroyWindow(gone));
   EXPECT_FALSE(desktop::destroyWindow(gone));
@@ -134,7 +134,7 @@ TEST_F(Desktop, AHandleThatIsNoWindowFailsEverywhere) {
   EXPECT_FALSE(desktop::setShown(gone, true));
 }
 
-TEST_F(Desktop, ADestroyedWindowTakesItsChildrenWithIt) {
+TEST_F(Desktop, DestroyedWindowTakesItsChildrenWithIt) {
   const HWND frame = window(nullptr, {0, 0, 100, 100});
   const HWND panel = window(frame, {0, 0, 50, 50});
   const HWND first = window(panel, {0, 0, 10, 10});
@@ -146,7 +146,7 @@ TEST_F(Desktop, ADestroyedWindowTakesItsChildrenWithIt) {
   EXPECT_NE(window(frame, {0, 0, 1, 1}), panel);
 }
 
-TEST_F(Desktop, CountsUpdates) {
+TEST_F(Desktop, DesktopCountsUpdates) {
   const HWND frame = window(nullptr, {0, 0, 10, 10});
   EXPECT_EQ(UpdateWindow(frame), TRUE);
   EXPECT_EQ(UpdateWindow(frame), TRUE);
@@ -161,7 +161,7 @@ std::wstring classUnderPointer() {
   return name;
 }
 
-TEST_F(Desktop, TheStandardOneHasAWindowForEachPlace) {
+TEST_F(Desktop, StandardDesktopHasAWindowForEachPlace) {
   desktop::makeStandardDesktop();
   EXPECT_EQ(classUnderPointer(), L"CadView");
   const std::vector<std::pair<std::string, std::wstring>> expected{
@@ -175,7 +175,7 @@ TEST_F(Desktop, TheStandardOneHasAWindowForEachPlace) {
   EXPECT_EQ(classUnderPointer(), L"CadView");
 }
 
-TEST_F(Desktop, TheListOfTheStandardOneLiesUnderALargerGroupBox) {
+TEST_F(Desktop, StandardDesktopHasALargerGroupBoxInFrontOfItsList) {
   const auto made = desktop::makeStandardDesktop();
   desktop::pointAt("list");
   POINT point{};

@@ -78,7 +78,7 @@ class WindowsFaults : public testing::Test {
   }
 };
 
-TEST_F(WindowsFaults, EveryFunctionThatCanFailFailsWhenToldToAndOnlyThen) {
+TEST_F(WindowsFaults, EveryFunctionThatCanFailFailsExactlyWhenOrdered) {
   for (const std::string& name : faults().names()) {
     if (!faults().canFail(name)) continue;
     const auto& call = calls().at(name);
@@ -89,7 +89,7 @@ TEST_F(WindowsFaults, EveryFunctionThatCanFailFailsWhenToldToAndOnlyThen) {
   }
 }
 
-TEST_F(WindowsFaults, EveryFunctionThrowsWhenToldTo) {
+TEST_F(WindowsFaults, EveryFunctionThrowsWhenOrdered) {
   EXPECT_EQ(faults().names().size(), calls().size());
   for (const auto& [name, call] : calls()) {
     ASSERT_TRUE(faults().order(name, {Misbehaviour::kThrow, 1, true})) << name;
@@ -98,7 +98,7 @@ TEST_F(WindowsFaults, EveryFunctionThrowsWhenToldTo) {
   }
 }
 
-TEST_F(WindowsFaults, WhatCannotTellOfAFailureCanOnlyThrow) {
+TEST_F(WindowsFaults, FunctionsWithoutAFailureResultOnlyThrow) {
   EXPECT_FALSE(faults().order("GetTickCount", {Misbehaviour::kFail, 1, true}));
   EXPECT_FALSE(faults().order("SendMessageW", {Misbehaviour::kFail, 1, true}));
 }

@@ -13,7 +13,7 @@ class UserMessages : public testing::Test {
   void TearDown() override { standin::windows::setUserMessageListener({}); }
 };
 
-TEST_F(UserMessages, AreRecordedInOrder) {
+TEST_F(UserMessages, MessagesAreRecordedInOrder) {
   EXPECT_EQ(Beep(440, 200), TRUE);
   EXPECT_EQ(MessageBoxW(nullptr, L"Text", L"Caption", MB_OK | MB_ICONERROR), IDOK);
   const auto messages = standin::windows::userMessages();
@@ -27,7 +27,7 @@ TEST_F(UserMessages, AreRecordedInOrder) {
   EXPECT_EQ(messages[1].type, MB_ICONERROR);
 }
 
-TEST_F(UserMessages, ReachTheListenerAsTheyCome) {
+TEST_F(UserMessages, ListenerGetsEachMessageAtOnce) {
   std::vector<std::wstring> heard;
   standin::windows::setUserMessageListener(
       [&heard](const UserMessage& message) { heard.push_back(message.text); });
@@ -36,14 +36,14 @@ TEST_F(UserMessages, ReachTheListenerAsTheyCome) {
   EXPECT_EQ(heard, (std::vector<std::wstring>{L"one", L""}));
 }
 
-TEST_F(UserMessages, ABoxAnswersWhatItWasToldTo) {
+TEST_F(UserMessages, BoxReturnsTheButtonThatWasSet) {
   standin::windows::setBoxAnswer(0);
   EXPECT_EQ(MessageBoxW(nullptr, L"", L"", MB_OK), 0);
   standin::windows::clearUserMessages();
   EXPECT_EQ(MessageBoxW(nullptr, L"", L"", MB_OK), IDOK);
 }
 
-TEST_F(UserMessages, ABeepOutsideTheRangeFailsAndIsNotRecorded) {
+TEST_F(UserMessages, BeepOutsideTheRangeFailsAndIsNotRecorded) {
   EXPECT_EQ(Beep(36, 1), FALSE);
   EXPECT_EQ(Beep(32768, 1), FALSE);
   EXPECT_TRUE(standin::windows::userMessages().empty());

@@ -18,26 +18,26 @@ std::string narrowed(const std::wstring& wide, const char* replacement = nullptr
   return bytes;
 }
 
-TEST(WideCharToMultiByte, CountsTheTerminatorWhenTheLengthIsMinusOne) {
+TEST(WideCharToMultiByte, ConversionCountsTheTerminatorForALengthOfMinusOne) {
   char bytes[8];
   std::memset(bytes, 'x', sizeof bytes);
   EXPECT_EQ(WideCharToMultiByte(CP_ACP, 0, L"Edit", -1, bytes, sizeof bytes, nullptr, nullptr), 5);
   EXPECT_STREQ(bytes, "Edit");
 }
 
-TEST(WideCharToMultiByte, ConvertsExactlyTheCharactersCounted) {
+TEST(WideCharToMultiByte, ConversionConvertsExactlyTheCountedCharacters) {
   char bytes[8];
   std::memset(bytes, 'x', sizeof bytes);
   EXPECT_EQ(WideCharToMultiByte(CP_ACP, 0, L"Edit", 2, bytes, sizeof bytes, nullptr, nullptr), 2);
   EXPECT_EQ(std::string(bytes, 3), "Edx");
 }
 
-TEST(WideCharToMultiByte, PutsTheReplacementForWhatThePageLacks) {
+TEST(WideCharToMultiByte, ConversionReplacesCharactersThatThePageLacks) {
   EXPECT_EQ(narrowed(L"a\u03b1b"), "a?b");
   EXPECT_EQ(narrowed(L"a\u03b1b", " "), "a b");
 }
 
-TEST(WideCharToMultiByte, TellsWhetherTheReplacementWasUsed) {
+TEST(WideCharToMultiByte, ConversionReportsWhetherItReplacedACharacter) {
   BOOL used = TRUE;
   WideCharToMultiByte(CP_ACP, 0, L"plain", -1, nullptr, 0, " ", &used);
   EXPECT_EQ(used, FALSE);
@@ -51,11 +51,11 @@ TEST(WideCharToMultiByte, KnowsThePageBeyondLatin1) {
   EXPECT_EQ(narrowed(std::wstring{wchar_t{0x80}}), "?");
 }
 
-TEST(WideCharToMultiByte, AnswersTheSizeNeededForASizeOfZero) {
+TEST(WideCharToMultiByte, ConversionReturnsTheNeededSizeForASizeOfZero) {
   EXPECT_EQ(WideCharToMultiByte(CP_ACP, 0, L"Edit", -1, nullptr, 0, nullptr, nullptr), 5);
 }
 
-TEST(WideCharToMultiByte, FailsWhenTheBytesDoNotFitOrTheRequestIsWrong) {
+TEST(WideCharToMultiByte, ConversionRefusesASmallBufferAndAWrongRequest) {
   char bytes[4];
   EXPECT_EQ(WideCharToMultiByte(CP_ACP, 0, L"Edit", -1, bytes, 4, nullptr, nullptr), 0);
   EXPECT_EQ(WideCharToMultiByte(CP_ACP, 0, nullptr, -1, bytes, 4, nullptr, nullptr), 0);
@@ -71,31 +71,31 @@ std::wstring moduleFileName(HMODULE module) {
   return std::wstring(path, length);
 }
 
-TEST(GetModuleFileName, AnswersThePathThatWasSet) {
+TEST(GetModuleFileName, ModuleFileNameReturnsThePathThatWasSet) {
   int module = 0;
   standin::windows::setModulePath(&module, L"C:\\Apps\\Module.arx");
   EXPECT_EQ(moduleFileName(reinterpret_cast<HMODULE>(&module)), L"C:\\Apps\\Module.arx");
   standin::windows::setModulePath(&module, L"");
 }
 
-TEST(GetModuleFileName, AnswersTheFileThatHoldsTheAddress) {
+TEST(GetModuleFileName, ModuleFileNameReturnsTheFileOfTheAddress) {
   void* const address = dlsym(RTLD_DEFAULT, "GetCurrentThreadId");
   const std::wstring path = moduleFileName(static_cast<HMODULE>(address));
   EXPECT_NE(path.find(L"\\libstandin_win32.so"), std::wstring::npos);
-  EXPECT_EQ(path.find(L'/'), std::wstring::npos) << "folders are parted as Windows parts them";
+  EXPECT_EQ(path.find(L'/'), std::wstring::npos) << "folders are separated as on Windows";
 }
 
-TEST(GetModuleFileName, AnswersTheProgramForNull) {
+TEST(GetModuleFileName, ModuleFileNameReturnsTheProgramForNull) {
   const std::wstring path = moduleFileName(nullptr);
   EXPECT_EQ(path.substr(path.rfind(L'\\')), L"\\standin_win32_test");
 }
 
-TEST(GetModuleFileName, FailsForAHandleThatIsNoModule) {
+TEST(GetModuleFileName, ModuleFileNameRefusesAHandleThatIsNoModule) {
   int local = 0;
   EXPECT_EQ(moduleFileName(reinterpret_cast<HMODULE>(&local)), L"");
 }
 
-TEST(GetModuleFileName, CutsAPathThatDoesNotFit) {
+TEST(GetModuleFileName, ModuleFileNameCutsAPathThatDoesNotFit) {
   int module = 0;
   standin::windows::setModulePath(&module, L"C:\\Module.arx");
   wchar_t path[5];
@@ -104,7 +104,7 @@ TEST(GetModuleFileName, CutsAPathThatDoesNotFit) {
   standin::windows::setModulePath(&module, L"");
 }
 
-TEST(CurrentIds, AreThoseOfTheSystem) {
+TEST(CurrentIds, CurrentIdsAreTheSystems) {
   EXPECT_EQ(GetCurrentProcessId(), static_cast<DWORD>(getpid()));
   EXPECT_EQ(GetCurrentThreadId(), static_cast<DWORD>(gettid()));
   DWORD other = 0;
@@ -112,7 +112,7 @@ TEST(CurrentIds, AreThoseOfTheSystem) {
   EXPECT_NE(other, GetCurrentThreadId());
 }
 
-TEST(GetSystemTime, IsTheMachinesUtcTime) {
+TEST(GetSystemTime, SystemTimeIsTheMachinesUtcTime) {
   const std::time_t before = std::time(nullptr);
   SYSTEMTIME time{};
   GetSystemTime(&time);
@@ -124,9 +124,9 @@ TEST(GetSystemTime, IsTheMachinesUtcTime) {
   fields.tm_hour = time.wHour;
   fields.tm_min = time.wMinute;
   fields.tm_sec = time.wSecond;
-  const std::time_t answered = timegm(&fields);
-  EXPECT_LE(before, answered);
-  EXPECT_LE(answered, after);
+  const std::time_t read = timegm(&fields);
+  EXPECT_LE(before, read);
+  EXPECT_LE(read, after);
   EXPECT_EQ(fields.tm_wday, time.wDayOfWeek);
   EXPECT_LT(time.wMilliseconds, 1000);
 }

@@ -26,7 +26,7 @@ class Scrolling : public testing::Test {
   static void wheel(HWND window, int delta) { SendMessageW(window, WM_MOUSEWHEEL, MAKEWPARAM(0, delta), 0); }
 };
 
-TEST_F(Scrolling, ALineMovesThePositionByOne) {
+TEST_F(Scrolling, LineCodesMoveThePositionByOne) {
   const HWND list = control({0, 100, 10, 50});
   vertical(list, SB_LINEDOWN);
   EXPECT_EQ(position(list), 51);
@@ -35,7 +35,7 @@ TEST_F(Scrolling, ALineMovesThePositionByOne) {
   EXPECT_EQ(position(list), 49);
 }
 
-TEST_F(Scrolling, ThePositionStaysInsideItsLimits) {
+TEST_F(Scrolling, PositionStaysInsideItsLimits) {
   const HWND list = control({0, 100, 10, 90});
   vertical(list, SB_LINEDOWN);
   vertical(list, SB_LINEDOWN);
@@ -45,20 +45,20 @@ TEST_F(Scrolling, ThePositionStaysInsideItsLimits) {
   EXPECT_EQ(position(list), 5);
 }
 
-TEST_F(Scrolling, WithoutAPageThePositionReachesTheMaximum) {
+TEST_F(Scrolling, PositionReachesTheMaximumWithoutAPage) {
   const HWND list = control({0, 3, 0, 0});
   vertical(list, SB_BOTTOM);
   EXPECT_EQ(position(list), 3);
 }
 
-TEST_F(Scrolling, ARangeThatIsAllInViewDoesNotMove) {
+TEST_F(Scrolling, RangeThatIsAllInViewDoesNotMove) {
   const HWND list = control({0, 5, 20, 3});
   EXPECT_EQ(position(list), 0);
   vertical(list, SB_LINEDOWN);
   EXPECT_EQ(position(list), 0);
 }
 
-TEST_F(Scrolling, PagesAndEndsMoveAsTheirNamesSay) {
+TEST_F(Scrolling, PageAndEndCodesMoveThePosition) {
   const HWND list = control({0, 100, 10, 50});
   vertical(list, SB_PAGEDOWN);
   EXPECT_EQ(position(list), 60);
@@ -72,7 +72,7 @@ TEST_F(Scrolling, PagesAndEndsMoveAsTheirNamesSay) {
   EXPECT_EQ(position(list), 0);
 }
 
-TEST_F(Scrolling, TheTwoBarsMoveApart) {
+TEST_F(Scrolling, VerticalMessagesLeaveTheHorizontalBar) {
   const auto made = desktop::makeStandardDesktop();
   SendMessageW(made.edit, WM_HSCROLL, SB_LINERIGHT, 0);
   EXPECT_EQ(position(made.edit, SB_HORZ), 1);
@@ -83,7 +83,7 @@ TEST_F(Scrolling, TheTwoBarsMoveApart) {
   EXPECT_EQ(position(made.edit, SB_VERT), 1);
 }
 
-TEST_F(Scrolling, TheWheelMovesThreeLinesATurn) {
+TEST_F(Scrolling, WheelTurnMovesThreeLines) {
   const HWND list = control({0, 100, 10, 50});
   wheel(list, -WHEEL_DELTA);
   EXPECT_EQ(position(list), 53);
@@ -92,7 +92,7 @@ TEST_F(Scrolling, TheWheelMovesThreeLinesATurn) {
   EXPECT_EQ(position(list), 47);
 }
 
-TEST_F(Scrolling, AWindowThatDoesNotScrollLeavesTheWheelToItsParent) {
+TEST_F(Scrolling, WindowWithoutABarPassesTheWheelToItsParent) {
   const HWND list = control({0, 100, 10, 50});
   desktop::WindowSpec spec;
   spec.parent = list;
@@ -101,7 +101,7 @@ TEST_F(Scrolling, AWindowThatDoesNotScrollLeavesTheWheelToItsParent) {
   EXPECT_EQ(position(list), 53);
 }
 
-TEST_F(Scrolling, AWidgetWithScrollBarsOfItsOwnKnowsOnlyTheWheel) {
+TEST_F(Scrolling, WidgetWithItsOwnBarsReactsOnlyToTheWheel) {
   const auto made = desktop::makeStandardDesktop();
   SCROLLINFO info{};
   info.cbSize = sizeof info;
@@ -113,7 +113,7 @@ TEST_F(Scrolling, AWidgetWithScrollBarsOfItsOwnKnowsOnlyTheWheel) {
   EXPECT_EQ(position(made.qt), 3);
 }
 
-TEST_F(Scrolling, ScrollInfoFillsExactlyWhatTheMaskAsksFor) {
+TEST_F(Scrolling, ScrollInfoFillsExactlyTheMaskedFields) {
   const HWND list = control({1, 100, 10, 50});
   SCROLLINFO info{sizeof(SCROLLINFO), SIF_POS | SIF_RANGE, -1, -1, 77, -1, -7};
   EXPECT_EQ(GetScrollInfo(list, SB_VERT, &info), TRUE);
@@ -139,7 +139,7 @@ TEST_F(Scrolling, ScrollInfoNeedsABarOfTheKindAndTheRightSize) {
   EXPECT_EQ(GetScrollInfo(list, SB_VERT, &info), FALSE);
 }
 
-TEST_F(Scrolling, WhatWasSentIsRecorded) {
+TEST_F(Scrolling, SentMessagesAreRecorded) {
   const HWND list = control({0, 100, 10, 50});
   vertical(list, SB_LINEUP);
   SendMessageW(list, WM_MOUSEWHEEL, MAKEWPARAM(0, -WHEEL_DELTA), MAKELPARAM(300, -2));
@@ -155,7 +155,7 @@ TEST_F(Scrolling, WhatWasSentIsRecorded) {
   EXPECT_TRUE(desktop::sentMessages().empty());
 }
 
-TEST_F(Scrolling, AMessageToNoWindowIsRecordedAndHasNoEffect) {
+TEST_F(Scrolling, MessageToNoWindowIsOnlyRecorded) {
   EXPECT_EQ(SendMessageW(nullptr, WM_VSCROLL, SB_LINEUP, 0), 0);
   EXPECT_EQ(desktop::sentMessages().size(), 1u);
 }

@@ -31,7 +31,7 @@ class Timers : public testing::Test {
   void TearDown() override { clock::stop(); }
 };
 
-TEST_F(Timers, HaveFreshIdsThatAreNotZero) {
+TEST_F(Timers, TimersGetFreshIdsOtherThanZero) {
   const UINT_PTR first = SetTimer(nullptr, 0, 100, notePlainly);
   KillTimer(nullptr, first);
   const UINT_PTR second = SetTimer(nullptr, 0, 100, notePlainly);
@@ -42,7 +42,7 @@ TEST_F(Timers, HaveFreshIdsThatAreNotZero) {
   EXPECT_EQ(clock::timerCount(), 2u);
 }
 
-TEST_F(Timers, RunOnlyWhenTheLoopDispatchesThem) {
+TEST_F(Timers, TimersRunOnlyWhenTheLoopDispatchesThem) {
   const UINT_PTR id = SetTimer(nullptr, 0, 100, notePlainly);
   clock::advanceTo(99);
   EXPECT_FALSE(clock::runDueTimer());
@@ -55,7 +55,7 @@ TEST_F(Timers, RunOnlyWhenTheLoopDispatchesThem) {
   EXPECT_EQ(ticksSeen[0].ticks, 100u);
 }
 
-TEST_F(Timers, GoOnUntilTheyAreKilled) {
+TEST_F(Timers, TimersRepeatUntilTheyAreKilled) {
   const UINT_PTR id = SetTimer(nullptr, 0, 100, notePlainly);
   clock::advanceTo(100);
   EXPECT_TRUE(clock::runDueTimer());
@@ -66,7 +66,7 @@ TEST_F(Timers, GoOnUntilTheyAreKilled) {
   EXPECT_FALSE(clock::runDueTimer());
 }
 
-TEST_F(Timers, FireOnceHoweverLateTheyAre) {
+TEST_F(Timers, LateTimersFireOnce) {
   SetTimer(nullptr, 0, 10, notePlainly);
   clock::advanceTo(1000);
   EXPECT_TRUE(clock::runDueTimer());
@@ -74,7 +74,7 @@ TEST_F(Timers, FireOnceHoweverLateTheyAre) {
   EXPECT_EQ(clock::nextTimer(), 1010);
 }
 
-TEST_F(Timers, TheOneDueLongestComesFirst) {
+TEST_F(Timers, TimerDueLongestComesFirst) {
   const UINT_PTR slow = SetTimer(nullptr, 0, 30, notePlainly);
   const UINT_PTR quick = SetTimer(nullptr, 0, 20, notePlainly);
   clock::advanceTo(50);
@@ -85,31 +85,31 @@ TEST_F(Timers, TheOneDueLongestComesFirst) {
   EXPECT_EQ(ticksSeen[1].id, slow);
 }
 
-TEST_F(Timers, HaveAPeriodOfTenMillisecondsAtLeast) {
+TEST_F(Timers, TimersHaveAPeriodOfTenMillisecondsAtLeast) {
   SetTimer(nullptr, 0, 1, notePlainly);
   EXPECT_EQ(clock::nextTimer(), 10);
 }
 
-TEST_F(Timers, AnIdThatIsSetReplacesThatTimer) {
+TEST_F(Timers, KnownIdReplacesItsTimer) {
   const UINT_PTR id = SetTimer(nullptr, 0, 100, notePlainly);
   EXPECT_EQ(SetTimer(nullptr, id, 20, notePlainly), id);
   EXPECT_EQ(clock::timerCount(), 1u);
   EXPECT_EQ(clock::nextTimer(), 20);
 }
 
-TEST_F(Timers, AKillOfAnUnknownIdFails) {
+TEST_F(Timers, KillRefusesAnUnknownId) {
   EXPECT_EQ(KillTimer(nullptr, 4711), FALSE);
   const UINT_PTR id = SetTimer(nullptr, 0, 100, notePlainly);
   EXPECT_EQ(KillTimer(nullptr, id), TRUE);
   EXPECT_EQ(KillTimer(nullptr, id), FALSE);
 }
 
-TEST_F(Timers, NeedAProcedureAndNoWindow) {
+TEST_F(Timers, SetTimerRefusesAWindowAndAMissingProcedure) {
   EXPECT_EQ(SetTimer(nullptr, 0, 100, nullptr), 0u);
   EXPECT_EQ(SetTimer(reinterpret_cast<HWND>(8), 0, 100, notePlainly), 0u);
 }
 
-TEST_F(Timers, BelongToTheMainThread) {
+TEST_F(Timers, TimersBelongToTheMainThread) {
   const UINT_PTR id = SetTimer(nullptr, 0, 100, notePlainly);
   UINT_PTR elsewhere = 1;
   BOOL isKilled = TRUE;
@@ -128,7 +128,7 @@ void CALLBACK rearm(HWND, UINT, UINT_PTR id, DWORD) {
   rearmed = SetTimer(nullptr, 0, 10, rearm);
 }
 
-TEST_F(Timers, MayBeKilledAndSetAnewByTheirOwnProcedure) {
+TEST_F(Timers, TimerProcedureMayKillAndReplaceItsTimer) {
   SetTimer(nullptr, 0, 100, rearm);
   clock::advanceTo(100);
   EXPECT_TRUE(clock::runDueTimer());
@@ -137,7 +137,7 @@ TEST_F(Timers, MayBeKilledAndSetAnewByTheirOwnProcedure) {
   EXPECT_EQ(KillTimer(nullptr, rearmed), TRUE);
 }
 
-TEST_F(Timers, WhatTheProcedureThrowsPassesThrough) {
+TEST_F(Timers, DispatchPassesOnWhatTheProcedureThrows) {
   SetTimer(nullptr, 0, 100, [](HWND, UINT, UINT_PTR, DWORD) { throw std::runtime_error("broken"); });
   clock::advanceTo(100);
   EXPECT_THROW(clock::runDueTimer(), std::runtime_error);
