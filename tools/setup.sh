@@ -41,3 +41,5 @@ build() {
 }
 
 windows_packages=(g++-mingw-w64-x86-64-posix wine wine64 xvfb googletest)
+# For ./run package, and the tests of what it makes.
+package_packages=(wixl msitools osslsigncode cmark-gfm libxml2-utils openssl)
