@@ -15,6 +15,7 @@
 #include "util/threads.h"
 
 // clang-format off
+#include "dbmain.h"
 #include "adsdef.h"
 #include "gs.h"
 #include "acgs.h"

@@ -1,8 +1,9 @@
 #include "common_sources/exporter_place.h"
 
-#include "dbxEntryPoint.h"
-
+// clang-format off
 #include <windows.h>
+#include "dbxEntryPoint.h"
+// clang-format on
 
 #include <algorithm>
 #include <array>

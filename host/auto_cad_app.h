@@ -5,7 +5,12 @@
 
 #include "host/doc_data.h"
 
+// clang-format off
+#include <windows.h>
+#include "accmd.h"
+#include "acedads.h"
 #include "arxEntryPoint.h"
+// clang-format on
 
 class LmAutoCad;
 

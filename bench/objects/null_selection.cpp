@@ -11,11 +11,7 @@ namespace {
 
 int selected = 0;
 
-class NullEntity final : public AcDbEntity {
- private:
-  Acad::ErrorStatus subGetGeomExtents(AcDbExtents&) const override { return Acad::eOk; }
-  Acad::ErrorStatus subTransformBy(const AcGeMatrix3d&) override { return Acad::eOk; }
-};
+class NullEntity final : public AcDbEntity {};
 
 NullEntity& entity() {
   static NullEntity one;

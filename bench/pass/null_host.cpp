@@ -1,6 +1,7 @@
 #include "bench/pass/null_host.h"
 
 // clang-format off
+#include "dbmain.h"
 #include "acedads.h"
 #include "adscodes.h"
 #include "gs.h"

@@ -20,10 +20,6 @@ const Operation kOpenObject("acdbOpenAcDbObject", Result::kTellsFailure);
 const Operation kClose("AcDbObject::close", Result::kTellsFailure);
 const Operation kExtents("AcDbEntity::getGeomExtents", Result::kTellsFailure);
 const Operation kTransform("AcDbEntity::transformBy", Result::kTellsFailure);
-const Operation kGetStart("AcDbLine::getStartPoint", Result::kTellsFailure);
-const Operation kGetEnd("AcDbLine::getEndPoint", Result::kTellsFailure);
-const Operation kStart("AcDbLine::startPoint", Result::kTellsNothing);
-const Operation kEnd("AcDbLine::endPoint", Result::kTellsNothing);
 
 AcDbObject* find(AcDbObjectId id, DrawnEntity*& entityP) {
   if (currentDocument() == nullptr) return nullptr;
@@ -63,11 +59,6 @@ Acad::ErrorStatus open(AcDbObject*& objectP, AcDbObjectId id, AcDb::OpenMode mod
   return Acad::eOk;
 }
 
-/// A read of an object that is not open answers all the same, as the host does, and is counted.
-void expectOpen(const Operation& operation, const AcDbObject& object) {
-  if (!ObjectAccess::isOpen(object)) breach(operation, "called for an object that is not open");
-}
-
 }  // namespace
 
 namespace standin::host {
@@ -93,6 +84,8 @@ bool ObjectAccess::removeOpening(AcDbObject& object) {
 
 }  // namespace standin::host
 
+AcDbExtents::AcDbExtents() : mMinimum(1e20, 1e20, 1e20), mMaximum(-1e20, -1e20, -1e20) {}
+
 Acad::ErrorStatus AcDbObject::close() {
   const Call call(kClose);
   if (call.isToFail()) return Acad::eNotApplicable;
@@ -111,7 +104,7 @@ Acad::ErrorStatus AcDbEntity::getGeomExtents(AcDbExtents& extents) const {
     breach(kExtents, "called for an object that is not open");
     return Acad::eNotOpenForRead;
   }
-  return subGetGeomExtents(extents);
+  return ObjectAccess::extents(*this, extents);
 }
 
 Acad::ErrorStatus AcDbEntity::transformBy(const AcGeMatrix3d& transform) {
@@ -122,46 +115,7 @@ Acad::ErrorStatus AcDbEntity::transformBy(const AcGeMatrix3d& transform) {
     return Acad::eNotOpenForWrite;
   }
   if (!mayWrite()) return Acad::eLockViolation;
-  return subTransformBy(transform);
-}
-
-Acad::ErrorStatus AcDbLine::getStartPoint(AcGePoint3d& start) const {
-  const Call call(kGetStart);
-  if (call.isToFail() || !ObjectAccess::isOpen(*this)) return Acad::eNotOpenForRead;
-  start = mStart;
-  return Acad::eOk;
-}
-
-Acad::ErrorStatus AcDbLine::getEndPoint(AcGePoint3d& end) const {
-  const Call call(kGetEnd);
-  if (call.isToFail() || !ObjectAccess::isOpen(*this)) return Acad::eNotOpenForRead;
-  end = mEnd;
-  return Acad::eOk;
-}
-
-AcGePoint3d AcDbLine::startPoint() const {
-  const Call call(kStart);
-  expectOpen(kStart, *this);
-  return mStart;
-}
-
-AcGePoint3d AcDbLine::endPoint() const {
-  const Call call(kEnd);
-  expectOpen(kEnd, *this);
-  return mEnd;
-}
-
-Acad::ErrorStatus AcDbLine::subGetGeomExtents(AcDbExtents& extents) const {
-  extents = {};
-  extents.addPoint(mStart);
-  extents.addPoint(mEnd);
-  return Acad::eOk;
-}
-
-Acad::ErrorStatus AcDbLine::subTransformBy(const AcGeMatrix3d& transform) {
-  mStart = transform * mStart;
-  mEnd = transform * mEnd;
-  return Acad::eOk;
+  return ObjectAccess::transform(*this, transform);
 }
 
 Acad::ErrorStatus acdbGetObjectId(AcDbObjectId& id, const ads_name name) {

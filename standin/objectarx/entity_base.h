@@ -3,10 +3,11 @@
 #define STANDIN_ENTITY_BASE_H
 
 #include "drawing.h"
+#include "object_access.h"
 
 namespace standin {
 
-class GeometryEntity : public AcDbEntity, public DrawnEntity {
+class GeometryEntity : public AcDbEntity, public DrawnEntity, public EntityGeometry {
  public:
   explicit GeometryEntity(EntityProperties properties) : DrawnEntity(std::move(properties)) {}
   AcDbEntity& entity() override { return *this; }

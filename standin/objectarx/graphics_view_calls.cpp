@@ -5,7 +5,10 @@
 #include "operation.h"
 #include "state.h"
 
+// clang-format off
+#include "dbmain.h"
 #include "acgs.h"
+// clang-format on
 
 #include <cmath>
 

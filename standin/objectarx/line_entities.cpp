@@ -1,21 +1,68 @@
 // Lines and polylines.
 #include "conic.h"
 #include "entity_base.h"
+#include "operation.h"
 
 #include "dbents.h"
 
 namespace standin {
 namespace {
 
-class LineEntity final : public AcDbLine, public DrawnEntity {
+using host::Call;
+using host::ObjectAccess;
+using host::Operation;
+using host::Result;
+
+const Operation kGetStart("AcDbLine::getStartPoint", Result::kTellsFailure);
+const Operation kGetEnd("AcDbLine::getEndPoint", Result::kTellsFailure);
+const Operation kStart("AcDbLine::startPoint", Result::kTellsNothing);
+const Operation kEnd("AcDbLine::endPoint", Result::kTellsNothing);
+
+/// Every AcDbLine is one of these.
+class LineEntity final : public AcDbLine, public DrawnEntity, public EntityGeometry {
  public:
   LineEntity(EntityProperties properties, const AcGePoint3d& start, const AcGePoint3d& end)
-      : AcDbLine(start, end), DrawnEntity(std::move(properties)) {}
+      : DrawnEntity(std::move(properties)), mStart(start), mEnd(end) {}
+
+  Acad::ErrorStatus getStartPoint(AcGePoint3d& start) const override {
+    return read(kGetStart, mStart, start);
+  }
+  Acad::ErrorStatus getEndPoint(AcGePoint3d& end) const override { return read(kGetEnd, mEnd, end); }
+
+  /// A read of a line that is not open is carried out all the same, as the host does, and is counted.
+  AcGePoint3d readAnyway(const Operation& operation) const {
+    const Call call(operation);
+    if (!ObjectAccess::isOpen(*this)) host::breach(operation, "called for an object that is not open");
+    return &operation == &kStart ? mStart : mEnd;
+  }
+
+  Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override {
+    extents = {};
+    extents.addPoint(mStart);
+    extents.addPoint(mEnd);
+    return Acad::eOk;
+  }
+  Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& transform) override {
+    mStart = transform * mStart;
+    mEnd = transform * mEnd;
+    return Acad::eOk;
+  }
 
   AcDbEntity& entity() override { return *this; }
   const char* typeName() const override { return "LINE"; }
   Polyline3 points() const override { return {mStart, mEnd}; }
   std::vector<Polyline3> outline() const override { return {{mStart, mEnd}}; }
+
+ private:
+  Acad::ErrorStatus read(const Operation& operation, const AcGePoint3d& from, AcGePoint3d& into) const {
+    const Call call(operation);
+    if (call.isToFail() || !ObjectAccess::isOpen(*this)) return Acad::eNotOpenForRead;
+    into = from;
+    return Acad::eOk;
+  }
+
+  AcGePoint3d mStart;
+  AcGePoint3d mEnd;
 };
 
 class PolylineEntity final : public GeometryEntity {
@@ -87,3 +134,13 @@ std::unique_ptr<DrawnEntity> makePolyline(EntityProperties properties, const cha
 }
 
 }  // namespace standin
+
+using namespace standin;
+
+AcGePoint3d AcDbLine::startPoint() const {
+  return static_cast<const LineEntity*>(this)->readAnyway(kStart);
+}
+
+AcGePoint3d AcDbLine::endPoint() const {
+  return static_cast<const LineEntity*>(this)->readAnyway(kEnd);
+}

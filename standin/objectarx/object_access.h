@@ -4,6 +4,20 @@
 
 #include "dbmain.h"
 
+namespace standin {
+
+/// The geometry of an entity, which the host's own class keeps to itself.
+class EntityGeometry {
+ public:
+  virtual Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const = 0;
+  virtual Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& transform) = 0;
+
+ protected:
+  ~EntityGeometry() = default;
+};
+
+}  // namespace standin
+
 namespace standin::host {
 
 class ObjectAccess {
@@ -18,10 +32,10 @@ class ObjectAccess {
   static bool removeOpening(AcDbObject& object);
 
   static Acad::ErrorStatus extents(const AcDbEntity& entity, AcDbExtents& extents) {
-    return entity.subGetGeomExtents(extents);
+    return dynamic_cast<const EntityGeometry&>(entity).subGetGeomExtents(extents);
   }
   static Acad::ErrorStatus transform(AcDbEntity& entity, const AcGeMatrix3d& by) {
-    return entity.subTransformBy(by);
+    return dynamic_cast<EntityGeometry&>(entity).subTransformBy(by);
   }
 };
 

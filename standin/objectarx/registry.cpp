@@ -73,6 +73,7 @@ class SystemRegistry final : public AcRxDictionary {
     if (std::wcscmp(key, L"ACAD_REGISTERED_COMMANDS") == 0) return &stack;
     return nullptr;
   }
+  AcRxObject* at(Adesk::UInt32 /*id*/) const override { return nullptr; }
 };
 
 }  // namespace

@@ -1,28 +1,42 @@
 // clang-format off
+// clang-format off
+#include <windows.h>
 #include "accmd.h"
 #include "rxclass.h"
 #include "rxdict.h"
 #include "rxdlinkr.h"
-#include "dbents.h"
-#include "dbsymtb.h"
-#include "acdocman.h"
-#include "gs.h"
 // clang-format on
 
+#include "acdocman.h"
+#include "dbents.h"
+#include "dbsymtb.h"
+#include "gs.h"
+
+#include <cstdio>
+#include <cstdlib>
+// clang-format on
+
+struct AcRxClass::Body {
+  const ACHAR* name;
+  AcRxClass* parentP;
+};
+
 /// Class `NAME` with the parent PARENT.
-#define STANDIN_DEFINE_CLASS(NAME, PARENT)                       \
-  AcRxClass* NAME::desc() {                                      \
-    static AcRxClass description(ACRX_T(#NAME), PARENT::desc()); \
-    return &description;                                         \
-  }                                                              \
-  AcRxClass* NAME::isA() const {                                 \
-    return NAME::desc();                                         \
+#define STANDIN_DEFINE_CLASS(NAME, PARENT)                            \
+  AcRxClass* NAME::desc() {                                           \
+    static const AcRxClass::Body body{ACRX_T(#NAME), PARENT::desc()}; \
+    static AcRxClass description(&body);                              \
+    return &description;                                              \
+  }                                                                   \
+  AcRxClass* NAME::isA() const {                                      \
+    return NAME::desc();                                              \
   }
 
-AcRxObject::~AcRxObject() = default;
+AcRxObject::AcRxObject() = default;
 
 AcRxClass* AcRxObject::desc() {
-  static AcRxClass description(L"AcRxObject", nullptr);
+  static const AcRxClass::Body body{L"AcRxObject", nullptr};
+  static AcRxClass description(&body);
   return &description;
 }
 
@@ -30,12 +44,36 @@ AcRxClass* AcRxObject::isA() const {
   return AcRxObject::desc();
 }
 
-bool AcRxObject::isKindOf(const AcRxClass* classP) const {
-  return isA()->isDerivedFrom(classP);
+AcRxObject* AcRxObject::clone() const {
+  return nullptr;
+}
+
+Acad::ErrorStatus AcRxObject::copyFrom(const AcRxObject* /*otherP*/) {
+  return Acad::eNotApplicable;
+}
+
+Adesk::Boolean AcRxObject::isEqualTo(const AcRxObject* otherP) const {
+  return otherP == this;
+}
+
+AcRx::Ordering AcRxObject::comparedTo(const AcRxObject* otherP) const {
+  return otherP == this ? AcRx::kEqual : AcRx::kNotOrderable;
+}
+
+AcRxObject* AcRxObject::subQueryX(const AcRxClass* /*classP*/) const {
+  return nullptr;
+}
+
+const ACHAR* AcRxClass::name() const {
+  return mBodyP->name;
+}
+
+AcRxClass* AcRxClass::myParent() const {
+  return mBodyP->parentP;
 }
 
 bool AcRxClass::isDerivedFrom(const AcRxClass* otherP) const {
-  for (const AcRxClass* classP = this; classP != nullptr; classP = classP->mParentP)
+  for (const AcRxClass* classP = this; classP != nullptr; classP = classP->myParent())
     if (classP == otherP) return true;
   return false;
 }
@@ -44,13 +82,19 @@ STANDIN_DEFINE_CLASS(AcRxClass, AcRxObject)
 STANDIN_DEFINE_CLASS(AcRxDictionary, AcRxObject)
 STANDIN_DEFINE_CLASS(AcRxDynamicLinker, AcRxObject)
 STANDIN_DEFINE_CLASS(AcEdCommandStack, AcRxObject)
-STANDIN_DEFINE_CLASS(AcDbObject, AcRxObject)
+STANDIN_DEFINE_CLASS(AcApDocManagerReactor, AcRxObject)
+STANDIN_DEFINE_CLASS(AcGiDrawable, AcRxObject)
+STANDIN_DEFINE_CLASS(AcDbObject, AcGiDrawable)
 STANDIN_DEFINE_CLASS(AcDbEntity, AcDbObject)
-STANDIN_DEFINE_CLASS(AcDbLine, AcDbEntity)
+STANDIN_DEFINE_CLASS(AcDbCurve, AcDbEntity)
+STANDIN_DEFINE_CLASS(AcDbLine, AcDbCurve)
 STANDIN_DEFINE_CLASS(AcDbViewport, AcDbEntity)
-STANDIN_DEFINE_CLASS(AcDbAbstractViewTableRecord, AcDbObject)
+STANDIN_DEFINE_CLASS(AcDbSymbolTableRecord, AcDbObject)
+STANDIN_DEFINE_CLASS(AcDbAbstractViewTableRecord, AcDbSymbolTableRecord)
 STANDIN_DEFINE_CLASS(AcDbViewportTableRecord, AcDbAbstractViewTableRecord)
 
-void AcApDocManagerReactor::documentToBeDestroyed(AcApDocument* /*documentP*/) {}
-
-AcGsView::~AcGsView() = default;
+void standinReservedSlotCalled(const char* className, int slot) {
+  std::fprintf(stderr, "The host has no function in slot %d of %s: the run ends.\n", slot, className);
+  std::fflush(stderr);
+  std::_Exit(3);
+}

@@ -5,8 +5,11 @@
 #include "document.h"
 
 // clang-format off
+// clang-format off
+#include <windows.h>
 #include "accmd.h"
 #include "acdocman.h"
+// clang-format on
 // clang-format on
 
 #include <cstdint>

@@ -45,6 +45,19 @@ Acad::ErrorStatus mayChange(const Operation& operation, const AcDbObject& object
   return mayWrite() ? Acad::eOk : Acad::eLockViolation;
 }
 
+LayoutViewport& own(AcDbViewport& viewport) {
+  return static_cast<LayoutViewport&>(viewport);
+}
+const LayoutViewport& own(const AcDbViewport& viewport) {
+  return static_cast<const LayoutViewport&>(viewport);
+}
+TileRecord& own(AcDbAbstractViewTableRecord& record) {
+  return static_cast<TileRecord&>(record);
+}
+const TileRecord& own(const AcDbAbstractViewTableRecord& record) {
+  return static_cast<const TileRecord&>(record);
+}
+
 bool isLength(double value) {
   return std::isfinite(value) && value > 0;
 }
@@ -56,23 +69,23 @@ bool isPoint(const AcGePoint2d& point) {
 }  // namespace
 
 double AcDbViewport::width() const {
-  return readFrom(kWidth, *this, mWidth);
+  return readFrom(kWidth, *this, own(*this).mWidth);
 }
 double AcDbViewport::height() const {
-  return readFrom(kHeight, *this, mHeight);
+  return readFrom(kHeight, *this, own(*this).mHeight);
 }
 double AcDbViewport::viewHeight() const {
-  return readFrom(kViewHeight, *this, mViewHeight);
+  return readFrom(kViewHeight, *this, own(*this).mViewHeight);
 }
 AcGePoint2d AcDbViewport::viewCenter() const {
-  return readFrom(kViewCenter, *this, mViewCentre);
+  return readFrom(kViewCenter, *this, own(*this).mViewCentre);
 }
 
 Acad::ErrorStatus AcDbViewport::setViewHeight(double height) {
   const Call call(kSetViewHeight);
   if (call.isToFail() || !isLength(height)) return Acad::eInvalidInput;
   const Acad::ErrorStatus status = mayChange(kSetViewHeight, *this);
-  if (status == Acad::eOk) mViewHeight = height;
+  if (status == Acad::eOk) own(*this).mViewHeight = height;
   return status;
 }
 
@@ -80,7 +93,7 @@ Acad::ErrorStatus AcDbViewport::setViewCenter(const AcGePoint2d& centre) {
   const Call call(kSetViewCenter);
   if (call.isToFail() || !isPoint(centre)) return Acad::eInvalidInput;
   const Acad::ErrorStatus status = mayChange(kSetViewCenter, *this);
-  if (status == Acad::eOk) mViewCentre = centre;
+  if (status == Acad::eOk) own(*this).mViewCentre = centre;
   return status;
 }
 
@@ -88,47 +101,38 @@ Acad::ErrorStatus AcDbViewport::updateDisplay() const {
   Call call(kUpdateDisplay);
   if (call.isToFail()) return Acad::eNotApplicable;
   if (!ObjectAccess::isOpen(*this)) breach(kUpdateDisplay, "called for an object that is not open");
-  const PaperView shown{mViewCentre.x, mViewCentre.y, mWidth / mHeight * mViewHeight, mViewHeight};
+  const PaperView shown = own(*this).shown();
+  const int number = own(*this).mNumber;
   GraphicsView& view =
-      mNumber == kPaperViewport ? currentDocument()->paperView : currentDocument()->floatingView;
+      number == kPaperViewport ? currentDocument()->paperView : currentDocument()->floatingView;
   view.store(withShown(view.live(), shown));
   ++counts().paperUpdates;
-  const int number = mNumber;
   call.leave();
   notify(&Listener::paperChanged, number, shown);
   drawn();
   return Acad::eOk;
 }
 
-Acad::ErrorStatus AcDbViewport::subGetGeomExtents(AcDbExtents& extents) const {
-  extents = AcDbExtents({0, 0, 0}, {mWidth, mHeight, 0});
-  return Acad::eOk;
-}
-
-Acad::ErrorStatus AcDbViewport::subTransformBy(const AcGeMatrix3d& /*transform*/) {
-  return Acad::eNotApplicable;
-}
-
 AcGePoint2d AcDbAbstractViewTableRecord::centerPoint() const {
-  return readFrom(kCenterPoint, *this, mCentre);
+  return readFrom(kCenterPoint, *this, own(*this).mCentre);
 }
 double AcDbAbstractViewTableRecord::width() const {
-  return readFrom(kRecordWidth, *this, mWidth);
+  return readFrom(kRecordWidth, *this, own(*this).mWidth);
 }
 double AcDbAbstractViewTableRecord::height() const {
-  return readFrom(kRecordHeight, *this, mHeight);
+  return readFrom(kRecordHeight, *this, own(*this).mHeight);
 }
 
 void AcDbAbstractViewTableRecord::setCenterPoint(const AcGePoint2d& centre) {
   const Call call(kSetCenterPoint);
   if (!isPoint(centre)) return breach(kSetCenterPoint, "called with a centre that is not finite");
-  if (mayChange(kSetCenterPoint, *this) == Acad::eOk) mCentre = centre;
+  if (mayChange(kSetCenterPoint, *this) == Acad::eOk) own(*this).mCentre = centre;
 }
 
 void AcDbAbstractViewTableRecord::setHeight(double height) {
   const Call call(kSetHeight);
   if (!isLength(height)) return breach(kSetHeight, "called with a height that is not above 0");
-  if (mayChange(kSetHeight, *this) == Acad::eOk) mHeight = height;
+  if (mayChange(kSetHeight, *this) == Acad::eOk) own(*this).mHeight = height;
 }
 
 AcDbObjectId acedActiveViewportId() {

@@ -1,16 +1,23 @@
 #include "viewports.h"
 
-#include "object_access.h"
-
 namespace standin::host {
 
-LayoutViewport::LayoutViewport(int number, double width, double height) {
+LayoutViewport::LayoutViewport(int number, double width, double height)
+    : mNumber(number),
+      mWidth(width),
+      mHeight(height),
+      mViewHeight(height),
+      mViewCentre(width / 2, height / 2) {
   ObjectAccess::setKey(*this, kViewportKey + static_cast<std::uint64_t>(number));
-  mNumber = number;
-  mWidth = width;
-  mHeight = height;
-  mViewHeight = height;
-  mViewCentre = {width / 2, height / 2};
+}
+
+Acad::ErrorStatus LayoutViewport::subGetGeomExtents(AcDbExtents& extents) const {
+  extents = AcDbExtents({0, 0, 0}, {mWidth, mHeight, 0});
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus LayoutViewport::subTransformBy(const AcGeMatrix3d& /*transform*/) {
+  return Acad::eNotApplicable;
 }
 
 TileRecord::TileRecord() {

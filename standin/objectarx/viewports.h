@@ -4,6 +4,7 @@
 #define STANDIN_VIEWPORTS_H
 
 #include "camera.h"
+#include "object_access.h"
 
 // clang-format off
 #include "dbents.h"
@@ -16,7 +17,8 @@ namespace standin::host {
 constexpr std::uint64_t kViewportKey = std::uint64_t{1} << 62;
 constexpr std::uint64_t kTileKey = std::uint64_t{1} << 63;
 
-class LayoutViewport final : public AcDbViewport {
+/// Every AcDbViewport is one of these.
+class LayoutViewport final : public AcDbViewport, public EntityGeometry {
  public:
   /// Shows an area of its own size, its lower left corner at the origin.
   LayoutViewport(int number, double width, double height);
@@ -28,8 +30,18 @@ class LayoutViewport final : public AcDbViewport {
     mViewCentre = centre;
     mViewHeight = viewHeight;
   }
+
+  Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override;
+  Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& transform) override;
+
+  int mNumber;
+  double mWidth;
+  double mHeight;
+  double mViewHeight;
+  AcGePoint2d mViewCentre;
 };
 
+/// Every AcDbAbstractViewTableRecord is one of these.
 class TileRecord final : public AcDbViewportTableRecord {
  public:
   TileRecord();
@@ -40,6 +52,10 @@ class TileRecord final : public AcDbViewportTableRecord {
     mWidth = view.width;
     mHeight = view.height;
   }
+
+  AcGePoint2d mCentre;
+  double mWidth = 1;
+  double mHeight = 1;
 };
 
 }  // namespace standin::host

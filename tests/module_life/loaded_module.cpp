@@ -6,7 +6,8 @@
 
 LoadedModule::LoadedModule(const std::string& file) : mHandleP(tests::openLibrary(file)) {
   mEntryPoint = reinterpret_cast<int (*)(int, void*)>(tests::symbolOf(mHandleP, "acrxEntryPoint"));
-  mApiVersion = reinterpret_cast<int (*)()>(tests::symbolOf(mHandleP, "acrxGetApiVersion"));
+  mApiVersion =
+      reinterpret_cast<std::uint32_t (*)(std::uint32_t)>(tests::symbolOf(mHandleP, "acrxGetApiVersion"));
   if (mEntryPoint == nullptr || mApiVersion == nullptr)
     throw std::runtime_error(file + ": an export is missing");
 }

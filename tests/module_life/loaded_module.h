@@ -2,6 +2,7 @@
 #ifndef TESTS_LOADED_MODULE_H
 #define TESTS_LOADED_MODULE_H
 
+#include <cstdint>
 #include <string>
 
 class LoadedModule {
@@ -15,7 +16,9 @@ class LoadedModule {
 
   /// The two exports.
   int send(int message, void* packetP = nullptr) const { return mEntryPoint(message, packetP); }
-  int apiVersion() const { return mApiVersion(); }
+  std::uint32_t apiVersion(std::uint32_t argument = 0) const { return mApiVersion(argument); }
+  /// The bytes that the second export begins with.
+  const unsigned char* apiVersionCode() const { return reinterpret_cast<const unsigned char*>(mApiVersion); }
 
   /// Whether any part of the file is mapped in this process.
   static bool isMapped(const std::string& file);
@@ -23,7 +26,7 @@ class LoadedModule {
  private:
   void* mHandleP;
   int (*mEntryPoint)(int, void*);
-  int (*mApiVersion)();
+  std::uint32_t (*mApiVersion)(std::uint32_t);
 };
 
 #endif

@@ -45,7 +45,28 @@ class ModuleLife : public ::testing::Test {
 };
 
 TEST_F(ModuleLife, ModuleIsBuiltForRelease19) {
-  EXPECT_EQ(LoadedModule(LM_MODULE_FILE).apiVersion(), 0x130000);
+  EXPECT_EQ(LoadedModule(LM_MODULE_FILE).apiVersion(), 0x130000u);
+}
+
+TEST_F(ModuleLife, VersionOfTheInterfaceIsTheFirstOfAChain) {
+  const LoadedModule module(LM_MODULE_FILE);
+  EXPECT_EQ(module.apiVersion(0x1234), 0x130000u);
+  EXPECT_EQ(module.apiVersion(0x5678), 0x13444Cu);
+  EXPECT_EQ(module.apiVersion(0x9ABC), 0x13DEF0u);
+}
+
+TEST_F(ModuleLife, VersionAskedForWithoutArgumentEndsTheChain) {
+  const LoadedModule module(LM_MODULE_FILE);
+  module.apiVersion(0x9ABC);
+  EXPECT_EQ(module.apiVersion(0), 0x139ABCu);
+  EXPECT_EQ(module.apiVersion(0), 0x130000u);
+  EXPECT_EQ(module.apiVersion(0x1234), 0x130000u);
+}
+
+TEST_F(ModuleLife, VersionIsReadWithoutACallTwoBytesAfterTheExport) {
+  const LoadedModule module(LM_MODULE_FILE);
+  const unsigned char* const code = module.apiVersionCode();
+  EXPECT_THAT(std::vector<unsigned char>(code, code + 6), ElementsAre(0xEB, 0x04, 0x00, 0x00, 0x13, 0x00));
 }
 
 TEST_F(ModuleLife, LoadingAloneTouchesNothing) {

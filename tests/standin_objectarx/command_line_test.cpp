@@ -1,6 +1,9 @@
 #include "host_fixture.h"
 
+// clang-format off
+#include <windows.h>
 #include "accmd.h"
+// clang-format on
 
 #include "gmock/gmock.h"
 

@@ -1,6 +1,7 @@
 #include "host_fixture.h"
 
 // clang-format off
+#include <windows.h>
 #include "accmd.h"
 #include "acedads.h"
 #include "acutads.h"
@@ -8,6 +9,7 @@
 #include "dbents.h"
 #include "dbsymtb.h"
 #include "aced.h"
+#include "gs.h"
 #include "acgs.h"
 // clang-format on
 

@@ -1,5 +1,8 @@
 // A module as small as one can be: what the entry point and the command table make of it.
 // clang-format off
+#include <windows.h>
+#include "accmd.h"
+#include "acedads.h"
 #include "acutads.h"
 #include "arxEntryPoint.h"
 // clang-format on

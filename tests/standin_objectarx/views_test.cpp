@@ -2,6 +2,7 @@
 
 // clang-format off
 #include "acedads.h"
+#include "gs.h"
 #include "acgs.h"
 // clang-format on
 

@@ -140,6 +140,6 @@ extern "C" __attribute__((visibility("default"))) AcRx::AppRetCode acrxEntryPoin
   return AcRx::kRetOK;
 }
 
-extern "C" __attribute__((visibility("default"))) int acrxGetApiVersion() {
+extern "C" __attribute__((visibility("default"))) std::uint32_t acrxGetApiVersion(std::uint32_t) {
   return FAKE_API_VERSION;
 }

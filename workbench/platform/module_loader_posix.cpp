@@ -38,7 +38,8 @@ Module::Module(const std::filesystem::path& file) : mFile(std::filesystem::absol
   if (!std::filesystem::is_regular_file(mFile)) throw InputError({name}, kExpected, "no such file");
   Closer guard{dlopen(name.c_str(), RTLD_NOW | RTLD_LOCAL)};
   if (guard.library == nullptr) throw InputError({name}, kExpected, inQuotes(dlerror()));
-  const int version = symbol<int (*)()>(guard.library, "acrxGetApiVersion", name)();
+  const int version =
+      static_cast<int>(symbol<std::uint32_t (*)(std::uint32_t)>(guard.library, "acrxGetApiVersion", name)(0));
   if (version != kHostApiVersion) throw InputError({name}, kExpected, "one for " + hex(version));
   mEntryPoint = symbol<EntryPoint>(guard.library, "acrxEntryPoint", name);
   mHandle = std::exchange(guard.library, nullptr);

@@ -82,7 +82,8 @@ Module::Module(const std::filesystem::path& file) : mFile(std::filesystem::absol
   Freer guard{LoadLibraryW(mFile.c_str())};
   const DWORD code = GetLastError();
   if (guard.library == nullptr) throw InputError({name}, kExpected, reasonOf(code, mFile.wstring()));
-  const int version = symbol<int (*)()>(guard.library, "acrxGetApiVersion", name)();
+  const int version =
+      static_cast<int>(symbol<std::uint32_t (*)(std::uint32_t)>(guard.library, "acrxGetApiVersion", name)(0));
   if (version != kHostApiVersion) throw InputError({name}, kExpected, "one for " + hex(version));
   mEntryPoint = symbol<EntryPoint>(guard.library, "acrxEntryPoint", name);
   interceptBeeps(guard.library);

@@ -1,11 +1,10 @@
-/// Graphics views by viewport number. Main thread only.
+/// Graphics views by viewport number. Main thread only. Needs dbmain.h before it.
 #ifndef STANDIN_ACGS_H
 #define STANDIN_ACGS_H
 
 #include "standin_objectarx_api.h"
 
-#include "adesk.h"
-#include "gs.h"
+class AcGsView;
 
 /// Null for a viewport number that does not exist.
 STANDIN_OBJECTARX_API AcGsView* acgsGetGsView(int viewportNumber, bool createIfNone);

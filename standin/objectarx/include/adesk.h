@@ -11,7 +11,14 @@ typedef wchar_t ACHAR;
 
 namespace Adesk {
 typedef int Boolean;
+// 32 bits everywhere; on Windows they are `long`, which the names of the host's functions tell from `int`.
+#if defined(_WIN32)
+typedef long Int32;
+typedef unsigned long UInt32;
+#else
 typedef std::int32_t Int32;
+typedef std::uint32_t UInt32;
+#endif
 typedef std::int64_t Int64;
 enum : Boolean { kFalse = 0, kTrue = 1 };
 }  // namespace Adesk

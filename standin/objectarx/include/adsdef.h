@@ -4,10 +4,15 @@
 
 #include "adesk.h"
 
-typedef std::int32_t AdInt32;
+typedef Adesk::Int32 AdInt32;
 typedef double ads_real;
 typedef ads_real ads_point[3];
 typedef std::int64_t ads_name[2];
+
+struct ads_binary {
+  short clen;
+  char* buf;
+};
 
 union ads_u_val {
   ads_real rreal;
@@ -16,6 +21,8 @@ union ads_u_val {
   ACHAR* rstring;
   std::int64_t rlname[2];
   AdInt32 rlong;
+  std::int64_t mnInt64;
+  ads_binary rbinary;
 };
 
 struct resbuf {

@@ -1,9 +1,9 @@
 /// Application object of a module with commands: they are on the host's command stack from the init to the
-/// unload message. Compiled into the module. Main thread only.
+/// unload message. Compiled into the module. Main thread only. Needs <windows.h>, accmd.h and acedads.h
+/// before it.
 #ifndef STANDIN_ARXENTRYPOINT_H
 #define STANDIN_ARXENTRYPOINT_H
 
-#include "accmd.h"
 #include "dbxEntryPoint.h"
 
 /// A row of the module's command table; rows stand in the order of their definition.

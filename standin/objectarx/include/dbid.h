@@ -6,7 +6,10 @@
 
 class AcDbObjectId {
  public:
-  constexpr AcDbObjectId() = default;
+  // Microsoft's ABI returns an object with a constructor written by hand through a hidden pointer, and passes
+  // one whose copy constructor is implicit in a register: both must stay as they are.
+  // NOLINTNEXTLINE(modernize-use-equals-default)
+  constexpr AcDbObjectId() {}
   constexpr explicit AcDbObjectId(std::uint64_t value) : mValue(value) {}
 
   bool isNull() const { return mValue == 0; }

@@ -2,6 +2,8 @@
 #ifndef STANDIN_DBMAIN_H
 #define STANDIN_DBMAIN_H
 
+#include "reserved_slots.h"
+
 #include "acadstrc.h"
 #include "adsdef.h"
 #include "dbid.h"
@@ -23,7 +25,7 @@ struct AcDb {
 /// A box along the world's axes; without points its minimum lies above its maximum.
 class AcDbExtents {
  public:
-  AcDbExtents() = default;
+  STANDIN_OBJECTARX_API AcDbExtents();
   AcDbExtents(const AcGePoint3d& minimum, const AcGePoint3d& maximum)
       : mMinimum(minimum), mMaximum(maximum) {}
 
@@ -37,17 +39,33 @@ class AcDbExtents {
   }
 
  private:
-  AcGePoint3d mMinimum{1e20, 1e20, 1e20};
-  AcGePoint3d mMaximum{-1e20, -1e20, -1e20};
+  AcGePoint3d mMinimum;
+  AcGePoint3d mMaximum;
 };
 
-/// Must be open while it is used: for read to ask, for write to change.
-class STANDIN_OBJECTARX_API AcDbObject : public AcRxObject {
+/// What can be drawn.
+class STANDIN_OBJECTARX_CLASS AcGiDrawable : public AcRxObject {
+ public:
+  ACRX_DECLARE_MEMBERS(AcGiDrawable)
+};
+
+/// Must be open while it is used: for read to ask, for write to change. 24 bytes, as all database classes:
+/// what an object holds lies in the classes of the host that derive from them.
+class STANDIN_OBJECTARX_CLASS AcDbObject : public AcGiDrawable {
  public:
   ACRX_DECLARE_MEMBERS(AcDbObject)
 
   /// Ends one opening. eNotOpenForRead when the object is not open.
-  Acad::ErrorStatus close();
+  STANDIN_OBJECTARX_MEMBER Acad::ErrorStatus close();
+
+  STANDIN_SLOTS_3(AcDbObject, 7, 8, 9)
+  STANDIN_SLOTS_10(AcDbObject, 1)
+  STANDIN_SLOTS_10(AcDbObject, 2)
+  STANDIN_SLOTS_10(AcDbObject, 3)
+  STANDIN_SLOTS_10(AcDbObject, 4)
+  STANDIN_SLOTS_10(AcDbObject, 5)
+  STANDIN_SLOTS_10(AcDbObject, 6)
+  STANDIN_SLOTS_2(AcDbObject, 70, 71)
 
  protected:
   AcDbObject() = default;
@@ -59,26 +77,39 @@ class STANDIN_OBJECTARX_API AcDbObject : public AcRxObject {
   bool mIsWriter = false;
 };
 
-class STANDIN_OBJECTARX_API AcDbEntity : public AcDbObject {
+class STANDIN_OBJECTARX_CLASS AcDbEntity : public AcDbObject {
  public:
   ACRX_DECLARE_MEMBERS(AcDbEntity)
 
-  /// eNullExtents when there is nothing to enclose, eNotOpenForRead when the entity is not open.
-  Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const;
-  /// eNotOpenForWrite when the entity is not open for write.
-  Acad::ErrorStatus transformBy(const AcGeMatrix3d& transform);
+  STANDIN_SLOTS_5(AcDbEntity, 72, 73, 74, 75, 76)
+  STANDIN_SLOTS_3(AcDbEntity, 77, 78, 79)
+  STANDIN_SLOTS_10(AcDbEntity, 8)
+  STANDIN_SLOTS_5(AcDbEntity, 90, 91, 92, 93, 94)
+  STANDIN_SLOTS_2(AcDbEntity, 95, 96)
+  /// Slot 97, final, and so called directly. eNullExtents when there is nothing to enclose, eNotOpenForRead
+  /// when the entity is not open.
+  STANDIN_OBJECTARX_MEMBER virtual Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const final;
+  STANDIN_SLOTS_2(AcDbEntity, 98, 99)
+  STANDIN_SLOTS_10(AcDbEntity, 10)
+  STANDIN_SLOTS_10(AcDbEntity, 11)
+  STANDIN_SLOTS_2(AcDbEntity, 120, 121)
+  /// Slot 122, final. eNotOpenForWrite when the entity is not open for write.
+  STANDIN_OBJECTARX_MEMBER virtual Acad::ErrorStatus transformBy(const AcGeMatrix3d& transform) final;
+  STANDIN_SLOTS_3(AcDbEntity, 123, 124, 125)
+  STANDIN_SLOTS_4(AcDbEntity, 126, 127, 128, 129)
+  STANDIN_SLOTS_10(AcDbEntity, 13)
+  STANDIN_SLOTS_10(AcDbEntity, 14)
+  STANDIN_SLOTS_10(AcDbEntity, 15)
+  STANDIN_SLOTS_10(AcDbEntity, 16)
+  STANDIN_SLOTS_3(AcDbEntity, 170, 171, 172)
 
  protected:
-  virtual Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const = 0;
-  virtual Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& transform) = 0;
-
- private:
-  friend class standin::host::ObjectAccess;
+  AcDbEntity() = default;
 };
 
 STANDIN_OBJECTARX_API Acad::ErrorStatus acdbGetObjectId(AcDbObjectId& id, const ads_name name);
 
-/// Readers may be many, a writer is alone: eWasOpenForRead, eWasOpenForWrite. An erased object answers
+/// Readers may be many, a writer is alone: eWasOpenForRead, eWasOpenForWrite. An erased object gives
 /// eWasErased unless `openErased`; one on a locked layer eOnLockedLayer for write; a write without the
 /// document lock eLockViolation. The pointer is null on failure.
 STANDIN_OBJECTARX_API Acad::ErrorStatus acdbOpenAcDbEntity(AcDbEntity*& entityP, AcDbObjectId id,

@@ -5,27 +5,28 @@
 #include "dbmain.h"
 #include "gepnt2d.h"
 
+class STANDIN_OBJECTARX_CLASS AcDbSymbolTableRecord : public AcDbObject {
+ public:
+  ACRX_DECLARE_MEMBERS(AcDbSymbolTableRecord)
+};
+
 /// A stored view: the shown area in the view's own plane, drawing units.
-class STANDIN_OBJECTARX_API AcDbAbstractViewTableRecord : public AcDbObject {
+class STANDIN_OBJECTARX_CLASS AcDbAbstractViewTableRecord : public AcDbSymbolTableRecord {
  public:
   ACRX_DECLARE_MEMBERS(AcDbAbstractViewTableRecord)
 
-  AcGePoint2d centerPoint() const;
-  void setCenterPoint(const AcGePoint2d& centre);
-  double width() const;
-  double height() const;
-  void setHeight(double height);
+  STANDIN_OBJECTARX_MEMBER AcGePoint2d centerPoint() const;
+  STANDIN_OBJECTARX_MEMBER void setCenterPoint(const AcGePoint2d& centre);
+  STANDIN_OBJECTARX_MEMBER double width() const;
+  STANDIN_OBJECTARX_MEMBER double height() const;
+  STANDIN_OBJECTARX_MEMBER void setHeight(double height);
 
  protected:
   AcDbAbstractViewTableRecord() = default;
-
-  AcGePoint2d mCentre;
-  double mWidth = 1;
-  double mHeight = 1;
 };
 
 /// A tile of the model tab.
-class STANDIN_OBJECTARX_API AcDbViewportTableRecord : public AcDbAbstractViewTableRecord {
+class STANDIN_OBJECTARX_CLASS AcDbViewportTableRecord : public AcDbAbstractViewTableRecord {
  public:
   ACRX_DECLARE_MEMBERS(AcDbViewportTableRecord)
 

@@ -1,14 +1,13 @@
 /// Base of a module's application object, and the entry point that hands the host's messages to it. Compiled
-/// into the module. Main thread only.
+/// into the module. Main thread only. Needs <windows.h> before it.
 #ifndef STANDIN_DBXENTRYPOINT_H
 #define STANDIN_DBXENTRYPOINT_H
 
 #include "rxdefs.h"
 #include "rxdlinkr.h"
 
-#include <windows.h>
-
-/// The module's instance handle; defined by IMPLEMENT_ARX_ENTRYPOINT.
+/// The module's instance handle; defined by IMPLEMENT_ARX_ENTRYPOINT, null until the module's DllMain sets
+/// it.
 extern HINSTANCE _hdllInstance;
 
 class AcRxDbxApp {
@@ -91,18 +90,13 @@ class AcRxDbxApp {
 
 #if defined(_WIN32)
 #define STANDIN_MODULE_EXPORT __declspec(dllexport)
-/// First byte of the file's image in memory, which is what a module's handle is; given by the linker.
-extern "C" IMAGE_DOS_HEADER __ImageBase;
-#define STANDIN_MODULE_HANDLE reinterpret_cast<HINSTANCE>(&__ImageBase)
 #else
 #define STANDIN_MODULE_EXPORT __attribute__((visibility("default")))
-/// An address inside the module stands for it.
-#define STANDIN_MODULE_HANDLE reinterpret_cast<HINSTANCE>(&_hdllInstance)
 #endif
 
 /// Defines the module's one application object and its exported entry point. Use at global scope, once.
 #define IMPLEMENT_ARX_ENTRYPOINT(CLASS)                                                               \
-  HINSTANCE _hdllInstance = STANDIN_MODULE_HANDLE;                                                    \
+  HINSTANCE _hdllInstance = nullptr;                                                                  \
   static CLASS entryPointObject;                                                                      \
   extern "C" STANDIN_MODULE_EXPORT AcRx::AppRetCode acrxEntryPoint(AcRx::AppMsgCode msg, void* pkt) { \
     AcRxDbxApp& applicationObject = entryPointObject;                                                 \

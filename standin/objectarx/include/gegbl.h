@@ -2,10 +2,13 @@
 #ifndef STANDIN_GEGBL_H
 #define STANDIN_GEGBL_H
 
+#include "standin_objectarx_api.h"
+
 #include "getol.h"
 
 struct AcGeContext {
-  static constexpr AcGeTol gTol{};
+  /// The host's; no module has a copy of its own.
+  STANDIN_OBJECTARX_API static AcGeTol gTol;
 };
 
 #endif

@@ -10,30 +10,18 @@
 
 class AcGeMatrix3d {
  public:
-  AcGeMatrix3d() = default;
+  /// The identity.
+  STANDIN_OBJECTARX_API AcGeMatrix3d();
 
   /// Replaces the translation part.
-  AcGeMatrix3d& setTranslation(const AcGeVector3d& by) {
-    entry[0][3] = by.x;
-    entry[1][3] = by.y;
-    entry[2][3] = by.z;
-    return *this;
-  }
+  STANDIN_OBJECTARX_API AcGeMatrix3d& setTranslation(const AcGeVector3d& by);
 
   /// Turns about the line through `centre` along `axis`. An axis without length gives the identity.
-  static AcGeMatrix3d rotation(double angle, const AcGeVector3d& axis,
-                               const AcGePoint3d& centre = AcGePoint3d::kOrigin);
+  STANDIN_OBJECTARX_API static AcGeMatrix3d rotation(double angle, const AcGeVector3d& axis,
+                                                     const AcGePoint3d& centre = AcGePoint3d::kOrigin);
 
   /// The map that applies `right` first.
-  AcGeMatrix3d operator*(const AcGeMatrix3d& right) const {
-    AcGeMatrix3d result;
-    for (int row = 0; row < 4; ++row)
-      for (int column = 0; column < 4; ++column)
-        result.entry[row][column] =
-            entry[row][0] * right.entry[0][column] + entry[row][1] * right.entry[1][column] +
-            entry[row][2] * right.entry[2][column] + entry[row][3] * right.entry[3][column];
-    return result;
-  }
+  STANDIN_OBJECTARX_API AcGeMatrix3d operator*(const AcGeMatrix3d& right) const;
 
   friend AcGePoint3d operator*(const AcGeMatrix3d& m, const AcGePoint3d& p) {
     return {m.entry[0][0] * p.x + m.entry[0][1] * p.y + m.entry[0][2] * p.z + m.entry[0][3],
@@ -47,24 +35,7 @@ class AcGeMatrix3d {
             m.entry[2][0] * v.x + m.entry[2][1] * v.y + m.entry[2][2] * v.z};
   }
 
-  double entry[4][4] = {{1, 0, 0, 0}, {0, 1, 0, 0}, {0, 0, 1, 0}, {0, 0, 0, 1}};
+  double entry[4][4];
 };
-
-inline AcGeMatrix3d AcGeMatrix3d::rotation(double angle, const AcGeVector3d& axis,
-                                           const AcGePoint3d& centre) {
-  AcGeMatrix3d result;
-  const double length = std::sqrt(axis.dotProduct(axis));
-  if (length < AcGeContext::gTol.equalVector()) return result;
-  const double u[3] = {axis.x / length, axis.y / length, axis.z / length};
-  const double cosine = std::cos(angle);
-  const double sine = std::sin(angle);
-  const double cross[3][3] = {{0, -u[2], u[1]}, {u[2], 0, -u[0]}, {-u[1], u[0], 0}};
-  for (int row = 0; row < 3; ++row)
-    for (int column = 0; column < 3; ++column)
-      result.entry[row][column] =
-          (row == column ? cosine : 0.0) + cross[row][column] * sine + u[row] * u[column] * (1 - cosine);
-  const AcGeVector3d arm = centre - AcGePoint3d::kOrigin;
-  return result.setTranslation(arm - result * arm);
-}
 
 #endif

@@ -2,11 +2,13 @@
 #ifndef STANDIN_GEPNT2D_H
 #define STANDIN_GEPNT2D_H
 
+#include "standin_objectarx_api.h"
+
 #include "gevec2d.h"
 
 class AcGePoint2d {
  public:
-  static const AcGePoint2d kOrigin;
+  STANDIN_OBJECTARX_API static const AcGePoint2d kOrigin;
 
   constexpr AcGePoint2d() = default;
   constexpr AcGePoint2d(double xIn, double yIn) : x(xIn), y(yIn) {}
@@ -18,7 +20,5 @@ class AcGePoint2d {
   double x = 0;
   double y = 0;
 };
-
-inline constexpr AcGePoint2d AcGePoint2d::kOrigin{0, 0};
 
 #endif

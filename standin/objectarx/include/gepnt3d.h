@@ -6,7 +6,8 @@
 
 class AcGePoint3d {
  public:
-  static const AcGePoint3d kOrigin;
+  /// The host's; no module has a copy of its own.
+  STANDIN_OBJECTARX_API static const AcGePoint3d kOrigin;
 
   constexpr AcGePoint3d() = default;
   constexpr AcGePoint3d(double xIn, double yIn, double zIn) : x(xIn), y(yIn), z(zIn) {}
@@ -18,16 +19,12 @@ class AcGePoint3d {
   AcGePoint3d& operator-=(const AcGeVector3d& v) { return *this = *this - v; }
 
   /// Turns the point about the line through `about` along `axis`. An axis without length turns nothing.
-  AcGePoint3d& rotateBy(double angle, const AcGeVector3d& axis, const AcGePoint3d& about = kOrigin) {
-    AcGeVector3d arm = *this - about;
-    return *this = about + arm.rotateBy(angle, axis);
-  }
+  STANDIN_OBJECTARX_API AcGePoint3d& rotateBy(double angle, const AcGeVector3d& axis,
+                                              const AcGePoint3d& about = kOrigin);
 
   double x = 0;
   double y = 0;
   double z = 0;
 };
-
-inline constexpr AcGePoint3d AcGePoint3d::kOrigin{0, 0, 0};
 
 #endif

@@ -2,6 +2,7 @@
 #ifndef STANDIN_GETOL_H
 #define STANDIN_GETOL_H
 
+/// 48 bytes.
 class AcGeTol {
  public:
   constexpr AcGeTol() = default;
@@ -12,6 +13,8 @@ class AcGeTol {
  private:
   double mEqualPoint = 1e-10;
   double mEqualVector = 1e-10;
+  double mReserved[3] = {};
+  int mReservedCount = 0;
 };
 
 #endif

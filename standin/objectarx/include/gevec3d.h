@@ -21,27 +21,13 @@ class AcGeVector3d {
   AcGeVector3d& operator*=(double s) { return *this = *this * s; }
 
   constexpr double dotProduct(const AcGeVector3d& v) const { return x * v.x + y * v.y + z * v.z; }
-  constexpr AcGeVector3d crossProduct(const AcGeVector3d& v) const {
-    return {y * v.z - z * v.y, z * v.x - x * v.z, x * v.y - y * v.x};
-  }
+  STANDIN_OBJECTARX_API AcGeVector3d crossProduct(const AcGeVector3d& v) const;
 
   /// Makes the length 1; a vector shorter than the tolerance is left as it is.
-  AcGeVector3d& normalize(const AcGeTol& tolerance = AcGeContext::gTol) {
-    const double length = std::sqrt(dotProduct(*this));
-    if (length < tolerance.equalVector()) return *this;
-    return *this = {x / length, y / length, z / length};
-  }
+  STANDIN_OBJECTARX_API AcGeVector3d& normalize(const AcGeTol& tolerance = AcGeContext::gTol);
 
   /// v cos a + (u x v) sin a + u (u . v) (1 - cos a), u the unit axis. An axis without length turns nothing.
-  AcGeVector3d& rotateBy(double angle, const AcGeVector3d& axis) {
-    const double length = std::sqrt(axis.dotProduct(axis));
-    if (length < AcGeContext::gTol.equalVector()) return *this;
-    const AcGeVector3d unit{axis.x / length, axis.y / length, axis.z / length};
-    const double cosine = std::cos(angle);
-    const double sine = std::sin(angle);
-    return *this = *this * cosine + unit.crossProduct(*this) * sine +
-                   unit * (unit.dotProduct(*this) * (1 - cosine));
-  }
+  STANDIN_OBJECTARX_API AcGeVector3d& rotateBy(double angle, const AcGeVector3d& axis);
 
   double x = 0;
   double y = 0;

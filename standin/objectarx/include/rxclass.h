@@ -5,19 +5,27 @@
 #include "adesk.h"
 #include "rxobject.h"
 
-class STANDIN_OBJECTARX_API AcRxClass : public AcRxObject {
+class STANDIN_OBJECTARX_CLASS AcRxClass : public AcRxObject {
  public:
   ACRX_DECLARE_MEMBERS(AcRxClass)
 
-  AcRxClass(const ACHAR* name, const AcRxClass* parentP) : mNameP(name), mParentP(parentP) {}
+  /// What the class is lies with the host; it outlives the object.
+  struct Body;
+  explicit AcRxClass(const Body* bodyP) : mBodyP(bodyP) {}
 
-  const ACHAR* name() const { return mNameP; }
+  const ACHAR* name() const;
+  AcRxClass* myParent() const;
   /// True for the class itself and for its ancestors.
-  bool isDerivedFrom(const AcRxClass* otherP) const;
+  STANDIN_OBJECTARX_MEMBER bool isDerivedFrom(const AcRxClass* otherP) const;
+
+  const Body* body() const { return mBodyP; }
 
  private:
-  const ACHAR* mNameP;
-  const AcRxClass* mParentP;
+  const Body* mBodyP;
 };
+
+inline bool AcRxObject::isKindOf(const AcRxClass* classP) const {
+  return isA()->isDerivedFrom(classP);
+}
 
 #endif

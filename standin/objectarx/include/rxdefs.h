@@ -1,4 +1,4 @@
-/// Messages the host sends to a module's entry point, and the answers.
+/// Messages the host sends to a module's entry point, what the module returns, and how objects compare.
 #ifndef STANDIN_RXDEFS_H
 #define STANDIN_RXDEFS_H
 
@@ -25,6 +25,7 @@ struct AcRx {
     kEndDialogMsg = 15
   };
   enum AppRetCode : int { kRetOK = 0, kRetError = 3 };
+  enum Ordering { kLessThan = -1, kEqual = 0, kGreaterThan = 1, kNotOrderable = 2 };
 };
 
 #endif

@@ -15,6 +15,9 @@
 #define VOID void
 #define CONST const
 
+#define DLL_PROCESS_DETACH 0
+#define DLL_PROCESS_ATTACH 1
+
 using BOOL = int;
 using BYTE = std::uint8_t;
 using WORD = std::uint16_t;
