@@ -50,6 +50,7 @@ sealed class InputReader {
   }
 
   Loss lossOfPlain(string input) {
+    if (MacroSyntax.hasFileMark(input)) return Loss.FileMark;
     if (MacroSyntax.hasControl(input)) return Loss.ControlCharacter;
     if (MacroSyntax.isExpressionInside(input)) return Loss.Diesel;
     if (MacroSyntax.hasMenuSwitch(input)) return Loss.MenuSwitch;
@@ -65,6 +66,7 @@ sealed class InputReader {
     string expression = withoutCancels(mMacro.Substring(start, end - start));
     // A semicolon would part the expression, a backslash is a pause.
     if (expression.IndexOfAny(new[] {';', '\\'}) >= 0) return Loss.Diesel;
+    if (MacroSyntax.hasFileMark(expression)) return Loss.FileMark;
     if (MacroSyntax.hasControl(expression)) return Loss.ControlCharacter;
     // The module puts the input between the quotes of an AutoLISP text as it stands.
     inputs.Add(kEvaluateInFile + expression.Replace("\"", "\\\""));

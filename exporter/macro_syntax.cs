@@ -5,19 +5,18 @@ namespace MenuScribe {
 
 /// The notation of AutoCAD's macros: control characters as a caret and a letter, semicolons for Enter.
 static class MacroSyntax {
-  /// The file's own marks, which its reader would take for the end of the macro or of the value.
-  public static readonly char[] kUnwritable = {'#', '|', '\r', '\n'};
+  static readonly char[] kFileMarks = {'#', '|', '\r', '\n'};
 
   /// A line that ends in "+" goes on in the next one.
   public static string joinLines(string command) {
     return (command ?? "").Replace("+\r\n", "").Replace("+\n", "").Replace("+\r", "");
   }
 
-  /// Control characters that stand in the macro as they are, written as AutoCAD writes them.
+  /// Control characters that stand in the macro as they are, written as AutoCAD writes them. A line end is no Enter.
   public static string withCarets(string macro) {
     StringBuilder text = new StringBuilder();
     foreach (char letter in macro) {
-      if (letter < ' ')
+      if (letter < ' ' && letter != '\r' && letter != '\n')
         text.Append('^').Append((char)(letter + '@'));
       else
         text.Append(letter);
@@ -62,6 +61,11 @@ static class MacroSyntax {
 
   public static string withSemicolons(string macro) {
     return macro.Replace("^M", ";").Replace("^m", ";");
+  }
+
+  /// Whether the file's reader would take something in the text for the end of the macro or of the value.
+  public static bool hasFileMark(string text) {
+    return text.IndexOfAny(kFileMarks) >= 0;
   }
 
   public static bool hasControl(string text) {

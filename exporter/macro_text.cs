@@ -22,7 +22,6 @@ sealed class MacroText {
   public static MacroText rewrite(string command) {
     string joined = MacroSyntax.joinLines(command);
     if (joined.Length == 0) return lost(Loss.NoMacro);
-    if (joined.IndexOfAny(MacroSyntax.kUnwritable) >= 0) return lost(Loss.FileMark);
     string macro = MacroSyntax.withoutEnding(MacroSyntax.withoutCancels(MacroSyntax.withCarets(joined)));
     if (macro.Length == 0) return lost(Loss.OnlyCancels);
     InputReader reader = new InputReader(MacroSyntax.withSemicolons(macro));

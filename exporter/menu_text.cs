@@ -17,8 +17,9 @@ namespace MenuScribe {
 sealed class MenuText {
   const string kLineEnd = "\r\n";
   const string kPathSeparator = " > ";
-  /// What ends a label, a macro, an input of a macro or a value for a reader of bytes.
-  const string kMarks = "{}|;#\r\n";
+  /// What a reader of bytes takes for the end of a label, and for the end of an input, a macro or a value.
+  const string kLabelMarks = "{}|#\r\n";
+  const string kMacroMarks = ";|#\r\n";
   /// The place of a name is the module's number of the mode.
   static readonly string[] kModes = {
     "Unknown = nothing has been moved yet",
@@ -54,7 +55,7 @@ sealed class MenuText {
   void write(MenuItem item) {
     MacroText macro = MacroText.rewrite(item.command);
     Loss loss = macro.loss;
-    if (loss == Loss.None && !mText.isWritable(macro.text, kMarks)) loss = Loss.CodePage;
+    if (loss == Loss.None && !mText.isWritable(macro.text, kMacroMarks)) loss = Loss.CodePage;
     if (loss != Loss.None) {
       ++mLosses[(int)loss];
       return;
@@ -86,13 +87,13 @@ sealed class MenuText {
   }
 
   string shown(Caption caption) {
-    if (mText.isWritable(caption.text, kMarks)) return caption.text;
-    return mText.isWritable(caption.identifier, kMarks) ? caption.identifier : "?";
+    if (mText.isWritable(caption.text, kLabelMarks)) return caption.text;
+    return mText.isWritable(caption.identifier, kLabelMarks) ? caption.identifier : "?";
   }
 
   string helpOf(string help) {
     string text = Caption.plain(help);
-    return mText.isWritable(text, kMarks) ? text : "";
+    return mText.isWritable(text, kLabelMarks) ? text : "";
   }
 
   void writeLine(string line) {

@@ -71,7 +71,8 @@ static class MacroTextTests {
   public static void ExpressionAtAnInputsStartIsEvaluatedByTheModule() {
     written("$M=$(getvar,users1)", "M=$(getvar,users1)", "^C^C_tilemode;$M=$(-,1,$(getvar,tilemode))",
             "_tilemode;M=$(-,1,$(getvar,tilemode))", "_cvport;$m=$(getvar,cvport);_regen",
-            "_cvport;M=$(getvar,cvport);_regen", "$M=a;$M=b;c", "M=a;M=b;c", "$M=$(getvar,x) ", "M=$(getvar,x)");
+            "_cvport;M=$(getvar,cvport);_regen", "$M=a;$M=b;c", "M=a;M=b;c", "$M=$(getvar,x) ", "M=$(getvar,x)",
+            "$M=$(if,1,\"(\");_line", "M=$(if,1,\\\"(\\\");_line");
   }
 
   public static void CancelsInsideAnExpressionAreDropped() {
@@ -126,6 +127,7 @@ static class MacroTextTests {
 
   public static void MarksOfTheFileAreLost() {
     lost(Loss.FileMark, "_insert;room#4", "a|b", "a\r\nb", "a\nb", "a\rb", "$M=$(x,a|b)");
+    written("_circle \\5#6|7", "_circle");
   }
 
   public static void NoMacroIsNoEntry() {

@@ -34,6 +34,13 @@ static class MembersTests {
     Checks.equal(problems.summary(), "AutoCAD's Mixed.Broken fails: no", "problem");
   }
 
+  public static void ProblemIsToldOnce() {
+    Problems problems = new Problems();
+    problems.add("one");
+    problems.add("one");
+    Checks.equal(problems.summary(), "one", "summary");
+  }
+
   public static void LogBeginsAnewWhenItIsTooLong() {
     using (Menus menus = new Menus()) {
       System.IO.File.WriteAllText(menus.log, new string('x', 300 * 1024));

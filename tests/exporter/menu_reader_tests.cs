@@ -41,8 +41,9 @@ static class MenuReaderTests {
   public static void EnterpriseFileCountsToo() {
     using (Menus menus = new Menus()) {
       menus.write("acad.cuix", "ACAD", kLine);
-      menus.write("firm.cuix", "FIRM", kArc + Menus.menu("PM_1", "POP1", "Firm", "I1 ID_Arc"),
-                  Menus.workspace("W", "FIRM PM_1 1"));
+      menus.write("firm.cuix", "FIRM", kArc + Menus.menu("PM_1", "POP1", "Firm", "I1 ID_Arc") +
+                                         Menus.menu("PM_2", "POP2", "Hidden", "I2 ID_Arc"),
+                  Menus.workspace("W", "FIRM PM_1 1", "FIRM PM_2 0"));
       HostControl.variables["ENTERPRISEMENU"] = menus.file("firm.cuix");
       HostControl.variables["WSCURRENT"] = "W";
       Checks.lines(menus.items(), "Firm > Arc=_arc", "Other commands > Line=_line");
@@ -117,12 +118,20 @@ static class MenuReaderTests {
 
   public static void BrokenPartialFileCostsItselfOnly() {
     using (Menus menus = new Menus()) {
-      menus.write("acad.cuix", "ACAD", kLine, "<PartialCuiFile Name=\"bad.cuix\"/><PartialCuiFile Name=\"acad.cuix\"/>");
+      menus.write("acad.cuix", "ACAD", kLine, "<PartialCuiFile Name=\"bad.cuix\"/>");
       File.WriteAllText(menus.file("bad.cuix"), "<CustSection>");
       Problems problems = new Problems();
       Checks.lines(menus.items(problems), "Other commands > Line=_line");
       Checks.isTrue(problems.summary().StartsWith("partial menu file '" + menus.file("bad.cuix") + "': not a valid"),
                     problems.summary());
+    }
+  }
+
+  public static void FileThatIsListedTwiceIsReadOnce() {
+    using (Menus menus = new Menus()) {
+      menus.write("acad.cuix", "ACAD", kLine + Menus.menu("PM_1", "POP1", "One", "I1 ID_Line"),
+                  "<PartialCuiFile Name=\"ACAD.cuix\"/>");
+      Checks.lines(menus.items(), "One > Line=_line");
     }
   }
 

@@ -77,7 +77,8 @@ static class MenuTextTests {
                  "G.1 = {Menu > ID}_a|");
   }
 
-  public static void SecondByteThatLooksLikeABackslashDoesNoHarm() {
-    Checks.lines(entries(kJapanese, item("G.1", "A", "_a;\u30bd", "")), "G.1 = {Menu > A}_a;\u30bd|");
+  public static void SecondByteOfAMacroMayLookLikeABackslashOrABrace() {
+    Checks.lines(entries(kJapanese, item("G.1", "A", "_a;\u30bd" + kBraceLetter, "")),
+                 "G.1 = {Menu > A}_a;\u30bd" + kBraceLetter + "|");
   }
 }
