@@ -13,8 +13,8 @@ struct MenuTable {
   std::vector<std::string> macros;  ///< entry N is application function N
 };
 
-/// The macro in a menu item's value "{label}macro|further text"; none when the value has no label or no
-/// macro, and then it takes no number.
+/// The macro in a menu item's value "{label}macro|further text". None when the value has no "}" or nothing
+/// after it, and then the item takes no number; "{label}|further text" has an empty macro and takes one.
 std::optional<std::string_view> menuMacro(std::string_view value);
 
 /// Reads the sections "Modes" and "MenuBar" of the file; none when it cannot be opened. A missing section is

@@ -33,8 +33,9 @@ def functions(menu):
                 break
             elif inside and not line.startswith("#") and "=" in line:
                 value = line.split("=", 1)[1].strip()
-                macro = value.split("}", 1)[1].split("|")[0] if "}" in value else ""
-                macros += [macro] if macro else []
+                rest = value.split("}", 1)[1] if "}" in value else ""
+                # "{label}|help" has an empty macro, which takes a number.
+                macros += [rest.split("|")[0]] if rest else []
     return macros
 
 
@@ -44,6 +45,8 @@ def function_texts(macros, number):
     tokens = macros[number].split(";")
     if tokens[-1] == "":
         tokens.pop()
+    if not tokens:
+        return []
     texts = ["\x1b\x1b"]
     for token in tokens:
         texts.append(f'(command (menucmd "{token}"))\n' if token.startswith("M=") else token + "\n")
