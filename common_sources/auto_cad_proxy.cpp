@@ -54,6 +54,14 @@ std::int32_t usableNumber(std::string_view key, std::int32_t value) {
 
 enum class Activate { kNo, kYes };
 
+/// True also when the host has no current document any more, or fails to report it.
+bool isCurrentDocument(const AcApDocument* documentP) try {
+  const AcApDocument* const currentP = acDocManagerPtr()->curDocument();
+  return currentP == nullptr || currentP == documentP;
+} catch (...) {
+  return true;
+}
+
 /// Queues a text for the document's command line. The host must not be given a null document.
 Acad::ErrorStatus sendText(AcApDocument* documentP, const wchar_t* text, Activate activate) {
   if (documentP == nullptr) return Acad::eNoDocument;
@@ -68,6 +76,8 @@ AutoCadProxy::AutoCadProxy(LmAutoCad* lmAutoCadP) : mLmAutoCadP(lmAutoCadP) {
   mRotSensBase = usableNumber("rotSensBase", mLmAutoCadP->rotSensBase());
   mMaxContMoveTime =
       static_cast<std::uint32_t>(usableNumber("maxContMoveTime", mLmAutoCadP->maxContMoveTime()));
+  // Only for its line in the log: the threshold is read in each pass.
+  usableNumber("minThreshold", mLmAutoCadP->minThreshold());
   mUseInt3dIntrfce = mLmAutoCadP->useInt3dIntrfce();
   if (!mUseInt3dIntrfce) StartDotNETPlugin();
   theProxyP = this;
@@ -141,8 +151,9 @@ void AutoCadProxy::doTransform() {
 }
 
 bool AutoCadProxy::handleDeviceCap() {
-  // Read in each pass, other than the divisors: the threshold may change while the module runs.
-  const std::int32_t threshold = mLmAutoCadP->minThreshold();
+  // Read in each pass, other than the divisors: the threshold may change while the module runs. Below 0 even
+  // a cap at rest would count as deflected.
+  const std::int32_t threshold = std::max(mLmAutoCadP->minThreshold(), 0);
   const int mode = getNavigationMode();
   const CapValues& cap = mLmAutoCadP->capData();
   if (isCapReleased(cap, threshold)) {
@@ -183,10 +194,15 @@ void AutoCadProxy::handleCapIsReleased(int mode) {
     LM_LOG(kError, kClass, "AutoCadProxy::handleCapIsReleased") << "Error handleCapIsReleased()";
   }
   // After a failure too: the next deflection begins a movement of its own.
+  forgetMovement();
+  LM_LOG(kTrace, kClass, "AutoCadProxy::handleCapIsReleased") << "Cap released.";
+}
+
+void AutoCadProxy::forgetMovement() {
   mIsCapMoving = false;
+  mIsSelectionDue = false;
   mIsSelCentreValid = false;
   mIsSelAxisValid = false;
-  LM_LOG(kTrace, kClass, "AutoCadProxy::handleCapIsReleased") << "Cap released.";
 }
 
 void AutoCadProxy::releaseIn2DMode() {
@@ -211,6 +227,9 @@ void AutoCadProxy::releaseIn3DMode() {
 
 void AutoCadProxy::documentToBeDestroyed(AcApDocument* documentP) {
   assert(isMainThread() && "the host destroys documents on its main thread");
+  // A cap that is still held begins a movement of its own in the document that becomes current next: with its
+  // lock, its view and its selection.
+  if (mDocumentLock.isHeldOn(documentP) || isCurrentDocument(documentP)) forgetMovement();
   mDocumentLock.documentToBeDestroyed(documentP);
 }
 
@@ -365,7 +384,7 @@ bool AutoCadProxy::calcScreenAxesRelativeToObject(AcGsView* viewP, AcGeVector3d*
 
 bool AutoCadProxy::getSelObjectsCenter(const ads_name selectionSet, AcGePoint3d* centreP) try {
   // The centre stays where it was when the movement began, also when the selection changes meanwhile.
-  if (mIsCapMoving && selectionSet == nullptr) return mIsSelCentreValid;
+  if (isSelectionRead() && selectionSet == nullptr) return mIsSelCentreValid;
   mIsSelCentreValid = false;
   std::optional<AcGePoint3d> centre;
   if (selectionSet != nullptr) {
@@ -390,7 +409,7 @@ bool AutoCadProxy::getSelObjectsCenter(const ads_name selectionSet, AcGePoint3d*
 }
 
 bool AutoCadProxy::getSelObjectAxis(AcGeVector3d* directionP, AcGePoint3d* pointP) try {
-  if (mIsCapMoving) return mIsSelAxisValid;
+  if (isSelectionRead()) return mIsSelAxisValid;
   mIsSelAxisValid = false;
   ImpliedSelection selection;
   if (!selection.isTaken()) return false;
@@ -482,6 +501,8 @@ void AutoCadProxy::handleCapIsDeflectedIn3DMode(short x, short y, short z, short
   retrieveViewParams(&viewP, &viewportNumber);
   if (viewP == nullptr) {
     LM_LOG(kError, kClass, "AutoCadProxy::handleCapIsDeflectedIn3DMode") << "ViewP could not be retrieved!";
+    // The movement begins all the same, and the first pass that has a view reads the selection.
+    if (!mIsCapMoving) mIsSelectionDue = true;
     return;
   }
   ScreenAxes axes{AcGeVector3d(1, 0, 0), AcGeVector3d(0, 1, 0), AcGeVector3d(0, 0, 1)};
@@ -492,6 +513,7 @@ void AutoCadProxy::handleCapIsDeflectedIn3DMode(short x, short y, short z, short
       mIsObjectMoveMode && transformSelection3d(x, y, z, rx, ry, rz, &axes[0], &axes[1], &axes[2],
                                                 mode.isHover, mode.isKeepHorizon);
   if (isSelectionMoved) {
+    mIsSelectionDue = false;
     viewP->update();
     return;
   }
@@ -502,9 +524,10 @@ void AutoCadProxy::handleCapIsDeflectedIn3DMode(short x, short y, short z, short
   }
   if (rx != 0 || ry != 0 || rz != 0)
     rotateByCap(viewP, rx, ry, rz, axes, mode, isPerspective);
-  else if (!mIsCapMoving)
+  else if (!isSelectionRead())
     // The selection counts as it is when the movement begins, also for a rotation that begins later.
     findTurn();
+  mIsSelectionDue = false;
   viewP->update();
 } catch (...) {
   LM_LOG(kError, kClass, "AutoCadProxy::handleCapIsDeflectedIn3DMode")

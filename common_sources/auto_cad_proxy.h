@@ -69,7 +69,8 @@ class AutoCadProxy {
   bool isCapMoving() const { return mIsCapMoving; }
   bool isDocLocked() const { return mDocumentLock.isHeld(); }
 
-  /// Called before the host destroys a document: unlocks it if this object has locked it.
+  /// Called before the host destroys a document: unlocks it if this object has locked it, and ends a movement
+  /// in it. Throws what the host throws; both have been done then.
   void documentToBeDestroyed(AcApDocument* documentP);
 
   // --- polling ---
@@ -185,7 +186,11 @@ class AutoCadProxy {
   enum class Turn { kAboutSelectedLine, kAboutSelectedCentre, kByMode };
 
   bool isMainThread() const { return currentThreadId() == mMainThread; }
+  /// Whether the selection's centre and axis are those of the movement under way.
+  bool isSelectionRead() const { return mIsCapMoving && !mIsSelectionDue; }
+
   void armTimer();
+  void forgetMovement();
   void releaseIn2DMode();
   void releaseIn3DMode();
   /// What a rotation turns about. The first pass of a movement calls it also when nothing turns, because the
@@ -202,6 +207,7 @@ class AutoCadProxy {
   bool mUseInt3dIntrfce;
   std::atomic<int> mMode{kUnknownMode};  ///< read by the reading thread for the mode report
   bool mIsCapMoving = false;
+  bool mIsSelectionDue = false;  ///< the movement's passes have had no view so far
   bool mIsTimerActive = true;
   DocumentLock mDocumentLock;
   std::atomic<RotationMode> mRotationMode{RotationMode{}};

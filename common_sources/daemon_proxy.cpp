@@ -101,8 +101,11 @@ bool DaemonProxy::checkConnection() {
 
 void DaemonProxy::retrieveRotMode() {
   LmAdvancedSettings settings{};
-  if (!succeeds([&] { return lmGetAdvancedSettings(kDevice, &settings); }))
+  if (!succeeds([&] { return lmGetAdvancedSettings(kDevice, &settings); })) {
     LM_LOG(kError, kClass, "DaemonProxy::retrieveRotMode") << "Error in lmGetAdvancedSettings()!";
+    // The library may have written part of the record before it failed.
+    settings = {};
+  }
   mLmAutoCadP->autoCadProxy()->setRotationMode(
       decodeRotationMode(settings.rotationMode, settings.zoomAfterView != 0));
 }

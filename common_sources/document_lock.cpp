@@ -13,12 +13,17 @@ bool DocumentLock::lock() {
 
 void DocumentLock::unlock() {
   if (!isHeld()) return;
-  // A document that refuses stays marked: the next release tries again.
-  if (acDocManagerPtr()->unlockDocument(mDocumentP) == Acad::eOk) mDocumentP = nullptr;
+  // A host that refuses is asked once more. The lock is forgotten then in any case: a mark that stayed would
+  // keep the next movement from locking. Only what the host throws leaves it, and the next release tries
+  // again.
+  if (acDocManagerPtr()->unlockDocument(mDocumentP) != Acad::eOk)
+    acDocManagerPtr()->unlockDocument(mDocumentP);
+  mDocumentP = nullptr;
 }
 
 void DocumentLock::documentToBeDestroyed(AcApDocument* documentP) {
-  if (!isHeld() || documentP != mDocumentP) return;
-  unlock();
+  if (!isHeldOn(documentP)) return;
+  // Forgotten first: whatever the unlock does, the pointer is invalid afterwards.
   mDocumentP = nullptr;
+  acDocManagerPtr()->unlockDocument(documentP);
 }

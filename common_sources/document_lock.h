@@ -8,15 +8,17 @@ class AcApDocument;
 class DocumentLock {
  public:
   bool isHeld() const { return mDocumentP != nullptr; }
+  bool isHeldOn(const AcApDocument* documentP) const { return isHeld() && documentP == mDocumentP; }
 
   /// Locks the current document unless a lock is held already. False when there is no document or the host
   /// refuses.
   bool lock();
 
-  /// Unlocks the document that was locked, which need not be the current one any more.
+  /// Unlocks the document that was locked, which need not be the current one any more. The lock is not held
+  /// afterwards, unless the host throws.
   void unlock();
 
-  /// Unlocks the document and forgets it, if it is the locked one.
+  /// Unlocks the document and forgets it, if it is the locked one; it is forgotten also when the host throws.
   void documentToBeDestroyed(AcApDocument* documentP);
 
  private:

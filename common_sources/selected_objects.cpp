@@ -4,9 +4,12 @@
 
 #include "dbents.h"
 
+#include <cmath>
+
 namespace {
 
 constexpr int kDrawEntity = 1;  // mode of acedRedraw
+constexpr double kUnitTolerance = 1e-6;
 
 /// The centre of the entity's box; none when it cannot be opened or has no box.
 std::optional<AcGeVector3d> boxCentre(const ads_name name) {
@@ -52,9 +55,13 @@ std::optional<Axis> axisOfOnlyLine(const ads_name selectionSet) {
     require(lineP->getStartPoint(start) == Acad::eOk && lineP->getEndPoint(end) == Acad::eOk);
   }
   entity.close();
+  if (!isLine) return std::nullopt;
   AcGeVector3d direction = end - start;
-  if (!isLine || direction.dotProduct(direction) == 0.0) return std::nullopt;
-  return Axis{direction.normalize(), start};
+  direction.normalize();
+  // The host leaves a vector shorter than its tolerance as it is, and such a direction turns nothing rightly.
+  const bool isUnit = std::fabs(direction.dotProduct(direction) - 1.0) < kUnitTolerance;
+  if (!isUnit) return std::nullopt;
+  return Axis{direction, start};
 }
 
 void transformEach(const ads_name selectionSet, const AcGeMatrix3d& motion, Redraw redraw) {

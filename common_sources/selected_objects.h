@@ -21,7 +21,8 @@ struct Axis {
   AcGePoint3d point;
 };
 
-/// The one line of the set, from its start to its end; none when the set holds anything else.
+/// The one line of the set, from its start to its end; none when the set holds anything else, or the line is
+/// shorter than the host's tolerance.
 std::optional<Axis> axisOfOnlyLine(const ads_name selectionSet);
 
 enum class Redraw { kNo, kYes };

@@ -288,8 +288,17 @@ INSTANTIATE_TEST_SUITE_P(
     Keys, UnusableSettings,
     ::testing::Values(UnusableSetting{"transSensBase", "0", "Setting 'transSensBase' is 0, 20000 is used!"},
                       UnusableSetting{"rotSensBase", "none", "Setting 'rotSensBase' is 0, 10000 is used!"},
+                      UnusableSetting{"minThreshold", "-5", "Setting 'minThreshold' is -5, 0 is used!"},
                       UnusableSetting{"maxContMoveTime", "-1",
                                       "Setting 'maxContMoveTime' is -1, 500 is used!"}));
+
+TEST_F(CapEvents, NegativeThresholdLeavesACapAtRestReleased) {
+  writeSettings({{"minThreshold", "-1"}});
+  load();
+  idle(1000);
+  EXPECT_FALSE(proxy().isCapMoving());
+  EXPECT_THAT(mHost.mUpdates, IsEmpty());
+}
 
 TEST_F(CapEvents, WrapOfTheTickCountIsHarmless) {
   load();

@@ -24,6 +24,13 @@ class PaperMotion : public ModuleTest {
     ASSERT_TRUE(host::faults().order(operation, {kind, 1, isOnce})) << operation;
   }
   std::vector<std::string> errors() const { return logTexts("ERR"); }
+  /// One pass of a push to the right, and the release.
+  void movement() {
+    deflect({10, 0, 0, 0, 0, 0});
+    proxy().handleDeviceCap();
+    deflect({});
+    proxy().handleDeviceCap();
+  }
   void expectNothingHeld() {
     EXPECT_EQ(host::report().lockDepth, 0);
     EXPECT_EQ(host::report().openObjects, 0u);
@@ -180,16 +187,36 @@ TEST_F(PaperMotion, RefusedLockIsNotUnlocked) {
   expectNothingHeld();
 }
 
-TEST_F(PaperMotion, RefusedUnlockIsAskedForAgainByTheNextRelease) {
+TEST_F(PaperMotion, UnlockThatIsRefusedOnceIsAskedForAgain) {
   start();
   orderHost("AcApDocManager::unlockDocument", Misbehaviour::kFail);
-  for (int movement = 0; movement < 2; ++movement) {
-    deflect({10, 0, 0, 0, 0, 0});
-    proxy().handleDeviceCap();
-    deflect({});
-    proxy().handleDeviceCap();
-    EXPECT_EQ(proxy().isDocLocked(), movement == 0);
+  movement();
+  EXPECT_FALSE(proxy().isDocLocked());
+  expectNothingHeld();
+}
+
+TEST_F(PaperMotion, RefusedUnlockLetsTheNextMovementLockAndPan) {
+  start();
+  orderHost("AcApDocManager::unlockDocument", Misbehaviour::kFail, false);
+  for (std::uint64_t number = 1; number <= 4; ++number) {
+    const double centre = host::paperView().centerX;
+    movement();
+    EXPECT_FALSE(proxy().isDocLocked());
+    EXPECT_EQ(host::report().locks, number);
+    EXPECT_NE(host::paperView().centerX, centre);
   }
+  EXPECT_THAT(errors(), IsEmpty());
+}
+
+TEST_F(PaperMotion, UnlockThatThrowsIsTriedAgainByTheNextRelease) {
+  start();
+  orderHost("AcApDocManager::unlockDocument", Misbehaviour::kThrow);
+  movement();
+  EXPECT_TRUE(proxy().isDocLocked());
+  EXPECT_THAT(errors(), ElementsAre("Error handleCapIsReleased()"));
+  movement();
+  EXPECT_FALSE(proxy().isDocLocked());
+  EXPECT_EQ(host::report().locks, 1u);
   expectNothingHeld();
 }
 
@@ -200,6 +227,54 @@ TEST_F(PaperMotion, UnloadInTheMiddleOfAMovementUnlocksTheDocument) {
   ASSERT_EQ(host::report().lockDepth, 1);
   unload();
   expectNothingHeld();
+}
+
+class DocumentClosedInAMovement : public PaperMotion {
+ protected:
+  void SetUp() override {
+    start();
+    mManagerP = std::make_unique<DocDataManager>();
+    deflect({10, 0, 0, 0, 0, 0});
+    proxy().handleDeviceCap();
+    ASSERT_TRUE(proxy().isDocLocked());
+  }
+  void TearDown() override { mManagerP.reset(); }
+  void openAnotherSheet() {
+    host::openDocument(std::make_unique<standin::Drawing>());
+    ASSERT_TRUE(host::setVariable(L"TILEMODE", L"0"));
+    ASSERT_TRUE(host::setVariable(L"CVPORT", L"1"));
+  }
+  std::unique_ptr<DocDataManager> mManagerP;
+};
+
+TEST_F(DocumentClosedInAMovement, TakesItsLockAlongWhenTheUnlockThrows) {
+  orderHost("AcApDocManager::unlockDocument", Misbehaviour::kThrow, false);
+  host::openDocument(std::make_unique<standin::Drawing>());
+  EXPECT_FALSE(proxy().isDocLocked());
+  orderHost("AcApDocManager::unlockDocument", Misbehaviour::kNone);
+  deflect({});
+  proxy().handleDeviceCap();
+  EXPECT_THAT(errors(), IsEmpty());
+}
+
+TEST_F(DocumentClosedInAMovement, LetsTheHeldCapMoveTheNextDocument) {
+  openAnotherSheet();
+  const double centre = host::paperView().centerX;
+  idle(500);
+  EXPECT_TRUE(proxy().isDocLocked());
+  EXPECT_EQ(host::report().locks, 2u);
+  EXPECT_NE(host::paperView().centerX, centre);
+  EXPECT_THAT(errors(), IsEmpty());
+  deflect({});
+  idle(100);
+  expectNothingHeld();
+}
+
+TEST_F(DocumentClosedInAMovement, EndsTheMovementAlthoughTheHostCannotNameTheCurrentOne) {
+  ASSERT_TRUE(host::setVariable(L"CVPORT", L"2"));
+  orderHost("AcApDocManager::curDocument", Misbehaviour::kThrow);
+  proxy().documentToBeDestroyed(nullptr);
+  EXPECT_FALSE(proxy().isCapMoving());
 }
 
 TEST_F(PaperMotion, DocumentClosedInAMovementTakesItsLockAlong) {

@@ -1,3 +1,4 @@
+#include "host/doc_data.h"
 #include "tests/module/module_fixture.h"
 
 #include <gmock/gmock.h>
@@ -384,6 +385,44 @@ TEST_F(ViewMotion, SelectionCountsFromTheFirstPassEvenWhenThatOnlyPushes) {
   deflect({0, 0, 0, 50, 0, 0});
   proxy().handleDeviceCap();
   expectNear(camera().target, target);
+}
+
+TEST_F(ViewMotion, SelectionCountsFromTheFirstPassThatHasAView) {
+  start();
+  ASSERT_TRUE(host::select({0x12}));
+  orderHost("acgsGetGsView", Misbehaviour::kFail);
+  deflect({0, 0, 0, 50, 0, 0});
+  proxy().handleDeviceCap();
+  ASSERT_TRUE(proxy().isCapMoving());
+  AcGePoint3d target = camera().target;
+  target.rotateBy(0.5, {-1, 0, 0}, {9, 0, 0});
+  proxy().handleDeviceCap();
+  expectNear(camera().target, target);
+}
+
+TEST_F(ViewMotion, SelectionMadeAfterTheFirstPassWithAViewWaits) {
+  start();
+  orderHost("acgsGetGsView", Misbehaviour::kFail);
+  deflect({0, 0, 0, 50, 0, 0});
+  proxy().handleDeviceCap();
+  proxy().handleDeviceCap();
+  ASSERT_TRUE(host::select({0x12}));
+  const AcGePoint3d target = camera().target;
+  proxy().handleDeviceCap();
+  expectNear(camera().target, target);
+}
+
+TEST_F(ViewMotion, SelectionOfAClosedDocumentIsForgotten) {
+  start();
+  DocDataManager manager;
+  ASSERT_TRUE(host::select({0x12}));
+  deflect({0, 0, 0, 1, 0, 0});
+  proxy().handleDeviceCap();
+  host::openDocument(std::make_unique<standin::Drawing>());
+  ASSERT_TRUE(host::setCamera(2, kPlan));
+  deflect({0, 0, 0, 50, 0, 0});
+  proxy().handleDeviceCap();
+  expectNear(camera().target, kPlan.target);
 }
 
 TEST_F(ViewMotion, SelectionOfAnEarlierMovementIsForgotten) {

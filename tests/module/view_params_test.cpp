@@ -137,6 +137,7 @@ class NoAxis : public ViewParams, public ::testing::WithParamInterface<std::vect
 
 TEST_P(NoAxis, FromAnythingButOneLine) {
   host::drawing()->add(standin::makeLine({0x30, "0", 256}, {1, 2, 3}, {1, 2, 3}));
+  host::drawing()->add(standin::makeLine({0x31, "0", 256}, {0, 0, 0}, {0, 0, 1e-11}));
   ASSERT_TRUE(host::select(GetParam()));
   AcGeVector3d direction;
   AcGePoint3d point;
@@ -146,10 +147,10 @@ TEST_P(NoAxis, FromAnythingButOneLine) {
   EXPECT_EQ(host::report().openObjects, 0u);
 }
 
-INSTANTIATE_TEST_SUITE_P(TwoLinesOneCircleLineWithoutLength, NoAxis,
+INSTANTIATE_TEST_SUITE_P(TwoLinesOneCircleLinesTooShort, NoAxis,
                          ::testing::Values(std::vector<std::uint64_t>{0x10, 0x11},
-                                           std::vector<std::uint64_t>{0x12},
-                                           std::vector<std::uint64_t>{0x30}));
+                                           std::vector<std::uint64_t>{0x12}, std::vector<std::uint64_t>{0x30},
+                                           std::vector<std::uint64_t>{0x31}));
 
 TEST_F(ViewParams, SelectionMadeInAMovementCountsFromTheNextOne) {
   beginMovement();
