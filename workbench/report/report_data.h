@@ -21,7 +21,7 @@ struct ReportShape {
   std::vector<standin::Polyline3> outline;
 };
 
-/// A scroll bar as the system tells it; `page` positions are in view at once.
+/// A scroll bar as the system reports it; `page` positions are in view at once.
 struct ReportScrollBar {
   int minimum = 0;
   int maximum = 0;
@@ -37,7 +37,7 @@ struct ReportWindow {
   std::optional<ReportScrollBar> horizontal;
 };
 
-/// The desktop: its windows, a parent before what lies in it, and the mouse pointer.
+/// The desktop: its windows, a parent before its children, and the mouse pointer.
 struct ReportDesktop {
   std::vector<ReportWindow> windows;
   std::array<int, 2> pointer{};
@@ -92,7 +92,7 @@ struct ReportData {
   std::vector<ReportFunction> functions;  ///< by number
   std::vector<ReportKey> keys;
   standin::host::Layout layout;
-  std::string log;  ///< the module's log file as it stands, UTF-8
+  std::string log;  ///< the module's log, UTF-8
 };
 
 }  // namespace workbench
