@@ -1,5 +1,5 @@
 /// The documents name everything that the program reads and writes, no more and no less.
-#include "workbench/dxf/entities.h"
+#include "workbench/dxf/entity_types.h"
 #include "workbench/options.h"
 #include "workbench/report/report_scene.h"
 #include "workbench/running/outputs.h"

@@ -1,16 +1,12 @@
 #include "workbench/dxf/entities.h"
 
 #include "workbench/dxf/frame.h"
-#include "workbench/dxf/inserts.h"
 
 #include <array>
 #include <string_view>
-#include <unordered_map>
 
-namespace workbench {
+namespace workbench::dxf {
 namespace {
-
-using EntityPtr = std::unique_ptr<standin::DrawnEntity>;
 
 constexpr double kTwoPi = 2 * 3.14159265358979323846;
 constexpr long long kMostInt16 = 32767;
@@ -28,6 +24,28 @@ double radius(const DxfRecord& record) {
   if (value < 0) throw record.error(*record.find(40), "a radius of 0 or more");
   return value;
 }
+
+/// A vertex begins with its group 10; the groups 20 and 42 that follow are its own.
+std::vector<standin::PolylineVertex> readLightVertices(const DxfRecord& record, double elevation) {
+  std::vector<standin::PolylineVertex> vertices;
+  bool isComplete = true;
+  for (const DxfGroup& group : record) {
+    if (group.code == 10) {
+      if (!isComplete) throw record.error(group, "group 20 of the vertex before");
+      vertices.push_back({{record.realOf(group), 0, elevation}, 0});
+      isComplete = false;
+    } else if (group.code == 20 && !isComplete) {
+      vertices.back().at.y = record.realOf(group);
+      isComplete = true;
+    } else if (group.code == 42 && !vertices.empty()) {
+      vertices.back().bulge = record.realOf(group);
+    }
+  }
+  if (!isComplete) throw record.error("group 20 of the last vertex", "none up to the next record");
+  return vertices;
+}
+
+}  // namespace
 
 EntityPtr makeLine(const DxfEntity& entity, DxfInserts&) {
   const DxfRecord& record = entity.record;
@@ -70,26 +88,6 @@ EntityPtr makeFace(const DxfEntity& entity, DxfInserts&) {
   return standin::makeFace(entity.properties, {record.point(10), record.point(11), third, fourth});
 }
 
-/// A vertex begins with its group 10; the groups 20 and 42 that follow are its own.
-std::vector<standin::PolylineVertex> readLightVertices(const DxfRecord& record, double elevation) {
-  std::vector<standin::PolylineVertex> vertices;
-  bool isComplete = true;
-  for (const DxfGroup& group : record) {
-    if (group.code == 10) {
-      if (!isComplete) throw record.error(group, "group 20 of the vertex before");
-      vertices.push_back({{record.realOf(group), 0, elevation}, 0});
-      isComplete = false;
-    } else if (group.code == 20 && !isComplete) {
-      vertices.back().at.y = record.realOf(group);
-      isComplete = true;
-    } else if (group.code == 42 && !vertices.empty()) {
-      vertices.back().bulge = record.realOf(group);
-    }
-  }
-  if (!isComplete) throw record.error("group 20 of the last vertex", "none up to the next record");
-  return vertices;
-}
-
 EntityPtr makeLightPolyline(const DxfEntity& entity, DxfInserts&) {
   const DxfRecord& record = entity.record;
   const DxfFrame frame = dxfFrame(record.direction(210, kWorldZ));
@@ -103,33 +101,4 @@ EntityPtr makeLightPolyline(const DxfEntity& entity, DxfInserts&) {
   return standin::makePolyline(entity.properties, "LWPOLYLINE", points, frame.z, isClosed);
 }
 
-EntityPtr makeInsert(const DxfEntity& entity, DxfInserts& inserts) {
-  return inserts.make(entity);
-}
-
-}  // namespace
-
-const std::vector<DxfEntityType>& dxfEntityTypes() {
-  static const std::vector<DxfEntityType> kTypes = {{"LINE", makeLine},
-                                                    {"POINT", makePoint},
-                                                    {"CIRCLE", makeCircle},
-                                                    {"ARC", makeArc},
-                                                    {"ELLIPSE", makeEllipse},
-                                                    {"3DFACE", makeFace},
-                                                    {"INSERT", makeInsert},
-                                                    {"LWPOLYLINE", makeLightPolyline},
-                                                    {"POLYLINE", makePolylineEntity}};
-  return kTypes;
-}
-
-DxfEntityMaker dxfEntityMaker(std::string_view type) {
-  static const auto kMakers = [] {
-    std::unordered_map<std::string_view, DxfEntityMaker> makers;
-    for (const auto& [name, make] : dxfEntityTypes()) makers.emplace(name, make);
-    return makers;
-  }();
-  const auto maker = kMakers.find(type);
-  return maker == kMakers.end() ? nullptr : maker->second;
-}
-
-}  // namespace workbench
+}  // namespace workbench::dxf

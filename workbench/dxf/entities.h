@@ -1,44 +1,24 @@
-/// Entities of a DXF file, made from their records. Planar entities come from their object frame to the
-/// world.
+/// Entities of a DXF file that consist of one record, and POLYLINE with its vertices. Planar entities come
+/// from their object frame to the world. Each function throws InputError.
 #ifndef WORKBENCH_DXF_ENTITIES_H
 #define WORKBENCH_DXF_ENTITIES_H
 
-#include "standin/objectarx/drawing.h"
-#include "workbench/dxf/groups.h"
+#include "workbench/dxf/entity.h"
 
-#include <memory>
-#include <string_view>
-#include <vector>
+namespace workbench::dxf {
 
-namespace workbench {
+using EntityPtr = std::unique_ptr<standin::DrawnEntity>;
 
-class DxfInserts;
+EntityPtr makeLine(const DxfEntity& entity, DxfInserts&);
+EntityPtr makePoint(const DxfEntity& entity, DxfInserts&);
+EntityPtr makeCircle(const DxfEntity& entity, DxfInserts&);
+EntityPtr makeArc(const DxfEntity& entity, DxfInserts&);
+EntityPtr makeEllipse(const DxfEntity& entity, DxfInserts&);
+EntityPtr makeFace(const DxfEntity& entity, DxfInserts&);
+EntityPtr makeLightPolyline(const DxfEntity& entity, DxfInserts&);
+/// 2D with bulges, 3D, polygon mesh or polyface. The frame of a fitted spline is left out, its curve kept.
+EntityPtr makePolyline(const DxfEntity& entity, DxfInserts&);
 
-/// An entity as the file has it.
-struct DxfEntity {
-  const DxfRecord& record;
-  const std::vector<DxfRecord>& vertices;  ///< the VERTEX records of a POLYLINE
-  std::string container;                   ///< block that it is in; empty for model space
-  standin::EntityProperties properties;
-};
-
-/// Makes an entity. Throws InputError.
-using DxfEntityMaker = std::unique_ptr<standin::DrawnEntity> (*)(const DxfEntity&, DxfInserts&);
-
-/// Types that the reader understands, and how each is made.
-struct DxfEntityType {
-  std::string_view name;
-  DxfEntityMaker make;
-};
-const std::vector<DxfEntityType>& dxfEntityTypes();
-
-/// The maker of a type; null for one that the reader does not understand.
-DxfEntityMaker dxfEntityMaker(std::string_view type);
-
-/// POLYLINE with its vertices: 2D with bulges, 3D, polygon mesh, polyface. The frame of a fitted spline is
-/// left out, its curve kept. Throws InputError.
-std::unique_ptr<standin::DrawnEntity> makePolylineEntity(const DxfEntity& entity, DxfInserts& inserts);
-
-}  // namespace workbench
+}  // namespace workbench::dxf
 
 #endif

@@ -4,7 +4,7 @@
 #define WORKBENCH_DXF_INSERTS_H
 
 #include "standin/objectarx/drawing.h"
-#include "workbench/dxf/entities.h"
+#include "workbench/dxf/entity.h"
 #include "workbench/dxf/groups.h"
 #include "workbench/dxf/tables.h"
 

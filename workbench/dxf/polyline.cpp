@@ -4,10 +4,9 @@
 #include <algorithm>
 #include <cstdlib>
 
-namespace workbench {
+namespace workbench::dxf {
 namespace {
 
-using EntityPtr = std::unique_ptr<standin::DrawnEntity>;
 using standin::EntityProperties;
 
 constexpr long long kMostInt16 = 32767;
@@ -107,7 +106,7 @@ EntityPtr makePolyface(const std::vector<DxfRecord>& vertices, const EntityPrope
 
 }  // namespace
 
-EntityPtr makePolylineEntity(const DxfEntity& entity, DxfInserts&) {
+EntityPtr makePolyline(const DxfEntity& entity, DxfInserts&) {
   const auto& [record, vertices, container, properties] = entity;
   const long long flags = flagsOf(record);
   const bool isClosed = (flags & kClosed) != 0;
@@ -118,4 +117,4 @@ EntityPtr makePolylineEntity(const DxfEntity& entity, DxfInserts&) {
   return makePlanar(record, drawn, properties, isClosed);
 }
 
-}  // namespace workbench
+}  // namespace workbench::dxf

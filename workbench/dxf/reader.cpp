@@ -1,6 +1,6 @@
 #include "workbench/dxf/reader.h"
 
-#include "workbench/dxf/entities.h"
+#include "workbench/dxf/entity_types.h"
 #include "workbench/dxf/groups.h"
 #include "workbench/dxf/inserts.h"
 #include "workbench/dxf/tables.h"
