@@ -13,7 +13,8 @@
 
 namespace standin::controller {
 
-/// One event as the daemon sends it: a code below 0 is a motion record.
+/// One event as the daemon sends it: a code below 0 is a motion record. Of a command event only the code
+/// reaches the reader; axes and extras are handed over as garbage.
 struct Event {
   std::int32_t code = -1;
   std::array<std::int16_t, 6> axes{};  ///< x, y, z, rx, ry, rz
@@ -41,6 +42,10 @@ STANDIN_CONTROLLER_API void setAdvancedSettings(std::int32_t rotationMode, std::
 /// fails and closes it.
 STANDIN_CONTROLLER_API void setDown(bool isDown);
 
+/// Whether a read waits until an event comes or the connection changes, and not for 50 ms at most; off at
+/// first. Without a connection, or while the device is down, a read fails after 50 ms all the same.
+STANDIN_CONTROLLER_API void setReadsBlock(bool isBlocking);
+
 /// Axis values last handed out by lmGetEvent (zero at start): what the reading thread was last given.
 STANDIN_CONTROLLER_API std::array<std::int16_t, 6> lastHandedOver();
 
@@ -66,12 +71,23 @@ STANDIN_CONTROLLER_API std::int32_t connectReserved();
 /// Whether a connection is open. Without one every operation but lmConnect fails.
 STANDIN_CONTROLLER_API bool isConnected();
 
+/// A call of an operation, by its name, when it began.
+struct Call {
+  std::string operation;
+  std::int64_t timeMs = 0;  ///< on the clock in force
+};
+
+/// The operations called since reset(), in order, the newest 10,000; of reads that follow one another only
+/// the first.
+STANDIN_CONTROLLER_API std::vector<Call> calls();
+
 /// Breaches of the calling order seen since reset(): "NAME called before the first lmConnect", "lmGetEvent
 /// called from two threads" (on one connection). Each line once.
 STANDIN_CONTROLLER_API std::vector<std::string> breaches();
 
 /// Faults by the operations' names ("lmConnect" ...). One of lmGetEvent takes effect after its wait, which it
-/// has in any case, and leaves the event pending.
+/// has in any case, and leaves the event pending. Whatever the reason, an operation that fails or throws
+/// leaves garbage in its outputs.
 STANDIN_CONTROLLER_API FaultRegistry& faults();
 
 }  // namespace standin::controller

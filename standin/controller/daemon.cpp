@@ -1,8 +1,14 @@
 #include "standin/controller/daemon.h"
 
 #include <algorithm>
+#include <string_view>
 
 namespace standin::controller {
+namespace {
+
+constexpr std::size_t kCallsKept = 10000;
+
+}  // namespace
 
 Daemon& Daemon::instance() {
   static auto* const daemon = new Daemon;
@@ -11,6 +17,15 @@ Daemon& Daemon::instance() {
 
 bool DaemonState::isEventReady(std::int32_t device) const {
   return isResponding() && static_cast<std::size_t>(device) < devices.size() && !pending.empty();
+}
+
+void DaemonState::noteCall(const char* operation) {
+  // A reader calls for ever: one line of its reads tells the order, and a long run stays small.
+  const bool isReadAgain =
+      !calls.empty() && calls.back().operation == "lmGetEvent" && std::string_view(operation) == "lmGetEvent";
+  if (isReadAgain) return;
+  calls.push_back({operation, clock::nowMs()});
+  if (calls.size() > kCallsKept) calls.pop_front();
 }
 
 void DaemonState::noteBreach(const std::string& line) {
@@ -52,6 +67,10 @@ void setAdvancedSettings(std::int32_t rotationMode, std::uint8_t zoomAfterView) 
   daemon->zoomAfterView = zoomAfterView;
 }
 
+void setReadsBlock(bool isBlocking) {
+  changeAndWake([isBlocking](DaemonState& state) { state.isReadBlocking = isBlocking; });
+}
+
 void setDown(bool isDown) {
   changeAndWake([isDown](DaemonState& state) {
     state.isDown = isDown;
@@ -85,6 +104,11 @@ std::int32_t connectReserved() {
 
 bool isConnected() {
   return Locked()->isConnected;
+}
+
+std::vector<Call> calls() {
+  const Locked daemon;
+  return {daemon->calls.begin(), daemon->calls.end()};
 }
 
 std::vector<std::string> breaches() {

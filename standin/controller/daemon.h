@@ -22,6 +22,7 @@ struct DaemonState {
   std::vector<std::string> devices{"Lumetrapad"};
   std::int32_t rotationMode = 0;
   std::uint8_t zoomAfterView = 0;
+  bool isReadBlocking = false;
   bool isDown = false;
   bool isConnected = false;
   bool isConnectCalled = false;
@@ -31,6 +32,7 @@ struct DaemonState {
   std::array<std::int16_t, 6> lastHandedOver{};
   std::uint64_t eventsHandedOver = 0;
   std::vector<ApplMode> applModes;
+  std::deque<Call> calls;
   std::vector<std::string> breaches;
   std::thread::id reader;  ///< who called lmGetEvent since the last connect
 
@@ -38,6 +40,8 @@ struct DaemonState {
   bool isResponding() const { return isConnected && !isDown; }
   /// An event of the device at index `device` (0 or more) can be fetched.
   bool isEventReady(std::int32_t device) const;
+  /// Keeps the newest calls, and of reads in a row the first.
+  void noteCall(const char* operation);
   /// Keeps one line of each breach of the calling order.
   void noteBreach(const std::string& line);
 };

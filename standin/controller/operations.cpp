@@ -1,5 +1,6 @@
 /// The seven operations as the client library exports them. Each takes its arguments, notes a breach of the
-/// calling order, injects an ordered fault and fails when the daemon does not respond.
+/// calling order, injects an ordered fault and fails when the daemon does not respond. Until it succeeds its
+/// outputs hold garbage: a caller that uses them after a failure shows itself.
 #if !defined(_WIN32)
 #pragma GCC visibility push(default)
 #endif
@@ -11,6 +12,9 @@
 #include "standin/controller/daemon.h"
 #include "standin/operation.h"
 
+#include <array>
+#include <cstring>
+#include <limits>
 #include <string>
 
 using standin::Result;
@@ -26,8 +30,15 @@ using Operation = standin::OperationOf<standin::controller::faults>;
 
 constexpr std::int32_t kSuccess = 0;
 constexpr std::int32_t kFailure = 1;
-/// Longest wait of lmGetEvent.
+/// Longest wait of lmGetEvent, unless reads block.
 constexpr std::uint32_t kEventWaitMs = 50;
+
+/// What outputs hold after a failure, and the axes of a command event: values that would be seen to move.
+constexpr std::array<std::int16_t, 6> kGarbageAxes{32767, -32768, 12345, -12345, 257, -1};
+constexpr std::int32_t kGarbage = -0x5A5A5A5B;
+/// A caller that goes by it asks for devices that are not there.
+constexpr std::int32_t kGarbageCount = 3;
+constexpr int kGarbageByte = 0x5A;
 
 const Operation kConnect("lmConnect", Result::kTellsFailure);
 const Operation kDisconnect("lmDisconnect", Result::kTellsFailure);
@@ -48,6 +59,7 @@ bool hasDevice(const DaemonState& state, std::int32_t index) {
 
 void noteCall(const Operation& operation) {
   const Locked daemon;
+  daemon->noteCall(operation.name());
   if (&operation == &kConnect) daemon->isConnectCalled = true;
   if (!daemon->isConnectCalled)
     daemon->noteBreach(std::string(operation.name()) + " called before the first lmConnect");
@@ -71,12 +83,19 @@ std::int32_t operate(const Operation& operation, Work&& work) {
   return daemon->isResponding() ? work(*daemon) : kFailure;
 }
 
+/// How long a read may wait. One that blocks never blocks without a connection: nothing would end it.
+std::int64_t readingTime() {
+  const Locked daemon;
+  const bool isBlocking = daemon->isReadBlocking && daemon->isResponding();
+  return isBlocking ? std::numeric_limits<std::uint32_t>::max() : kEventWaitMs;
+}
+
 /// The reader's wait: true when there was one, false when an event that is enough was there already.
-bool waitForReader(std::int32_t device, bool isEventEnough) {
+bool waitForReader(std::int32_t device, bool isEventEnough, std::int64_t waitMs) {
   Daemon& daemon = Daemon::instance();
   std::unique_lock lock(daemon.mutex);
   const std::uint64_t changesBefore = daemon.changes;
-  const std::int64_t end = standin::clock::nowMs() + kEventWaitMs;
+  const std::int64_t end = standin::clock::nowMs() + waitMs;
   bool hasWaited = false;
   while (daemon.changes == changesBefore && !(isEventEnough && daemon.state.isEventReady(device))) {
     const std::int64_t remaining = end - standin::clock::nowMs();
@@ -91,10 +110,10 @@ bool waitForReader(std::int32_t device, bool isEventEnough) {
 
 /// Waits for an event. True when the read is to fail all the same.
 bool waitAndHit(std::int32_t device) {
-  const bool hasWaited = waitForReader(device, true);
+  const bool hasWaited = waitForReader(device, true, readingTime());
   const auto pauseOnce = [&] {
     // An event that is pending must not make a failing call return at once: its caller would spin.
-    if (!hasWaited) waitForReader(device, false);
+    if (!hasWaited) waitForReader(device, false, kEventWaitMs);
   };
   try {
     const bool isToFail = kGetEvent.hit();
@@ -154,23 +173,29 @@ std::int32_t lmGetEvent(std::int32_t devIdx, std::int16_t* x, std::int16_t* y, s
                         std::int32_t* extra2) {
   if (devIdx < 0 || anyNull(x, y, z, rx, ry, rz, ignored1, ignored2, eventCode, extra1, extra2))
     return kFailure;
+  const auto handOver = [=](const Event& event) {
+    std::int16_t* const axes[] = {x, y, z, rx, ry, rz};
+    for (std::size_t i = 0; i < event.axes.size(); ++i) *axes[i] = event.axes[i];
+    *ignored1 = kGarbage;
+    *ignored2 = kGarbage;
+    *eventCode = event.code;
+    *extra1 = event.extra1;
+    *extra2 = event.extra2;
+  };
+  // The code is that of a motion record: a caller that reads it after a failure moves.
+  handOver({kGarbage, kGarbageAxes, kGarbage, kGarbage});
   Event event;
   const std::int32_t status = fetchEvent(devIdx, event);
   if (status != kSuccess) return status;
-  std::int16_t* const axes[] = {x, y, z, rx, ry, rz};
-  for (std::size_t i = 0; i < event.axes.size(); ++i) *axes[i] = event.axes[i];
-  *ignored1 = 0;
-  *ignored2 = 0;
-  *eventCode = event.code;
-  *extra1 = event.extra1;
-  *extra2 = event.extra2;
+  if (event.code >= 0) event = {event.code, kGarbageAxes, kGarbage, kGarbage};
+  handOver(event);
   return kSuccess;
 }
 
 std::int32_t lmGetAdvancedSettings(std::int32_t devIdx, LmAdvancedSettings* record) {
+  if (record != nullptr) std::memset(record, kGarbageByte, sizeof *record);
   return operate(kGetAdvancedSettings, [=](const DaemonState& state) {
     if (record == nullptr || !hasDevice(state, devIdx)) return kFailure;
-    *record = {};
     record->rotationMode = state.rotationMode;
     record->zoomAfterView = state.zoomAfterView;
     return kSuccess;
@@ -178,20 +203,22 @@ std::int32_t lmGetAdvancedSettings(std::int32_t devIdx, LmAdvancedSettings* reco
 }
 
 std::int32_t lmGetDevInfo(std::int32_t devIdx, LmDevInfo* record) {
+  // Not even a terminator: the name of a device that was not read cannot be printed.
+  if (record != nullptr) std::memset(record, kGarbageByte, sizeof *record);
   return operate(kGetDevInfo, [=](const DaemonState& state) {
     if (record == nullptr || !hasDevice(state, devIdx)) return kFailure;
-    *record = {};
-    state.devices[static_cast<std::size_t>(devIdx)].copy(record->name, sizeof record->name - 1);
+    const std::string& name = state.devices[static_cast<std::size_t>(devIdx)];
+    record->name[name.copy(record->name, sizeof record->name - 1)] = '\0';
     return kSuccess;
   });
 }
 
 std::int32_t lmGetDevNum(std::int32_t* count, std::int32_t* ignored1, std::int32_t* ignored2) {
+  for (std::int32_t* const output : {count, ignored1, ignored2})
+    if (output != nullptr) *output = kGarbageCount;
   return operate(kGetDevNum, [=](const DaemonState& state) {
     if (anyNull(count, ignored1, ignored2)) return kFailure;
     *count = static_cast<std::int32_t>(state.devices.size());
-    *ignored1 = 0;
-    *ignored2 = 0;
     return kSuccess;
   });
 }

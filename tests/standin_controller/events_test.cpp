@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <memory>
@@ -49,6 +50,83 @@ TEST_F(EventsInReplay, ReadReturnsAPendingEventWithoutAWait) {
   EXPECT_EQ(reading, (Reading{0, 0, -7, {1, -2, 3, -4, 5, -32768}, 11, 12, false}));
   EXPECT_EQ(controller::eventsPending(), 0u);
   EXPECT_EQ(controller::eventsHandedOver(), 1u);
+}
+
+/// Every output of one read, as the library left it.
+struct RawRead {
+  std::int32_t status;
+  Axes axes{};
+  std::int32_t ignored1 = 0, ignored2 = 0, code = 0, extra1 = 0, extra2 = 0;
+};
+
+RawRead rawRead() {
+  RawRead raw;
+  Axes& a = raw.axes;
+  raw.status = lmGetEvent(0, &a[0], &a[1], &a[2], &a[3], &a[4], &a[5], &raw.ignored1, &raw.ignored2,
+                          &raw.code, &raw.extra1, &raw.extra2);
+  return raw;
+}
+
+bool hasZero(const Axes& axes) {
+  return std::find(axes.begin(), axes.end(), 0) != axes.end();
+}
+
+TEST_F(EventsInReplay, CommandEventCarriesGarbageAxesAndExtras) {
+  controller::deliver({0x20009, {0, 0, 0, 0, 0, 0}, 0, 0});
+  const RawRead raw = rawRead();
+  EXPECT_EQ(raw.status, 0);
+  EXPECT_EQ(raw.code, 0x20009);
+  EXPECT_FALSE(hasZero(raw.axes));
+  EXPECT_NE(raw.extra1, 0);
+  EXPECT_NE(raw.extra2, 0);
+}
+
+TEST_F(EventsInReplay, FailedReadLeavesAMotionRecordOfGarbage) {
+  const RawRead raw = rawRead();
+  EXPECT_EQ(raw.status, 1);
+  EXPECT_LT(raw.code, 0);
+  EXPECT_FALSE(hasZero(raw.axes));
+}
+
+TEST_F(EventsInReplay, BlockingReadWaitsUntilAnEvent) {
+  controller::setReadsBlock(true);
+  clock::schedule(100000, [] { controller::deliver(command(0x2000C)); });
+  const Reading reading = readOnce();
+  EXPECT_EQ(reading.code, 0x2000C);
+  EXPECT_EQ(reading.timeMs, 100000);
+}
+
+TEST_F(EventsInReplay, BlockingReadEndsWithADisconnect) {
+  controller::setReadsBlock(true);
+  ReadingThread reader;
+  ASSERT_TRUE(clock::settle());
+  clock::advanceTo(100000);
+  EXPECT_TRUE(reader.readings().empty());
+  reader.letGo();
+  EXPECT_EQ(lmDisconnect(), 0);
+  EXPECT_FALSE(reader.isReading());
+  EXPECT_EQ(reader.readings().size(), 1u);
+}
+
+TEST_F(EventsInReplay, BlockingReadEndsWhenTheDeviceGoesDown) {
+  controller::setReadsBlock(true);
+  clock::schedule(30, [] { controller::setDown(true); });
+  EXPECT_EQ(readOnce().timeMs, 30);
+}
+
+TEST_F(EventsInReplay, BlockingReadWithoutAConnectionWaitsOnlyFiftyMilliseconds) {
+  controller::setReadsBlock(true);
+  lmDisconnect();
+  EXPECT_EQ(readOnce().timeMs, 50);
+}
+
+TEST_F(EventsInReplay, FaultOfABlockingReadTakesEffectWithTheEvent) {
+  controller::setReadsBlock(true);
+  controller::faults().order("lmGetEvent", {standin::Misbehaviour::kFail, 1, true});
+  clock::schedule(70, [] { controller::deliver(command(0x20009)); });
+  EXPECT_EQ(readOnce().timeMs, 70);
+  EXPECT_EQ(controller::eventsPending(), 1u);
+  EXPECT_EQ(readOnce().code, 0x20009);
 }
 
 TEST_F(EventsInReplay, EventsComeInTheOrderOfTheirDelivery) {

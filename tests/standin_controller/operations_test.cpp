@@ -7,6 +7,7 @@
 
 #include <cstring>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -120,7 +121,6 @@ TEST_F(ConnectedOperations, AdvancedSettingsReportWhatWasSet) {
   EXPECT_EQ(lmGetAdvancedSettings(0, &settings), 0);
   EXPECT_EQ(settings.rotationMode, 104);
   EXPECT_EQ(settings.zoomAfterView, 1);
-  EXPECT_EQ(settings.reserved1[0], 0);
   EXPECT_NE(lmGetAdvancedSettings(1, &settings), 0);
   EXPECT_NE(lmGetAdvancedSettings(0, nullptr), 0);
 }
@@ -135,6 +135,57 @@ TEST_F(ConnectedOperations, DaemonKeepsApplicationModesInOrder) {
   EXPECT_EQ(modes[0].application, "AutoCAD");
   EXPECT_EQ(modes[0].mode, "Unknown");
   EXPECT_EQ(modes[1].mode, "Modelling");
+}
+
+TEST_F(ConnectedOperations, FailedOperationsLeaveGarbageInTheirOutputs) {
+  controller::setDown(true);
+  LmDevInfo info{};
+  LmAdvancedSettings settings{};
+  EXPECT_NE(lmGetDevInfo(0, &info), 0);
+  EXPECT_NE(lmGetAdvancedSettings(0, &settings), 0);
+  EXPECT_EQ(std::memchr(info.name, 0, sizeof info.name), nullptr);
+  EXPECT_NE(settings.rotationMode, 0);
+  EXPECT_NE(settings.zoomAfterView, 0);
+  EXPECT_GT(deviceCount().count, 1);
+}
+
+TEST_F(ConnectedOperations, ThrowingOperationLeavesGarbageInItsOutput) {
+  LmAdvancedSettings settings{};
+  ASSERT_TRUE(controller::faults().order("lmGetAdvancedSettings", {standin::Misbehaviour::kThrow, 1, true}));
+  EXPECT_THROW(lmGetAdvancedSettings(0, &settings), standin::InjectedFault);
+  EXPECT_NE(settings.rotationMode, 0);
+}
+
+using CallTimes = std::vector<std::pair<std::string, std::int64_t>>;
+
+CallTimes callTimes() {
+  CallTimes result;
+  for (const controller::Call& call : controller::calls()) result.emplace_back(call.operation, call.timeMs);
+  return result;
+}
+
+TEST_F(ConnectedOperations, CallsAreRecordedInOrderWithTheirTimes) {
+  clock::advanceTo(20);
+  deviceCount();
+  lmSetApplMode("AutoCAD", "Unknown");
+  lmDisconnect();
+  EXPECT_EQ(callTimes(),
+            (CallTimes{{"lmConnect", 0}, {"lmGetDevNum", 20}, {"lmSetApplMode", 20}, {"lmDisconnect", 20}}));
+}
+
+TEST_F(ConnectedOperations, CallRecordHoldsTheFirstOfReadsInARow) {
+  readOnce();
+  readOnce();
+  deviceCount();
+  readOnce();
+  EXPECT_EQ(callTimes(),
+            (CallTimes{{"lmConnect", 0}, {"lmGetEvent", 0}, {"lmGetDevNum", 100}, {"lmGetEvent", 100}}));
+}
+
+TEST_F(ConnectedOperations, CallRecordKeepsTheNewestTenThousand) {
+  for (int i = 0; i < 10005; ++i) deviceCount();
+  ASSERT_EQ(controller::calls().size(), 10000u);
+  EXPECT_EQ(controller::calls().front().operation, "lmGetDevNum");
 }
 
 TEST_F(ConnectedOperations, DeviceCountNeedsItsThreeOutputs) {

@@ -40,6 +40,8 @@ inline Reading readOnce(std::int32_t device = 0) {
   } catch (const std::exception&) {
     reading.isThrown = true;
   }
+  // Outputs of a failed read are garbage; a test of its own looks at them.
+  if (reading.status != 0) reading = {0, reading.status, 0, {}, 0, 0, reading.isThrown};
   reading.timeMs = standin::clock::nowMs();
   return reading;
 }
