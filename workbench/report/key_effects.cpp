@@ -1,5 +1,7 @@
 #include "workbench/report/key_effects.h"
 
+#include "device/special_functions.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
@@ -13,8 +15,8 @@ constexpr double kAlongAnAxis = 1 - 1e-9;
 
 /// None when the event is no key.
 std::optional<std::string> keyName(std::int32_t code, const std::vector<ReportFunction>& functions) {
-  for (const auto& key : kKeys)
-    if (key.value == code) return std::string("key ") + key.name;
+  if (const SpecialFunction* const functionP = findSpecialFunction(code))
+    return std::string("key ") + functionP->nameP;
   if (code < APPL_FUNC_START) return std::nullopt;
   const auto number = static_cast<std::size_t>(code - APPL_FUNC_START);
   const std::string name = "function " + std::to_string(number);

@@ -77,15 +77,6 @@ struct Named {
   Value value;
 };
 
-/// The keys of fixed meaning by their event codes.
-constexpr std::array<Named<std::int32_t>, 7> kKeys = {{{"front", LM_VIEW_FRONT},
-                                                       {"right", LM_VIEW_RIGHT},
-                                                       {"top", LM_VIEW_TOP},
-                                                       {"back", LM_VIEW_BACK},
-                                                       {"left", LM_VIEW_LEFT},
-                                                       {"bottom", LM_VIEW_BOTTOM},
-                                                       {"fit", LM_FIT_ALL}}};
-
 constexpr std::array<Named<PointerTarget>, 6> kPointerTargets = {{{"canvas", PointerTarget::kCanvas},
                                                                   {"tree", PointerTarget::kTree},
                                                                   {"list", PointerTarget::kList},

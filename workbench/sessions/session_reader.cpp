@@ -1,3 +1,4 @@
+#include "device/special_functions.h"
 #include "workbench/input_error.h"
 #include "workbench/sessions/session.h"
 #include "workbench/text_input.h"
@@ -69,6 +70,14 @@ constexpr Named<bool> kDownUp[] = {{"down", true}, {"up", false}};
 constexpr Named<bool> kProjections[] = {{"parallel", false}, {"perspective", true}};
 constexpr Named<int> kZoom[] = {{"zoom", 0}};
 
+/// The device's keys, by the names of their functions.
+std::vector<Named<std::int32_t>> keys() {
+  std::vector<Named<std::int32_t>> result;
+  for (const SpecialFunction& function : kSpecialFunctions)
+    result.push_back({function.nameP, function.eventCode});
+  return result;
+}
+
 class SessionParser {
  public:
   using VerbParser = void (SessionParser::*)(SessionLine&);
@@ -126,7 +135,7 @@ class SessionParser {
     addDevice(DeviceEvent{-1, mCap});
   }
 
-  void parseKey(SessionLine& line) { addDevice(DeviceEvent{line.oneOf(kKeys), {}}); }
+  void parseKey(SessionLine& line) { addDevice(DeviceEvent{line.oneOf(keys()), {}}); }
 
   void parseFunction(SessionLine& line) {
     const long long number = line.integer("an application function", 0, kHighestCode - APPL_FUNC_START);
