@@ -144,10 +144,7 @@ std::string Settings::fileText() const {
 
 int Settings::writeSettingsFile(const std::string& path) {
   LM_LOG(kTrace, kClass, "Settings::writeSettingsFile") << "Writing new default settings file ...";
-  // Made before the file is emptied, because making it can fail for lack of memory.
-  const std::string text = fileText();
-  NativeFile file;
-  if (!file.openForReplacing(path) || !file.write(text)) {
+  if (!replaceFile(path, fileText())) {
     LM_LOG(kError, kClass, "Settings::writeSettingsFile")
         << "Writing default settings file '" << mFileName << "' failed!";
     return -1;

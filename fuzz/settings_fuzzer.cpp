@@ -2,6 +2,7 @@
 #include "LM_Daemon/src/logging.h"
 #include "common_sources/settings.h"
 #include "fuzz/memory_file.h"
+#include "tests/support/temp_folder.h"
 
 #include <cstdlib>
 
@@ -26,13 +27,14 @@ extern "C" int LLVMFuzzerInitialize(int*, char***) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* dataP, std::size_t size) {
   static MemoryFile file;
-  static MemoryFile written;
+  static const TempFolder folder;
+  static const std::string written = folder.path("written.ini");
   file.fill(dataP, size);
   Settings& tested = settings();
   if (tested.readSettingsFile(file.path()) != 0) return 0;
   const std::string dump = tested.dump();
-  if (tested.writeSettingsFile(written.path()) != 0) std::abort();
+  if (tested.writeSettingsFile(written) != 0) std::abort();
   if (hasNul(dump)) return 0;
-  if (tested.readSettingsFile(written.path()) != 0 || tested.dump() != dump) std::abort();
+  if (tested.readSettingsFile(written) != 0 || tested.dump() != dump) std::abort();
   return 0;
 }

@@ -1,12 +1,14 @@
 #include "util/native_file.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
 
 namespace {
 
@@ -18,8 +20,13 @@ bool isFolder(int handle) {
   return ::fstat(handle, &status) == 0 && S_ISDIR(status.st_mode);
 }
 
+bool isFolder(const std::string& path) {
+  struct stat status = {};
+  return ::lstat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
 int openFile(std::string_view path, int flags) {
-  const int handle = ::open(nativePath(path).c_str(), flags | O_CLOEXEC, kNewFileMode);
+  const int handle = ::open(systemPath(path).c_str(), flags | O_CLOEXEC, kNewFileMode);
   if (handle < 0 || !isFolder(handle)) return handle;
   ::close(handle);
   return -1;
@@ -30,9 +37,45 @@ FileChange changeResult(int result) {
   return errno == ENOENT ? FileChange::kMissing : FileChange::kFailed;
 }
 
+bool isSame(const struct stat& a, const struct stat& b) {
+  return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
+}
+
+/// What a replacement of `path` has to rename over: not a symbolic link but the file that it leads to. Empty
+/// when that is no regular file, or has no name any more.
+std::string replaceable(const std::string& path) {
+  struct stat status = {};
+  if (::stat(path.c_str(), &status) != 0) return path;
+  struct stat resolvedStatus = {};
+  char* const resolvedP = ::realpath(path.c_str(), nullptr);
+  const std::string resolved = resolvedP != nullptr ? resolvedP : "";
+  std::free(resolvedP);
+  const bool isFound = ::stat(resolved.c_str(), &resolvedStatus) == 0 && isSame(status, resolvedStatus);
+  return isFound && S_ISREG(status.st_mode) ? resolved : "";
+}
+
+bool writeAll(int handle, std::string_view text) {
+  while (!text.empty()) {
+    const ssize_t count = ::write(handle, text.data(), text.size());
+    if (count < 0 && errno == EINTR) continue;
+    if (count <= 0) return false;
+    text.remove_prefix(static_cast<std::size_t>(count));
+  }
+  return true;
+}
+
+/// A new file, on the disk when this returns: a renaming that overtook the bytes would leave an empty file
+/// after a power failure.
+bool writeNewFile(const std::string& path, std::string_view text, mode_t mode) {
+  const int handle = ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, mode);
+  if (handle < 0) return false;
+  const bool isWritten = writeAll(handle, text) && ::fsync(handle) == 0;
+  return ::close(handle) == 0 && isWritten;
+}
+
 }  // namespace
 
-std::string nativePath(std::string_view path) {
+SystemPath systemPath(std::string_view path) {
   std::string result(path);
   std::replace(result.begin(), result.end(), '\\', '/');
   return result;
@@ -48,13 +91,8 @@ bool NativeFile::openForAppending(std::string_view path) {
   close();
   mHandle = openFile(path, O_WRONLY | O_CREAT | O_APPEND);
   mIsAppending = isOpen();
+  mPath = systemPath(path);
   if (isOpen()) ::lseek(mHandle, 0, SEEK_END);
-  return isOpen();
-}
-
-bool NativeFile::openForReplacing(std::string_view path) {
-  close();
-  mHandle = openFile(path, O_WRONLY | O_CREAT | O_TRUNC);
   return isOpen();
 }
 
@@ -79,13 +117,7 @@ std::size_t NativeFile::read(char* bufferP, std::size_t size) {
 }
 
 bool NativeFile::write(std::string_view text) {
-  while (!text.empty()) {
-    const ssize_t count = ::write(mHandle, text.data(), text.size());
-    if (count < 0 && errno == EINTR) continue;
-    if (count <= 0) return false;
-    text.remove_prefix(static_cast<std::size_t>(count));
-  }
-  return true;
+  return writeAll(mHandle, text);
 }
 
 std::size_t NativeFile::appendedSize(std::string_view text) {
@@ -100,10 +132,46 @@ std::int64_t NativeFile::position() {
   return ::lseek(mHandle, 0, SEEK_CUR);
 }
 
+bool NativeFile::isNamed(const SystemPath& path) const {
+  struct stat mine = {};
+  struct stat named = {};
+  return ::fstat(mHandle, &mine) == 0 && ::stat(path.c_str(), &named) == 0 && isSame(mine, named);
+}
+
+bool FileClaim::claim(std::string_view path) {
+  release();
+  const int handle = openFile(path, O_RDONLY);
+  if (handle < 0) return false;
+  mHandle = handle;
+  if (::flock(handle, LOCK_EX | LOCK_NB) == 0) return true;
+  release();
+  return false;
+}
+
+void FileClaim::release() {
+  if (mHandle >= 0) ::close(static_cast<int>(mHandle));
+  mHandle = -1;
+}
+
+bool replaceFile(std::string_view path, std::string_view text) {
+  const std::string target = replaceable(systemPath(path));
+  if (target.empty()) return false;
+  struct stat status = {};
+  const bool isThere = ::stat(target.c_str(), &status) == 0;
+  // Each process has a name of its own: two hosts may end at the same moment.
+  const std::string beside = target + "." + std::to_string(::getpid()) + ".new";
+  const mode_t mode = isThere ? status.st_mode & 07777 : kNewFileMode;
+  if (writeNewFile(beside, text, mode) && ::rename(beside.c_str(), target.c_str()) == 0) return true;
+  ::unlink(beside.c_str());
+  return false;
+}
+
 FileChange removeFile(std::string_view path) {
-  return changeResult(::unlink(nativePath(path).c_str()));
+  return changeResult(::unlink(systemPath(path).c_str()));
 }
 
 FileChange renameFile(std::string_view from, std::string_view to) {
-  return changeResult(::rename(nativePath(from).c_str(), nativePath(to).c_str()));
+  const std::string source = systemPath(from);
+  if (isFolder(source)) return FileChange::kFailed;
+  return changeResult(::rename(source.c_str(), systemPath(to).c_str()));
 }

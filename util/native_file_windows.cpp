@@ -1,15 +1,12 @@
 #include "util/native_file.h"
+#include "util/wide_text.h"
 
 #include <fcntl.h>
 #include <io.h>
-#include <share.h>
-#include <sys/stat.h>
 #include <windows.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <cstdint>
-#include <cstdio>
 #include <memory>
 #include <new>
 
@@ -18,20 +15,57 @@ namespace {
 /// The runtime takes the size of a transfer as an unsigned int; larger ones go in pieces.
 constexpr std::size_t kLargestTransfer = 1u << 30;
 
-int openFile(std::string_view path, int flags) {
-  return ::_sopen(nativePath(path).c_str(), flags | _O_NOINHERIT, _SH_DENYNO, _S_IREAD | _S_IWRITE);
+constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+
+/// Waits between two attempts at a file that another process is using right now.
+constexpr DWORD kAttemptMs = 10;
+constexpr int kReadingAttempts = 5;
+constexpr int kReplacingAttempts = 100;
+
+HANDLE openHandle(const std::wstring& path, DWORD access, DWORD creation) {
+  return ::CreateFileW(path.c_str(), access, kShareAll, nullptr, creation, FILE_ATTRIBUTE_NORMAL, nullptr);
 }
 
-/// Open for appending only: the system itself then puts each write behind the last, whoever wrote that. The
-/// runtime would go to the end first and write then, and another process could write in between.
-int openAppending(std::string_view path) {
-  const HANDLE file =
-      ::CreateFileA(nativePath(path).c_str(), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                    OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+/// What another process's replacing, renaming or scanning of a file causes for a moment.
+bool isMomentary(DWORD error) {
+  return error == ERROR_SHARING_VIOLATION || error == ERROR_ACCESS_DENIED;
+}
+
+bool isFolder(const std::wstring& path) {
+  const DWORD attributes = ::GetFileAttributesW(path.c_str());
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+/// A handle of the runtime for that of the system; -1 when there is none.
+int runtimeHandle(HANDLE file, int flags) {
   if (file == INVALID_HANDLE_VALUE) return -1;
-  const int handle = ::_open_osfhandle(reinterpret_cast<std::intptr_t>(file), _O_WRONLY | _O_BINARY);
+  const int handle = ::_open_osfhandle(reinterpret_cast<std::intptr_t>(file), flags);
   if (handle < 0) ::CloseHandle(file);
   return handle;
+}
+
+HANDLE systemHandle(int handle) {
+  return handle < 0 ? INVALID_HANDLE_VALUE : reinterpret_cast<HANDLE>(::_get_osfhandle(handle));
+}
+
+/// A file that is being replaced cannot be opened for a moment; to a reader it must not seem missing.
+HANDLE openToRead(const std::wstring& path) {
+  HANDLE file = openHandle(path, GENERIC_READ, OPEN_EXISTING);
+  for (int attempt = 1; attempt < kReadingAttempts && file == INVALID_HANDLE_VALUE; ++attempt) {
+    if (!isMomentary(::GetLastError()) || isFolder(path)) return file;
+    ::Sleep(kAttemptMs);
+    file = openHandle(path, GENERIC_READ, OPEN_EXISTING);
+  }
+  return file;
+}
+
+bool identify(HANDLE file, BY_HANDLE_FILE_INFORMATION& information) {
+  return file != INVALID_HANDLE_VALUE && ::GetFileInformationByHandle(file, &information) != 0;
+}
+
+bool isSame(const BY_HANDLE_FILE_INFORMATION& a, const BY_HANDLE_FILE_INFORMATION& b) {
+  return a.dwVolumeSerialNumber == b.dwVolumeSerialNumber && a.nFileIndexHigh == b.nFileIndexHigh &&
+         a.nFileIndexLow == b.nFileIndexLow;
 }
 
 bool writeAll(int handle, std::string_view text) {
@@ -44,6 +78,16 @@ bool writeAll(int handle, std::string_view text) {
   return true;
 }
 
+/// Copies `text` to `targetP` with the system's line ends.
+std::string_view withLineEnds(std::string_view text, char* targetP) {
+  char* endP = targetP;
+  for (const char c : text) {
+    if (c == '\n') *endP++ = '\r';
+    *endP++ = c;
+  }
+  return {targetP, static_cast<std::size_t>(endP - targetP)};
+}
+
 /// Appends `text` with the system's line ends in one write, which no other process can part.
 bool appendLines(int handle, std::string_view text) {
   constexpr std::size_t kUsualSize = 1024;
@@ -52,49 +96,66 @@ bool appendLines(int handle, std::string_view text) {
   const std::size_t size = NativeFile::appendedSize(text);
   if (size > kUsualSize) largeP.reset(new (std::nothrow) char[size]);
   if (size > kUsualSize && largeP == nullptr) return false;
-  char* const startP = largeP != nullptr ? largeP.get() : usual;
-  char* endP = startP;
-  for (const char c : text) {
-    if (c == '\n') *endP++ = '\r';
-    *endP++ = c;
-  }
-  return writeAll(handle, {startP, size});
+  return writeAll(handle, withLineEnds(text, largeP != nullptr ? largeP.get() : usual));
 }
 
-FileChange changeResult(int result) {
-  if (result == 0) return FileChange::kDone;
-  return errno == ENOENT ? FileChange::kMissing : FileChange::kFailed;
+/// A new file, on the disk when this returns.
+bool writeNewFile(const std::wstring& path, std::string_view text) {
+  const int handle = runtimeHandle(openHandle(path, GENERIC_WRITE, CREATE_ALWAYS), _O_WRONLY | _O_BINARY);
+  if (handle < 0) return false;
+  const bool isWritten = appendLines(handle, text) && ::FlushFileBuffers(systemHandle(handle)) != 0;
+  return ::_close(handle) == 0 && isWritten;
+}
+
+/// Moves the file `from` into the place of `to`, as soon as no other process forbids it.
+bool moveInPlace(const std::wstring& from, const std::wstring& to) {
+  for (int attempt = 1;; ++attempt) {
+    if (::MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0)
+      return true;
+    if (attempt == kReplacingAttempts || !isMomentary(::GetLastError())) return false;
+    ::Sleep(kAttemptMs);
+  }
+}
+
+FileChange changeResult(BOOL isDone) {
+  if (isDone) return FileChange::kDone;
+  const DWORD error = ::GetLastError();
+  const bool isMissing = error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND;
+  return isMissing ? FileChange::kMissing : FileChange::kFailed;
 }
 
 }  // namespace
 
-std::string nativePath(std::string_view path) {
-  return std::string(path);
+/// The profile's folder may have a name that the ANSI code page lacks, and its narrow text is only similar
+/// then. The environment has the true name.
+SystemPath systemPath(std::string_view path) {
+  const std::wstring profile = environmentValue(L"USERPROFILE");
+  const std::string narrow = toAnsi(profile);
+  if (narrow.empty() || path.substr(0, narrow.size()) != narrow) return fromAnsi(path);
+  return profile + fromAnsi(path.substr(narrow.size()));
 }
 
 bool NativeFile::openForReading(std::string_view path) {
   close();
-  mHandle = openFile(path, _O_RDONLY | _O_BINARY);
+  mHandle = runtimeHandle(openToRead(systemPath(path)), _O_RDONLY | _O_BINARY);
   return isOpen();
 }
 
+/// Open for appending only: the system itself then puts each write after the last, whoever wrote that. The
+/// runtime would go to the end first and write then, and another process could write in between.
 bool NativeFile::openForAppending(std::string_view path) {
   close();
-  mHandle = openAppending(path);
+  mPath = systemPath(path);
+  mHandle = runtimeHandle(openHandle(mPath, FILE_APPEND_DATA, OPEN_ALWAYS), _O_WRONLY | _O_BINARY);
   mIsAppending = isOpen();
   if (isOpen()) ::_lseeki64(mHandle, 0, SEEK_END);
   return isOpen();
 }
 
-bool NativeFile::openForReplacing(std::string_view path) {
-  close();
-  mHandle = openFile(path, _O_WRONLY | _O_CREAT | _O_TRUNC | _O_TEXT);
-  return isOpen();
-}
-
 bool NativeFile::openForOverwriting(std::string_view path) {
   close();
-  mHandle = openFile(path, _O_RDWR | _O_TEXT);
+  mHandle = runtimeHandle(openHandle(systemPath(path), GENERIC_READ | GENERIC_WRITE, OPEN_EXISTING),
+                          _O_RDWR | _O_TEXT);
   return isOpen();
 }
 
@@ -125,10 +186,50 @@ std::int64_t NativeFile::position() {
   return ::_lseeki64(mHandle, 0, SEEK_CUR);
 }
 
+bool NativeFile::isNamed(const SystemPath& path) const {
+  BY_HANDLE_FILE_INFORMATION mine = {};
+  BY_HANDLE_FILE_INFORMATION named = {};
+  const HANDLE other = openHandle(path, 0, OPEN_EXISTING);
+  const bool isMine = identify(systemHandle(mHandle), mine) && identify(other, named) && isSame(mine, named);
+  if (other != INVALID_HANDLE_VALUE) ::CloseHandle(other);
+  return isMine;
+}
+
+bool FileClaim::claim(std::string_view path) {
+  release();
+  const HANDLE file = openHandle(systemPath(path), GENERIC_READ, OPEN_EXISTING);
+  if (file == INVALID_HANDLE_VALUE) return false;
+  mHandle = reinterpret_cast<std::intptr_t>(file);
+  // A byte far beyond the end of any log: a claimed byte can be neither read nor written by others.
+  OVERLAPPED place = {};
+  place.OffsetHigh = 0x40000000;
+  if (::LockFileEx(file, LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, 1, 0, &place) != 0)
+    return true;
+  release();
+  return false;
+}
+
+void FileClaim::release() {
+  if (mHandle != -1) ::CloseHandle(reinterpret_cast<HANDLE>(mHandle));
+  mHandle = -1;
+}
+
+bool replaceFile(std::string_view path, std::string_view text) {
+  const std::wstring target = systemPath(path);
+  if (isFolder(target)) return false;
+  // Each process has a name of its own: two hosts may end at the same moment.
+  const std::wstring beside = target + L"." + std::to_wstring(::GetCurrentProcessId()) + L".new";
+  if (writeNewFile(beside, text) && moveInPlace(beside, target)) return true;
+  ::DeleteFileW(beside.c_str());
+  return false;
+}
+
 FileChange removeFile(std::string_view path) {
-  return changeResult(::_unlink(nativePath(path).c_str()));
+  return changeResult(::DeleteFileW(systemPath(path).c_str()));
 }
 
 FileChange renameFile(std::string_view from, std::string_view to) {
-  return changeResult(std::rename(nativePath(from).c_str(), nativePath(to).c_str()));
+  const std::wstring source = systemPath(from);
+  if (isFolder(source)) return FileChange::kFailed;
+  return changeResult(::MoveFileExW(source.c_str(), systemPath(to).c_str(), 0));
 }

@@ -4,9 +4,13 @@
 #define UTIL_PLATFORM_H
 
 #include <ctime>
+#include <string>
 #include <string_view>
 
 namespace platform {
+
+/// The environment's USERPROFILE in narrow characters; empty when there is none.
+std::string userProfile();
 
 /// Whether opening the file for reading is denied (EACCES).
 bool isOpenDenied(std::string_view path);

@@ -6,11 +6,17 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdlib>
 
 namespace platform {
 
+std::string userProfile() {
+  const char* const valueP = std::getenv("USERPROFILE");
+  return valueP != nullptr ? valueP : "";
+}
+
 bool isOpenDenied(std::string_view path) {
-  const int handle = ::open(nativePath(path).c_str(), O_RDONLY | O_CLOEXEC);
+  const int handle = ::open(systemPath(path).c_str(), O_RDONLY | O_CLOEXEC);
   if (handle < 0) return errno == EACCES;
   ::close(handle);
   return false;
@@ -18,11 +24,11 @@ bool isOpenDenied(std::string_view path) {
 
 bool isFolder(std::string_view path) {
   struct stat status = {};
-  return ::stat(nativePath(path).c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+  return ::stat(systemPath(path).c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
 bool makeFolder(std::string_view path) {
-  return ::mkdir(nativePath(path).c_str(), 0777) == 0;
+  return ::mkdir(systemPath(path).c_str(), 0777) == 0;
 }
 
 std::tm localTime() {

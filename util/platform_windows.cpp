@@ -1,5 +1,6 @@
 #include "util/native_file.h"
 #include "util/platform.h"
+#include "util/wide_text.h"
 
 #include <direct.h>
 #include <fcntl.h>
@@ -10,8 +11,12 @@
 
 namespace platform {
 
+std::string userProfile() {
+  return toAnsi(environmentValue(L"USERPROFILE"));
+}
+
 bool isOpenDenied(std::string_view path) {
-  const int handle = ::_open(nativePath(path).c_str(), _O_RDONLY | _O_NOINHERIT);
+  const int handle = ::_wopen(systemPath(path).c_str(), _O_RDONLY | _O_NOINHERIT);
   if (handle < 0) return errno == EACCES;
   ::_close(handle);
   return false;
@@ -19,12 +24,12 @@ bool isOpenDenied(std::string_view path) {
 
 bool isFolder(std::string_view path) {
   // The runtime's own status knows no folder whose path ends in a backslash.
-  const DWORD attributes = ::GetFileAttributesA(nativePath(path).c_str());
+  const DWORD attributes = ::GetFileAttributesW(systemPath(path).c_str());
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
 bool makeFolder(std::string_view path) {
-  return ::_mkdir(nativePath(path).c_str()) == 0;
+  return ::_wmkdir(systemPath(path).c_str()) == 0;
 }
 
 std::tm localTime() {

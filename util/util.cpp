@@ -30,17 +30,11 @@ void writeTwoDigits(char* textP, unsigned value) {
 }  // namespace
 
 std::string Util::getUserProfileDir() {
-  const char* const valueP = std::getenv("USERPROFILE");
-  return valueP != nullptr ? valueP : "";
+  return platform::userProfile();
 }
 
 bool Util::fileExists(std::string_view path) {
-  // The native fopen opens a folder, which Windows doesn't.
-  if (platform::isFolder(path)) return false;
-  std::FILE* const fileP = std::fopen(nativePath(path).c_str(), "r");
-  if (fileP == nullptr) return false;
-  std::fclose(fileP);
-  return true;
+  return NativeFile().openForReading(path);
 }
 
 bool Util::folderExists(std::string_view path) {

@@ -41,7 +41,7 @@ TEST_F(SettingsTest, AFolderInThePlaceOfTheFileLeavesTheDefaults) {
   EXPECT_TRUE(std::filesystem::is_directory(mProfile.root() / kSettingsFile));
 }
 
-TEST_F(SettingsTest, AFullDiskIsTold) {
+TEST_F(SettingsTest, AFileThatCannotBeReplacedIsTold) {
   Settings settings;
   EXPECT_EQ(settings.writeSettingsFile("\\dev\\full"), -1);
   EXPECT_EQ(file(), tests::kDefaultSettings);

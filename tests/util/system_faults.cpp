@@ -3,8 +3,10 @@
 #include <fcntl.h>
 #include <pthread.h>
 #include <semaphore.h>
+#include <unistd.h>
 
 #include <cerrno>
+#include <cstdio>
 
 SystemCall SystemFault::sFailing = SystemCall::kNone;
 int SystemFault::sErrno = 0;
@@ -15,6 +17,13 @@ bool SystemFault::strikes(SystemCall call) {
   if (sTimes > 0) --sTimes;
   errno = sErrno;
   return true;
+}
+
+int EndsAtFileOperation::sLeft = -1;
+
+void EndsAtFileOperation::count() {
+  if (sLeft == 0) _exit(kStatus);
+  if (sLeft > 0) --sLeft;
 }
 
 void* (*HeldThread::sBody)(void*) = nullptr;
@@ -70,7 +79,29 @@ int __wrap_pthread_create(pthread_t* threadP, const pthread_attr_t* attributesP,
 #ifndef _WIN32
 int __real_open(const char*, int, ...);
 int __wrap_open(const char* pathP, int flags, mode_t mode) {
+  EndsAtFileOperation::count();
   return SystemFault::strikes(SystemCall::kOpen) ? -1 : __real_open(pathP, flags, mode);
+}
+
+/// A write that is to fail for want of room first writes half of what it is given.
+ssize_t __real_write(int, const void*, size_t);
+ssize_t __wrap_write(int handle, const void* dataP, size_t size) {
+  EndsAtFileOperation::count();
+  if (!SystemFault::strikes(SystemCall::kWrite)) return __real_write(handle, dataP, size);
+  if (errno != ENOSPC || size < 2) return -1;
+  return __real_write(handle, dataP, size / 2);
+}
+
+int __real_fsync(int);
+int __wrap_fsync(int handle) {
+  EndsAtFileOperation::count();
+  return SystemFault::strikes(SystemCall::kFsync) ? -1 : __real_fsync(handle);
+}
+
+int __real_rename(const char*, const char*);
+int __wrap_rename(const char* fromP, const char* toP) {
+  EndsAtFileOperation::count();
+  return SystemFault::strikes(SystemCall::kRename) ? -1 : __real_rename(fromP, toP);
 }
 #endif
 }

@@ -2,7 +2,18 @@
 #ifndef TESTS_UTIL_SYSTEM_FAULTS_H
 #define TESTS_UTIL_SYSTEM_FAULTS_H
 
-enum class SystemCall { kNone, kSemInit, kSemWait, kSemPost, kSemDestroy, kPthreadCreate, kOpen };
+enum class SystemCall {
+  kNone,
+  kSemInit,
+  kSemWait,
+  kSemPost,
+  kSemDestroy,
+  kPthreadCreate,
+  kOpen,
+  kWrite,
+  kFsync,
+  kRename
+};
 
 /// `sFailing` fails with `sErrno`, `sTimes` times (or as long as the object lives, when negative).
 class SystemFault {
@@ -23,6 +34,24 @@ class SystemFault {
   static SystemCall sFailing;
   static int sErrno;
   static int sTimes;
+};
+
+/// Ends the process at one of the file operations that it would make next, as if it were killed there. Native
+/// programs only.
+class EndsAtFileOperation {
+ public:
+  static constexpr int kStatus = 42;
+
+  explicit EndsAtFileOperation(int index) { sLeft = index; }
+  ~EndsAtFileOperation() { sLeft = -1; }
+  EndsAtFileOperation(const EndsAtFileOperation&) = delete;
+  EndsAtFileOperation& operator=(const EndsAtFileOperation&) = delete;
+
+  /// For the wrapped operations.
+  static void count();
+
+ private:
+  static int sLeft;
 };
 
 /// While it lives, a new thread does nothing, and what it was to do is kept here.
