@@ -28,6 +28,9 @@ class NativeLogFile : public LogFile {
     return mPosition;
   }
 
+  bool hasItsName() override { return mFile.hasItsName(); }
+  bool isNamed(const std::string& path) override { return mFile.isNamed(systemPath(path)); }
+
  private:
   NativeFile mFile;
   /// Kept here because asking the system costs a third of a write.

@@ -16,13 +16,18 @@ class LogFile {
   virtual bool open(const std::string& path) = 0;
   virtual void close() = 0;
 
-  /// Writes `text` behind whatever the file holds, in one piece. A failure leaves the file in a failed state,
-  /// in which everything is dropped.
+  /// Appends `text` to whatever the file holds, in one piece. A failure leaves the file in a failed state, in
+  /// which everything is dropped.
   virtual void write(std::string_view text) = 0;
 
-  /// Bytes before the place where the last write ended. With `isExact` others' writes before that are counted
-  /// in any case, otherwise only as far as they are known. -1 in a failed state.
+  /// Bytes before the place where the last write ended. isExact: ask the system, which counts what other
+  /// processes wrote before; otherwise use the size tracked here. -1 in a failed state.
   virtual std::int64_t position(bool isExact) = 0;
+
+  /// Whether the open file still has the name that it was opened by.
+  virtual bool hasItsName() = 0;
+  /// Whether the open file is the one that `path` names now.
+  virtual bool isNamed(const std::string& path) = 0;
 };
 
 /// Makes a log file, not opened; null when that is not possible.

@@ -27,6 +27,8 @@ constexpr std::uint32_t logLevelBit(LogLevel level) {
   return value < kLogLevelCount ? 1u << value : 0u;
 }
 
+constexpr std::uint32_t kEveryLevel = (1u << kLogLevelCount) - 1;
+
 constexpr std::size_t kLogLevelTypeSize = 3;
 
 /// The three letters that stand for the level in a line; "???" for a value beyond the last level, which is

@@ -1,5 +1,6 @@
 #include "LM_Daemon/src/logging.h"
 
+#include "LM_Daemon/src/log_header.h"
 #include "util/console.h"
 #include "util/threads.h"
 #include "util/util.h"
@@ -7,6 +8,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
+#include <exception>
 #include <utility>
 
 std::atomic<std::int32_t> Logging::sMarker{0};
@@ -18,6 +20,8 @@ namespace {
 // Where the pieces of mStart begin.
 constexpr std::size_t kTypeStart = 13;
 constexpr std::size_t kThreadStart = 17;
+
+constexpr std::int64_t kBytesPerKilobyte = 1000;
 
 }  // namespace
 
@@ -43,11 +47,11 @@ class Logging::Lock {
   const bool mIsTaken;
 };
 
-Logging::Logging(LogFileMaker maker) : mMaker(maker) {
+Logging::Logging(LogFileMaker maker) : mFile(maker) {
   LM_LOG(kCreation, "Logging", "Logging::Logging") << "Logging::Logging() constructing ...";
   mPars.mLogFile = "c:\\def_log.txt";
   mPars.mMaxSize = 5000;
-  sLevelMask.store(logLevelMask(mPars), std::memory_order_relaxed);
+  sLevelMask.store(kEveryLevel, std::memory_order_relaxed);
   sCurrentP.store(this, std::memory_order_release);
   sMarker.store(kValid, std::memory_order_release);
   LM_LOG(kCreation, "Logging", "Logging::Logging") << "Constructed.";
@@ -60,7 +64,7 @@ Logging::~Logging() {
   sCurrentP.compare_exchange_strong(thisP, nullptr);
   {
     const Lock lock(*this);
-    mFileP.reset();
+    mFile.close();
   }
   LM_LOG(kCreation, "Logging", "Logging::~Logging") << "Logging::~Logging(): destructed.";
 }
@@ -74,15 +78,79 @@ void Logging::init(const LogPars& pars) {
   const Lock lock(*this);
   mPars = pars;
   if (!pars.mSettingsDirPath.empty()) mDirectory = pars.mSettingsDirPath;
-  mFileP.reset();
-  mIsResumeDue = false;
+  mFile.close();
   sLevelMask.store(logLevelMask(mPars), std::memory_order_relaxed);
   if (mPars.mIsLogToFile) openLogFile();
+  releaseEarlyEntries();
+}
+
+void Logging::openLogFile() {
+  if (mPars.mLogFile.empty()) mPars.mLogFile = "forgot_to_name_this_file_log.txt";
+  const bool isFullPath = mPars.mLogFile.find('\\') != std::string::npos;
+  const std::string path = isFullPath ? mPars.mLogFile : mDirectory + "\\" + mPars.mLogFile;
+  if (mFile.open(path, mPars.mLogFile, mPars.mMaxSize * kBytesPerKilobyte)) {
+    printHeader();
+    return;
+  }
+  logError(LM_LOG_POSITION("Logging", "Logging::init"), "Opening log file '" + mPars.mLogFile + "failed!");
+  mPars.mIsLogToFile = false;
+}
+
+/// The file has its header already.
+void Logging::printHeader() {
+  if (!mPars.mIsLogToCnsl) return;
+  const std::string header = logHeader(mPars.mLogFile);
+  printLine(std::string_view(header).substr(0, header.size() - 1));
+}
+
+void Logging::releaseEarlyEntries() noexcept {
+  mIsCollecting = false;
+  mEarlyEntries.release([this](LogLevel level, std::string_view sourceFile, std::string_view line) {
+    if (isLogged(level) && isFileWanted(sourceFile)) emit(line);
+  });
 }
 
 int Logging::backupLogFile() noexcept {
   const Lock lock(*this);
-  return backupLocked();
+  return mFile.isOpen() ? report(mFile.rotate()) : -1;
+}
+
+/// Tells of a rotation and returns backupLogFile()'s result. A message that finds no memory is dropped.
+int Logging::report(RotatingLogFile::Rotation rotation) noexcept try {
+  using Rotation = RotatingLogFile::Rotation;
+  switch (rotation) {
+    case Rotation::kNone:
+      return 0;
+    case Rotation::kDone:
+      printHeader();
+      return 0;
+    case Rotation::kNotOpened:
+      logError(LM_LOG_POSITION("Logging", "Logging::backupLogFile"),
+               "Opening of stream of'" + mFile.path() + "' failed!\n");
+      return 0;
+    case Rotation::kBackupKept:
+      logError(LM_LOG_POSITION("Logging", "Logging::backupLogFile"),
+               "'" + mFile.backupPath() + "' couldn't be removed!");
+      return -2;
+    case Rotation::kNotRenamed:
+      printLine("File '" + mFile.path() + "' couldn't be renamed to '" + mFile.backupPath() + "'!");
+      return -3;
+    case Rotation::kNoMemory:
+      return -3;
+  }
+  return -3;
+} catch (const std::exception&) {
+  return -3;
+}
+
+/// An entry of the log itself, written while the lock is held and another entry may wait to be written.
+void Logging::logError(std::string_view position, std::string_view text) noexcept {
+  if (!isLogged(LogLevel::kError) || !isFileWanted(LM_LOG_SOURCE_FILE)) return;
+  LogText line;
+  appendStart(line, LogLevel::kError, position);
+  line.append(text);
+  line.append("\n");
+  emit(line.from(0));
 }
 
 bool Logging::isOwner() const noexcept {
@@ -109,7 +177,7 @@ bool Logging::openEntry(LogLevel level, std::string_view sourceFile, std::string
     if (!isNested) Lock::release(*this);
     return false;
   }
-  mOpenEntries[mDepth++] = {++mEntryNumber, mText.size(), false, mText.isHexadecimal()};
+  mOpenEntries[mDepth++] = {++mEntryNumber, mText.size(), level, sourceFile, false, mText.isHexadecimal()};
   mText.setHexadecimal(false);
   appendStart(mText, level, position);
   return true;
@@ -134,36 +202,22 @@ void Logging::appendStart(LogText& text, LogLevel level, std::string_view positi
   LogPosition::kGap.copy(startP + mStartSize + position.size(), LogPosition::kGap.size());
 }
 
-/// Other processes may append to the same file, so the size is asked of the system whenever time has moved
-/// on; until then only every few lines, because asking costs a third of a line.
-bool Logging::isFull() noexcept {
-  const bool isExact = mMsOfDay != mMsOfExactSize || ++mWritesSinceExactSize > kMaxTrustedWrites;
-  if (isExact) {
-    mMsOfExactSize = mMsOfDay;
-    mWritesSinceExactSize = 0;
-  }
-  const std::int64_t size = mFileP->position(isExact);
-  return size >= 0 && size >= mFullAt;
-}
-
-void Logging::writeEntry(std::string_view line) noexcept {
-  if (mIsResumeDue)
-    resumeLogFile();
-  else if (mFileP != nullptr && isFull())
-    backupLocked();
+void Logging::writeEntry(const OpenEntry& entry, std::string_view line) noexcept {
+  if (mIsCollecting) return mEarlyEntries.keep(entry.level, entry.sourceFile, line);
+  if (mFile.isOpen()) report(mFile.prepare(mMsOfDay));
   emit(line);
 }
 
 /// `line` ends in a line end.
 void Logging::emit(std::string_view line) noexcept {
-  if (mFileP != nullptr && mPars.mIsLogToFile) mFileP->write(line);
+  if (mFile.isOpen()) mFile.write(line);
   if (mPars.mIsLogToCnsl) printLine(line.substr(0, line.size() - 1));
 }
 
 void Logging::endEntry() noexcept {
   const OpenEntry entry = mOpenEntries[--mDepth];
   mText.append("\n");
-  writeEntry(mText.from(entry.start));
+  writeEntry(entry, mText.from(entry.start));
   mText.cut(entry.start);
   mText.setHexadecimal(entry.isHexadecimal);
   if (mDepth == 0) Lock::release(*this);

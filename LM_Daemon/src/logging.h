@@ -10,11 +10,13 @@
 #ifndef LM_DAEMON_SRC_LOGGING_H
 #define LM_DAEMON_SRC_LOGGING_H
 
+#include "LM_Daemon/src/early_entries.h"
 #include "LM_Daemon/src/log_file.h"
 #include "LM_Daemon/src/log_level.h"
 #include "LM_Daemon/src/log_pars.h"
 #include "LM_Daemon/src/log_position.h"
 #include "LM_Daemon/src/log_text.h"
+#include "LM_Daemon/src/rotating_log_file.h"
 #include "util/mutex.h"
 
 #include <array>
@@ -22,7 +24,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <ios>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -46,14 +47,14 @@ class Logging {
   /// The folder of a log file that is named without a backslash, for an init() whose parameters name none.
   void setDirectory(std::string path);
 
-  /// Takes over the parameters and opens the file, if they want one, behind what it holds, beginning with a
-  /// header block. A file that cannot be opened is not reported; what is written to it is lost.
+  /// Takes over the parameters and opens the file, if they want one; a header block is appended to what it
+  /// holds. The entries logged before the first init() are the first after it, as far as the parameters want
+  /// them. A file that cannot be opened is not reported; what is written to it is lost.
   void init(const LogPars& pars);
 
-  /// Makes the log file the one backup and begins a new one. 0: done; -1: no file is open; -2: the old backup
-  /// could not be removed; -3: the file could not be renamed, or there is no memory for it. After -2 and -3
-  /// the file is written on. A file that is itself named like its backup is kept and written on after a new
-  /// header.
+  /// Makes the log file the one backup and begins a new one. 0: done, or another process has just done it;
+  /// -1: no file is open; -2: the old backup could not be removed; -3: the file could not be renamed, or
+  /// there is no memory for it. After -2 and -3 the file is written on.
   int backupLogFile() noexcept;
 
   /// Whether an entry of this level may be written at all.
@@ -85,6 +86,8 @@ class Logging {
   struct OpenEntry {
     std::uint64_t number;
     std::size_t start;
+    LogLevel level;
+    std::string_view sourceFile;
     bool isHexDumpNext;
     bool isHexadecimal;
   };
@@ -92,8 +95,6 @@ class Logging {
 
   /// Entries of one thread that may be open in each other.
   static constexpr std::size_t kMaxNesting = 8;
-  /// How many lines in a row may trust the tracked size before the system is asked.
-  static constexpr int kMaxTrustedWrites = 32;
 
   // What is streamed, by the thread that has an entry open.
   void append(std::string_view text) noexcept;
@@ -124,17 +125,13 @@ class Logging {
   bool isFileWanted(std::string_view sourceFile) const noexcept;
   void appendStart(LogText& text, LogLevel level, std::string_view position) noexcept;
   void endEntry() noexcept;
-  void writeEntry(std::string_view line) noexcept;
+  void writeEntry(const OpenEntry& entry, std::string_view line) noexcept;
   void emit(std::string_view line) noexcept;
-  bool isFull() noexcept;
-  std::int64_t sizeLimit() const noexcept;
   void logError(std::string_view position, std::string_view text) noexcept;
-  void writeHeader() noexcept;
   void openLogFile();
-  int backupLocked() noexcept;
-  int replaceLogFile();
-  void resumeLogFile() noexcept;
-  void startSizeTracking(std::int64_t fullAt) noexcept;
+  void printHeader();
+  void releaseEarlyEntries() noexcept;
+  int report(RotatingLogFile::Rotation rotation) noexcept;
 
   static std::atomic<std::int32_t> sMarker;
   static std::atomic<std::uint32_t> sLevelMask;
@@ -142,9 +139,10 @@ class Logging {
 
   LogPars mPars;
   std::string mDirectory;
-  std::string mPath;
-  const LogFileMaker mMaker;
-  std::unique_ptr<LogFile> mFileP;
+  RotatingLogFile mFile;
+  EarlyEntries mEarlyEntries;
+  /// Until the first init() nobody knows which entries are wanted, and where.
+  bool mIsCollecting = true;
   Mutex mMutex{"Logging"};
   /// Thread id of the thread that holds the lock, 0 for none. Only compared with a thread's own id.
   std::atomic<std::uint32_t> mOwner{0};
@@ -155,17 +153,12 @@ class Logging {
   /// Number of the entry opened last.
   std::uint64_t mEntryNumber = 0;
 
-  /// The file was closed and there was no memory to open it again.
-  bool mIsResumeDue = false;
-  std::int64_t mFullAt = 0;
   /// Time, type and thread of the entry opened last.
   std::array<char, 32> mStart = {"hh:mm:ss.mmm|typ|"};
   std::size_t mStartSize = 0;
   std::uint32_t mStartThread = 0;
-  /// Time of the entry opened last, and of the last look at the exact size.
+  /// Time of the entry opened last.
   std::uint32_t mMsOfDay = 0;
-  std::uint32_t mMsOfExactSize = 0;
-  int mWritesSinceExactSize = 0;
 };
 
 /// The log of this module. It lives as long as the module is loaded.

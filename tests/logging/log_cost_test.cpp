@@ -12,6 +12,7 @@ void log(LogLevel level, double value) {
 
 TEST(LogCost, ALevelThatIsOffAllocatesNothing) {
   Logging processWide;
+  processWide.init({});
   const std::uint64_t before = tests::allocations();
   for (int i = 0; i < 100; ++i) log(LogLevel::kDebug, i);
   EXPECT_EQ(tests::allocations(), before);

@@ -126,6 +126,7 @@ TEST(LogLife, AFileThatCannotBeMadeIsToldAndNotUsed) {
   LogPars pars;
   pars.mLogFile = "x.log";
   pars.mIsLogToCnsl = true;
+  pars.mIsCreation = false;
   testing::internal::CaptureStdout();
   log.init(pars);
   LM_LOG(kError, "A", "A::b") << "next";
@@ -152,7 +153,7 @@ TEST(LogLife, ItsOwnErrorsNameTheOperation) {
   testing::internal::CaptureStdout();
   log.init(pars);
   const std::string line = testing::internal::GetCapturedStdout();
-  EXPECT_EQ(line.substr(fileStart(currentThreadId()), 18), "logging_file.cpp| ");
+  EXPECT_EQ(line.substr(fileStart(currentThreadId()), 18), "     logging.cpp| ");
   EXPECT_EQ(line.substr(kPrefixWidth - 34, 32), "Logging::Logging::init          ");
 }
 
@@ -184,9 +185,9 @@ TEST(LogLife, ANewLogTellsOfItsConstructionInTheOneBefore) {
   first.init(pars);
   const Logging second;
   const std::vector<std::string> lines = linesOf(folder.read("a.log"));
-  ASSERT_EQ(lines.size(), 6u);
-  EXPECT_EQ(lines[5].substr(12, 5), "|CRT|");
-  EXPECT_EQ(lines[5].substr(kPrefixWidth), "Logging::Logging() constructing ...");
+  ASSERT_EQ(lines.size(), 7u);
+  EXPECT_EQ(lines[6].substr(12, 5), "|CRT|");
+  EXPECT_EQ(lines[6].substr(kPrefixWidth), "Logging::Logging() constructing ...");
 }
 
 TEST(LogLife, OfTheTwoTextsOfDestructionTheFirstIsWritten) {
@@ -198,8 +199,8 @@ TEST(LogLife, OfTheTwoTextsOfDestructionTheFirstIsWritten) {
     log.init(pars);
   }
   const std::vector<std::string> lines = linesOf(folder.read("a.log"));
-  ASSERT_EQ(lines.size(), 6u);
-  EXPECT_EQ(lines[5].substr(kPrefixWidth), "Logging::~Logging(): destructing ...");
+  ASSERT_EQ(lines.size(), 7u);
+  EXPECT_EQ(lines[6].substr(kPrefixWidth), "Logging::~Logging(): destructing ...");
 }
 
 }  // namespace

@@ -1,0 +1,155 @@
+#include "LM_Daemon/src/rotating_log_file.h"
+
+#include "LM_Daemon/src/log_header.h"
+#include "util/native_file.h"
+#include "util/threads.h"
+#include "util/util.h"
+
+#include <algorithm>
+#include <cctype>
+#include <exception>
+
+namespace {
+
+constexpr std::size_t kUsualLine = 1024;
+
+std::string backupName(const std::string& path) {
+  return path.substr(0, path.rfind('.')) + ".bak";
+}
+
+/// Windows makes no difference between small and capital letters.
+bool isSameName(const std::string& path, const std::string& other) {
+  const auto isSameLetter = [](unsigned char a, unsigned char b) {
+    return std::tolower(a) == std::tolower(b);
+  };
+  return std::equal(path.begin(), path.end(), other.begin(), other.end(), isSameLetter);
+}
+
+}  // namespace
+
+bool RotatingLogFile::open(const std::string& path, const std::string& name, std::int64_t sizeLimit) {
+  close();
+  mPath = path;
+  mBackupPath = backupName(path);
+  mName = name;
+  mSizeLimit = sizeLimit;
+  mFileP = mMaker();
+  if (mFileP == nullptr) return false;
+  mFileP->open(mPath);
+  mFileP->write(logHeader(mName));
+  expectLimitAt(mSizeLimit);
+  // Later lines find the room that they need.
+  mUnconfirmed.extend(kMaxUnconfirmed + kUsualLine);
+  mUnconfirmed.cut(0);
+  return true;
+}
+
+void RotatingLogFile::close() {
+  mFileP.reset();
+  mIsResumeDue = false;
+  mUnconfirmed.cut(0);
+}
+
+/// The next check asks the system.
+void RotatingLogFile::expectLimitAt(std::int64_t size) noexcept {
+  mFullAt = size;
+  mWritesSinceCheck = kMaxTrustedWrites;
+  mMsOfCheck = ~0u;
+}
+
+bool RotatingLogFile::isFull(bool isExact) noexcept {
+  const std::int64_t size = mFileP->position(isExact);
+  return size >= 0 && size >= mFullAt;
+}
+
+/// Other processes may write to the same file or replace it, so the system is asked whenever time has moved
+/// on; until then only for the size and every few lines, because asking costs a third of a line.
+RotatingLogFile::Rotation RotatingLogFile::prepare(std::uint32_t ms) noexcept try {
+  if (mIsResumeDue) return resume(Rotation::kNone);
+  const bool isCheckDue = ms != mMsOfCheck || mUnconfirmed.size() > kMaxUnconfirmed;
+  const bool isExact = isCheckDue || ++mWritesSinceCheck > kMaxTrustedWrites;
+  if (isExact) mWritesSinceCheck = 0;
+  if (isCheckDue) {
+    mMsOfCheck = ms;
+    if (isReplaced()) follow();
+    mUnconfirmed.cut(0);
+  }
+  return isFull(isExact) ? rotate() : Rotation::kNone;
+} catch (const std::exception&) {
+  return Rotation::kNoMemory;
+}
+
+void RotatingLogFile::write(std::string_view line) noexcept {
+  mFileP->write(line);
+  mUnconfirmed.append(line);
+}
+
+/// Whether another process has made the open file its backup, or removed it. A file that is gone altogether
+/// is not replaced: only a rotation begins a new one.
+bool RotatingLogFile::isReplaced() {
+  return mFileP->position(false) >= 0 && !mFileP->hasItsName() && Util::fileExists(mPath);
+}
+
+/// Goes on in the file that the name leads to now, which has a header already.
+void RotatingLogFile::follow() {
+  const bool isKept = mFileP->isNamed(mBackupPath);
+  mFileP->open(mPath);
+  if (!isKept) mFileP->write(mUnconfirmed.from(0));
+  expectLimitAt(mSizeLimit);
+}
+
+RotatingLogFile::Rotation RotatingLogFile::rotate() noexcept {
+  try {
+    FileClaim claim;
+    if (isReplaced()) {
+      follow();
+      return Rotation::kNone;
+    }
+    // A file that is gone cannot be claimed, and there is nothing to protect then.
+    if (!claim.claim(mPath) && Util::fileExists(mPath)) return Rotation::kNone;
+    // Another process may have been faster than the claim.
+    if (!isReplaced()) return replace();
+    follow();
+    return Rotation::kNone;
+  } catch (const std::exception&) {
+    // Without memory there is no backup, and no entry may be lost to that.
+    return mIsResumeDue ? resume(Rotation::kNoMemory) : Rotation::kNoMemory;
+  }
+}
+
+/// The old backup is only moved aside until the file has its name, so that there is a backup whatever fails.
+RotatingLogFile::Rotation RotatingLogFile::replace() {
+  const bool isItsOwnBackup = isSameName(mPath, mBackupPath);
+  const std::string aside = freeName();
+  const std::string header = logHeader(mName);
+  mFileP->close();
+  mIsResumeDue = true;
+  if (!isItsOwnBackup && renameFile(mBackupPath, aside) == FileChange::kFailed)
+    return resume(Rotation::kBackupKept);
+  const FileChange change = isItsOwnBackup ? FileChange::kDone : renameFile(mPath, mBackupPath);
+  if (change != FileChange::kDone) renameFile(aside, mBackupPath);
+  if (change == FileChange::kFailed) return resume(Rotation::kNotRenamed);
+  const bool isOpen = mFileP->open(mPath);
+  mIsResumeDue = false;
+  mUnconfirmed.cut(0);
+  removeFile(aside);
+  expectLimitAt(mSizeLimit + (isItsOwnBackup ? mFileP->position(true) : 0));
+  if (!isOpen) return Rotation::kNotOpened;
+  mFileP->write(header);
+  return Rotation::kDone;
+}
+
+/// No entry is lost to a backup that isn't possible.
+RotatingLogFile::Rotation RotatingLogFile::resume(Rotation result) noexcept try {
+  mFileP->open(mPath);
+  mIsResumeDue = false;
+  expectLimitAt(mFileP->position(true) + mSizeLimit);
+  return result;
+} catch (const std::exception&) {
+  return result;  // the next line tries again
+}
+
+/// On Windows a name stays taken while any process has the removed file open, so each is used once.
+std::string RotatingLogFile::freeName() {
+  return mBackupPath + "." + std::to_string(currentProcessId()) + "." + std::to_string(++mRotations);
+}

@@ -1,0 +1,82 @@
+/// The log's file with its size limit and its one backup. Several processes may write to the same file: each
+/// keeps the limit, the newest backup stays, and no line is lost or mixed with another.
+///
+/// A file that has reached the limit is renamed to the backup, and a new one is begun. Only the process that
+/// has claimed the file does that; the others notice at their next check that the name leads to another file,
+/// and follow. What they write until then goes to the end of the backup.
+///
+/// Does not log; the caller reports what the operations return. One thread at a time.
+#ifndef LM_DAEMON_SRC_ROTATING_LOG_FILE_H
+#define LM_DAEMON_SRC_ROTATING_LOG_FILE_H
+
+#include "LM_Daemon/src/log_file.h"
+#include "LM_Daemon/src/log_text.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+class RotatingLogFile {
+ public:
+  enum class Rotation {
+    kNone,        ///< there was no reason for one, or another process has made or is making it
+    kDone,        ///< the file is the backup now, and a new one with its header is open
+    kNotOpened,   ///< the file is the backup now, and the new one cannot be opened
+    kBackupKept,  ///< the old backup cannot be removed
+    kNotRenamed,  ///< the file cannot be renamed; the old backup is there still
+    kNoMemory
+  };
+
+  explicit RotatingLogFile(LogFileMaker maker) : mMaker(maker) {}
+
+  /// Opens the file of `path` and appends a header that shows `name`. False when there is no file object, and
+  /// nothing is open then. A file that cannot be opened is not reported, and drops what is written to it.
+  bool open(const std::string& path, const std::string& name, std::int64_t sizeLimit);
+  void close();
+  bool isOpen() const { return mFileP != nullptr; }
+
+  const std::string& path() const { return mPath; }
+  const std::string& backupPath() const { return mBackupPath; }
+
+  /// To be called before each line, at the time `ms`: rotates a file that has reached the limit. After a
+  /// rotation that failed the file is written on, and the next one is due after as much again.
+  Rotation prepare(std::uint32_t ms) noexcept;
+
+  /// `line` ends in a line end.
+  void write(std::string_view line) noexcept;
+
+  /// A file that is itself named like its backup is kept, and written on after a new header.
+  Rotation rotate() noexcept;
+
+ private:
+  /// How many lines in a row may trust the tracked size before the system is asked.
+  static constexpr int kMaxTrustedWrites = 32;
+  static constexpr std::size_t kMaxUnconfirmed = std::size_t{16} * 1024;
+
+  bool isFull(bool isExact) noexcept;
+  bool isReplaced();
+  void follow();
+  Rotation replace();
+  Rotation resume(Rotation result) noexcept;
+  std::string freeName();
+  void expectLimitAt(std::int64_t size) noexcept;
+
+  const LogFileMaker mMaker;
+  std::unique_ptr<LogFile> mFileP;
+  std::string mPath;
+  std::string mBackupPath;
+  std::string mName;
+  std::int64_t mSizeLimit = 0;
+  std::int64_t mFullAt = 0;
+  /// The file was closed and there was no memory to open it again.
+  bool mIsResumeDue = false;
+  std::uint32_t mMsOfCheck = 0;
+  int mWritesSinceCheck = 0;
+  int mRotations = 0;
+  /// Lines written since the name was last seen to lead to the open file. Another process may have made that
+  /// the backup, and then removed it, between the check and a write.
+  LogText mUnconfirmed;
+};
+
+#endif
