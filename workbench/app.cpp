@@ -4,16 +4,25 @@
 #include "workbench/input_error.h"
 #include "workbench/options.h"
 #include "workbench/platform/desktop.h"
+#include "workbench/platform/interruption.h"
 #include "workbench/platform/module_loader.h"
+#include "workbench/platform/run_place.h"
+#include "workbench/report/report.h"
 #include "workbench/report/run_report.h"
 #include "workbench/running/outputs.h"
 #include "workbench/running/profile.h"
 #include "workbench/running/replay.h"
+#include "workbench/running/result_folder.h"
 #include "workbench/running/summary.h"
+#include "workbench/text_input.h"
+#include "workbench/text_output.h"
 
+#include <cerrno>
 #include <chrono>
 #include <exception>
+#include <memory>
 #include <optional>
+#include <system_error>
 #include <utility>
 
 namespace workbench {
@@ -46,61 +55,132 @@ class ProgressLine {
   std::chrono::steady_clock::time_point mNext;
 };
 
+/// What a run reads. All of it is read before anything is written: the user may keep these files in the
+/// folders that the run writes to.
+struct Inputs {
+  Session session;
+  std::unique_ptr<standin::Drawing> drawing;
+  std::optional<std::string> menu;  ///< bytes of the menu file
+  bool isMenuLate = false;          ///< the session writes it
+};
+
+bool hasMenuEvent(const Session& session, std::size_t& line) {
+  for (const TimedUserAction& event : session.user)
+    if (std::holds_alternative<WriteMenu>(event.action)) {
+      line = event.line;
+      return true;
+    }
+  return false;
+}
+
+Inputs readInputs(const Options& options) {
+  Inputs inputs;
+  inputs.session = readSession(options.session);
+  std::size_t line = 0;
+  inputs.isMenuLate = hasMenuEvent(inputs.session, line);
+  if (inputs.isMenuLate && !options.menu)
+    throw InputError({inputs.session.file, line}, "the option --menu beside the event \"menu\"", "none");
+  if (options.menu) inputs.menu = readBytes(*options.menu, "a menu file");
+  inputs.drawing = readDrawing(options.drawing);
+  return inputs;
+}
+
+const std::vector<fs::path> kTables = {"trajectory.csv", "entities.csv", "commandline.log", "summary.json",
+                                       "index.html"};
+
 void writeResults(const fs::path& out, RunResult& result, const RunNames& names, const Session& session,
                   const Profile& profile) {
+  // The summary first: it is small, and says how the run ended when the disk is too full for the rest.
+  writeFile(out / "summary.json", summaryJson(result, names));
   writeFile(out / "trajectory.csv", trajectoryCsv(result.recording.rows));
   writeFile(out / "entities.csv", entitiesCsv(result.entities));
   writeFile(out / "commandline.log", commandLineLog(result.recording.commandLine));
-  writeFile(out / "summary.json", summaryJson(result, names));
-  writeReport(gatherReport(result, names, session, {profile.log(), profile.menu()}), out / "index.html");
+  writeFile(out / "index.html",
+            reportPage(gatherReport(result, names, session, {profile.log(), profile.menu()})));
 }
 
 void printSummary(const RunResult& result, std::ostream& out) {
   for (const auto& [what, howMuch] : summaryRows(result)) out << what << ": " << howMuch << "\n";
 }
 
-/// Line of the first event that writes the menu file.
-std::optional<std::size_t> lineOfMenuEvent(const Session& session) {
-  for (const TimedUserAction& event : session.user)
-    if (std::holds_alternative<WriteMenu>(event.action)) return event.line;
-  return std::nullopt;
+/// A menu file that the user keeps in the profile of the results comes along when that is replaced.
+void keepMenuFile(const Options& options, const Inputs& inputs, const ResultFolder& results) {
+  if (!options.menu || options.profile) return;
+  const fs::path place = fs::weakly_canonical(*options.menu).lexically_relative(results.folder());
+  if (place.begin() == place.end() || *place.begin() != "profile") return;
+  const fs::path copy = results.partial() / place;
+  if (!fs::exists(copy)) writeFile(copy, *inputs.menu);
+}
+
+RunResult play(const Options& options, Inputs& inputs, const Profile& profile, ResultFolder& results,
+               std::ostream& err) {
+  const RunPlace place(results.partial(), profile.folder(), options.module);
+  Module module(options.module, place.module());
+  results.keepPartial();
+  ReplayRequest request;
+  request.session = inputs.session;
+  request.drawing = std::move(inputs.drawing);
+  request.clock = options.isRealTime ? standin::clock::Kind::kReal : standin::clock::Kind::kReplay;
+  request.frameMs = options.frameMs;
+  request.moments = options.frames;
+  if (inputs.isMenuLate)
+    request.writeMenu = [&] { profile.writeMenu(*inputs.menu); };
+  else if (inputs.menu)
+    profile.writeMenu(*inputs.menu);
+  ProgressLine line(err, !options.isQuiet && isErrorTerminal());
+  request.progress = [&line](std::int64_t nowMs, std::int64_t endMs) { line.show(nowMs, endMs); };
+  return replay(std::move(request), module);
+}
+
+/// Throws when standard output cannot take what has been printed.
+void flush(std::ostream& out) {
+  errno = 0;
+  out.flush();
+  if (out) return;
+  const int reason = errno != 0 ? errno : EIO;
+  throw InputError({"standard output"}, "an output that can be written",
+                   std::generic_category().message(reason));
 }
 
 int runReplay(const Options& options, std::ostream& out, std::ostream& err) {
   checkFiles(options);
-  ReplayRequest request;
-  const Session session = readSession(options.session);
-  request.session = session;
-  request.drawing = readDrawing(options.drawing);
-  const auto menuLine = lineOfMenuEvent(session);
-  if (menuLine && !options.menu)
-    throw InputError({session.file, *menuLine}, "the option --menu beside the event \"menu\"", "none");
-  request.clock = options.isRealTime ? standin::clock::Kind::kReal : standin::clock::Kind::kReplay;
-  request.frameMs = options.frameMs;
-  request.moments = options.frames;
-  Module module(options.module);
-
-  const Profile profile(options.profile.value_or(options.out / "profile"));
-  if (!options.profile) profile.clear();
+  ResultFolder results(options.out);
+  Inputs inputs = readInputs(options);
+  const InterruptionGuard guard;
+  results.begin();
+  const Profile profile(options.profile.value_or(results.partial() / "profile"));
   profile.make();
-  if (menuLine)
-    request.writeMenu = [&] { profile.copyMenu(*options.menu); };
-  else if (options.menu)
-    profile.copyMenu(*options.menu);
-  setUserProfile(profile.folder());
-
-  RunResult result;
-  {
-    ProgressLine line(err, !options.isQuiet && isErrorTerminal());
-    request.progress = [&line](std::int64_t nowMs, std::int64_t endMs) { line.show(nowMs, endMs); };
-    result = replay(std::move(request), module);
-  }
+  RunResult result = play(options, inputs, profile, results, err);
   const RunNames names{options.drawing.filename().string(), options.session.filename().string()};
-  writeResults(options.out, result, names, session, profile);
+  try {
+    writeResults(results.partial(), result, names, inputs.session, profile);
+  } catch (const InputError& error) {
+    result.ending = error.what();
+    writeFile(results.partial() / "summary.json", summaryJson(result, names));
+    throw;
+  }
+  if (result.failure) std::rethrow_exception(result.failure);
+  keepMenuFile(options, inputs, results);
+  std::vector<fs::path> finished = kTables;
+  if (!options.profile) finished.emplace_back("profile/Lumetrapad");
+  results.putInPlace(finished);
+
   if (!options.isQuiet) printSummary(result, out);
   for (const std::string& problem : result.problems) err << "workbench: problem: " << problem << "\n";
   out << (options.out / "index.html").generic_string() << "\n";
+  flush(out);
   return result.isClean() ? kExitClean : kExitUnclean;
+}
+
+int printHelp(const HelpWanted& help, std::ostream& out, std::ostream& err) {
+  try {
+    out << help.text;
+    flush(out);
+    return kExitClean;
+  } catch (const InputError& error) {
+    err << "workbench: " << error.what() << "\n";
+    return kExitBadInput;
+  }
 }
 
 }  // namespace
@@ -109,8 +189,10 @@ int runWorkbench(const std::vector<std::string>& arguments, std::ostream& out, s
   try {
     return runReplay(parseOptions(arguments), out, err);
   } catch (const HelpWanted& help) {
-    out << help.text;
-    return kExitClean;
+    return printHelp(help, out, err);
+  } catch (const Interrupted& interrupted) {
+    err << "workbench: " << interrupted.what() << "\n";
+    return kExitUnclean;
   } catch (const std::exception& error) {
     err << "workbench: " << error.what() << "\n";
     return kExitBadInput;

@@ -62,7 +62,7 @@ Options finish(const RawOptions& raw, Options options) {
 void addOptions(CLI::App& replay, RawOptions& raw, Options& options) {
   replay.add_option("--drawing", raw.drawing, "the drawing (DXF text file)")->required();
   replay.add_option("--session", raw.session, "what the device and the user do")->required();
-  replay.add_option("--out", raw.out, "folder for the results; must be there")->required();
+  replay.add_option("--out", raw.out, "folder for the results, made when it is missing")->required();
   replay.add_option("--profile", raw.profile,
                     "the user's profile folder, kept from run to run [OUT/profile, new]");
   replay.add_option("--menu", raw.menu, "menu file, copied into the profile");
@@ -105,9 +105,7 @@ void checkFiles(const Options& options) {
   requireFile(options.drawing, "a drawing (DXF text file)");
   requireFile(options.session, "a session");
   if (options.menu) requireFile(*options.menu, "a menu file");
-  if (!fs::exists(options.out))
-    throw InputError({options.out.string()}, "a folder for the results", "no such folder");
-  if (!fs::is_directory(options.out))
+  if (fs::exists(options.out) && !fs::is_directory(options.out))
     throw InputError({options.out.string()}, "a folder for the results", "a file");
   if (options.profile && fs::exists(*options.profile) && !fs::is_directory(*options.profile))
     throw InputError({options.profile->string()}, "a folder for the user's profile", "a file");

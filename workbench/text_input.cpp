@@ -98,7 +98,7 @@ std::string_view withoutPlus(std::string_view text) {
 
 }  // namespace
 
-std::string readFile(const std::filesystem::path& file, const std::string& what) {
+std::string readBytes(const std::filesystem::path& file, const std::string& what) {
   const std::string name = file.string();
   std::error_code error;
   const auto status = std::filesystem::status(file, error);
@@ -109,8 +109,15 @@ std::string readFile(const std::filesystem::path& file, const std::string& what)
   std::string text;
   const auto size = std::filesystem::file_size(file, error);
   if (!error) text.reserve(size);
-  text.assign(std::istreambuf_iterator<char>(stream), {});
+  char block[1 << 16];
+  while (stream.read(block, sizeof block) || stream.gcount() != 0)
+    text.append(block, static_cast<std::size_t>(stream.gcount()));
   if (stream.bad()) throw InputError({name}, what, "a file that cannot be read");
+  return text;
+}
+
+std::string readFile(const std::filesystem::path& file, const std::string& what) {
+  std::string text = readBytes(file, what);
   if (text.compare(0, kByteOrderMark.size(), kByteOrderMark) == 0) text.erase(0, kByteOrderMark.size());
   return text;
 }

@@ -9,8 +9,11 @@
 
 namespace workbench {
 
-/// The file's bytes without a UTF-8 byte order mark. `what` names it in the message ("a drawing"). Throws
-/// InputError when there is no such file, when it is a folder, and when it cannot be read.
+/// The file's bytes. `what` names it in the message ("a drawing"). Throws InputError when there is no such
+/// file, when it is a folder, and when it cannot be read.
+std::string readBytes(const std::filesystem::path& file, const std::string& what);
+
+/// The same without a UTF-8 byte order mark.
 std::string readFile(const std::filesystem::path& file, const std::string& what);
 
 /// The text without blanks and tabs at either end.

@@ -1,6 +1,7 @@
 // Writes the sample reports into a folder, for the browser to open.
 
 #include "sample_data.h"
+#include "workbench/text_output.h"
 
 #include <cstdio>
 #include <exception>
@@ -13,10 +14,10 @@ int main(int argc, char** argv) {
   }
   try {
     const std::filesystem::path folder = argv[1];
-    workbench::writeReport(report_sample::bundle(), folder / "bundle.html");
-    workbench::writeReport(report_sample::emptyRun(), folder / "empty.html");
-    workbench::writeReport(report_sample::hostileRun(), folder / "hostile.html");
-    workbench::writeReport(report_sample::largeRun(10000, 60), folder / "large.html");
+    workbench::writeFile(folder / "bundle.html", workbench::reportPage(report_sample::bundle()));
+    workbench::writeFile(folder / "empty.html", workbench::reportPage(report_sample::emptyRun()));
+    workbench::writeFile(folder / "hostile.html", workbench::reportPage(report_sample::hostileRun()));
+    workbench::writeFile(folder / "large.html", workbench::reportPage(report_sample::largeRun(10000, 60)));
   } catch (const std::exception& error) {
     std::fprintf(stderr, "%s\n", error.what());
     return 1;

@@ -44,8 +44,6 @@ TEST(CommandLine, EveryMistakeGivesOneLineAndWritesNothing) {
        "far.session:1: expected rz (a whole number, -32768 to 32767), found \"40000\""},
       {"--drawing a.dxf --session late.session --out out",
        "late.session:2: expected the option --menu beside the event \"menu\", found none"},
-      {"--drawing a.dxf --session a.session --out none",
-       "none: expected a folder for the results, found no such folder"},
       {"--drawing a.dxf --session a.session --out file",
        "file: expected a folder for the results, found a file"},
       {"--drawing a.dxf --session a.session --out out --profile file",

@@ -53,7 +53,7 @@ INSTANTIATE_TEST_SUITE_P(OfEachKind, Misbehaviour,
                                          Fault{"leave-reactor", "1 document reactors left registered"},
                                          Fault{"leave-command", "1 commands left registered"},
                                          Fault{"print-off-main", "2 host calls off the main thread"},
-                                         Fault{"pin", "the module is mapped still after it was freed"}),
+                                         Fault{"pin", "the module is still mapped after it was freed"}),
                          nameOf);
 
 }  // namespace

@@ -1,12 +1,11 @@
 /// The user's desktop as far as a session touches it: what is under the mouse pointer, and what the module
-/// shows or sounds outside the drawing; also the profile folder the module finds in its environment.
+/// shows or sounds outside the drawing.
 #ifndef WORKBENCH_DESKTOP_H
 #define WORKBENCH_DESKTOP_H
 
 #include "workbench/report/report.h"
 #include "workbench/sessions/session.h"
 
-#include <filesystem>
 #include <functional>
 #include <string>
 
@@ -29,9 +28,6 @@ void movePointer(PointerTarget target);
 
 /// The windows and the pointer as they are now. Main thread.
 ReportDesktop desktopState();
-
-/// Makes `folder` the user's profile folder (USERPROFILE). Main thread, while no other thread runs.
-void setUserProfile(const std::filesystem::path& folder);
 
 /// Whether standard error is a terminal.
 bool isErrorTerminal();

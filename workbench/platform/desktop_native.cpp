@@ -7,7 +7,6 @@
 #include <unistd.h>
 
 #include <cassert>
-#include <cstdlib>
 #include <optional>
 #include <utility>
 
@@ -76,10 +75,6 @@ void listenToDesktop(std::function<void(const DesktopMessage&)> listener) {
 
 void movePointer(PointerTarget target) {
   standin::desktop::pointAt(placeName(target));
-}
-
-void setUserProfile(const std::filesystem::path& folder) {
-  setenv("USERPROFILE", folder.c_str(), 1);
 }
 
 bool isErrorTerminal() {

@@ -4,7 +4,6 @@
 
 #include <windows.h>
 
-#include <cstdlib>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -87,10 +86,6 @@ void listenToDesktop(std::function<void(const DesktopMessage&)> newListener) {
 
 void movePointer(PointerTarget target) {
   windowP->pointAt(controlFor(target));
-}
-
-void setUserProfile(const std::filesystem::path& folder) {
-  _wputenv_s(L"USERPROFILE", folder.c_str());
 }
 
 bool isErrorTerminal() {

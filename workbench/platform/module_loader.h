@@ -15,9 +15,11 @@ constexpr int kHostApiVersion = 0x130000;
 
 class Module {
  public:
-  /// Loads the library. Throws InputError when there is no such file, when it cannot be loaded, lacks one of
-  /// its exports or is built for another release of the host.
-  explicit Module(const std::filesystem::path& file);
+  /// Loads the library by `loaded`, another path of `file`. Throws InputError that names `file` when there is
+  /// no such file, when it cannot be loaded, lacks one of its exports or is built for another release of the
+  /// host.
+  Module(const std::filesystem::path& file, const std::filesystem::path& loaded);
+  explicit Module(const std::filesystem::path& file) : Module(file, file) {}
   /// Frees the library when it is loaded still.
   ~Module();
   Module(const Module&) = delete;

@@ -33,10 +33,13 @@ struct Closer {
 
 }  // namespace
 
-Module::Module(const std::filesystem::path& file) : mFile(std::filesystem::absolute(file)) {
-  const std::string name = mFile.string();
+Module::Module(const std::filesystem::path& file, const std::filesystem::path& loaded)
+    : mFile(std::filesystem::absolute(loaded)) {
+  const std::string name = file.string();
   if (!std::filesystem::is_regular_file(mFile)) throw InputError({name}, kExpected, "no such file");
-  Closer guard{dlopen(name.c_str(), RTLD_NOW | RTLD_LOCAL)};
+  // Without a slash the system would search for it.
+  const std::string path = loaded.has_parent_path() ? loaded.string() : mFile.string();
+  Closer guard{dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL)};
   if (guard.library == nullptr) throw InputError({name}, kExpected, inQuotes(dlerror()));
   const int version =
       static_cast<int>(symbol<std::uint32_t (*)(std::uint32_t)>(guard.library, "acrxGetApiVersion", name)(0));

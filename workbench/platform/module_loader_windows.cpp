@@ -74,7 +74,8 @@ struct Freer {
 
 }  // namespace
 
-Module::Module(const std::filesystem::path& file) : mFile(std::filesystem::absolute(file).make_preferred()) {
+Module::Module(const std::filesystem::path& file, const std::filesystem::path&)
+    : mFile(std::filesystem::absolute(file).make_preferred()) {
   const std::string name = mFile.string();
   if (!std::filesystem::is_regular_file(mFile)) throw InputError({name}, kExpected, "no such file");
   // A box about a missing library would wait for somebody to press its button.

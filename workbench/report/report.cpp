@@ -6,12 +6,8 @@
 
 #include <nlohmann/json.hpp>
 
-#include <cerrno>
-#include <fstream>
-#include <ios>
 #include <stdexcept>
 #include <string_view>
-#include <system_error>
 
 namespace workbench {
 namespace {
@@ -44,16 +40,6 @@ std::string reportPage(const ReportData& data) {
     rest.remove_prefix(end + kMark.size());
   }
   return page.append(rest);
-}
-
-void writeReport(const ReportData& data, const std::filesystem::path& file) {
-  errno = 0;
-  std::ofstream stream(file, std::ios::binary | std::ios::trunc);
-  stream << reportPage(data);
-  stream.close();
-  if (stream) return;
-  throw std::runtime_error(file.string() +
-                           ": the report cannot be written: " + std::generic_category().message(errno));
 }
 
 }  // namespace workbench

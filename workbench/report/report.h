@@ -6,7 +6,6 @@
 
 #include "workbench/report/report_data.h"
 
-#include <filesystem>
 #include <string>
 
 namespace workbench {
@@ -15,9 +14,6 @@ namespace workbench {
 /// needs; bytes that are not UTF-8 become U+FFFD, and a camera or outline with an infinite number is
 /// reported, not drawn.
 std::string reportPage(const ReportData& data);
-
-/// Writes the page. Throws std::runtime_error with the path and the reason when it cannot.
-void writeReport(const ReportData& data, const std::filesystem::path& file);
 
 }  // namespace workbench
 

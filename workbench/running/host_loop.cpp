@@ -2,6 +2,7 @@
 
 #include "standin_clock.h"
 #include "workbench/input_error.h"
+#include "workbench/platform/interruption.h"
 
 #include <algorithm>
 #include <cassert>
@@ -10,6 +11,12 @@
 namespace workbench {
 
 namespace clock = standin::clock;
+
+namespace {
+
+constexpr std::int64_t kLongestRealWaitMs = 50;
+
+}  // namespace
 
 void guarded(const std::string& what, std::vector<std::string>& problems, const std::function<void()>& call) {
   try {
@@ -27,6 +34,9 @@ void HostLoop::run(const Progress& progress) {
   assert(clock::isMainThread() && "the host loop runs on the main thread");
   while (true) {
     if (progress) progress(clock::nowMs(), mSession.endMs);
+    if (const char* const wish = interruption())
+      throw Interrupted("the run was ended by " + std::string(wish) + " at " +
+                        std::to_string(clock::nowMs()) + " ms");
     clock::advanceTo(clock::nowMs());
     if (runQueuedText() || runTimer() || runUserEvent()) continue;
     if (isOver()) return;
@@ -73,7 +83,9 @@ std::optional<std::int64_t> HostLoop::nextUserTime() const {
 
 std::int64_t HostLoop::nextTime() const {
   const std::int64_t next = nextUserTime().value_or(mSession.endMs);
-  return std::min(next, clock::nextTimer().value_or(next));
+  const std::int64_t due = std::min(next, clock::nextTimer().value_or(next));
+  // In real time a long wait must not keep the user from ending the program.
+  return clock::kind() == clock::Kind::kReal ? std::min(due, clock::nowMs() + kLongestRealWaitMs) : due;
 }
 
 }  // namespace workbench

@@ -12,6 +12,7 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -20,6 +21,12 @@ namespace workbench {
 
 /// Called between two steps with the progress: now and the end, in ms.
 using Progress = std::function<void(std::int64_t nowMs, std::int64_t endMs)>;
+
+/// The user ended the run; `what()` says how and when.
+class Interrupted : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
 
 class HostLoop {
  public:
@@ -30,7 +37,7 @@ class HostLoop {
       : mSession(session), mDevice(device), mSurroundings(std::move(surroundings)), mProblems(problems) {}
 
   /// Runs the session to its end. Main thread. Throws InputError when the host has no variable or value
-  /// that the session names.
+  /// that the session names, and Interrupted when the user ends the program.
   void run(const Progress& progress);
 
  private:

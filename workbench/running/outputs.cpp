@@ -1,12 +1,9 @@
 #include "workbench/running/outputs.h"
 
-#include "workbench/input_error.h"
-
 #include <nlohmann/json.hpp>
 
 #include <cassert>
 #include <charconv>
-#include <fstream>
 #include <string_view>
 #include <utility>
 
@@ -174,13 +171,6 @@ std::string commandLineLog(const std::vector<CommandLineEntry>& lines) {
     text += std::to_string(line.timeMs) + " " + kindName(line.kind) + " " + nlohmann::json(line.text).dump() +
             "\n";
   return text;
-}
-
-void writeFile(const std::filesystem::path& file, const std::string& text) {
-  std::ofstream stream(file, std::ios::binary | std::ios::trunc);
-  stream.write(text.data(), static_cast<std::streamsize>(text.size()));
-  stream.close();
-  if (!stream) throw InputError({file.string()}, "a file that can be written", "one that cannot");
 }
 
 }  // namespace workbench

@@ -6,7 +6,6 @@
 #include "workbench/running/drawing_state.h"
 #include "workbench/running/recording.h"
 
-#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -24,9 +23,6 @@ std::string commandLineLog(const std::vector<CommandLineEntry>& lines);
 
 const char* kindName(RowKind kind);
 const char* kindName(LineKind kind);
-
-/// Writes the text. Throws InputError with the path when it cannot.
-void writeFile(const std::filesystem::path& file, const std::string& text);
 
 }  // namespace workbench
 

@@ -2,6 +2,7 @@
 
 #include "workbench/input_error.h"
 #include "workbench/text_input.h"
+#include "workbench/text_output.h"
 
 #include <system_error>
 
@@ -20,23 +21,20 @@ std::string textOf(const fs::path& file, const char* expected) {
 
 Profile::Profile(const fs::path& profile) : mFolder(fs::absolute(profile).lexically_normal()) {}
 
-void Profile::clear() const {
-  std::error_code error;
-  fs::remove_all(settings(), error);
-  if (error) throw InputError({settings().string()}, "a folder that can be removed", error.message());
-}
-
 void Profile::make() const {
   std::error_code error;
   fs::create_directories(applications(), error);
   if (error) throw InputError({applications().string()}, "a folder that can be made", error.message());
+  // The module only logs what it cannot write, and the log may be what it cannot.
+  for (const fs::path& folder : {settings(), applications()}) {
+    const fs::path trial = folder / ".trial";
+    writeFile(trial, "");
+    fs::remove(trial, error);
+  }
 }
 
-void Profile::copyMenu(const fs::path& menu) const {
-  const fs::path copy = menuFile();
-  std::error_code error;
-  fs::copy_file(menu, copy, fs::copy_options::overwrite_existing, error);
-  if (error) throw InputError({copy.string()}, "a file that can be written", error.message());
+void Profile::writeMenu(const std::string& bytes) const {
+  writeFile(menuFile(), bytes);
 }
 
 std::string Profile::log() const {

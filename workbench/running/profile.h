@@ -13,12 +13,11 @@ class Profile {
  public:
   explicit Profile(const std::filesystem::path& profile);
 
-  /// Removes what an earlier run left: its settings and log. Throws InputError when that cannot be done.
-  void clear() const;
-  /// Makes the folders. Throws InputError when that cannot be done.
+  /// Makes the folders. Throws InputError when that cannot be done, and when the module could not write
+  /// there.
   void make() const;
-  /// Copies the menu file as "autocad.mnu". Throws InputError when that cannot be done.
-  void copyMenu(const std::filesystem::path& menu) const;
+  /// Writes the menu file "autocad.mnu". Throws InputError when that cannot be done.
+  void writeMenu(const std::string& bytes) const;
 
   const std::filesystem::path& folder() const { return mFolder; }
   /// The module's log, empty when it wrote none.

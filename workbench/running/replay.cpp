@@ -49,12 +49,11 @@ class Run {
     Recorder recorder;
     recorder.begin();
     mMoments.begin();
-    const std::exception_ptr failure = runModule(recorder);
+    runModule(recorder);
     unload();
     collect(recorder);
     // Closing would call a reactor that is still registered, whose code has been unloaded.
     if (mResult.host.reactors == 0) host::closeDocument();
-    if (failure) std::rethrow_exception(failure);
     return std::move(mResult);
   }
 
@@ -72,8 +71,7 @@ class Run {
   }
 
   /// From the init message to the unload message, which is sent whatever the session comes to.
-  std::exception_ptr runModule(Recorder& recorder) {
-    std::exception_ptr failure;
+  void runModule(Recorder& recorder) {
     mDevice.emplace(mRequest.session);
     // Scrolling makes no drawing call, so the clock triggers the capture too.
     for (const std::int64_t timeMs : mMoments.times()) clock::schedule(timeMs, [this] { mMoments.look(); });
@@ -87,12 +85,20 @@ class Run {
             if (mRequest.progress) mRequest.progress(nowMs, endMs);
           });
       mMoments.finish();
-    } catch (const InputError&) {
-      failure = std::current_exception();
+    } catch (const InputError& error) {
+      noteFailure(error);
+    } catch (const Interrupted& interrupted) {
+      noteFailure(interrupted);
     }
     send(AcRx::kUnloadDwgMsg, "the unload drawing message");
     send(AcRx::kUnloadAppMsg, "the unload message");
-    return failure;
+  }
+
+  void noteFailure(const std::exception& failure) {
+    mResult.failure = std::current_exception();
+    mResult.ending = failure.what();
+    mResult.problems.emplace_back(failure.what());
+    mResult.endMs = clock::nowMs();
   }
 
   void send(AcRx::AppMsgCode message, const std::string& name) {

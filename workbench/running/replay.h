@@ -14,6 +14,7 @@
 #include "workbench/sessions/session.h"
 
 #include <cstdint>
+#include <exception>
 #include <functional>
 #include <map>
 #include <memory>
@@ -44,12 +45,14 @@ struct RunResult {
   std::vector<ReportMoment> moments;
   standin::host::Layout layout;
   std::vector<std::string> problems;  ///< what makes the run unclean, one line each
+  std::exception_ptr failure;         ///< what ended the run before its session: InputError or Interrupted
+  std::string ending = "the end of the session";  ///< what ended the run, in words
 
   bool isClean() const { return problems.empty(); }
 };
 
-/// Runs the session with the module, which is unloaded at the end. Throws InputError when the session names
-/// what the host does not have; the module is unloaded then too.
+/// Runs the session with the module, which is unloaded at the end, also when the session names what the host
+/// does not have and when the user ends the run.
 RunResult replay(ReplayRequest request, Module& module);
 
 }  // namespace workbench

@@ -81,6 +81,7 @@ using standin::host::Report;
 /// Adding a value: a row here and its row in docs/outputs.md.
 const Entry kEntries[] = {
     {"end_ms", member<&RunResult::endMs>, "session", milliseconds},
+    {"ended_by", member<&RunResult::ending>},
     {"passes_3d", hostCount<&Report::updates>, "passes in 3D"},
     {"passes_2d", hostCount<&Report::paperUpdates>, "passes in 2D"},
     {"commits", hostCount<&Report::commits>, "views committed"},
