@@ -2,14 +2,26 @@
 
 #include "common_sources/rotation_mode.h"
 
-Camera cameraOf(const AcGsView& view) {
-  return {view.position(), view.target(), view.upVector(), view.fieldWidth(), view.fieldHeight()};
-}
+#include <cmath>
 
-void setCamera(AcGsView& view, const Camera& camera, bool isPerspective) {
-  view.setView(camera.position, camera.target, camera.up, camera.fieldWidth, camera.fieldHeight,
-               isPerspective ? AcGsView::kPerspective : AcGsView::kParallel);
-}
+namespace {
+
+/// The rotation of the host's rotateBy. Three vectors turn alike in each pass, and the host would work out
+/// sine and cosine for each of them.
+struct Rotation {
+  AcGeVector3d unit;  ///< the axis
+  double cosine;
+  double sine;
+
+  /// v cos a + (u x v) sin a + u (u . v) (1 - cos a)
+  AcGeVector3d of(const AcGeVector3d& v) const {
+    const AcGeVector3d& u = unit;
+    const AcGeVector3d cross{u.y * v.z - u.z * v.y, u.z * v.x - u.x * v.z, u.x * v.y - u.y * v.x};
+    return v * cosine + cross * sine + u * (u.dotProduct(v) * (1 - cosine));
+  }
+};
+
+}  // namespace
 
 void moveCamera(Camera& camera, const AcGeVector3d& step) {
   camera.position += step;
@@ -17,9 +29,13 @@ void moveCamera(Camera& camera, const AcGeVector3d& step) {
 }
 
 void turnCamera(Camera& camera, double angle, const AcGeVector3d& axis, const AcGePoint3d& centre) {
-  camera.position.rotateBy(angle, axis, centre);
-  camera.target.rotateBy(angle, axis, centre);
-  camera.up.rotateBy(angle, axis);
+  // As in the host's rotateBy: an axis without length turns nothing. normalize() leaves such a one as it is.
+  const double tolerance = AcGeContext::gTol.equalVector();
+  if (axis.dotProduct(axis) < tolerance * tolerance) return;
+  const Rotation rotation{axis, std::cos(angle), std::sin(angle)};
+  camera.position = centre + rotation.of(camera.position - centre);
+  camera.target = centre + rotation.of(camera.target - centre);
+  camera.up = rotation.of(camera.up);
 }
 
 AcGePoint3d rotationCentre(const AcGsView& view, int rotCenterMode, bool isPerspective) {

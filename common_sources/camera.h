@@ -17,10 +17,15 @@ struct Camera {
   double fieldHeight;
 };
 
-Camera cameraOf(const AcGsView& view);
+inline Camera cameraOf(const AcGsView& view) {
+  return {view.position(), view.target(), view.upVector(), view.fieldWidth(), view.fieldHeight()};
+}
 
-/// Gives the view this camera; its projection stays what the caller has read.
-void setCamera(AcGsView& view, const Camera& camera, bool isPerspective);
+/// Gives the view this camera and the projection that the caller has read.
+inline void setCamera(AcGsView& view, const Camera& camera, bool isPerspective) {
+  view.setView(camera.position, camera.target, camera.up, camera.fieldWidth, camera.fieldHeight,
+               isPerspective ? AcGsView::kPerspective : AcGsView::kParallel);
+}
 
 /// Moves position and target alike, so that the direction of view stays.
 void moveCamera(Camera& camera, const AcGeVector3d& step);
