@@ -12,8 +12,6 @@
 namespace {
 
 constexpr const char* kClass = "Settings";
-constexpr std::size_t kKeyWidth = 22;
-constexpr std::size_t kValueWidth = 50;
 constexpr std::size_t kLabelWidth = 23;
 constexpr std::string_view kDumpTitle = "(AutoCAD Plug-in) ";
 
@@ -21,23 +19,13 @@ constexpr std::string_view kDumpTitle = "(AutoCAD Plug-in) ";
 template <typename Owner>
 using Field = std::variant<std::string Owner::*, std::int32_t Owner::*, bool Owner::*>;
 
-std::string padded(std::string text, std::size_t width) {
-  if (text.size() < width) text.resize(width, ' ');
-  return text;
-}
-
-template <typename Owner>
-std::string settingLine(const Setting& setting, const Owner& owner, const Field<Owner>& field) {
-  const std::string value = std::visit([&owner](auto fieldP) { return settingText(owner.*fieldP); }, field);
-  return "\t" + padded(std::string(setting.key), kKeyWidth) + "= " + padded(value, kValueWidth) +
-         std::string(setting.comment) + "\n";
-}
-
 template <typename Owner, std::size_t kCount>
 std::string section(std::string_view name, const Setting (&settings)[kCount], const Owner& owner,
                     const Field<Owner> (&fields)[kCount]) {
   std::string text = "[" + std::string(name) + "]\n";
-  for (std::size_t i = 0; i < kCount; ++i) text += settingLine(settings[i], owner, fields[i]);
+  for (std::size_t i = 0; i < kCount; ++i)
+    text += settingLine(settings[i],
+                        std::visit([&owner](auto fieldP) { return settingText(owner.*fieldP); }, fields[i]));
   return text;
 }
 
@@ -137,7 +125,7 @@ void Settings::setDefaults() {
 }
 
 std::string Settings::fileText() const {
-  return "# Configuration file for Lumetrapad's AutoCAD plug-in\n\n" +
+  return std::string(kSettingsFileTitle) + "\n\n" +
          section(kProgramSection, kProgramSettings, *this, Fields::kProgram) + "\n" +
          section(mLogPars.mSectionName, kLogSettings, mLogPars, Fields::kLog);
 }

@@ -5,6 +5,19 @@
 #include <algorithm>
 #include <cstdlib>
 #include <limits>
+#include <utility>
+
+namespace {
+
+constexpr std::size_t kKeyWidth = 22;
+constexpr std::size_t kValueWidth = 50;
+
+std::string padded(std::string text, std::size_t width) {
+  if (text.size() < width) text.resize(width, ' ');
+  return text;
+}
+
+}  // namespace
 
 std::string settingText(const std::string& value) {
   return value;
@@ -21,6 +34,11 @@ std::string defaultText(const Setting& setting) {
   if (const auto* const numberP = std::get_if<std::int32_t>(&setting.defaultValue))
     return settingText(*numberP);
   return settingText(std::get<bool>(setting.defaultValue));
+}
+
+std::string settingLine(const Setting& setting, std::string value) {
+  return "\t" + padded(std::string(setting.key), kKeyWidth) + "= " + padded(std::move(value), kValueWidth) +
+         std::string(setting.comment) + "\n";
 }
 
 void readSetting(std::string& value, const std::string& text) {
