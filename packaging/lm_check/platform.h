@@ -1,0 +1,15 @@
+/// What the two builds of the checker do in different ways.
+#ifndef PACKAGING_LM_CHECK_PLATFORM_H
+#define PACKAGING_LM_CHECK_PLATFORM_H
+
+#include "packaging/lm_check/finding.h"
+
+#include <string>
+
+/// The findings of the machine itself. The native build has none: there is no AutoCAD on Linux.
+Findings machineFindings();
+
+/// A text of the module's, in UTF-8.
+std::string toUtf8(const std::string& text);
+
+#endif
