@@ -7,6 +7,7 @@
 #include "packaging/lm_check/settings_check.h"
 #include "packaging/lm_check/settings_repair.h"
 #include "packaging/version.h"
+#include "util/native_file.h"
 #include "util/util.h"
 
 #include <nlohmann/json.hpp>
@@ -75,7 +76,7 @@ Findings checkProfile(const Profile& profile, ProfileKind kind) {
 void repair(const Profile& profile, Report& report) {
   const std::optional<RepairedSettings> repaired = repairSettings(profile.settingsFile);
   if (!repaired) return;
-  if (!writeRepairedSettings(profile.repairedFile, *repaired)) {
+  if (!replaceFile(profile.repairedFile, repaired->text)) {
     report.problem = "'" + profile.repairedFile + "' could not be written";
     return;
   }

@@ -2,7 +2,6 @@
 
 #include "common_sources/settings_list.h"
 #include "packaging/lm_check/file_lines.h"
-#include "util/native_file.h"
 
 #include <algorithm>
 #include <cctype>
@@ -128,16 +127,4 @@ std::optional<RepairedSettings> repairSettings(const std::string& path) {
   const std::optional<FileText> text = readFileText(path);
   if (!text) return std::nullopt;
   return Repair(*text).run();
-}
-
-bool writeRepairedSettings(const std::string& path, const RepairedSettings& repaired) {
-  const std::string unfinished = path + ".new";
-  NativeFile file;
-  const bool isWritten = file.openForReplacing(unfinished) && file.write(repaired.text);
-  file.close();
-  if (isWritten && removeFile(path) != FileChange::kFailed &&
-      renameFile(unfinished, path) == FileChange::kDone)
-    return true;
-  removeFile(unfinished);
-  return false;
 }

@@ -16,7 +16,4 @@ struct RepairedSettings {
 /// keeps what the module can use; the rest becomes the default. None when the file cannot be opened.
 std::optional<RepairedSettings> repairSettings(const std::string& path);
 
-/// Puts the text into a file, whole or not at all.
-bool writeRepairedSettings(const std::string& path, const RepairedSettings& repaired);
-
 #endif
