@@ -20,8 +20,10 @@ ClassName windowClass(HWND window) {
   ClassName narrow{};
   const int read = GetClassNameW(window, wide.data(), static_cast<int>(wide.size()));
   const int length = std::min(read, static_cast<int>(narrow.size()) - 1);
-  WideCharToMultiByte(CP_ACP, 0, wide.data(), length, narrow.data(), static_cast<int>(narrow.size()) - 1, " ",
-                      nullptr);
+  const int size = static_cast<int>(narrow.size()) - 1;
+  // UTF-8 as the ANSI code page refuses a replacement, and needs none.
+  if (WideCharToMultiByte(CP_ACP, 0, wide.data(), length, narrow.data(), size, " ", nullptr) == 0)
+    WideCharToMultiByte(CP_ACP, 0, wide.data(), length, narrow.data(), size, nullptr, nullptr);
   return narrow;
 }
 

@@ -1,9 +1,13 @@
 #include "common_sources/window_search.h"
 
+#include <cstdint>
+
 namespace {
 
-LONG area(const RECT& rect) {
-  return (rect.right - rect.left) * (rect.bottom - rect.top);
+/// Wider than a side, and each side before it is subtracted: a window may reach over all coordinates.
+std::int64_t area(const RECT& rect) {
+  const std::int64_t width = std::int64_t{rect.right} - rect.left;
+  return width * (std::int64_t{rect.bottom} - rect.top);
 }
 
 struct Search {

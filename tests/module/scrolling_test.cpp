@@ -1,5 +1,6 @@
 #include "standin_clock.h"
 #include "standin_desktop.h"
+#include "standin_win32_faults.h"
 #include "tests/module/module_fixture.h"
 
 #include <gmock/gmock.h>
@@ -33,6 +34,15 @@ TEST_F(Scrolling, LongTreeScrollsTenLinesAPass) {
   EXPECT_TRUE(scroll(0, 0, 100));
   EXPECT_EQ(position(mDesktop.tree), 10);
   EXPECT_EQ(sent(), 10u);
+}
+
+TEST_F(Scrolling, CodePageThatRefusesAReplacementNamesTheClassesToo) {
+  ASSERT_TRUE(desktop::pointAt("tree"));
+  ASSERT_TRUE(
+      standin::windows::faults().order("WideCharToMultiByte", {standin::Misbehaviour::kFail, 1, true}));
+  EXPECT_TRUE(scroll(0, 0, 100));
+  EXPECT_EQ(sent(), 10u);
+  standin::windows::faults().clear();
 }
 
 TEST_F(Scrolling, ShortListScrollsOneLineAPass) {

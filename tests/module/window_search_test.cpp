@@ -49,6 +49,13 @@ TEST_F(WindowSearch, EqualSizeDoesNotReplaceTheFirst) {
   EXPECT_EQ(smallestWindowAt({5, 5}), first);
 }
 
+TEST_F(WindowSearch, SizeOfAHugeWindowIsNotTakenForASmallOne) {
+  const HWND frame = window(nullptr, {0, 0, 100, 100});
+  const HWND first = window(frame, {0, 0, 20, 20});
+  window(frame, {0, 0, 65536, 65536});
+  EXPECT_EQ(smallestWindowAt({5, 5}), first) << "the product of the sides has 33 bits";
+}
+
 TEST_F(WindowSearch, HiddenSiblingIsPassedOver) {
   const HWND frame = window(nullptr, {0, 0, 100, 100});
   const HWND large = window(frame, {0, 0, 80, 80});
