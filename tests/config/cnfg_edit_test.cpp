@@ -72,6 +72,15 @@ TEST_F(CnfgEditing, ALineOfBlanksAtTheEndIsKept) {
   EXPECT_EQ(mFolder.read("a.ini"), "k=11\n \n");
 }
 
+TEST_F(CnfgEditing, ACommentWithAnotherHashIsKeptWhole) {
+  mFolder.write("a.ini", "[A]\nk = 1 # two # three\n");
+  ASSERT_EQ(mCnfg.open(mFolder.path("a.ini")), 0);
+  mCnfg.loadForEditing();
+  EXPECT_EQ(mCnfg.setParameter("k", "2", "A"), 0);
+  EXPECT_EQ(mCnfg.save(), 0);
+  EXPECT_EQ(mFolder.read("a.ini"), "[A]\nk = 2 # two # three\n");
+}
+
 TEST_F(CnfgEditing, WhatIsMissingIsNamed) {
   load("[A]\nk=1\n");
   mCnfg.setParameter("none", "2", "A");

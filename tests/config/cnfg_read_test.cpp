@@ -164,6 +164,20 @@ TEST_F(CnfgReading, ALineThatBeginsWithACarriageReturnIsPassedOver) {
   EXPECT_EQ(mKey + mValue, "b2");
 }
 
+TEST_F(CnfgReading, TheFirstOfTwoHashesEndsTheValue) {
+  open("[A]\nk = one # two # three\n");
+  EXPECT_EQ(mCnfg.readParameter("k", mValue, "A"), 0);
+  EXPECT_EQ(mValue, "one");
+}
+
+TEST_F(CnfgReading, ASecondCarriageReturnBeforeALineFeedEndsTheValue) {
+  open("[A]\r\r\nk = 1\r\r\nm = 2\r\r\n");
+  EXPECT_EQ(mCnfg.readParameter("k", mValue, "A"), 0);
+  EXPECT_EQ(mValue, "1");
+  EXPECT_EQ(mCnfg.readParameter("m", mValue, "A"), 0);
+  EXPECT_EQ(mValue, "2");
+}
+
 TEST_F(CnfgReading, LineEndsOfWindowsAreLineEnds) {
   open("[A]\r\na=1\r\nkeyAlone\r\n\r\nb=2\r\n");
   mCnfg.findSection("A");

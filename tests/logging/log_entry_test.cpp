@@ -10,6 +10,7 @@
 #include <regex>
 #include <sstream>
 #include <stdexcept>
+#include <thread>
 
 namespace {
 
@@ -33,6 +34,47 @@ TEST_F(LogEntries, HaveTimeTypeThreadPositionAndText) {
   ASSERT_EQ(entries().size(), 1u);
   EXPECT_TRUE(std::regex_match(entries()[0].substr(0, 12), std::regex("\\d\\d:\\d\\d:\\d\\d\\.\\d{3}")));
   EXPECT_EQ(entries()[0].substr(12), expected);
+}
+
+/// Milliseconds since midnight of a line's time.
+std::uint32_t msOf(const std::string& line) {
+  const auto number = [&line](std::size_t start, std::size_t size) {
+    return static_cast<std::uint32_t>(std::stoul(line.substr(start, size)));
+  };
+  return ((number(0, 2) * 60 + number(3, 2)) * 60 + number(6, 2)) * 1000 + number(9, 3);
+}
+
+TEST_F(LogEntries, HaveTheTimeOfTheClockToTheMillisecond) {
+  const std::uint32_t before = Util::utcMsOfDay();
+  LM_LOG(kInfo, "A", "A::b") << "text";
+  // A later millisecond, so that a time kept from the first entry is noticed.
+  while (Util::utcMsOfDay() == before) {
+  }
+  const std::uint32_t between = Util::utcMsOfDay();
+  LM_LOG(kInfo, "A", "A::b") << "text";
+  const std::uint32_t after = Util::utcMsOfDay();
+  ASSERT_GE(after, before) << "midnight is in the middle of the test";
+  EXPECT_GE(msOf(entries()[0]), before);
+  EXPECT_LE(msOf(entries()[0]), between);
+  EXPECT_GE(msOf(entries()[1]), between);
+  EXPECT_LE(msOf(entries()[1]), after);
+}
+
+TEST_F(LogEntries, NameTheThreadThatLogs) {
+  LM_LOG(kInfo, "A", "A::b") << "one";
+  std::uint32_t otherId = 0;
+  std::thread([&otherId] {
+    otherId = currentThreadId();
+    LM_LOG(kInfo, "A", "A::b") << "other";
+  }).join();
+  LM_LOG(kInfo, "A", "A::b") << "one again";
+  ASSERT_EQ(entries().size(), 3u);
+  const auto threadOf = [this](std::size_t index) {
+    return static_cast<std::uint32_t>(std::stoul(entries()[index].substr(17)));
+  };
+  EXPECT_EQ(threadOf(0), currentThreadId());
+  EXPECT_EQ(threadOf(1), otherId);
+  EXPECT_EQ(threadOf(2), currentThreadId());
 }
 
 TEST_F(LogEntries, EndWithALineEnd) {

@@ -1,6 +1,10 @@
+#include "config/cnfg.h"
 #include "tests/settings/settings_fixture.h"
 
+#include <atomic>
 #include <limits>
+#include <sstream>
+#include <thread>
 
 namespace {
 
@@ -156,6 +160,62 @@ TEST_F(SettingsTest, AValueLongerThanItsFieldIsWrittenWhole) {
   write(replaced(tests::kDefaultSettings, "AutoCAD Plug-in                                   ", name));
   { const Settings settings; }
   EXPECT_NE(file().find("= " + name + "# program's name\n"), std::string::npos);
+}
+
+/// A file in which no value is the default.
+std::string changedFile() {
+  return tests::settingsText({{"name", "n"},          {"version", "9"},
+                              {"transSensBase", "1"}, {"rotSensBase", "2"},
+                              {"minThreshold", "3"},  {"maxContMoveTime", "4"},
+                              {"logFile", "l.txt"},   {"maxSize", "5"},
+                              {"fileToLog", "f.cpp"}, {"toggleRotationCenter", "off"},
+                              {"logToFile", "off"},   {"toggleRotationAxis", "on"},
+                              {"logToCnsl", "on"},    {"scrollTreeAndList", "off"},
+                              {"warning", "on"},      {"useInt3dIntrfce", "on"},
+                              {"creation", "off"},    {"trace", "on"},
+                              {"devcom", "on"},       {"intcom", "on"},
+                              {"info", "off"},        {"debug", "on"},
+                              {"tmp", "on"}});
+}
+
+TEST_F(SettingsTest, AChangedFileDiffersFromTheDefaultsInEveryKey) {
+  std::istringstream changed(changedFile()), defaults(tests::kDefaultSettings);
+  int keys = 0;
+  for (std::string line, other; std::getline(changed, line) && std::getline(defaults, other);) {
+    if (line.empty() || line[0] != '\t') continue;
+    EXPECT_NE(line, other);
+    ++keys;
+  }
+  EXPECT_EQ(keys, 23);
+}
+
+TEST_F(SettingsTest, AResetTakesEveryValueToItsDefault) {
+  write(replaced(changedFile(), "\tfileToLog ", "\tfileTolog "));
+  const Settings settings;
+  expectDefaults(settings);
+  EXPECT_EQ(file(), tests::kDefaultSettings);
+}
+
+TEST_F(SettingsTest, EveryValueIsWrittenBackAsItWasRead) {
+  write(changedFile());
+  { const Settings settings; }
+  EXPECT_EQ(file(), changedFile());
+}
+
+TEST_F(SettingsTest, AReaderNeverFindsAPartOfTheFile) {
+  Settings settings;
+  std::atomic<bool> isEnding{false};
+  std::thread writer([&] {
+    for (int i = 0; i < 50; ++i) EXPECT_EQ(settings.writeSettingsFile(settings.settingsFilePath()), 0);
+    isEnding = true;
+  });
+  while (!isEnding) {
+    Cnfg cnfg;
+    std::string value;
+    EXPECT_EQ(cnfg.open(settings.settingsFilePath()), Cnfg::kOk);
+    EXPECT_EQ(cnfg.readParameter("fileToLog", value, "LOGGING"), Cnfg::kOk) << "the last key of the file";
+  }
+  writer.join();
 }
 
 TEST_F(SettingsTest, ARemovedKeyResetsEveryValue) {

@@ -75,6 +75,10 @@ TEST_F(FileFaults, ReplacementRefusesADevice) {
   EXPECT_TRUE(fs::is_character_file("/dev/full"));
 }
 
+TEST(FilePaths, GetTheSystemsSeparators) {
+  EXPECT_EQ(systemPath("\\a\\b/c"), "/a/b/c");
+}
+
 TEST_F(FileFaults, WriteGoesOnAfterASignal) {
   NativeFile file;
   ASSERT_TRUE(file.openForAppending(path()));

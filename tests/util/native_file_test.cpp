@@ -16,10 +16,6 @@ class NativeFiles : public testing::Test {
   NativeFile mFile;
 };
 
-TEST_F(NativeFiles, PathsGetTheSystemsSeparators) {
-  EXPECT_EQ(systemPath("\\a\\b/c"), "/a/b/c");
-}
-
 TEST_F(NativeFiles, AreReadInPieces) {
   mFolder.write("a.txt", "abc");
   ASSERT_TRUE(mFile.openForReading(path()));

@@ -21,4 +21,21 @@ TEST(RegistryTypes, OnlyATextIsReadAsOne) {
   RegDeleteKeyW(HKEY_CURRENT_USER, L"Software\\LumetraTypes");
 }
 
+TEST(RegistryFaults, ValueThatCannotBeSetIsReported) {
+  HKEY key = nullptr;
+  ASSERT_EQ(RegCreateKeyExW(HKEY_CURRENT_USER, L"Software\\LumetraFaults", 0, nullptr, 0, KEY_SET_VALUE,
+                            nullptr, &key, nullptr),
+            ERROR_SUCCESS);
+  RegCloseKey(key);
+  testing::internal::CaptureStdout();
+  // No value's name is longer than 16383 characters.
+  EXPECT_FALSE(Registry::setValue("Software\\LumetraFaults", std::string(20000, 'n'), "text"));
+  const std::string output = testing::internal::GetCapturedStdout();
+  const std::string start = "*** Error setting registry value '" + std::string(20000, 'n') +
+                            "' into 'Software\\LumetraFaults' (Return code: ";
+  EXPECT_EQ(output.substr(0, start.size()), start);
+  EXPECT_EQ(output.substr(output.size() - 3), "!)\n");
+  RegDeleteKeyW(HKEY_CURRENT_USER, L"Software\\LumetraFaults");
+}
+
 }  // namespace
