@@ -2,6 +2,7 @@
 
 std::int32_t Cnfg::open(const std::string& fileName) {
   mIsEditing = false;
+  // Kept also when the file cannot be opened: the error text names it.
   mFileName = fileName;
   return result(mReader.open(fileName) ? kOk : kFileNotFound);
 }
@@ -21,6 +22,8 @@ bool Cnfg::isSectionFound(std::string_view section) {
 /// The next line that isn't passed over. At the end of the file that is an empty one.
 CnfgLine Cnfg::nextLine() {
   std::string_view line;
+  // Only a '#' in the first column is skipped: an indented comment ends the section's parameters. So is a
+  // line that begins with a CR, which is what a line end of CR CR LF leaves of an empty line.
   do {
     line = mReader.next();
   } while (!line.empty() && (line.front() == CnfgLine::kComment || line.front() == '\r'));
@@ -48,9 +51,11 @@ std::int32_t Cnfg::readNextParameter(std::string& key, std::string& value, Trim 
 std::int32_t Cnfg::readParameter(std::string_view key, std::string& value, std::string_view section,
                                  Trim trim) {
   mParameter = key;
+  // Without a section the search continues where the last operation ended.
   if (!section.empty() && findSection(section) != kOk) return mErrorCode;
   CnfgLine line;
   do {
+    // The first line that is no parameter ends the section, whatever follows it.
     if (!nextParameter(line)) return result(kParameterNotFound);
   } while (line.key != key);
   copyValue(line, value, trim);

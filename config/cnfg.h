@@ -4,7 +4,7 @@
 /// column does not. Names are compared exactly. Of two sections, and of two parameters in one, with the same
 /// name the first counts.
 ///
-/// Every operation answers one of the codes below and leaves it in the object. A malformed file never throws.
+/// Every operation returns one of the codes below and keeps it in the object. A malformed file never throws.
 /// One thread at a time. The file stays open, shared with other processes, until the object is destroyed.
 #ifndef CONFIG_CNFG_H
 #define CONFIG_CNFG_H
@@ -36,7 +36,7 @@ class Cnfg {
   /// Opens a file (Windows syntax) and leaves editing mode. kOk or kFileNotFound.
   std::int32_t open(const std::string& fileName);
 
-  /// From the start of the file, finds the header of `section`; the next line read is the one behind it.
+  /// From the start of the file, finds the header of `section`; the next line read is the one after it.
   /// kOk or kSectionNotFound.
   std::int32_t findSection(std::string_view section);
 
@@ -44,7 +44,7 @@ class Cnfg {
   /// consumed. kOk or kNoFurtherParameter, which leaves `key` and `value` as they are.
   std::int32_t readNextParameter(std::string& key, std::string& value, Trim trim = Trim::kYes);
 
-  /// The value of `key` in `section`; with an empty section the search goes on from where the file stands.
+  /// The value of `key` in `section`; with an empty section the search continues from the current line.
   /// kOk, kSectionNotFound or kParameterNotFound, which leave `value` as it is.
   std::int32_t readParameter(std::string_view key, std::string& value, std::string_view section,
                              Trim trim = Trim::kYes);
@@ -57,14 +57,14 @@ class Cnfg {
   /// Editing mode: reads the whole file into memory, without the empty lines at its end. kOk.
   std::int32_t loadForEditing();
 
-  /// Gives `key` another value in memory: in `section`, or with an empty section wherever it stands first.
+  /// Gives `key` another value in memory: in `section`, or with an empty section its first occurrence.
   /// The line keeps what was around the value, and its comment keeps its column as far as the new value lets
-  /// it. A '#', CR or LF ends a value, so only what stands before it in `newValue` is taken. kOk,
+  /// it. A '#', CR or LF ends a value, so `newValue` is cut before it. kOk,
   /// kSectionNotFound or kParameterNotFound.
   std::int32_t setParameter(std::string_view key, std::string_view newValue, std::string_view section = {});
 
   /// Writes the lines in memory over the start of the file; nothing is done unless in editing mode. The file
-  /// is not truncated: the tail of a longer text stays behind a shorter one. kOk or kFileNotFound.
+  /// is not truncated: a shorter text leaves the tail of a longer one. kOk or kFileNotFound.
   std::int32_t save();
 
   /// The last code as a text for the log.

@@ -3,7 +3,7 @@
 
 namespace {
 
-/// Blanks that stand before a value; of a value that is nothing but blanks the first, the others are its
+/// Blanks before a value; of a value that is nothing but blanks only the first, because the others are its
 /// room.
 std::size_t blanksBeforeValue(std::string_view value) {
   const std::string_view trimmed = CnfgLine::trimmed(value);
@@ -31,11 +31,12 @@ std::int32_t Cnfg::loadForEditing() {
   mHeldLines.clear();
   while (!mReader.isAtEnd()) mHeldLines.emplace_back(mReader.next());
   mIsEditing = true;
+  // The line reader reports an empty line after the last line end.
   while (!mHeldLines.empty() && mHeldLines.back().empty()) mHeldLines.pop_back();
   return result(kOk);
 }
 
-/// Index of the line behind the header of `section`; npos when there is no such header.
+/// Index of the line after the header of `section`; npos when there is no such header.
 std::size_t Cnfg::heldSectionStart(std::string_view section) const {
   if (section.empty()) return 0;
   for (std::size_t i = 0; i < mHeldLines.size(); ++i)
@@ -46,6 +47,7 @@ std::size_t Cnfg::heldSectionStart(std::string_view section) const {
 std::int32_t Cnfg::setParameter(std::string_view key, std::string_view newValue, std::string_view section) {
   mParameter = key;
   mSection = section;
+  // What follows would be read back as a comment or as another line.
   newValue = newValue.substr(0, newValue.find_first_of("#\r\n"));
   const std::size_t start = heldSectionStart(section);
   if (start == std::string::npos) return result(kSectionNotFound);
@@ -61,6 +63,7 @@ std::int32_t Cnfg::setParameter(std::string_view key, std::string_view newValue,
 
 std::int32_t Cnfg::save() {
   if (!mIsEditing) return result(kOk);
+  // The position of the reader means nothing in the new text.
   mReader.close();
   std::string text;
   for (const std::string& line : mHeldLines) text.append(line).append("\n");

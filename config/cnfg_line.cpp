@@ -52,11 +52,13 @@ CnfgLine splitParameter(std::string_view leading, std::string_view rest) {
   result.leading = leading;
   const std::size_t keyEnd = scan(rest, 0, isSeparator);
   std::size_t keySize = keyEnd;
+  // Only blanks: a TAB before the '=' is the separator already.
   while (keySize > 0 && rest[keySize - 1] == ' ') --keySize;
   result.key = rest.substr(0, keySize);
   result.keyBlanks = rest.substr(keySize, keyEnd - keySize);
   const std::size_t valueStart = scan(rest, keyEnd, [](char c) { return !isSeparator(c); });
   result.separator = rest.substr(keyEnd, valueStart - keyEnd);
+  // Only the first run of '=' and TAB is the separator: "a = = b" has the value "= b".
   const std::string_view tail = rest.substr(valueStart);
   result.value = before(before(before(tail, CnfgLine::kComment), '\r'), '\n');
   result.trailing = tail.substr(result.value.size());
@@ -86,6 +88,7 @@ std::string_view CnfgLine::sectionOf(std::string_view line) {
 }
 
 std::string_view CnfgLine::trimmed(std::string_view value) {
+  // First the NUL: it may follow the blanks.
   if (!value.empty() && value.back() == '\0') value.remove_suffix(1);
   while (!value.empty() && isBlank(value.front())) value.remove_prefix(1);
   while (!value.empty() && isBlank(value.back())) value.remove_suffix(1);

@@ -9,8 +9,8 @@
 /// |---------------|---------------------------------------------|-------------------------------------------|
 /// | blank         | only blanks and TABs, or nothing            | none                                      |
 /// | comment       | first other character '#'                   | leading, trailing (from '#')              |
-/// | header        | first other character '[', a ']' behind it  | leading, section (not trimmed), trailing  |
-/// | broken header | first other character '[', no ']' behind it | none                                      |
+/// | header        | first other character '[', a ']' after it   | leading, section (not trimmed), trailing  |
+/// | broken header | first other character '[', no ']' after it  | none                                      |
 /// | parameter     | any other first character                   | leading, key, separator, value, trailing  |
 struct CnfgLine {
   enum class Kind { kBlank, kComment, kHeader, kBrokenHeader, kParameter };
@@ -20,7 +20,7 @@ struct CnfgLine {
   std::string_view section;    ///< between '[' and the first ']' after it
   std::string_view key;        ///< up to the first '=' or TAB, without the blanks before that
   std::string_view keyBlanks;  ///< those blanks
-  std::string_view separator;  ///< the run of '=' and TAB behind the key
+  std::string_view separator;  ///< the run of '=' and TAB after the key
   std::string_view value;      ///< from there up to the first '#', CR or LF, not trimmed
   std::string_view trailing;   ///< the rest of the line
 

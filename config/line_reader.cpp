@@ -28,6 +28,7 @@ std::string_view LineReader::next() {
     const void* const feedP =
         size > searched ? std::memchr(startP + searched, '\n', size - searched) : nullptr;
     if (feedP != nullptr) return take(static_cast<std::size_t>(static_cast<const char*>(feedP) - startP), 1);
+    // What has been searched holds no line feed: a long line is not scanned again from its start.
     searched = size;
     if (!fill()) {
       mIsAtEnd = true;
@@ -39,11 +40,12 @@ std::string_view LineReader::next() {
 std::string_view LineReader::take(std::size_t size, std::size_t endSize) {
   std::string_view line(mBufferP.get() + mBegin, size);
   mBegin += size + endSize;
+  // At the end of the file a CR is part of the line, as in a text stream.
   if (endSize != 0 && !line.empty() && line.back() == '\r') line.remove_suffix(1);
   return line;
 }
 
-/// Reads more behind what is there; false at the end of the file.
+/// Appends more of the file to the buffer; false at the end of the file.
 bool LineReader::fill() {
   if (!mFile.isOpen() || !makeRoom()) return false;
   const std::size_t count = mFile.read(mBufferP.get() + mEnd, mCapacity - mEnd);

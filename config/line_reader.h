@@ -1,4 +1,4 @@
-/// Lines of a file, read on the fly like a text stream reads them: a line ends at a line feed, and a carriage
+/// Reads the lines of a file as a text stream does: a line ends at a line feed, and a carriage
 /// return right before it belongs to the line end. One thread at a time.
 #ifndef CONFIG_LINE_READER_H
 #define CONFIG_LINE_READER_H
@@ -12,12 +12,12 @@
 
 class LineReader {
  public:
-  /// Opens the file (Windows syntax), shared for reading and writing, and stands at its first line; false
+  /// Opens the file (Windows syntax), shared for reading and writing, and goes to its first line; false
   /// when it cannot be opened.
   bool open(const std::string& path);
   void close() { mFile.close(); }
 
-  /// Stands at the first line again.
+  /// Goes back to the first line.
   void rewind();
 
   /// Whether a line ended at the end of the file instead of at a line feed; there is nothing more to read

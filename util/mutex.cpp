@@ -33,7 +33,7 @@ int waitFor(sem_t& semaphore) {
   return result;
 }
 
-/// What the semaphore operations answer for something that isn't a semaphore.
+/// What the semaphore operations return for something that isn't a semaphore.
 int refuse() {
   errno = EINVAL;
   return -1;

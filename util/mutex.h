@@ -15,18 +15,18 @@
 class Mutex {
  public:
   /// The full name is `name`, "_" and the process id, of which the first 32 characters are kept. A semaphore
-  /// that cannot be made is told on standard output, and the object stays uninitialised.
+  /// that cannot be made is reported on standard output, and the object stays uninitialised.
   explicit Mutex(std::string_view name);
-  /// A failure is told on standard output.
+  /// A failure is reported on standard output.
   ~Mutex();
   Mutex(const Mutex&) = delete;
   Mutex& operator=(const Mutex&) = delete;
 
   /// Waits until the semaphore is free and takes it. 0 on success; otherwise, an uninitialised object
-  /// included, the failure is told on standard output and nothing has been taken.
+  /// included, the failure is reported on standard output and nothing has been taken.
   int lock() noexcept;
 
-  /// Frees the semaphore; 0 on success. A failure is told on standard error.
+  /// Frees the semaphore; 0 on success. A failure is reported on standard error.
   int unlock() noexcept;
 
   /// The name as it is kept: at most 32 characters.
@@ -42,7 +42,7 @@ class Mutex {
   std::atomic<bool> mIsLocked{false};
 };
 
-/// Locks a `Mutex` against a second thread and tells each step on standard output; takes 9 s.
+/// Locks a `Mutex` against a second thread and reports each step on standard output; takes 9 s.
 void testMutex();
 
 /// Body of that thread. `mutexP` is the `Mutex`; the result is null.

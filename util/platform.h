@@ -1,4 +1,4 @@
-/// What differs between the native build and Windows behind `Util`; a build compiles one of the two sources.
+/// What differs between the native build and Windows in `Util`; a build compiles one of the two sources.
 /// Paths are in Windows syntax.
 #ifndef UTIL_PLATFORM_H
 #define UTIL_PLATFORM_H

@@ -32,6 +32,7 @@ int SleepMutex::lock() {
     if (count++ >= mMaxPolls) break;
     sleepMs(static_cast<std::uint32_t>(mPollIntervalMs));
   }
+  // Also when the holder unlocked during the last poll: nobody tells the two cases apart any more.
   if (count >= mMaxPolls) printState("lock()", name(), "forced to unlock due to timeout, called by thread ");
   mIsLocked.store(true, std::memory_order_relaxed);
   return 0;

@@ -1,5 +1,5 @@
-/// A polled lock that is taken over by force when its holder keeps it too long. The flag is looked at and set
-/// in two steps, so two threads that time out together may both take the lock; that is its nature. Any
+/// A polled lock that is taken over by force when its holder keeps it too long. The flag is tested and set
+/// in two steps, so two threads that time out together may both take the lock; this is intended. Any
 /// thread.
 #ifndef UTIL_SLEEP_MUTEX_H
 #define UTIL_SLEEP_MUTEX_H
@@ -12,19 +12,19 @@
 
 class SleepMutex {
  public:
-  /// Keeps the first 32 characters of `name`, and tells of its construction on standard output.
+  /// Keeps the first 32 characters of `name`, and reports its construction on standard output.
   explicit SleepMutex(std::string_view name);
-  /// Tells of its destruction on standard output.
+  /// Reports its destruction on standard output.
   ~SleepMutex();
   SleepMutex(const SleepMutex&) = delete;
   SleepMutex& operator=(const SleepMutex&) = delete;
 
   /// Takes the lock: at once when it is free, otherwise as soon as a poll finds it free, and after 200 polls
-  /// of 50 ms in any case, which is told on standard output. A holder that lets go exactly at the 200th poll
-  /// is reported as forced, too. Answers 0.
+  /// of 50 ms in any case, which is reported on standard output. A holder that unlocks exactly at the 200th
+  /// poll is reported as forced, too. Returns 0.
   int lock();
 
-  /// Lets go of the lock. Answers 0.
+  /// Unlocks. Returns 0.
   int unlock();
 
   std::string_view name() const { return mName.text(); }

@@ -15,8 +15,8 @@ std::uint32_t currentThreadId();
 std::uint32_t currentProcessId();
 
 /// Whether the system is ending the process. On Windows all threads but this one are gone then, ended where
-/// they stood: what they had locked stays locked. A native process leaves its threads alone until all has
-/// been destroyed, and the answer is always false.
+/// they were: what they had locked stays locked. A native process leaves its threads alone until all has
+/// been destroyed, and the result is always false.
 bool isProcessEnding() noexcept;
 
 #endif

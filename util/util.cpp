@@ -6,6 +6,7 @@
 
 #include <windows.h>
 
+#include <cassert>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
@@ -55,6 +56,7 @@ std::wstring Util::widen(std::string_view text) {
   std::wstring result;
   result.reserve(text.size());
   for (const char c : text) {
+    // By way of signed char: plain char has no sign on every compiler.
     const auto character = static_cast<char16_t>(static_cast<signed char>(c));
     result.push_back(static_cast<wchar_t>(character));
   }
@@ -80,6 +82,7 @@ std::uint32_t Util::utcMsOfDay() {
 }
 
 void Util::writeTimeOfDay(char* targetP, std::uint32_t msOfDay) {
+  assert(msOfDay < 24u * 60 * 60 * kMsPerSecond && "a time of day is less than a day");
   const std::uint32_t ms = msOfDay % kMsPerSecond;
   const std::uint32_t seconds = msOfDay / kMsPerSecond;
   const std::uint32_t minutes = seconds / 60;

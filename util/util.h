@@ -1,5 +1,5 @@
 /// Small, stateless operations shared by the whole plug-in: the user's profile, file probes, a message box
-/// that can be heard, conversions between values and texts. None throws for a failure of the system. Any
+/// with a beep, conversions between values and texts. None throws for a failure of the system. Any
 /// thread unless noted.
 #ifndef UTIL_UTIL_H
 #define UTIL_UTIL_H
@@ -12,7 +12,7 @@
 class Util {
  public:
   /// Value of the environment variable USERPROFILE, unchanged. Empty when there is no such variable; callers
-  /// that need it say so to the user.
+  /// that need it tell the user.
   static std::string getUserProfileDir();
 
   /// Whether the file can be opened for reading; false for a folder.
@@ -25,7 +25,7 @@ class Util {
   /// False for a free file, and for every other failure, a missing file included.
   static bool isFileLocked(std::string_view path);
 
-  /// Main thread. Beeps (440 Hz, 200 ms), then shows a message box and answers its result. `ownerWindowP` is
+  /// Main thread. Beeps (440 Hz, 200 ms), then shows a message box and returns its result. `ownerWindowP` is
   /// a window handle or null, `type` the MB_ flags. Only 7-bit texts are shown faithfully: see widen().
   static int beepAndShowMessage(void* ownerWindowP, std::string_view text, std::string_view caption,
                                 unsigned type);
@@ -60,11 +60,11 @@ class Util {
   /// characters.
   static void writeTimeOfDay(char* targetP, std::uint32_t msOfDay);
 
-  /// Creates one folder. A failure is told on standard error.
+  /// Creates one folder. A failure is reported on standard error.
   static bool makeDirectory(std::string_view path);
-  /// Removes nothing: says on standard output that it isn't implemented.
+  /// Removes nothing: prints that it isn't implemented.
   static void removeFolders(std::string_view path);
-  /// Says on standard output that the program stopped for debugging.
+  /// Prints that the program stopped for debugging.
   static void stopForDebugging();
   /// `value` in `base` (2 to 36), in digits and small letters, with a minus sign when it is negative.
   /// "Base error" for any other base.

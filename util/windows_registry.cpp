@@ -10,7 +10,7 @@ std::string returnCode(LSTATUS code) {
   return "' (Return code: " + std::to_string(code) + "!)";
 }
 
-/// An open key, closed when it goes. Opening and closing tell of their failures.
+/// An open key, closed by the destructor. Failures of opening and closing are reported.
 class Key {
  public:
   Key(HKEY mainKey, std::string_view name, REGSAM access) : mName(name) {

@@ -10,7 +10,7 @@
 
 namespace {
 
-/// How much of an executable's name counts.
+/// Characters of an executable's name that are compared.
 constexpr std::size_t kComparedName = 15;
 
 std::string narrow(const wchar_t* textP) {
@@ -23,7 +23,7 @@ std::string quoted(std::string_view text) {
   return "\"" + std::string(text) + "\"";
 }
 
-/// Closes a handle when it goes.
+/// Closes a handle in its destructor.
 class Handle {
  public:
   explicit Handle(HANDLE handle) : mHandle(handle) {}

@@ -1,5 +1,5 @@
 /// Operations that only Windows has: folders by its shell, processes, the user, the registry. Windows builds
-/// only. Each failure is told on standard output and answered by the result; none throws for it. Any thread.
+/// only. Each failure is reported on standard output and by the result; none throws for it. Any thread.
 #ifndef UTIL_WINDOWS_UTIL_H
 #define UTIL_WINDOWS_UTIL_H
 
@@ -11,10 +11,10 @@
 
 class WindowsUtil {
  public:
-  /// Copies what is in the folder `source`, subfolders included, by xcopy. Answers the shell's result.
+  /// Copies what is in the folder `source`, subfolders included, by xcopy. Returns the shell's result.
   static int copyFolder(std::string_view source, std::string_view destination);
 
-  /// Removes the folder with everything in it by rmdir. Answers the shell's result.
+  /// Removes the folder with everything in it by rmdir. Returns the shell's result.
   static int removeFolder(std::string_view path);
 
   /// Whether a process other than this one has an executable whose first 15 characters are those of `name`.

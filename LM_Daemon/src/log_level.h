@@ -31,7 +31,7 @@ constexpr std::uint32_t kEveryLevel = (1u << kLogLevelCount) - 1;
 
 constexpr std::size_t kLogLevelTypeSize = 3;
 
-/// The three letters that stand for the level in a line; "???" for a value beyond the last level, which is
+/// The three letters of the level in a line; "???" for a value beyond the last level, which is
 /// never written.
 const char* logLevelType(LogLevel level);
 

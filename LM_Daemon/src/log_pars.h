@@ -1,5 +1,4 @@
-/// What the log can be told to do: where it writes, how much, and which levels. Filled from the settings
-/// file.
+/// The parameters of the log: where it writes, how much, and which levels. Filled from the settings file.
 #ifndef LM_DAEMON_SRC_LOG_PARS_H
 #define LM_DAEMON_SRC_LOG_PARS_H
 

@@ -20,7 +20,7 @@ class LogPosition {
   static constexpr std::size_t kMaxSize =
       kFileWidth + kGap.size() + kLongestLine + kGap.size() + kMethodWidth;
 
-  /// `sourceFile` is shown behind its last backslash. `methodName` is shown behind `className` and "::",
+  /// Shows the part of `sourceFile` after its last backslash, and `methodName` after `className` and "::",
   /// whether or not it names the class itself.
   constexpr LogPosition(std::string_view sourceFile, int line, std::string_view className,
                         std::string_view methodName) {

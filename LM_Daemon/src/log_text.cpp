@@ -1,6 +1,7 @@
 #include "LM_Daemon/src/log_text.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cstdint>
 #include <new>
 #include <utility>
@@ -64,6 +65,7 @@ void LogText::appendHexDump(std::string_view bytes) noexcept {
       append(": ");
     }
     mBase = kHexadecimal;
+    // Signed: bytes from 0x80 on are shown as ffffff80 and so on, which readers of the log are used to.
     appendInteger(static_cast<int>(static_cast<signed char>(bytes[i])));
     append(" ");
   }
@@ -71,6 +73,7 @@ void LogText::appendHexDump(std::string_view bytes) noexcept {
 }
 
 void LogText::cut(std::size_t start) noexcept {
+  assert(start <= mSize && "only text that is there can be cut");
   mSize = start;
   if (start > 0 || mCapacity <= kKeptSize) return;
   mBufferP.reset();

@@ -18,7 +18,7 @@ class LogText {
     if (char* const targetP = extend(text.size())) std::memcpy(targetP, text.data(), text.size());
   }
 
-  /// Makes the text `count` characters longer and answers where they are to be written; null without memory.
+  /// Makes the text `count` characters longer and returns where to write them; null without memory.
   char* extend(std::size_t count) noexcept {
     if (count > mCapacity - mSize && !grow(count)) return nullptr;
     char* const targetP = mBufferP.get() + mSize;
@@ -43,7 +43,7 @@ class LogText {
   /// As with six significant digits.
   void appendReal(double value) noexcept;
 
-  /// In hexadecimal behind "0x"; a null pointer as "0".
+  /// In hexadecimal after "0x"; a null pointer as "0".
   void appendPointer(const void* pointerP) noexcept;
 
   /// A header, then ten bytes a row in hexadecimal, each widened to int with its sign.
@@ -55,7 +55,7 @@ class LogText {
   std::size_t size() const { return mSize; }
   std::string_view from(std::size_t start) const { return {mBufferP.get() + start, mSize - start}; }
 
-  /// Forgets what stands from `start` on, and memory that an uncommonly long entry took.
+  /// Forgets the text from `start` on, and frees memory that an unusually long entry took.
   void cut(std::size_t start) noexcept;
 
  private:

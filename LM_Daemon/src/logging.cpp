@@ -5,6 +5,7 @@
 #include "util/threads.h"
 #include "util/util.h"
 
+#include <cassert>
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
@@ -59,6 +60,7 @@ Logging::Logging(LogFileMaker maker) : mFile(maker) {
 
 Logging::~Logging() {
   LM_LOG(kCreation, "Logging", "Logging::~Logging") << "Logging::~Logging(): destructing ...";
+  // From here on nothing is logged, so the last text of this destructor never is. That order is wanted.
   sMarker.store(0, std::memory_order_release);
   Logging* thisP = this;
   sCurrentP.compare_exchange_strong(thisP, nullptr);
@@ -77,6 +79,7 @@ void Logging::setDirectory(std::string path) {
 void Logging::init(const LogPars& pars) {
   const Lock lock(*this);
   mPars = pars;
+  // After a reset of the settings the parameters name no folder; the one set before holds then.
   if (!pars.mSettingsDirPath.empty()) mDirectory = pars.mSettingsDirPath;
   mFile.close();
   sLevelMask.store(logLevelMask(mPars), std::memory_order_relaxed);
@@ -115,7 +118,7 @@ int Logging::backupLogFile() noexcept {
   return mFile.isOpen() ? report(mFile.rotate()) : -1;
 }
 
-/// Tells of a rotation and returns backupLogFile()'s result. A message that finds no memory is dropped.
+/// Reports a rotation and returns the result of backupLogFile(). A message that finds no memory is dropped.
 int Logging::report(RotatingLogFile::Rotation rotation) noexcept try {
   using Rotation = RotatingLogFile::Rotation;
   switch (rotation) {
@@ -215,6 +218,7 @@ void Logging::emit(std::string_view line) noexcept {
 }
 
 void Logging::endEntry() noexcept {
+  assert(mDepth > 0 && isOwner() && "an entry is closed by the thread that has it open");
   const OpenEntry entry = mOpenEntries[--mDepth];
   mText.append("\n");
   writeEntry(entry, mText.from(entry.start));
@@ -224,6 +228,7 @@ void Logging::endEntry() noexcept {
 }
 
 void Logging::append(std::string_view text) noexcept {
+  assert(mDepth > 0 && "a piece needs an open entry");
   bool& isHexDumpNext = mOpenEntries[mDepth - 1].isHexDumpNext;
   if (isHexDumpNext)
     mText.appendHexDump(text);

@@ -5,7 +5,7 @@
 ///   LM_LOG(kInfo, "AutoCadProxy", "AutoCadProxy::moveXYZ") << "Move x-Direction, value: " << dx;
 ///
 /// costs a test of two flags when the level is off or there is no usable log: nothing is formatted, locked or
-/// allocated, and what stands behind << is not evaluated. The entry is closed in any case, also when
+/// allocated, and the operands of << are not evaluated. The entry is closed in any case, also when
 /// something streamed into it throws.
 #ifndef LM_DAEMON_SRC_LOGGING_H
 #define LM_DAEMON_SRC_LOGGING_H

@@ -6,6 +6,7 @@
 #include "util/util.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cctype>
 #include <exception>
 
@@ -65,6 +66,7 @@ bool RotatingLogFile::isFull(bool isExact) noexcept {
 /// Other processes may write to the same file or replace it, so the system is asked whenever time has moved
 /// on; until then only for the size and every few lines, because asking costs a third of a line.
 RotatingLogFile::Rotation RotatingLogFile::prepare(std::uint32_t ms) noexcept try {
+  assert(isOpen() && "a line needs an open log");
   if (mIsResumeDue) return resume(Rotation::kNone);
   const bool isCheckDue = ms != mMsOfCheck || mUnconfirmed.size() > kMaxUnconfirmed;
   const bool isExact = isCheckDue || ++mWritesSinceCheck > kMaxTrustedWrites;

@@ -19,7 +19,7 @@ class RenamesFail {
 
 }  // namespace
 
-// The linker gives the module these in the place of the library's (option --wrap).
+// The linker gives the module these instead of the library's (option --wrap).
 extern "C" int __real_rename(const char* fromP, const char* toP);
 extern "C" int __wrap_rename(const char* fromP, const char* toP) {
   const std::string_view from = fromP;
@@ -117,7 +117,7 @@ TEST_F(LogBackups, DoNotRemoveALogThatIsNamedLikeItsBackup) {
   log("next");
   log("after");
   const std::vector<std::string> lines = linesOf(mFolder.read("b.bak"));
-  ASSERT_EQ(lines.size(), 5u + 1u + 5u + 2u) << "the header stands once more";
+  ASSERT_EQ(lines.size(), 5u + 1u + 5u + 2u) << "with a second header";
   EXPECT_EQ(lines[5].substr(kPrefixWidth), std::string(1000, 'x'));
   EXPECT_EQ(lines[12].substr(kPrefixWidth), "after");
   EXPECT_EQ(mLog.backupLogFile(), 0);

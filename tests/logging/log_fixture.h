@@ -20,7 +20,7 @@ inline std::size_t threadWidth(std::uint32_t thread) {
   return std::max<std::size_t>(6, std::to_string(thread).size());
 }
 
-/// Where the source file stands in a line of that thread.
+/// Column of the source file in a line of that thread.
 inline std::size_t fileStart(std::uint32_t thread) {
   return 12 + 1 + 3 + 1 + threadWidth(thread) + 1;
 }
@@ -40,7 +40,7 @@ inline std::vector<std::string> linesOf(const std::string& text) {
   return lines;
 }
 
-/// The header block of a log file of that name, without the line end behind it.
+/// The header block of a log file of that name, without the line end after it.
 inline std::string headerOf(const std::string& name) {
   const std::string rule = std::string(90, '-') + "\n";
   return rule + "Lumetra logfile '" + name + "' opened at " + Util::localDate() + "\n" + rule +
@@ -58,14 +58,14 @@ class LogTest : public testing::Test {
   void init() { mLog.init(mPars); }
   std::string file() const { return mFolder.read("a.log"); }
 
-  /// The lines behind the header block.
+  /// The lines after the header block.
   std::vector<std::string> entries() const {
     std::vector<std::string> lines = linesOf(file());
     if (lines.size() >= 5) lines.erase(lines.begin(), lines.begin() + 5);
     return lines;
   }
 
-  /// The texts of the lines behind the header block.
+  /// The texts of the lines after the header block.
   std::vector<std::string> texts() const {
     std::vector<std::string> lines = entries();
     for (std::string& line : lines) line.erase(0, kPrefixWidth);

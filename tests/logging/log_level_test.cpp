@@ -77,7 +77,7 @@ TEST_F(LogTest, AFileToLogIsComparedWithTheBaseNameOfTheSource) {
   EXPECT_TRUE(isWritten("a.cpp"));
   EXPECT_TRUE(isWritten("c:\\src\\a.cpp"));
   EXPECT_TRUE(isWritten("src/a.cpp"));
-  EXPECT_FALSE(isWritten("src/x\\a.cpp")) << "behind a slash a backslash is part of the name";
+  EXPECT_FALSE(isWritten("src/x\\a.cpp")) << "after a slash a backslash is part of the name";
   EXPECT_FALSE(isWritten("A.cpp"));
   EXPECT_FALSE(isWritten("xa.cpp"));
 }

@@ -1,4 +1,4 @@
-// The lock of the log, whose operations are told to fail or are counted here.
+// The lock of the log, whose operations fail on demand or are counted here.
 #include "tests/logging/log_fixture.h"
 
 #include <gmock/gmock.h>
@@ -15,7 +15,7 @@ thread_local int held = 0;
 
 }  // namespace
 
-// The linker gives the module these in the place of the library's (option --wrap).
+// The linker gives the module these instead of the library's (option --wrap).
 extern "C" int __real_sem_wait(sem_t*);
 extern "C" int __wrap_sem_wait(sem_t* semaphoreP) {
   if (isWaitFailing) {

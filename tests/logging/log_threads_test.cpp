@@ -40,7 +40,7 @@ class LogThreads : public LogTest {
            text == textOf(thread, entry);
   }
 
-  /// Checks that each thread's entries in `lines` follow each other without a gap, and answers how many there
+  /// Checks that each thread's entries in `lines` follow each other without a gap, and returns how many there
   /// are; `firstEntry` is what each thread begins with, -1 for any.
   static int countWhole(const std::vector<std::string>& lines, int firstEntry) {
     std::array<int, kThreads> next;

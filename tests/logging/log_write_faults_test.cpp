@@ -13,7 +13,7 @@ int writesLeft = -1;
 
 }  // namespace
 
-// The linker gives the module this in the place of the library's (option --wrap). The disk is full in the
+// The linker gives the module this instead of the library's (option --wrap). The disk is full in the
 // middle of the write after the last one that succeeds, and has room again later.
 extern "C" ssize_t __real_write(int handle, const void* dataP, size_t size);
 extern "C" ssize_t __wrap_write(int handle, const void* dataP, size_t size) {

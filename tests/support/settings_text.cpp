@@ -6,7 +6,7 @@
 namespace tests {
 namespace {
 
-/// Replaces the value of `key`, which stands between "= " and the comment, 50 characters wide at least.
+/// Replaces the value of `key`, which is between "= " and the comment, at least 50 characters wide.
 void setValue(std::string& text, const std::string& key, const std::string& value) {
   constexpr std::size_t kValueWidth = 50;
   const std::size_t line = text.find("\n\t" + key + " ");

@@ -45,7 +45,7 @@ void* doNothing(void*) {
 
 }  // namespace
 
-// The linker gives the module these in the place of the library's (option --wrap).
+// The linker gives the module these instead of the library's (option --wrap).
 extern "C" {
 
 int __real_sem_init(sem_t*, int, unsigned);
