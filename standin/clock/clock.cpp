@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cassert>
+#include <ctime>
 #include <thread>
 #include <utility>
 
@@ -13,10 +14,12 @@ namespace standin::clock {
 namespace {
 
 /// A sanitizer starts a thread of its own with the program's first one; it must exist before threads are
-/// counted.
+/// counted. The first one itself must be gone by then: the system lists it for a moment after the join.
 void startRuntimeThreads() {
   static const bool isDone = [] {
-    std::thread([] {}).join();
+    ThreadId first = 0;
+    std::thread([&first] { first = currentThread(); }).join();
+    while (processThreads().count(first) != 0) std::this_thread::yield();
     return true;
   }();
   static_cast<void>(isDone);
@@ -54,6 +57,8 @@ void start(Kind kind, std::uint32_t frameMs, double speed) {
   core->realTime = {std::chrono::steady_clock::now(), speed};
   core->replayMs = 0;
   core->tickBase = 0;
+  core->dateMs = kStandardDateMs;
+  core->isSettlingNewThreads = false;
   core->isMoved = true;
   core->patience = std::chrono::milliseconds(10000);
   core->stalls = 0;
@@ -82,6 +87,24 @@ bool isMainThread() {
 
 void setTickBase(std::uint32_t ticks) {
   Locked()->tickBase = ticks;
+}
+
+void setDate(std::int64_t utcMs) {
+  Core::instance().dateMs = utcMs;
+}
+
+void setSettlingNewThreads(bool isSettling) {
+  Locked()->isSettlingNewThreads = isSettling;
+}
+
+/// Without the lock: every line of a log asks for the time.
+std::int64_t utcMs() {
+  const Core& core = Core::instance();
+  if (core.kind == Kind::kReplay) return core.dateMs + core.replayMs;
+  // As on Windows the time goes on with the system's tick, and reading it costs next to nothing.
+  timespec now{};
+  clock_gettime(CLOCK_REALTIME_COARSE, &now);
+  return std::int64_t{now.tv_sec} * 1000 + now.tv_nsec / 1000000;
 }
 
 void setPatience(std::uint32_t ms) {

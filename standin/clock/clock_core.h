@@ -9,6 +9,7 @@
 #include "standin_clock.h"
 #include "timer_table.h"
 
+#include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <cstdint>
@@ -41,6 +42,9 @@ struct WakesSooner {
   bool operator()(const Sleeper* a, const Sleeper* b) const;
 };
 
+/// 2013-01-01 00:00 UTC, in ms since 1970.
+constexpr std::int64_t kStandardDateMs = 1356998400000;
+
 using Lock = std::unique_lock<std::mutex>;
 
 struct Core {
@@ -50,7 +54,7 @@ struct Core {
   // --- time: clock.cpp ---
   bool isMain() const { return currentThread() == mainThread; }
   bool isReplayMain() const { return kind == Kind::kReplay && isMain(); }
-  std::int64_t now() const { return kind == Kind::kReplay ? replayMs : realTime.nowMs(); }
+  std::int64_t now() const { return kind == Kind::kReplay ? replayMs.load() : realTime.nowMs(); }
   std::uint32_t ticks() const { return tickBase + static_cast<std::uint32_t>(now()); }
   std::optional<std::int64_t> nextDue() const;
 
@@ -77,13 +81,16 @@ struct Core {
   std::set<ThreadId> newThreads() const;
 
   std::mutex mutex;
-  Kind kind = Kind::kReal;
+  std::atomic<Kind> kind{
+      Kind::kReal};  ///< this, the date and the replay's time are read without the lock too
   std::uint32_t frameMs = 16;
   ThreadId mainThread = 0;
   RealTime realTime;
   Runner runner{realTime};  ///< of calls scheduled on the real clock; has a lock of its own
-  std::int64_t replayMs = 0;
+  std::atomic<std::int64_t> replayMs{0};
+  std::atomic<std::int64_t> dateMs{kStandardDateMs};
   std::uint32_t tickBase = 0;
+  bool isSettlingNewThreads = false;
   bool isMoved = true;  ///< since the last read of the tick count
   std::chrono::milliseconds patience{10000};
   std::uint64_t stalls = 0;

@@ -113,6 +113,12 @@ std::size_t timerCount() {
   return timers.size();
 }
 
+/// There is no replay to set the date of.
+void setDate(std::int64_t /*utcMs*/) {}
+
+/// Windows runs a new thread when it likes.
+void setSettlingNewThreads(bool /*isSettling*/) {}
+
 bool settle() {
   return true;
 }

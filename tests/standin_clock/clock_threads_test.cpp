@@ -268,6 +268,40 @@ TEST_F(ReplayThreads, StartReleasesThreadsOfTheRunBefore) {
   clock::advanceTo(2000);
 }
 
+TEST_F(ReplayThreads, NewThreadRunsToItsFirstWaitBeforeItsCreationReturns) {
+  clock::setSettlingNewThreads(true);
+  std::thread thread([this] {
+    for (int i = 0; i < 1000; ++i) std::this_thread::yield();
+    mDiary.note("first line");
+    Sleep(10);
+  });
+  mDiary.note("created");
+  EXPECT_EQ(mDiary.lines(), (Lines{"first line@0", "created@0"}));
+  clock::advanceTo(10);
+  thread.join();
+}
+
+TEST_F(ReplayThreads, NewThreadThatEndsWithoutAWaitLetsItsCreationReturn) {
+  clock::setSettlingNewThreads(true);
+  std::thread thread([this] { mDiary.note("only line"); });
+  mDiary.note("created");
+  EXPECT_EQ(mDiary.lines(), (Lines{"only line@0", "created@0"}));
+  thread.join();
+}
+
+TEST_F(ReplayThreads, CreationGivesUpOnAThreadThatNeverWaitsAndCountsIt) {
+  clock::setSettlingNewThreads(true);
+  clock::setPatience(2);
+  std::atomic<bool> isToEnd{false};
+  std::thread thread([&] {
+    while (!isToEnd) std::this_thread::yield();
+  });
+  EXPECT_EQ(clock::stalls(), 1u);
+  isToEnd = true;
+  thread.join();
+  clock::start(clock::Kind::kReplay);
+}
+
 /// A reader that takes numbers from a queue as a client library's reader takes events.
 class Reader {
  public:

@@ -146,6 +146,66 @@ TEST_F(Desktop, DestroyedWindowTakesItsChildrenWithIt) {
   EXPECT_NE(window(frame, {0, 0, 1, 1}), panel);
 }
 
+TEST_F(Desktop, DisabledWindowIsPassedOverWithItsChildren) {
+  const HWND frame = window(nullptr, {0, 0, 100, 100});
+  const HWND panel = window(frame, {0, 0, 50, 50});
+  window(panel, {0, 0, 50, 50});
+  ASSERT_TRUE(desktop::setEnabled(panel, false));
+  EXPECT_EQ(WindowFromPoint({10, 10}), frame);
+  EXPECT_EQ(IsWindowVisible(panel), TRUE) << "it is seen all the same";
+  desktop::setEnabled(panel, true);
+  EXPECT_NE(WindowFromPoint({10, 10}), frame);
+  EXPECT_FALSE(desktop::setEnabled(nullptr, true));
+}
+
+HWND owned(HWND owner) {
+  desktop::WindowSpec spec;
+  spec.className = L"Tool";
+  spec.rect = {0, 0, 20, 20};
+  spec.owner = owner;
+  return desktop::createWindow(spec);
+}
+
+TEST_F(Desktop, ParentOfAnOwnedWindowIsItsOwner) {
+  const HWND frame = window(nullptr, {0, 0, 100, 100});
+  const HWND tool = owned(frame);
+  EXPECT_EQ(GetParent(tool), frame);
+  EXPECT_EQ(GetWindow(tool, GW_OWNER), frame);
+  EXPECT_EQ(GetWindow(frame, GW_CHILD), nullptr);
+  EXPECT_EQ(GetAncestor(tool, GA_PARENT), nullptr);
+  EXPECT_EQ(GetAncestor(tool, GA_ROOT), tool);
+  EXPECT_EQ(GetAncestor(tool, GA_ROOTOWNER), frame);
+}
+
+TEST_F(Desktop, OwnedWindowStaysInFrontOfItsOwner) {
+  const HWND frame = window(nullptr, {0, 0, 100, 100});
+  const HWND back = owned(frame);
+  const HWND front = owned(frame);
+  desktop::raise(frame);
+  EXPECT_EQ(GetWindow(frame, GW_HWNDFIRST), front);
+  EXPECT_EQ(GetWindow(front, GW_HWNDNEXT), back);
+  EXPECT_EQ(GetWindow(back, GW_HWNDNEXT), frame);
+}
+
+TEST_F(Desktop, DestroyedOwnerTakesItsOwnedWindowsWithIt) {
+  const HWND frame = window(nullptr, {0, 0, 100, 100});
+  const HWND tool = owned(frame);
+  desktop::destroyWindow(frame);
+  EXPECT_FALSE(desktop::destroyWindow(tool));
+}
+
+TEST_F(Desktop, OwnerMustBeAWindow) {
+  EXPECT_EQ(owned(reinterpret_cast<HWND>(4711)), nullptr);
+}
+
+TEST_F(Desktop, SmallerTopLevelWindowBehindIsASiblingWithoutAParent) {
+  const HWND small = window(nullptr, {0, 0, 20, 20});
+  const HWND large = window(nullptr, {0, 0, 100, 100});
+  EXPECT_EQ(WindowFromPoint({5, 5}), large);
+  EXPECT_EQ(GetWindow(large, GW_HWNDNEXT), small);
+  EXPECT_EQ(GetParent(small), nullptr);
+}
+
 TEST_F(Desktop, DesktopCountsUpdates) {
   const HWND frame = window(nullptr, {0, 0, 10, 10});
   EXPECT_EQ(UpdateWindow(frame), TRUE);

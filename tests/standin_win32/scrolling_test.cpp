@@ -72,6 +72,22 @@ TEST_F(Scrolling, PageAndEndCodesMoveThePosition) {
   EXPECT_EQ(position(list), 0);
 }
 
+TEST_F(Scrolling, PositionStaysInARangeThatBeginsAboveZero) {
+  const HWND list = control({40, 100, 10, 0});
+  EXPECT_EQ(position(list), 40);
+  vertical(list, SB_LINEUP);
+  EXPECT_EQ(position(list), 40);
+  vertical(list, SB_BOTTOM);
+  EXPECT_EQ(position(list), 91);
+  vertical(list, SB_TOP);
+  EXPECT_EQ(position(list), 40);
+  SCROLLINFO info{};
+  info.cbSize = sizeof info;
+  info.fMask = SIF_RANGE;
+  EXPECT_EQ(GetScrollInfo(list, SB_VERT, &info), TRUE);
+  EXPECT_EQ(info.nMin, 40);
+}
+
 TEST_F(Scrolling, VerticalMessagesLeaveTheHorizontalBar) {
   const auto made = desktop::makeStandardDesktop();
   SendMessageW(made.edit, WM_HSCROLL, SB_LINERIGHT, 0);

@@ -46,6 +46,15 @@ STANDIN_CLOCK_API bool isMainThread();
 /// Main. The tick count that belongs to 0 ms, 0 after start(): lets a run meet the wrap of the 32-bit count.
 STANDIN_CLOCK_API void setTickBase(std::uint32_t ticks);
 
+/// Main. The UTC time that belongs to 0 ms of a replay, in ms since 1970. After start() it is the beginning
+/// of 2013-01-01, so that runs on two days are equal.
+STANDIN_CLOCK_API void setDate(std::int64_t utcMs);
+
+/// Main. Whether a thread that the main thread creates during a replay has run to its first wait, or its end,
+/// when pthread_create returns: what both of them log then has one order. Off after start(). A thread that
+/// needs a lock of the main thread's must not be created so.
+STANDIN_CLOCK_API void setSettlingNewThreads(bool isSettling);
+
 /// Main. Advances to `timeMs` (no-op when it has passed). Replay: runs scheduled calls and sleepers on the
 /// way. Real: sleeps until then. Timers are not run: a timer's procedure is only run by runDueTimer.
 STANDIN_CLOCK_API void advanceTo(std::int64_t timeMs);

@@ -24,6 +24,12 @@ STANDIN_CLOCK_API bool killTimer(std::uintptr_t id);
 /// since the last read.
 STANDIN_CLOCK_API std::uint32_t readTicks();
 
+/// Any thread. UTC in ms since 1970: in a replay the run's date and time, else the machine's.
+STANDIN_CLOCK_API std::int64_t utcMs();
+
+/// Any thread. The calling thread's number: the process's threads count from 1 in order of their creation.
+STANDIN_CLOCK_API std::uint32_t threadNumber();
+
 /// Any thread. Waits `ms`; on a replay clock's main thread it advances the clock.
 STANDIN_CLOCK_API void sleep(std::uint32_t ms);
 

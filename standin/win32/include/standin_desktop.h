@@ -31,13 +31,15 @@ struct WindowSpec {
   /// Draws its scroll bars itself, as a Qt widget does: GetScrollInfo finds none and scroll-bar messages
   /// do nothing; the wheel moves the vertical one.
   bool isOwnScrolling = false;
+  bool isEnabled = true;  ///< a disabled window and what is in it do not catch the pointer
+  HWND owner = nullptr;   ///< of a top-level window, which stays in front of it
 };
 
-/// A window's handle; null when the parent is no window. A top-level window comes on top of the others, a
-/// child below its elder siblings, as Windows does it.
+/// A window's handle; null when the parent or the owner is no window. A top-level window comes on top of the
+/// others, a child below its elder siblings, as Windows does it.
 STANDIN_WIN32_API HWND createWindow(const WindowSpec& spec);
 
-/// Destroys the window and what is in it. False when it is no window, here and below.
+/// Destroys the window, what is in it and what it owns. False when it is no window, here and below.
 STANDIN_WIN32_API bool destroyWindow(HWND window);
 
 /// An empty desktop: no windows, the pointer at the origin, nothing recorded.
@@ -45,7 +47,9 @@ STANDIN_WIN32_API void clear();
 
 STANDIN_WIN32_API bool setShown(HWND window, bool isShown);
 
-/// On top of its siblings.
+STANDIN_WIN32_API bool setEnabled(HWND window, bool isEnabled);
+
+/// On top of its siblings; what it owns stays in front of it.
 STANDIN_WIN32_API bool raise(HWND window);
 
 STANDIN_WIN32_API void setPointer(POINT point);

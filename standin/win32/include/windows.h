@@ -73,6 +73,7 @@ using HMODULE = HINSTANCE;
 #define GET_WHEEL_DELTA_WPARAM(wParam) ((SHORT)HIWORD(wParam))
 
 #define CP_ACP 0
+#define CP_UTF8 65001
 
 #define MB_OK 0x00000000u
 #define MB_OKCANCEL 0x00000001u
@@ -122,9 +123,11 @@ using HMODULE = HINSTANCE;
 #define GW_HWNDLAST 1
 #define GW_HWNDNEXT 2
 #define GW_HWNDPREV 3
+#define GW_OWNER 4
 #define GW_CHILD 5
 #define GA_PARENT 1
 #define GA_ROOT 2
+#define GA_ROOTOWNER 3
 
 struct POINT {
   LONG x;
@@ -179,8 +182,10 @@ STANDIN_WIN32_API UINT_PTR SetTimer(HWND window, UINT_PTR id, UINT periodMs, TIM
 STANDIN_WIN32_API BOOL KillTimer(HWND window, UINT_PTR id);
 STANDIN_WIN32_API DWORD GetTickCount();
 STANDIN_WIN32_API void Sleep(DWORD ms);
-/// The machine's UTC time, whatever clock is running.
+/// UTC: of the replay when one runs, else the machine's.
 STANDIN_WIN32_API void GetSystemTime(LPSYSTEMTIME time);
+/// The machine's local time; in a replay UTC, as in every time zone.
+STANDIN_WIN32_API void GetLocalTime(LPSYSTEMTIME time);
 
 // --- boxes and beeps; see standin_messages.h ---
 
@@ -194,25 +199,29 @@ STANDIN_WIN32_API int MessageBoxW(HWND owner, LPCWSTR text, LPCWSTR caption, UIN
 /// Characters written without the terminator; for a path that does not fit it is cut and `size` returned; 0
 /// on failure.
 STANDIN_WIN32_API DWORD GetModuleFileNameW(HMODULE module, LPWSTR path, DWORD size);
+/// Threads count from 1 in order of their creation.
 STANDIN_WIN32_API DWORD GetCurrentThreadId();
 STANDIN_WIN32_API DWORD GetCurrentProcessId();
-/// Code page CP_ACP only: western European, 1252. Bytes written (or needed, when `narrowSize` is 0), the
-/// terminator included when `wideCount` is -1; 0 on failure or when they do not fit. A character that the
-/// page lacks becomes
-/// `*replacement` ('?' without one) and sets `*usedReplacement`.
+STANDIN_WIN32_API UINT GetACP();
+/// Code pages CP_ACP (see standin_process.h), 1252 and CP_UTF8. Bytes written (or needed, when `narrowSize`
+/// is 0), the terminator included when `wideCount` is -1; 0 on failure or when they do not fit. A character
+/// that 1252 lacks becomes `*replacement` ('?' without one) and sets `*usedReplacement`; with UTF-8 both must
+/// be null.
 STANDIN_WIN32_API int WideCharToMultiByte(UINT codePage, DWORD flags, LPCWSTR wide, int wideCount,
                                           LPSTR narrow, int narrowSize, LPCSTR replacement,
                                           LPBOOL usedReplacement);
-/// The reverse; never replaces, since every byte is a character of the page. 0 when the buffer is too small.
+/// The reverse; every byte is a character of 1252, one that is none of UTF-8 becomes U+FFFD. 0 when the
+/// buffer is too small.
 STANDIN_WIN32_API int MultiByteToWideChar(UINT codePage, DWORD flags, LPCSTR narrow, int narrowCount,
                                           LPWSTR wide, int wideSize);
 
 // --- windows; main thread; see standin_desktop.h ---
 
 STANDIN_WIN32_API BOOL GetCursorPos(LPPOINT point);
-/// The visible window on top at the point, null when there is none.
+/// The window on top at the point, null when there is none. A hidden or disabled window is passed over.
 STANDIN_WIN32_API HWND WindowFromPoint(POINT point);
 STANDIN_WIN32_API BOOL GetWindowRect(HWND window, LPRECT rect);
+/// The parent of a child, the owner of an owned top-level window; null when it has neither.
 STANDIN_WIN32_API HWND GetParent(HWND window);
 STANDIN_WIN32_API HWND GetWindow(HWND window, UINT command);
 STANDIN_WIN32_API BOOL PtInRect(const RECT* rect, POINT point);

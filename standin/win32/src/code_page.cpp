@@ -1,12 +1,17 @@
 #include "operations.h"
+#include "standin_process.h"
+#include "utf8.h"
 #include "windows.h"
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <cstring>
 #include <cwchar>
+#include <iterator>
 #include <optional>
 #include <string>
+#include <string_view>
 
 using standin::Result;
 using standin::windows::Operation;
@@ -14,6 +19,8 @@ using standin::windows::Operation;
 namespace {
 
 const Operation kWideCharToMultiByte("WideCharToMultiByte", Result::kTellsFailure);
+
+constexpr UINT kWesternEuropean = 1252;
 
 /// Characters of the page's bytes 0x80 ... 0x9F, in which it differs from Latin-1; five of them stand for
 /// themselves.
@@ -36,23 +43,54 @@ wchar_t characterOf(char byte) {
   return static_cast<wchar_t>(isUpperControl ? kUpperControls[code - 0x80u] : code);
 }
 
-}  // namespace
+/// The ANSI code page in force, which CP_ACP stands for.
+std::atomic<UINT> ansiPage{kWesternEuropean};
 
-int WideCharToMultiByte(UINT codePage, DWORD /*flags*/, LPCWSTR wide, int wideCount, LPSTR narrow,
-                        int narrowSize, LPCSTR replacement, LPBOOL usedReplacement) {
-  if (kWideCharToMultiByte.hit()) return 0;
-  if (codePage != CP_ACP || wide == nullptr || wideCount == 0 || wideCount < -1 || narrowSize < 0) return 0;
-  if (narrow == nullptr && narrowSize > 0) return 0;
-  const std::size_t count = wideCount < 0 ? std::wcslen(wide) + 1 : static_cast<std::size_t>(wideCount);
-  const char substitute = replacement == nullptr ? '?' : *replacement;
-  bool isReplaced = false;
+UINT pageOf(UINT codePage) {
+  return codePage == CP_ACP ? ansiPage.load() : codePage;
+}
+
+/// Bytes of the western European page. A character that it lacks becomes `substitute`.
+std::string westernBytes(std::wstring_view wide, char substitute, bool& isReplaced) {
   std::string bytes;
-  for (std::size_t i = 0; i < count; ++i) {
-    const std::optional<char> byte = byteOf(wide[i]);
+  for (const wchar_t character : wide) {
+    const std::optional<char> byte = byteOf(character);
     isReplaced = isReplaced || !byte;
     bytes.push_back(byte.value_or(substitute));
   }
-  if (usedReplacement != nullptr) *usedReplacement = isReplaced ? TRUE : FALSE;
+  return bytes;
+}
+
+}  // namespace
+
+void standin::windows::setAnsiCodePage(UINT page) {
+  ansiPage = page;
+}
+
+UINT GetACP() {
+  return ansiPage;
+}
+
+int WideCharToMultiByte(UINT codePage, DWORD flags, LPCWSTR wide, int wideCount, LPSTR narrow, int narrowSize,
+                        LPCSTR replacement, LPBOOL usedReplacement) {
+  if (kWideCharToMultiByte.hit()) return 0;
+  const UINT page = pageOf(codePage);
+  if (wide == nullptr || wideCount == 0 || wideCount < -1 || narrowSize < 0) return 0;
+  if (narrow == nullptr && narrowSize > 0) return 0;
+  const std::wstring_view text(wide,
+                               wideCount < 0 ? std::wcslen(wide) + 1 : static_cast<std::size_t>(wideCount));
+  bool isReplaced = false;
+  std::string bytes;
+  if (page == kWesternEuropean) {
+    bytes = westernBytes(text, replacement == nullptr ? '?' : *replacement, isReplaced);
+    if (usedReplacement != nullptr) *usedReplacement = isReplaced ? TRUE : FALSE;
+  } else if (page == CP_UTF8) {
+    // Windows refuses the whole call when it is asked to replace what UTF-8 never lacks.
+    if (replacement != nullptr || usedReplacement != nullptr || flags != 0) return 0;
+    bytes = standin::windows::utf8Bytes(text);
+  } else {
+    return 0;
+  }
   if (narrowSize == 0) return static_cast<int>(bytes.size());
   if (bytes.size() > static_cast<std::size_t>(narrowSize)) return 0;
   std::copy(bytes.begin(), bytes.end(), narrow);
@@ -61,12 +99,19 @@ int WideCharToMultiByte(UINT codePage, DWORD /*flags*/, LPCWSTR wide, int wideCo
 
 int MultiByteToWideChar(UINT codePage, DWORD /*flags*/, LPCSTR narrow, int narrowCount, LPWSTR wide,
                         int wideSize) {
-  if (codePage != CP_ACP || narrow == nullptr || narrowCount == 0 || narrowCount < -1 || wideSize < 0)
-    return 0;
+  const UINT page = pageOf(codePage);
+  if (page != kWesternEuropean && page != CP_UTF8) return 0;
+  if (narrow == nullptr || narrowCount == 0 || narrowCount < -1 || wideSize < 0) return 0;
   if (wide == nullptr && wideSize > 0) return 0;
-  const std::size_t count = narrowCount < 0 ? std::strlen(narrow) + 1 : static_cast<std::size_t>(narrowCount);
-  if (wideSize == 0) return static_cast<int>(count);
-  if (count > static_cast<std::size_t>(wideSize)) return 0;
-  std::transform(narrow, narrow + count, wide, characterOf);
-  return static_cast<int>(count);
+  const std::string_view bytes(
+      narrow, narrowCount < 0 ? std::strlen(narrow) + 1 : static_cast<std::size_t>(narrowCount));
+  std::wstring text;
+  if (page == CP_UTF8)
+    text = standin::windows::utf8Text(bytes);
+  else
+    std::transform(bytes.begin(), bytes.end(), std::back_inserter(text), characterOf);
+  if (wideSize == 0) return static_cast<int>(text.size());
+  if (text.size() > static_cast<std::size_t>(wideSize)) return 0;
+  std::copy(text.begin(), text.end(), wide);
+  return static_cast<int>(text.size());
 }

@@ -3,6 +3,7 @@
 #include "scrolling.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace standin::desktop {
 
@@ -21,6 +22,7 @@ Desktop& Desktop::instance() {
 /// Handles are never used again: a stale one must be no window.
 HWND Desktop::create(const WindowSpec& spec) {
   if (spec.parent != nullptr && find(spec.parent) == nullptr) return nullptr;
+  if (spec.owner != nullptr && (find(spec.owner) == nullptr || spec.parent != nullptr)) return nullptr;
   mLastHandle += 2;
   const HWND handle = reinterpret_cast<HWND>(mLastHandle);
   Window& window = mWindows[handle];
@@ -37,6 +39,7 @@ bool Desktop::destroy(HWND handle) {
   Window* const window = find(handle);
   if (window == nullptr) return false;
   while (!window->children.empty()) destroy(window->children.front());
+  for (const HWND owned : ownedBy(handle)) destroy(owned);
   std::vector<HWND>& order = siblings(*window);
   order.erase(std::find(order.begin(), order.end(), handle));
   mWindows.erase(handle);
@@ -49,7 +52,17 @@ bool Desktop::raise(HWND handle) {
   std::vector<HWND>& order = siblings(*window);
   const auto place = std::find(order.begin(), order.end(), handle);
   std::rotate(order.begin(), place, place + 1);
+  // The back one first, so that they keep their order.
+  const std::vector<HWND> owned = ownedBy(handle);
+  for (auto next = owned.rbegin(); next != owned.rend(); ++next) raise(*next);
   return true;
+}
+
+std::vector<HWND> Desktop::ownedBy(HWND handle) {
+  std::vector<HWND> owned;
+  std::copy_if(mTopLevel.begin(), mTopLevel.end(), std::back_inserter(owned),
+               [&](HWND window) { return find(window)->spec.owner == handle; });
+  return owned;
 }
 
 void Desktop::clear() {
@@ -72,7 +85,7 @@ std::vector<HWND>& Desktop::siblings(const Window& window) {
 HWND Desktop::topmostAt(const std::vector<HWND>& windows, POINT point) {
   const auto found = std::find_if(windows.begin(), windows.end(), [&](HWND handle) {
     const WindowSpec& spec = find(handle)->spec;
-    return spec.isShown && PtInRect(&spec.rect, point) != FALSE;
+    return spec.isShown && spec.isEnabled && PtInRect(&spec.rect, point) != FALSE;
   });
   return found == windows.end() ? nullptr : *found;
 }
@@ -142,6 +155,13 @@ bool setShown(HWND window, bool isShown) {
   Window* const found = Desktop::instance().find(window);
   if (found == nullptr) return false;
   found->spec.isShown = isShown;
+  return true;
+}
+
+bool setEnabled(HWND window, bool isEnabled) {
+  Window* const found = Desktop::instance().find(window);
+  if (found == nullptr) return false;
+  found->spec.isEnabled = isEnabled;
   return true;
 }
 

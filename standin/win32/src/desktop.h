@@ -42,6 +42,8 @@ class Desktop {
   std::vector<SentMessage> sent;
 
  private:
+  /// What the window owns, topmost first.
+  std::vector<HWND> ownedBy(HWND handle);
   HWND topmostAt(const std::vector<HWND>& windows, POINT point);
   void turnWheel(HWND handle, int delta);
 

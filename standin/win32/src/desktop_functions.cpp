@@ -59,7 +59,9 @@ BOOL GetWindowRect(HWND window, LPRECT rect) {
 
 HWND GetParent(HWND window) {
   const Window* const found = find(window);
-  return found == nullptr ? nullptr : found->spec.parent;
+  if (found == nullptr) return nullptr;
+  // Its name notwithstanding: of a top-level window it is the owner.
+  return found->spec.parent != nullptr ? found->spec.parent : found->spec.owner;
 }
 
 HWND GetWindow(HWND window, UINT command) {
@@ -76,6 +78,8 @@ HWND GetWindow(HWND window, UINT command) {
       return sibling(window, *found, -1);
     case GW_CHILD:
       return found->children.empty() ? nullptr : found->children.front();
+    case GW_OWNER:
+      return found->spec.owner;
     default:
       return nullptr;
   }
@@ -93,9 +97,19 @@ BOOL IsWindowVisible(HWND window) {
 }
 
 HWND GetAncestor(HWND window, UINT flags) {
-  if (find(window) == nullptr) return nullptr;
-  if (flags == GA_ROOT) return rootOf(window);
-  return flags == GA_PARENT ? GetParent(window) : nullptr;
+  const Window* const found = find(window);
+  if (found == nullptr) return nullptr;
+  switch (flags) {
+    case GA_PARENT:
+      return found->spec.parent;
+    case GA_ROOT:
+      return rootOf(window);
+    case GA_ROOTOWNER:
+      while (GetParent(window) != nullptr) window = GetParent(window);
+      return window;
+    default:
+      return nullptr;
+  }
 }
 
 int GetClassNameW(HWND window, LPWSTR name, int size) {

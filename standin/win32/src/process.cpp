@@ -1,5 +1,6 @@
 #include "operations.h"
 #include "standin_process.h"
+#include "standin_ticks.h"
 #include "windows.h"
 
 #include <dlfcn.h>
@@ -9,7 +10,6 @@
 #include <array>
 #include <cstdlib>
 #include <cstring>
-#include <ctime>
 #include <map>
 #include <mutex>
 
@@ -75,31 +75,9 @@ DWORD GetModuleFileNameW(HMODULE module, LPWSTR path, DWORD size) {
 }
 
 DWORD GetCurrentThreadId() {
-  return static_cast<DWORD>(gettid());
+  return standin::clock::threadNumber();
 }
 
 DWORD GetCurrentProcessId() {
   return static_cast<DWORD>(getpid());
-}
-
-void GetSystemTime(LPSYSTEMTIME time) {
-  // As on Windows the time goes on with the system's tick, and reading it costs next to nothing.
-  timespec now{};
-  clock_gettime(CLOCK_REALTIME_COARSE, &now);
-  // Every line of the log asks for the time, and gmtime_r takes a lock that all threads share.
-  thread_local struct {
-    std::time_t seconds = -1;
-    std::tm fields{};
-  } last;
-  std::tm& fields = last.fields;
-  if (now.tv_sec != last.seconds) gmtime_r(&now.tv_sec, &fields);
-  last.seconds = now.tv_sec;
-  time->wYear = static_cast<WORD>(fields.tm_year + 1900);
-  time->wMonth = static_cast<WORD>(fields.tm_mon + 1);
-  time->wDayOfWeek = static_cast<WORD>(fields.tm_wday);
-  time->wDay = static_cast<WORD>(fields.tm_mday);
-  time->wHour = static_cast<WORD>(fields.tm_hour);
-  time->wMinute = static_cast<WORD>(fields.tm_min);
-  time->wSecond = static_cast<WORD>(fields.tm_sec);
-  time->wMilliseconds = static_cast<WORD>(now.tv_nsec / 1000000);
 }

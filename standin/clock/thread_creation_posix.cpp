@@ -1,0 +1,34 @@
+/// The process's pthread_create: the system's, after which a replay may let the new thread run first.
+#include "clock_core.h"
+
+#include <dlfcn.h>
+#include <pthread.h>
+
+namespace standin::clock {
+namespace {
+
+void threadCreated() {
+  {
+    const Locked core;
+    if (!core->isSettlingNewThreads || !core->isReplayMain()) return;
+  }
+  if (settle()) return;
+  const Locked core;
+  ++core->stalls;
+}
+
+}  // namespace
+}  // namespace standin::clock
+
+/// This library comes before the system's in the search for the name, so that a module loaded later is served
+/// too.
+extern "C" __attribute__((visibility("default"))) int pthread_create(pthread_t* thread,
+                                                                     const pthread_attr_t* attributes,
+                                                                     void* (*body)(void*),
+                                                                     void* argument) noexcept {
+  using Create = int (*)(pthread_t*, const pthread_attr_t*, void* (*)(void*), void*);
+  static const auto create = reinterpret_cast<Create>(dlsym(RTLD_NEXT, "pthread_create"));
+  const int status = create(thread, attributes, body, argument);
+  if (status == 0) standin::clock::threadCreated();
+  return status;
+}

@@ -1,0 +1,78 @@
+#include "utf8.h"
+
+#include <cstdint>
+
+namespace standin::windows {
+namespace {
+
+constexpr std::uint32_t kReplacement = 0xFFFD;
+
+bool isCharacter(std::uint32_t code) {
+  return code <= 0x10FFFF && (code < 0xD800 || code > 0xDFFF);
+}
+
+void append(std::string& bytes, std::uint32_t code) {
+  const auto continuation = [&](unsigned shift) {
+    bytes.push_back(static_cast<char>(0x80 | ((code >> shift) & 0x3F)));
+  };
+  if (code < 0x80) {
+    bytes.push_back(static_cast<char>(code));
+  } else if (code < 0x800) {
+    bytes.push_back(static_cast<char>(0xC0 | (code >> 6)));
+    continuation(0);
+  } else if (code < 0x10000) {
+    bytes.push_back(static_cast<char>(0xE0 | (code >> 12)));
+    continuation(6);
+    continuation(0);
+  } else {
+    bytes.push_back(static_cast<char>(0xF0 | (code >> 18)));
+    continuation(12);
+    continuation(6);
+    continuation(0);
+  }
+}
+
+/// Bytes after the first one that the first one announces; -1 when it cannot be a first one.
+int continuationsOf(unsigned char first) {
+  if (first < 0x80) return 0;
+  if (first >= 0xC2 && first < 0xE0) return 1;
+  if (first >= 0xE0 && first < 0xF0) return 2;
+  return first >= 0xF0 && first < 0xF5 ? 3 : -1;
+}
+
+/// Takes one character off the front. One that could have been written shorter is none.
+std::uint32_t take(std::string_view& bytes) {
+  constexpr std::uint32_t kSmallest[] = {0, 0x80, 0x800, 0x10000};
+  const auto first = static_cast<unsigned char>(bytes.front());
+  const int count = continuationsOf(first);
+  const auto length = static_cast<std::size_t>(count + 1);
+  std::uint32_t code = count <= 0 ? first : first & (0x3Fu >> count);
+  bool isWhole = count >= 0 && length <= bytes.size();
+  for (std::size_t i = 1; isWhole && i < length; ++i) {
+    const auto byte = static_cast<unsigned char>(bytes[i]);
+    isWhole = (byte & 0xC0) == 0x80;
+    code = code << 6 | (byte & 0x3Fu);
+  }
+  isWhole = isWhole && code >= kSmallest[count] && isCharacter(code);
+  bytes.remove_prefix(isWhole ? length : 1);
+  return isWhole ? code : kReplacement;
+}
+
+}  // namespace
+
+std::string utf8Bytes(std::wstring_view text) {
+  std::string bytes;
+  for (const wchar_t character : text) {
+    const auto code = static_cast<std::uint32_t>(character);
+    append(bytes, isCharacter(code) ? code : kReplacement);
+  }
+  return bytes;
+}
+
+std::wstring utf8Text(std::string_view bytes) {
+  std::wstring text;
+  while (!bytes.empty()) text.push_back(static_cast<wchar_t>(take(bytes)));
+  return text;
+}
+
+}  // namespace standin::windows
