@@ -20,7 +20,7 @@ bool isFolder(std::string_view path);
 /// Creates one folder; false with errno set when that fails.
 bool makeFolder(std::string_view path);
 
-/// Local calendar time of now.
+/// Local calendar time of now: year, month, day and day of the week.
 std::tm localTime();
 
 }  // namespace platform

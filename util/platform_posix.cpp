@@ -4,6 +4,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <windows.h>
 
 #include <cerrno>
 #include <cstdlib>
@@ -31,10 +32,15 @@ bool makeFolder(std::string_view path) {
   return ::mkdir(systemPath(path).c_str(), 0777) == 0;
 }
 
+/// Through Windows: in a replay the date is the run's.
 std::tm localTime() {
-  const std::time_t now = std::time(nullptr);
+  SYSTEMTIME time = {};
+  GetLocalTime(&time);
   std::tm result = {};
-  ::localtime_r(&now, &result);
+  result.tm_year = time.wYear - 1900;
+  result.tm_mon = time.wMonth - 1;
+  result.tm_mday = time.wDay;
+  result.tm_wday = time.wDayOfWeek;
   return result;
 }
 

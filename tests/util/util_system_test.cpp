@@ -1,3 +1,4 @@
+#include "standin_clock.h"
 #include "standin_messages.h"
 #include "tests/support/temp_folder.h"
 #include "tests/util/system_faults.h"
@@ -45,6 +46,7 @@ class TimeZone {
 };
 
 TEST(LocalDate, IsAnotherDayWhereTheClockIsAheadByMoreThanADay) {
+  standin::clock::start(standin::clock::Kind::kReal);
   std::string east, west;
   {
     const TimeZone zone("East-14");
