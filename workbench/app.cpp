@@ -9,6 +9,7 @@
 #include "workbench/platform/run_place.h"
 #include "workbench/report/report.h"
 #include "workbench/report/run_report.h"
+#include "workbench/running/module_log.h"
 #include "workbench/running/outputs.h"
 #include "workbench/running/profile.h"
 #include "workbench/running/replay.h"
@@ -89,14 +90,13 @@ const std::vector<fs::path> kTables = {"trajectory.csv", "entities.csv", "comman
                                        "index.html"};
 
 void writeResults(const fs::path& out, RunResult& result, const RunNames& names, const Session& session,
-                  const Profile& profile) {
+                  const RunTexts& texts) {
   // The summary first: it is small, and says how the run ended when the disk is too full for the rest.
   writeFile(out / "summary.json", summaryJson(result, names));
   writeFile(out / "trajectory.csv", trajectoryCsv(result.recording.rows));
   writeFile(out / "entities.csv", entitiesCsv(result.entities));
   writeFile(out / "commandline.log", commandLineLog(result.recording.commandLine));
-  writeFile(out / "index.html",
-            reportPage(gatherReport(result, names, session, {profile.log(), profile.menu()})));
+  writeFile(out / "index.html", reportPage(gatherReport(result, names, session, texts)));
 }
 
 void printSummary(const RunResult& result, std::ostream& out) {
@@ -113,7 +113,7 @@ void keepMenuFile(const Options& options, const Inputs& inputs, const ResultFold
 }
 
 RunResult play(const Options& options, Inputs& inputs, const Profile& profile, ResultFolder& results,
-               std::ostream& err) {
+               ModuleLog& log, std::ostream& err) {
   const RunPlace place(results.partial(), profile.folder(), options.module);
   Module module(options.module, place.module());
   results.keepPartial();
@@ -128,7 +128,10 @@ RunResult play(const Options& options, Inputs& inputs, const Profile& profile, R
   else if (inputs.menu)
     profile.writeMenu(*inputs.menu);
   ProgressLine line(err, !options.isQuiet && isErrorTerminal());
-  request.progress = [&line](std::int64_t nowMs, std::int64_t endMs) { line.show(nowMs, endMs); };
+  request.progress = [&line, &log](std::int64_t nowMs, std::int64_t endMs) {
+    line.show(nowMs, endMs);
+    log.step();
+  };
   return replay(std::move(request), module);
 }
 
@@ -150,10 +153,12 @@ int runReplay(const Options& options, std::ostream& out, std::ostream& err) {
   results.begin();
   const Profile profile(options.profile.value_or(results.partial() / "profile"));
   profile.make();
-  RunResult result = play(options, inputs, profile, results, err);
+  ModuleLog log(profile.settings());
+  RunResult result = play(options, inputs, profile, results, log, err);
   const RunNames names{options.drawing.filename().string(), options.session.filename().string()};
+  const auto [logText, logNote] = log.finish();
   try {
-    writeResults(results.partial(), result, names, inputs.session, profile);
+    writeResults(results.partial(), result, names, inputs.session, {logText, logNote, profile.menu()});
   } catch (const InputError& error) {
     result.ending = error.what();
     writeFile(results.partial() / "summary.json", summaryJson(result, names));

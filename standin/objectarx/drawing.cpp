@@ -38,6 +38,10 @@ struct Drawing::Data {
 DrawnEntity::DrawnEntity(EntityProperties properties) : mProperties(std::move(properties)) {}
 DrawnEntity::~DrawnEntity() = default;
 
+std::vector<DrawnPart> DrawnEntity::parts() const {
+  return {{mProperties.layer, mProperties.colour, mProperties.layer, outline()}};
+}
+
 Drawing::Drawing() : mDataP(std::make_unique<Data>()) {
   addLayer({"0"});
 }

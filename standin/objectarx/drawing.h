@@ -38,6 +38,15 @@ struct EntityProperties {
 
 using Polyline3 = std::vector<AcGePoint3d>;
 
+/// A part of what an entity draws. Only a part of an insertion may differ from its entity in layer and
+/// colour.
+struct DrawnPart {
+  std::string layer;  ///< decides whether it is seen
+  int colour = 256;   ///< AutoCAD colour index; 256: that of the layer `colourLayer`; 0: by block
+  std::string colourLayer;
+  std::vector<Polyline3> outline;
+};
+
 /// What every entity of a drawing is besides a database entity: something that can be drawn and listed.
 class STANDIN_OBJECTARX_API DrawnEntity {
  public:
@@ -55,6 +64,9 @@ class STANDIN_OBJECTARX_API DrawnEntity {
   virtual Polyline3 points() const = 0;
   /// What is drawn: polylines in world coordinates, curves in chords (an arc of 360 degrees in 64).
   virtual std::vector<Polyline3> outline() const = 0;
+  /// The outline by layer and colour: the contents of a block on layer "0" are on the insertion's layer,
+  /// those of colour "by block" have the insertion's colour.
+  virtual std::vector<DrawnPart> parts() const;
   const EntityProperties& properties() const { return mProperties; }
 
  private:

@@ -5,7 +5,9 @@ namespace standin {
 namespace {
 
 /// Blocks within blocks beyond this are not drawn: a block that contains itself would never end.
-constexpr int kDeepestNesting = 16;
+constexpr int kDeepestNesting = 101;
+constexpr const char* kLayerOfTheInsertion = "0";
+constexpr int kByBlock = 0;
 
 class InsertEntity final : public GeometryEntity {
  public:
@@ -20,16 +22,19 @@ class InsertEntity final : public GeometryEntity {
   Polyline3 points() const override { return {mTransform * AcGePoint3d::kOrigin}; }
 
   std::vector<Polyline3> outline() const override {
+    std::vector<Polyline3> result;
+    for (DrawnPart& part : parts())
+      for (Polyline3& wire : part.outline) result.push_back(std::move(wire));
+    return result;
+  }
+
+  std::vector<DrawnPart> parts() const override {
     thread_local int depth = 0;
     if (depth >= kDeepestNesting) return {};
     ++depth;
-    std::vector<Polyline3> result;
-    const AcGeVector3d fromBase = AcGePoint3d::kOrigin - mDrawing.blockBase(mBlock);
+    std::vector<DrawnPart> result;
     for (const auto& entityP : mDrawing.blockEntities(mBlock))
-      for (Polyline3& wire : entityP->outline()) {
-        for (AcGePoint3d& point : wire) point = mTransform * (point + fromBase);
-        result.push_back(std::move(wire));
-      }
+      for (DrawnPart& part : entityP->parts()) result.push_back(inserted(std::move(part)));
     --depth;
     return result;
   }
@@ -44,6 +49,18 @@ class InsertEntity final : public GeometryEntity {
   }
 
  private:
+  /// A block's content on layer "0" and in colour "by block" takes what the insertion has.
+  DrawnPart inserted(DrawnPart part) const {
+    const AcGeVector3d fromBase = AcGePoint3d::kOrigin - mDrawing.blockBase(mBlock);
+    for (Polyline3& wire : part.outline)
+      for (AcGePoint3d& point : wire) point = mTransform * (point + fromBase);
+    if (part.layer == kLayerOfTheInsertion) part.layer = properties().layer;
+    if (part.colourLayer == kLayerOfTheInsertion || part.colour == kByBlock)
+      part.colourLayer = properties().layer;
+    if (part.colour == kByBlock) part.colour = properties().colour;
+    return part;
+  }
+
   const Drawing& mDrawing;
   std::string mBlock;
   AcGeMatrix3d mTransform;

@@ -25,7 +25,9 @@ class STANDIN_OBJECTARX_API Listener {
   virtual void paperChanged(int /*viewport*/, const PaperView& /*shown*/) {}
   virtual void textSent(const std::wstring& /*text*/, bool /*activate*/) {}  ///< sendStringToExecute
   virtual void modulePrinted(const std::wstring& /*text*/) {}                ///< acutPrintf
-  virtual void hostPrinted(const std::wstring& /*text*/) {}                  ///< what the host itself prints
+  /// A rule of the host was broken. The host's lock may be held: must not call the host.
+  virtual void ruleBroken(const std::string& /*breach*/) {}
+  virtual void hostPrinted(const std::wstring& /*text*/) {}  ///< what the host itself prints
 };
 
 /// The listener, null for none. Not owned.

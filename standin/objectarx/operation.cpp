@@ -1,5 +1,7 @@
 #include "operation.h"
 
+#include "listener.h"
+
 #include <thread>
 
 namespace standin::host {
@@ -52,7 +54,9 @@ Call::Call(const Operation& operation) : mLock(hostMutex()) {
 void breach(const char* operation, const char* what) {
   Report& report = counts();
   ++report.breachesInAll;
-  if (report.breaches.size() < kBreachesKept) report.breaches.push_back(std::string(operation) + ": " + what);
+  const std::string text = std::string(operation) + ": " + what;
+  if (report.breaches.size() < kBreachesKept) report.breaches.push_back(text);
+  notify(&Listener::ruleBroken, text);
 }
 
 }  // namespace standin::host

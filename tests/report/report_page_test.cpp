@@ -67,7 +67,7 @@ TEST(ReportScene, HasEveryKeyForARunOfNothing) {
   EXPECT_EQ(reportJson(ReportData{}),
             parsed(R"({"drawing":"","session":"","clean":false,"summary":[],"groups":[],
       "moments":[],"selections":[],"changes":[],"desktops":[],"path":[],"lines":[],"functions":[],"keys":[],
-      "layout":{"sheet":[0.0,0.0,1.0,1.0],"window":[0.0,0.0,1.0,1.0]},"log":""})"));
+      "layout":{"sheet":[0.0,0.0,1.0,1.0],"window":[0.0,0.0,1.0,1.0]},"log":"","log_note":""})"));
 }
 
 TEST(ReportScene, GroupsShapesByLayerAndColour) {

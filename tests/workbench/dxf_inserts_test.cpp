@@ -89,14 +89,45 @@ TEST(DxfInserts, ArrayOfTooManyCopiesIsRefused) {
             "a.dxf:18: expected at most 10000 copies of a block, found 1073676289");
 }
 
-TEST(DxfInserts, BlocksThatMultiplyWithoutEndAreRefused) {
-  std::string blocks = "0 BLOCK|2 B0|0 POINT|10 0|20 0|0 ENDBLK";
+/// Nine levels of blocks, each of which inserts the one before it ten times.
+std::string multiplyingBlocks() {
+  std::string blocks = "0 BLOCK|2 B0|0 CIRCLE|10 0|20 0|40 1|0 ENDBLK";
   for (int i = 1; i < 9; ++i)
     blocks += "|0 BLOCK|2 B" + std::to_string(i) + "|0 INSERT|2 B" + std::to_string(i - 1) +
               "|10 0|20 0|70 10|44 1|0 ENDBLK";
-  EXPECT_NE(errorOf(file(blocks, "0 POINT|10 0|20 0"))
-                .find("expected an insertion that draws at most 5000000 entities"),
+  return blocks;
+}
+
+TEST(DxfInserts, BlocksThatMultiplyWithoutEndAreRefusedWithTheirLines) {
+  const std::string text = file(multiplyingBlocks(), "0 INSERT|2 B8|10 0|20 0");
+  ASSERT_LT(text.size(), 1500u);
+  EXPECT_EQ(errorOf(text),
+            "a.dxf:96: expected insertions that draw at most 1001800 points together, found 6.5e+06 points "
+            "with the "
+            "insertions of the lines 170, 150, 132, 114, 96");
+}
+
+TEST(DxfInserts, ManyInsertionsCountTogether) {
+  // Each draws 65 points of a circle, 10,000 times.
+  const std::string block = "0 BLOCK|2 A|0 CIRCLE|10 0|20 0|40 1|0 ENDBLK";
+  const std::string insertion = "0 INSERT|2 A|10 0|20 0|70 100|71 100";
+  EXPECT_EQ(errorOf(file(block, insertion)), "no error");
+  EXPECT_NE(errorOf(file(block, insertion + "|" + insertion)).find("points with the insertions of the lines"),
             std::string::npos);
+}
+
+TEST(DxfInserts, CopiesOfAllInsertionsCountTogether) {
+  std::string insertions = "0 POINT|10 0|20 0";
+  for (int i = 0; i < 21; ++i) insertions += "|0 INSERT|2 A|10 0|20 0|70 100|71 100";
+  EXPECT_NE(errorOf(file("0 BLOCK|2 A|0 ENDBLK", insertions))
+                .find("expected at most 200000 copies of blocks in all insertions, found 210000"),
+            std::string::npos);
+}
+
+TEST(DxfInserts, ScalesThatMultiplyBeyondAnyViewAreRefused) {
+  EXPECT_EQ(
+      errorOf(file("0 BLOCK|2 A|0 LINE|10 0|20 0|11 1e10|21 0|0 ENDBLK", "0 INSERT|2 A|10 0|20 0|41 1e10")),
+      "a.dxf:28: expected an insertion that stays within +-1e16, found one that reaches further");
 }
 
 TEST(DxfInserts, BlocksNestedTooDeepAreRefused) {

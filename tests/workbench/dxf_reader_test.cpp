@@ -66,6 +66,35 @@ TEST(DxfReader, CommentsAndCrLfAreAccepted) {
   EXPECT_EQ(parseDrawing(text, "a.dxf")->entities().size(), 1u);
 }
 
+TEST(DxfReader, NumbersThatNoViewCanShowAreRefused) {
+  const std::pair<const char*, const char*> table[] = {
+      {"0 POINT|10 1e200|20 0", "a.dxf:8: expected a number from -1e15 to 1e15 in group 10, found \"1e200\""},
+      {"0 POINT|10 0|20 -1.1e15",
+       "a.dxf:10: expected a number from -1e15 to 1e15 in group 20, found \"-1.1e15\""},
+      {"0 CIRCLE|10 0|20 0|40 1e300",
+       "a.dxf:12: expected a number from -1e15 to 1e15 in group 40, found \"1e300\""}};
+  for (const auto& [groups, message] : table) EXPECT_EQ(errorOf(dxfEntities(groups)), message);
+  const std::string view =
+      dxfFile(dxfSection("TABLES", "0 TABLE|2 VPORT|0 VPORT|2 *ACTIVE|12 0|22 0|40 1e300|0 ENDTAB"));
+  EXPECT_NE(errorOf(view).find("expected a number from -1e15 to 1e15 in group 40"), std::string::npos);
+}
+
+TEST(DxfReader, NumbersTooSmallToBeSeenAreZero) {
+  const auto drawing = parseDrawing(dxfEntities("0 POINT|10 1e-300|20 1e-30"), "a.dxf");
+  const AcGePoint3d at = drawing->entities().at(0)->points().at(0);
+  EXPECT_EQ(at.x, 0);
+  EXPECT_EQ(at.y, 1e-30);
+}
+
+TEST(DxfReader, HandlesBeyondTheDrawingsLimitAreRefused) {
+  EXPECT_EQ(errorOf(dxfEntities("0 POINT|5 FFFFFFFFFFFFFFF|10 0|20 0")), "no error");
+  EXPECT_EQ(
+      errorOf(dxfEntities("0 POINT|5 1000000000000000|10 0|20 0")),
+      "a.dxf:8: expected a handle (hexadecimal, at most 60 bits) in group 5, found \"1000000000000000\"");
+  EXPECT_EQ(errorOf(dxfEntities("0 POINT|5 FFFFFFFFFFFFFFF|10 0|20 0|0 POINT|10 0|20 0")),
+            "a.dxf:14: expected a handle, since the highest there can be is taken, found none of its own");
+}
+
 TEST(DxfReader, HeaderAndObjectsAreSkipped) {
   const std::string text = dxfFile(dxfSection("HEADER", "9 $ACADVER|1 AC1027|9 $EXTMIN|10 bad") +
                                    dxfSection("OBJECTS", "0 DICTIONARY|5 C"));
@@ -93,7 +122,7 @@ TEST(DxfReader, EveryMistakeNamesFileLineAndWhatWasExpected) {
       {dxfEntities("0 LINE|10 0|11 0|21 0"),
        "a.dxf:6: expected group 20 in LINE, found none up to the next record"},
       {dxfEntities("0 LINE|5 XY|10 0|20 0|11 0|21 0"),
-       "a.dxf:8: expected a handle (hexadecimal) in group 5, found \"XY\""},
+       "a.dxf:8: expected a handle (hexadecimal, at most 60 bits) in group 5, found \"XY\""},
       {dxfEntities("0 POINT|62 red|10 0|20 0"),
        "a.dxf:8: expected a whole number, -32767 to 32767, in group 62, found \"red\""},
       {dxfEntities("0 CIRCLE|10 0|20 0|40 -1"), "a.dxf:12: expected a radius of 0 or more, found \"-1\""},

@@ -56,5 +56,18 @@ INSTANTIATE_TEST_SUITE_P(OfEachKind, Misbehaviour,
                                          Fault{"pin", "the module is still mapped after it was freed"}),
                          nameOf);
 
+TEST(Misbehaving, RepeatedBreachIsReportedOnceWithCountAndFirstTime) {
+  const FakeModuleProcess process;
+  const Outcome outcome = process.replay(kSession, "", "print-off-main");
+  const std::string problem =
+      "problem: host: acutPrintf: called off the main thread (2 times, first at 20 ms)\n";
+  EXPECT_EQ(outcome.err.find(problem), outcome.err.rfind(problem));
+  EXPECT_NE(outcome.err.find(problem), std::string::npos) << outcome.err;
+  const auto breaches = nlohmann::json::parse(process.read("out/summary.json")).at("host_breaches");
+  ASSERT_EQ(breaches.size(), 1u);
+  EXPECT_EQ(breaches[0].at("count"), 2);
+  EXPECT_EQ(breaches[0].at("first_ms"), 20);
+}
+
 }  // namespace
 }  // namespace workbench

@@ -1,5 +1,6 @@
 #include "workbench/dxf/groups.h"
 
+#include "workbench/dxf/encoding.h"
 #include "workbench/text_input.h"
 
 #include <cmath>
@@ -11,6 +12,10 @@ constexpr int kCommentCode = 999;
 constexpr long long kLowestCode = -5;
 constexpr long long kHighestCode = 1071;
 constexpr std::size_t kBytesPerGroupGuess = 12;
+constexpr int kHandleBits = 60;
+/// Squares and cubes of what is between these are still numbers, with room for a view to zoom.
+constexpr double kLargestReal = 1e15;
+constexpr double kSmallestReal = 1e-50;
 constexpr std::string_view kBinaryMark = "AutoCAD Binary DXF";
 
 class LineSource {
@@ -64,7 +69,7 @@ std::vector<DxfGroup> parseGroups(std::string_view text, const std::string& file
 
 std::optional<std::uint64_t> parseHandle(std::string_view value) {
   const auto handle = parseHex(trimmed(value));
-  if (!handle || *handle == 0 || *handle >> 63 != 0) return std::nullopt;
+  if (!handle || *handle == 0 || *handle >> kHandleBits != 0) return std::nullopt;
   return *handle;
 }
 
@@ -86,18 +91,21 @@ const DxfGroup& DxfRecord::require(int code) const {
 }
 
 std::string DxfRecord::text(int code) const {
-  return toUtf8(require(code).value);
+  return decodeDxfText(require(code).value, mSourceP->codePage);
 }
 
 double DxfRecord::realOf(const DxfGroup& group) const {
   const auto value = parseReal(trimmed(group.value));
   if (!value) throw error(group, "a number in group " + std::to_string(group.code));
-  return *value;
+  if (std::abs(*value) > kLargestReal)
+    throw error(group, "a number from -1e15 to 1e15 in group " + std::to_string(group.code));
+  return std::abs(*value) < kSmallestReal ? 0 : *value;
 }
 
 std::uint64_t DxfRecord::handleOf(const DxfGroup& group) const {
   const auto handle = parseHandle(group.value);
-  if (!handle) throw error(group, "a handle (hexadecimal) in group " + std::to_string(group.code));
+  if (!handle)
+    throw error(group, "a handle (hexadecimal, at most 60 bits) in group " + std::to_string(group.code));
   return *handle;
 }
 
@@ -136,11 +144,11 @@ AcGeVector3d DxfRecord::direction(int code, const AcGeVector3d& fallback) const 
 }
 
 InputError DxfRecord::error(const DxfGroup& group, const std::string& expected) const {
-  return InputError({*mFile, group.line}, expected, inQuotes(trimmed(group.value)));
+  return InputError({mSourceP->file, group.line}, expected, inQuotes(trimmed(group.value)));
 }
 
 InputError DxfRecord::error(const std::string& expected, const std::string& found) const {
-  return InputError({*mFile, mFirst->line}, expected, found);
+  return InputError({mSourceP->file, mFirst->line}, expected, found);
 }
 
 }  // namespace workbench

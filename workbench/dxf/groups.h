@@ -3,6 +3,7 @@
 #ifndef WORKBENCH_DXF_GROUPS_H
 #define WORKBENCH_DXF_GROUPS_H
 
+#include "workbench/dxf/group.h"
 #include "workbench/input_error.h"
 
 // clang-format off
@@ -18,23 +19,24 @@
 
 namespace workbench {
 
-struct DxfGroup {
-  int code = 0;
-  std::size_t line = 0;    ///< of the value, from 1
-  std::string_view value;  ///< into the file's text, without the line end
-};
-
 /// Splits the text into groups up to and including `0 EOF`; comments (group 999) are left out. LF and CR LF
 /// ends. `text` must outlive the groups. Throws InputError for a broken group code, for a file that ends
 /// before `0 EOF`, and for what is not text (a binary DXF, an image).
 std::vector<DxfGroup> parseGroups(std::string_view text, const std::string& file);
 
+/// What the records of a file have in common.
+struct DxfSource {
+  std::string file;  ///< for messages
+  int codePage = 0;  ///< of its texts; 0: UTF-8 or not known
+};
+
 /// One record: group 0 with the type, then its groups. Accessors throw InputError at the group that is not
 /// what they expect, or at the record when a group that must be there is missing.
 class DxfRecord {
  public:
-  DxfRecord(const std::string& file, const DxfGroup* first, const DxfGroup* last)
-      : mFile(&file), mFirst(first), mLast(last) {}
+  /// The source must outlive the record.
+  DxfRecord(const DxfSource& source, const DxfGroup* first, const DxfGroup* last)
+      : mSourceP(&source), mFirst(first), mLast(last) {}
 
   std::string_view type() const;
   const DxfGroup* begin() const { return mFirst; }
@@ -53,8 +55,9 @@ class DxfRecord {
   /// The same as a unit vector, `fallback` when group `code` is missing. Not of length 0.
   AcGeVector3d direction(int code, const AcGeVector3d& fallback) const;
 
+  /// Not beyond +-1e15: no view can show more. What is nearer to 0 than 1e-50 is 0.
   double realOf(const DxfGroup& group) const;
-  std::uint64_t handleOf(const DxfGroup& group) const;  ///< above 0 and below 2^63
+  std::uint64_t handleOf(const DxfGroup& group) const;  ///< above 0 and below 2^60
 
   InputError error(const DxfGroup& group, const std::string& expected) const;
   InputError error(const std::string& expected,
@@ -63,12 +66,13 @@ class DxfRecord {
  private:
   const DxfGroup& require(int code) const;
 
-  const std::string* mFile;
+  const DxfSource* mSourceP;
   const DxfGroup* mFirst;
   const DxfGroup* mLast;
 };
 
-/// The value as a handle, none when it is not one (hexadecimal, above 0, below 2^63).
+/// The value as a handle, none when it is not one (hexadecimal, above 0, below 2^60: the drawing has no
+/// larger).
 std::optional<std::uint64_t> parseHandle(std::string_view value);
 
 }  // namespace workbench

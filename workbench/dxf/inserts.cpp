@@ -3,6 +3,7 @@
 #include "workbench/dxf/frame.h"
 
 #include <algorithm>
+#include <cstdio>
 
 namespace workbench {
 namespace {
@@ -39,6 +40,10 @@ std::unique_ptr<standin::DrawnEntity> DxfInserts::make(const DxfEntity& insert) 
   if (copies > kMostCopies)
     throw record.error("at most " + std::to_string(kMostCopies) + " copies of a block",
                        std::to_string(copies));
+  mCopies += copies;
+  if (mCopies > kMostCopiesInAll)
+    throw record.error("at most " + std::to_string(kMostCopiesInAll) + " copies of blocks in all insertions",
+                       std::to_string(mCopies));
   mContents[container].references.push_back({block, record.begin()->line, static_cast<double>(copies)});
 
   const AcGeMatrix3d scale = scaling(record.real(41, 1), record.real(42, 1), record.real(43, 1));
@@ -76,8 +81,11 @@ void DxfInserts::check() const {
 }
 
 double DxfInserts::drawnBy(const Contents& contents, Walk& walk) const {
-  double drawn = contents.entities;
-  for (const Reference& reference : contents.references) drawn += reference.copies * drawnBy(reference, walk);
+  double drawn = contents.points;
+  for (const Reference& reference : contents.references) {
+    drawn += reference.copies * drawnBy(reference, walk);
+    if (drawn > mMostDrawn) throw tooMuch(reference, drawn, walk);
+  }
   return drawn;
 }
 
@@ -96,10 +104,26 @@ double DxfInserts::drawnBy(const Reference& reference, Walk& walk) const {
   walk.open.push_back(block);
   const double drawn = drawnBy(contents->second, walk);
   walk.open.pop_back();
-  if (drawn * reference.copies > kMostDrawn)
-    throw InputError(place, "an insertion that draws at most 5000000 entities", inQuotes(block));
   walk.drawn[block] = drawn;
   return drawn;
+}
+
+/// Names the insertions on the way from model space to the one that goes beyond the limit.
+InputError DxfInserts::tooMuch(const Reference& last, double drawn, const Walk& walk) const {
+  std::string lines;
+  for (std::size_t i = 0; i + 1 < walk.open.size(); ++i)
+    for (const Reference& reference : mContents.at(walk.open[i]).references)
+      if (reference.block == walk.open[i + 1]) {
+        lines += std::to_string(reference.line) + ", ";
+        break;
+      }
+  char counts[100];
+  std::snprintf(counts, sizeof counts, "%.3g points", drawn);
+  return InputError(
+      {mFile, last.line},
+      "insertions that draw at most " + std::to_string(static_cast<long long>(mMostDrawn)) +
+          " points together",
+      std::string(counts) + " with the insertions of the lines " + lines + std::to_string(last.line));
 }
 
 }  // namespace workbench

@@ -19,14 +19,20 @@ namespace workbench {
 /// all blocks are known before, and the contents are checked when the whole file is.
 class DxfInserts {
  public:
-  DxfInserts(standin::Drawing& drawing, std::string file, DxfNames blockNames)
-      : mDrawing(drawing), mFile(std::move(file)), mBlockNames(std::move(blockNames)) {}
+  /// `mostDrawn`: points that all insertions of model space may draw together with its other entities.
+  DxfInserts(standin::Drawing& drawing, std::string file, DxfNames blockNames, double mostDrawn)
+      : mDrawing(drawing),
+        mFile(std::move(file)),
+        mBlockNames(std::move(blockNames)),
+        mMostDrawn(mostDrawn) {}
 
   /// The block's contents follow; they replace those of an earlier block of that name.
   void beginBlock(const std::string& block) { mContents[block] = {}; }
 
-  /// Notes an entity, other than an insertion, of a block (of model space for the empty name).
-  void countEntity(const std::string& block) { ++mContents[block].entities; }
+  /// Notes what an entity, other than an insertion, of a block draws (of model space for the empty name).
+  void countPoints(const std::string& block, std::size_t points) {
+    mContents[block].points += static_cast<double>(points);
+  }
 
   /// The entity of an INSERT record. Throws InputError, also for a block that the file does not have.
   std::unique_ptr<standin::DrawnEntity> make(const DxfEntity& insert);
@@ -36,8 +42,8 @@ class DxfInserts {
   void check() const;
 
   static constexpr std::size_t kDeepestNesting = 100;
-  static constexpr double kMostDrawn = 5e6;        ///< entities that one insertion draws
-  static constexpr long long kMostCopies = 10000;  ///< columns times rows of one insertion
+  static constexpr long long kMostCopies = 10000;        ///< columns times rows of one insertion
+  static constexpr long long kMostCopiesInAll = 200000;  ///< of all insertions of the file
 
  private:
   struct Reference {
@@ -46,16 +52,17 @@ class DxfInserts {
     double copies = 1;
   };
   struct Contents {
-    double entities = 0;
+    double points = 0;
     std::vector<Reference> references;
   };
   struct Walk {
-    std::map<std::string, double> drawn;  ///< by blocks that are done
+    std::map<std::string, double> drawn;  ///< points by blocks that are done
     std::vector<std::string> open;        ///< from the outermost block to the one being walked
   };
 
   double drawnBy(const Reference& reference, Walk& walk) const;
   double drawnBy(const Contents& contents, Walk& walk) const;
+  InputError tooMuch(const Reference& last, double drawn, const Walk& walk) const;
   std::string makeArrayBlock(const DxfRecord& record, const std::string& block, const AcGeMatrix3d& scale,
                              const standin::EntityProperties& properties);
 
@@ -63,7 +70,9 @@ class DxfInserts {
   std::string mFile;
   DxfNames mBlockNames;
   std::map<std::string, Contents> mContents;  ///< by block; the empty name is model space
+  double mMostDrawn;
   std::size_t mArrays = 0;
+  long long mCopies = 0;
 };
 
 }  // namespace workbench

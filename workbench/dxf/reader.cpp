@@ -1,5 +1,6 @@
 #include "workbench/dxf/reader.h"
 
+#include "workbench/dxf/encoding.h"
 #include "workbench/dxf/entity_types.h"
 #include "workbench/dxf/groups.h"
 #include "workbench/dxf/inserts.h"
@@ -8,7 +9,9 @@
 
 #include <algorithm>
 #include <cassert>
+#include <cmath>
 #include <unordered_set>
+#include <utility>
 
 namespace workbench {
 namespace {
@@ -17,16 +20,18 @@ using EntityPtr = std::unique_ptr<standin::DrawnEntity>;
 using Records = std::vector<DxfRecord>;
 
 constexpr long long kMostInt16 = 32767;
+constexpr double kFurthest = 1e16;
+constexpr int kHandleBits = 60;  // the drawing has no larger ones
 
-Records splitRecords(const std::vector<DxfGroup>& groups, const std::string& file) {
+Records splitRecords(const std::vector<DxfGroup>& groups, const DxfSource& source) {
   Records records;
   const DxfGroup* const end = groups.data() + groups.size();
   if (groups.front().code != 0)
-    throw InputError({file, groups.front().line - 1}, "group 0 at the start of the file",
+    throw InputError({source.file, groups.front().line - 1}, "group 0 at the start of the file",
                      "group " + std::to_string(groups.front().code));
   for (const DxfGroup* first = groups.data(); first != end;) {
     const DxfGroup* const last = std::find_if(first + 1, end, [](const DxfGroup& g) { return g.code == 0; });
-    records.emplace_back(file, first, last);
+    records.emplace_back(source, first, last);
     first = last;
   }
   return records;
@@ -47,6 +52,8 @@ class Handles {
       const std::uint64_t handle = record.handleOf(*group);
       if (mTaken.insert(handle).second) return handle;
     }
+    if ((mHighest + 1) >> kHandleBits != 0)
+      throw record.error("a handle, since the highest there can be is taken", "none of its own");
     return ++mHighest;
   }
 
@@ -69,6 +76,19 @@ Space spaceOfBlock(const std::string& name) {
   return Space::kBlock;
 }
 
+/// Points that the file's drawing may take: memory and time of a run must be in proportion to its file.
+double mostDrawn(const std::vector<DxfGroup>& groups) {
+  constexpr double kFree = 1e6;
+  constexpr double kPerGroup = 20;
+  return kFree + kPerGroup * static_cast<double>(groups.size());
+}
+
+std::size_t pointsOf(const standin::DrawnEntity& entity) {
+  std::size_t points = 0;
+  for (const standin::Polyline3& line : entity.outline()) points += line.size();
+  return points;
+}
+
 /// Names of the blocks that can be inserted.
 DxfNames blockNames(const Records& records) {
   DxfNames names;
@@ -80,19 +100,31 @@ DxfNames blockNames(const Records& records) {
 class DxfReader {
  public:
   DxfReader(const std::vector<DxfGroup>& groups, const std::string& file)
-      : mRecords(splitRecords(groups, file)),
+      : mSource{file, dxfCodePage(groups)},
+        mRecords(splitRecords(groups, mSource)),
         mDrawingP(std::make_unique<standin::Drawing>()),
-        mInserts(*mDrawingP, file, blockNames(mRecords)),
+        mInserts(*mDrawingP, file, blockNames(mRecords), mostDrawn(groups)),
         mHandles(groups) {}
 
   std::unique_ptr<standin::Drawing> read() {
     while (current().type() != "EOF") readSection();
     mInserts.check();
+    for (const auto& [insertP, line] : mInsertLines) checkReach(*insertP, line);
     for (EntityPtr& entity : mEntities) mDrawingP->add(std::move(entity));
     return std::move(mDrawingP);
   }
 
  private:
+  /// Scales multiply, so an insertion may reach further than any number of the file.
+  void checkReach(const standin::DrawnEntity& insert, std::size_t line) const {
+    for (const standin::Polyline3& wire : insert.outline())
+      for (const AcGePoint3d& point : wire)
+        for (const double value : {point.x, point.y, point.z})
+          if (!(std::abs(value) <= kFurthest))
+            throw InputError({mSource.file, line}, "an insertion that stays within +-1e16",
+                             "one that reaches further");
+  }
+
   const DxfRecord& current() const { return mRecords[mAt]; }
 
   /// The lexer ends every file with EOF, so every other record has one after it.
@@ -161,6 +193,7 @@ class DxfReader {
     } else if (space == Space::kBlock) {
       mDrawingP->addToBlock(block, std::move(entity));
     } else {
+      if (record.type() == "INSERT") mInsertLines.emplace_back(entity.get(), record.begin()->line);
       mEntities.push_back(std::move(entity));
     }
   }
@@ -170,8 +203,9 @@ class DxfReader {
     const DxfEntityMaker make = dxfEntityMaker(record.type());
     if (make == nullptr) return nullptr;
     const std::string container = space == Space::kBlock ? block : std::string();
-    if (record.type() != "INSERT") mInserts.countEntity(container);
-    return make({record, vertices, container, propertiesOf(record, space)}, mInserts);
+    EntityPtr entity = make({record, vertices, container, propertiesOf(record, space)}, mInserts);
+    if (record.type() != "INSERT") mInserts.countPoints(container, pointsOf(*entity));
+    return entity;
   }
 
   standin::EntityProperties propertiesOf(const DxfRecord& record, Space space) {
@@ -211,6 +245,7 @@ class DxfReader {
     return type;
   }
 
+  DxfSource mSource;
   Records mRecords;
   std::size_t mAt = 0;
   std::unique_ptr<standin::Drawing> mDrawingP;
@@ -218,6 +253,7 @@ class DxfReader {
   DxfNames mLayers;
   Handles mHandles;
   std::vector<EntityPtr> mEntities;
+  std::vector<std::pair<const standin::DrawnEntity*, std::size_t>> mInsertLines;
 };
 
 }  // namespace

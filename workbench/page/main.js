@@ -56,7 +56,7 @@ byId("desktop-panel").hidden = scene.desktops.length === 0;
 new Tabs(byId("tabs"), [{ id: "page-summary", title: "Summary", isThere: true },
   { id: "page-keys", title: "Keys", isThere: data.keys.length > 0 },
   { id: "page-functions", title: "Functions", isThere: data.functions.length > 0 }]);
-new LogPanel(byId("log"), data.log);
+new LogPanel(byId("log"), data.log, data.log_note);
 timeline.set(timeline.first);
 const sizes = new ResizeObserver(layOut);
 for (const id of ["view", "path", "desktop", "activity"]) sizes.observe(byId(id));

@@ -163,8 +163,10 @@ function readLog(text) {
 }
 
 class LogPanel {
-  constructor(element, text) {
+  constructor(element, text, note) {
     this.element = element;
+    this.note = note;
+    byId("log-note").textContent = text === "" ? "" : note;
     this.lines = text === "" ? [] : readLog(text);
     this.level = byId("log-level");
     this.filter = byId("log-filter");
@@ -185,7 +187,7 @@ class LogPanel {
     const wanted = this.filter.value.toLowerCase(), level = this.level.value;
     const found = this.lines.filter((l) => (!level || l.level === level) && l.line.toLowerCase().includes(wanted));
     const rows = found.slice(0, limit).map((l) => html("li", { class: l.level || "head" }, l.line || "\u00a0"));
-    if (this.lines.length === 0) rows.push(html("li", { class: "empty" }, "The module wrote no log."));
+    if (this.lines.length === 0) rows.push(html("li", { class: "empty" }, this.note));
     else if (found.length === 0) rows.push(html("li", { class: "empty" }, "No line of the log matches this filter."));
     this.element.replaceChildren(...rows);
     this.more.hidden = found.length <= limit;

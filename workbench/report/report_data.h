@@ -92,7 +92,8 @@ struct ReportData {
   std::vector<ReportFunction> functions;  ///< by number
   std::vector<ReportKey> keys;
   standin::host::Layout layout;
-  std::string log;  ///< the module's log, UTF-8
+  std::string log;      ///< the module's entries of this run, UTF-8
+  std::string logNote;  ///< why there are none, or which are missing; empty when all are there
 };
 
 }  // namespace workbench

@@ -171,6 +171,7 @@ Json reportJson(const ReportData& data) {
   });
   json["layout"] = {{"sheet", paperJson(data.layout.sheet)}, {"window", paperJson(data.layout.window)}};
   json["log"] = data.log;
+  json["log_note"] = data.logNote;
   return json;
 }
 

@@ -40,6 +40,7 @@ ReportData gatherReport(RunResult& result, const RunNames& names, const Session&
   data.keys = keyEffects(session, result.recording, data.functions);
   data.layout = result.layout;
   data.log = std::move(texts.log);
+  data.logNote = std::move(texts.logNote);
   return data;
 }
 

@@ -12,7 +12,8 @@ namespace workbench {
 
 /// Files of the user's profile after the run, UTF-8.
 struct RunTexts {
-  std::string log;
+  std::string log;      ///< this run's entries
+  std::string logNote;  ///< why there is none, or what is missing
   std::string menu;
 };
 

@@ -23,8 +23,9 @@ struct EntityState {
 /// Every entity that is not erased, in the drawing's order.
 std::vector<EntityState> listEntities(const standin::Drawing& drawing);
 
-/// The entity as it is drawn: its colour is neither "by layer" nor "by block".
-ReportShape shapeOf(const standin::DrawnEntity& entity, const standin::Drawing& drawing);
+/// The entity as it is drawn, a shape for each layer and colour in it: no colour is "by layer" or "by block".
+/// Parts on layers that are off or frozen are left out.
+std::vector<ReportShape> shapesOf(const standin::DrawnEntity& entity, const standin::Drawing& drawing);
 
 /// Whether the entity is there to be seen: not erased, on a layer that is neither off nor frozen.
 bool isSeen(const standin::DrawnEntity& entity, const standin::Drawing& drawing);

@@ -29,6 +29,12 @@ bool isSameOutline(const std::vector<standin::Polyline3>& a, const std::vector<s
                     });
 }
 
+bool isSame(const std::vector<ReportShape>& a, const std::vector<ReportShape>& b) {
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](const ReportShape& p, const ReportShape& q) {
+    return isSameOutline(p.outline, q.outline);
+  });
+}
+
 }  // namespace
 
 std::vector<std::int64_t> momentTimes(std::int64_t endMs, std::size_t count) {
@@ -45,7 +51,7 @@ void MomentRecorder::begin() {
   if (drawing == nullptr) return;
   mEntitiesAtStart = drawing->entities().size();
   for (const auto& entity : drawing->entities())
-    if (isSeen(*entity, *drawing)) mShapes.emplace(entity->properties().handle, shapeOf(*entity, *drawing));
+    if (isSeen(*entity, *drawing)) mShapes.emplace(entity->properties().handle, shapesOf(*entity, *drawing));
 }
 
 void MomentRecorder::look() {
@@ -61,7 +67,7 @@ void MomentRecorder::finish() {
 
 std::vector<ReportShape> MomentRecorder::takeShapes() {
   std::vector<ReportShape> shapes;
-  for (auto& [handle, shape] : mShapes) shapes.push_back(std::move(shape));
+  for (auto& [handle, parts] : mShapes) std::move(parts.begin(), parts.end(), std::back_inserter(shapes));
   mShapes.clear();
   return shapes;
 }
@@ -104,10 +110,10 @@ void MomentRecorder::compare(ReportMoment& moment) const {
     if (!isSeen(entity, *drawing)) {
       if (mShapes.count(handle) != 0) moment.gone.push_back(handle);
     } else if (isNew || mWasSelected.count(handle) != 0) {
-      ReportShape shape = shapeOf(entity, *drawing);
+      std::vector<ReportShape> parts = shapesOf(entity, *drawing);
       const auto before = mShapes.find(handle);
-      if (before == mShapes.end() || !isSameOutline(before->second.outline, shape.outline))
-        moment.changed.push_back(std::move(shape));
+      if (before == mShapes.end() || !isSame(before->second, parts))
+        std::move(parts.begin(), parts.end(), std::back_inserter(moment.changed));
     }
   }
 }

@@ -44,7 +44,7 @@ class MomentRecorder {
   std::vector<std::int64_t> mTimes;
   Desktop mDesktop;
   std::vector<ReportMoment> mMoments;
-  std::map<std::uint64_t, ReportShape> mShapes;  ///< at the beginning, by handle
+  std::map<std::uint64_t, std::vector<ReportShape>> mShapes;  ///< at the beginning, by handle
   std::size_t mEntitiesAtStart = 0;
   std::vector<std::uint64_t> mLastSelection;
   /// Entities that were selected at some look: nothing else of the drawing is ever moved, and comparing all

@@ -37,10 +37,6 @@ void Profile::writeMenu(const std::string& bytes) const {
   writeFile(menuFile(), bytes);
 }
 
-std::string Profile::log() const {
-  return textOf(settings() / "autocad_addin_log.txt", "the module's log");
-}
-
 std::string Profile::menu() const {
   return textOf(menuFile(), "a menu file");
 }

@@ -20,13 +20,13 @@ class Profile {
   void writeMenu(const std::string& bytes) const;
 
   const std::filesystem::path& folder() const { return mFolder; }
-  /// The module's log, empty when it wrote none.
-  std::string log() const;
   /// The menu file, empty when there is none.
   std::string menu() const;
 
- private:
+  /// The folder of the settings and, unless they say otherwise, of the log.
   std::filesystem::path settings() const { return mFolder / "Lumetrapad"; }
+
+ private:
   std::filesystem::path applications() const { return settings() / "Applications"; }
   std::filesystem::path menuFile() const { return applications() / "autocad.mnu"; }
 

@@ -5,6 +5,7 @@
 #include "workbench/platform/desktop.h"
 #include "workbench/text_input.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <utility>
 
@@ -17,9 +18,13 @@ namespace host = standin::host;
 
 constexpr int kPaperViewport = 1;
 
+bool isLayoutShown() {
+  return host::variable(L"TILEMODE") == L"0";
+}
+
 /// The layout's own viewport shows the sheet; in the model tab number 1 does not occur.
 bool isSheet(int viewport) {
-  return viewport == kPaperViewport && host::variable(L"TILEMODE") == L"0";
+  return viewport == kPaperViewport && isLayoutShown();
 }
 
 host::Camera sheetCamera(const host::PaperView& view) {
@@ -103,15 +108,28 @@ void Recorder::hostPrinted(const std::wstring& text) {
   addLine(LineKind::kHost, text);
 }
 
-void Recorder::addRow(RowKind kind, int viewport, const host::Camera& camera) {
+void Recorder::ruleBroken(const std::string& breach) {
   const std::lock_guard lock(mMutex);
-  mRecording.rows.push_back({clock::nowMs(), kind, viewport, false, controller::lastHandedOver(), camera});
+  const auto known = std::find_if(mRecording.breaches.begin(), mRecording.breaches.end(),
+                                  [&breach](const Breach& other) { return other.text == breach; });
+  if (known != mRecording.breaches.end())
+    ++known->count;
+  else
+    mRecording.breaches.push_back({breach, 1, clock::nowMs()});
+}
+
+void Recorder::addRow(RowKind kind, int viewport, const host::Camera& camera) {
+  const bool isLayout = isLayoutShown();
+  const std::lock_guard lock(mMutex);
+  mRecording.rows.push_back(
+      {clock::nowMs(), kind, viewport, false, isLayout, controller::lastHandedOver(), camera});
 }
 
 void Recorder::addPaperRow(RowKind kind, int viewport, const host::PaperView& view) {
+  const bool isLayout = isLayoutShown();
   const std::lock_guard lock(mMutex);
   mRecording.rows.push_back(
-      {clock::nowMs(), kind, viewport, true, controller::lastHandedOver(), sheetCamera(view)});
+      {clock::nowMs(), kind, viewport, true, isLayout, controller::lastHandedOver(), sheetCamera(view)});
 }
 
 void Recorder::addLine(LineKind kind, const std::wstring& text) {

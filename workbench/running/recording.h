@@ -25,6 +25,7 @@ struct TrajectoryRow {
   RowKind kind = RowKind::kStart;
   int viewport = 0;
   bool isPaper = false;
+  bool isLayout = false;              ///< a layout is shown, not the model tab
   std::array<std::int16_t, 6> cap{};  ///< last handed to the module's reading thread
   standin::host::Camera camera;
 };
@@ -47,10 +48,18 @@ struct SelectionChange {
   std::vector<std::uint64_t> handles;
 };
 
+/// A rule of the host that the module broke.
+struct Breach {
+  std::string text;
+  std::uint64_t count = 0;
+  std::int64_t firstMs = 0;
+};
+
 struct Recording {
   std::vector<TrajectoryRow> rows;
   std::vector<CommandLineEntry> commandLine;
   std::vector<SelectionChange> selections;
+  std::vector<Breach> breaches;             ///< one for each text, in the order of their first times
   std::set<std::uint64_t> handlesNotFound;  ///< that the session selects and the drawing does not have
 };
 
@@ -76,6 +85,7 @@ class Recorder : public standin::host::Listener {
   void textSent(const std::wstring& text, bool activate) override;
   void modulePrinted(const std::wstring& text) override;
   void hostPrinted(const std::wstring& text) override;
+  void ruleBroken(const std::string& breach) override;
 
  private:
   void addRow(RowKind kind, int viewport, const standin::host::Camera& camera);

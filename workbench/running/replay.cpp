@@ -153,9 +153,9 @@ class Run {
   }
 
   void judgeHost(const host::Report& report) {
-    for (const std::string& breach : report.breaches) mResult.problems.push_back("host: " + breach);
-    if (report.breachesInAll > report.breaches.size())
-      addProblem(report.breachesInAll - report.breaches.size(), "further breaches of the host's rules");
+    for (const Breach& breach : mResult.recording.breaches)
+      mResult.problems.push_back("host: " + breach.text + " (" + counted(breach.count, "times, first at ") +
+                                 std::to_string(breach.firstMs) + " ms)");
     addProblem(report.callsOffMainThread, "host calls off the main thread");
     addProblem(report.openObjects, "objects left open");
     addProblem(report.selectionSetsAlive, "selection sets not freed");

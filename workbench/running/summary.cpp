@@ -27,6 +27,13 @@ Texts handleTexts(const std::set<std::uint64_t>& handles) {
   return texts;
 }
 
+Json breachesJson(const std::vector<Breach>& breaches) {
+  Json json = Json::array();
+  for (const Breach& breach : breaches)
+    json.push_back({{"breach", breach.text}, {"count", breach.count}, {"first_ms", breach.firstMs}});
+  return json;
+}
+
 // What a value looks like to people: no text leaves the row out, several make as many rows.
 
 Texts plain(const Json& value) {
@@ -103,7 +110,7 @@ const Entry kEntries[] = {
     {"handles_not_found",
      [](const RunResult& result) { return Json(handleTexts(result.recording.handlesNotFound)); },
      "handles not found", listed},
-    {"host_breaches", hostCount<&Report::breaches>},
+    {"host_breaches", [](const RunResult& result) { return breachesJson(result.recording.breaches); }},
     {"host_breaches_in_all", hostCount<&Report::breachesInAll>},
     {"problems", member<&RunResult::problems>, "problem", oneEach},
     {"clean", [](const RunResult& result) { return Json(result.isClean()); }, "clean", yesOrNo}};

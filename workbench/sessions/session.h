@@ -63,10 +63,18 @@ struct TimedUserAction {
   UserAction action;
 };
 
+/// A line of the session, for those who read it.
+struct SessionEvent {
+  std::int64_t timeMs = 0;
+  std::size_t line = 0;
+  std::string text;  ///< without the time and the comment, UTF-8
+};
+
 struct Session {
   std::string file;  ///< for messages
   std::vector<TimedDeviceAction> device;
   std::vector<TimedUserAction> user;
+  std::vector<SessionEvent> events;
   std::int64_t endMs = 0;  ///< the time of `end`, or of the last event
 };
 

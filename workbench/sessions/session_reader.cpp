@@ -14,6 +14,7 @@ class SessionLine {
   SessionLine(FilePlace place, std::string_view text) : mPlace(place), mRest(trimmed(text)) {}
 
   bool isAtEnd() const { return mRest.empty(); }
+  std::string_view remaining() const { return mRest; }
 
   std::string_view word(const std::string& expected) {
     if (mRest.empty()) throw error(expected, "the end of the line");
@@ -100,6 +101,7 @@ class SessionParser {
     mLine = number;
     if (mIsEnded) throw line.error("nothing after the event \"end\"", inQuotes(line.rest("")));
     parseTime(line);
+    mSession.events.push_back({mSession.endMs, number, toUtf8(line.remaining())});
     parseVerb(line);
     line.end();
   }

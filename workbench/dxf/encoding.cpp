@@ -1,0 +1,93 @@
+#include "workbench/dxf/encoding.h"
+
+#include "workbench/platform/code_page.h"
+#include "workbench/text_input.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+
+namespace workbench {
+namespace {
+
+struct NamedPage {
+  std::string_view name;
+  int page;
+};
+constexpr std::array<NamedPage, 5> kNamedPages = {
+    {{"GB2312", 936}, {"BIG5", 950}, {"KSC5601", 949}, {"JOHAB", 1361}, {"ISO8859-1", 28591}}};
+
+/// By the digit of `\M+n`.
+constexpr std::array<int, 5> kMultiBytePages = {932, 950, 949, 1361, 936};
+
+constexpr std::size_t kEscapeDigits = 4;
+
+/// The value of a header variable, which is the group after the one that names it.
+std::string_view headerText(const std::vector<DxfGroup>& groups, std::string_view variable) {
+  for (std::size_t i = 0; i + 1 < groups.size(); ++i) {
+    if (groups[i].code == 0 && trimmed(groups[i].value) == "ENDSEC") break;
+    if (groups[i].code == 9 && trimmed(groups[i].value) == variable) return trimmed(groups[i + 1].value);
+  }
+  return {};
+}
+
+int pageOf(const std::string& name) {
+  for (const NamedPage& named : kNamedPages)
+    if (named.name == name) return named.page;
+  for (const std::string_view prefix : {"ANSI_", "DOS", "CP"})
+    if (name.compare(0, prefix.size(), prefix) == 0)
+      return static_cast<int>(parseInteger(std::string_view(name).substr(prefix.size())).value_or(0));
+  return 0;
+}
+
+std::string utf8Of(std::uint32_t code) {
+  const wchar_t character[] = {static_cast<wchar_t>(code)};
+  return toUtf8(std::wstring_view(character, 1));
+}
+
+/// The character of an escape at the start of `text`, and how long the escape is; none when there is none.
+struct Escape {
+  std::string character;
+  std::size_t length = 0;
+};
+std::optional<Escape> escapeAt(std::string_view text) {
+  if (text.substr(0, 3) == "\\U+") {
+    const auto code = parseHex(text.substr(3, kEscapeDigits));
+    if (!code || text.size() < 3 + kEscapeDigits) return std::nullopt;
+    return Escape{utf8Of(static_cast<std::uint32_t>(*code)), 3 + kEscapeDigits};
+  }
+  if (text.substr(0, 3) != "\\M+" || text.size() < 4 + kEscapeDigits || text[3] < '1' || text[3] > '5')
+    return std::nullopt;
+  const auto code = parseHex(text.substr(4, kEscapeDigits));
+  if (!code) return std::nullopt;
+  const char bytes[] = {static_cast<char>(*code >> 8), static_cast<char>(*code & 0xFF)};
+  const auto character =
+      decodedCodePage({bytes, sizeof bytes}, kMultiBytePages[static_cast<std::size_t>(text[3] - '1')]);
+  if (!character) return std::nullopt;
+  return Escape{*character, 4 + kEscapeDigits};
+}
+
+}  // namespace
+
+int dxfCodePage(const std::vector<DxfGroup>& groups) {
+  if (headerText(groups, "$ACADVER") >= "AC1021") return 0;
+  return pageOf(upperCase(headerText(groups, "$DWGCODEPAGE")));
+}
+
+std::string decodeDxfText(std::string_view bytes, int codePage) {
+  const bool isAscii =
+      std::all_of(bytes.begin(), bytes.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+  std::optional<std::string> decoded;
+  if (!isAscii && codePage != 0) decoded = decodedCodePage(bytes, codePage);
+  std::string text = decoded ? *decoded : toUtf8(bytes);
+  if (text.find("\\U+") == std::string::npos && text.find("\\M+") == std::string::npos) return text;
+  std::string result;
+  for (std::string_view rest = text; !rest.empty();) {
+    const auto escape = escapeAt(rest);
+    result += escape ? std::string_view(escape->character) : rest.substr(0, 1);
+    rest.remove_prefix(escape ? escape->length : 1);
+  }
+  return result;
+}
+
+}  // namespace workbench
