@@ -9,10 +9,13 @@ import sys
 
 OLDER, NEWER = "2.9.1.0", "3.0.0.0"
 GONE = "gone_since.dll"
+SOME_TIME = "1763301908"
 
 
 def main(packaging, description_path, out):
     sys.path.insert(0, packaging)
+    # The sources may be a copy without their history.
+    os.environ.setdefault("SOURCE_DATE_EPOCH", SOME_TIME)
     from make_package import make_package, read_description  # pylint: disable=import-error,import-outside-toplevel
     description = read_description(description_path)
     make_package(description, os.path.join(out, "current"))

@@ -13,6 +13,7 @@ import sys
 import tempfile
 import zipfile
 
+from make_test_packages import SOME_TIME
 from wine_machine import BUNDLE
 
 
@@ -54,7 +55,8 @@ class Place:
 
     def make(self, out, *options):
         return subprocess.run([sys.executable, os.path.join(self.source, "packaging", "make_package.py"), self.description, out,
-                               *options], capture_output=True, text=True, check=False)
+                               *options], capture_output=True, text=True, check=False,
+                              env={"SOURCE_DATE_EPOCH": SOME_TIME, **os.environ})
 
     def schema_status(self, xml):
         return subprocess.run(["xmllint", "--noout", "--schema", self.schema, xml], capture_output=True, check=False).returncode
@@ -81,6 +83,24 @@ def case_SameCommitGivesTheSameBytes(place):
         second = Package(os.path.join(folder, "a", "second"))
         for kind in ("zip", "msi"):
             expect(f"{kind} is the same", read(getattr(second, kind)) == read(getattr(place.current, kind)), True)
+
+
+def case_TimeIsThatOfTheCommit(place):
+    from make_package import PackageError, source_date  # pylint: disable=import-error,import-outside-toplevel
+    os.environ.pop("SOURCE_DATE_EPOCH", None)
+    with tempfile.TemporaryDirectory() as folder:
+        try:
+            source_date(folder)
+        except PackageError as error:
+            expect("without history", str(error), "the time of the commit is not known: set SOURCE_DATE_EPOCH (seconds since 1970)")
+        else:
+            raise AssertionError("a folder without history gave a time")
+        output("git", "-C", folder, "init", "--quiet")
+        subprocess.run(["git", "-C", folder, "-c", "user.name=a", "-c", "user.email=a@b", "commit", "--quiet", "--allow-empty",
+                        "--message", "a"], check=True, env=dict(os.environ, GIT_COMMITTER_DATE="1600000000 +0200"))
+        expect("commit's time", source_date(folder), 1600000000)
+    os.environ["SOURCE_DATE_EPOCH"] = "1500000000"
+    expect("the environment's time", source_date("/nowhere"), 1500000000)
 
 
 def case_VersionIsTheSameEverywhere(place):
