@@ -36,13 +36,13 @@ std::vector<FileLine> parametersOf(const FileText& text) {
   return parameters;
 }
 
-/// The line to take the setting's value from: the best of those with its key.
+/// The line to take the setting's value from: the first of the best with its key. What the module reads is
+/// the first in its section, too.
 const FileLine* lineOf(const std::vector<FileLine>& lines, std::string_view section, std::string_view key) {
   const auto rank = [&](const FileLine& line) {
     if (!isSameButForCapitals(line.key, key)) return 0;
-    const bool isHere = line.section == section && line.key == key;
-    if (isHere) return line.isRead ? 4 : 3;
-    return line.key == key ? 2 : 1;
+    if (line.key != key) return 1;
+    return line.section == section ? 3 : 2;
   };
   const FileLine* bestP = nullptr;
   for (const FileLine& line : lines)

@@ -29,7 +29,7 @@ class Machine(WineMachine):
         sys.path.insert(0, os.path.join(source, "packaging"))
         from identity import product_code  # pylint: disable=import-error,import-outside-toplevel
         self.packages, self.codes = {}, {}
-        for kind in ("older", "current", "newer"):
+        for kind in ("older", "current", "sibling", "newer"):
             self.packages[kind] = glob.glob(os.path.join(packages, kind, "*.msi"))[0]
             self.codes[kind] = product_code(os.path.basename(self.packages[kind]).split("-")[-1][:-len(".msi")])
         self.content = {kind: read_folder(os.path.join(packages, kind, BUNDLE)) for kind in self.packages}
@@ -118,6 +118,14 @@ def case_NewerVersionIsNotReplaced(machine):
     expect("status", machine.install(machine.packages["current"]), FAILED)
     expect_bundle(machine, "newer")
     expect("entries", [version for version, _ in machine.entries()], ["3.0.0.0"])
+
+
+def case_FourthNumberOfTheVersionDoesNotMatter(machine):
+    # Windows compares three numbers: without a rule for equal ones both would be installed in one folder.
+    machine.install(machine.packages["sibling"])
+    expect("status", machine.install(machine.packages["current"]), 0)
+    expect_bundle(machine, "current")
+    expect("entries", [version for version, _ in machine.entries()], ["2.9.2.0"])
 
 
 def case_RepairBringsBackADeletedFile(machine):
