@@ -11,9 +11,8 @@ constexpr std::uint32_t kWatchPeriodMs = 2000;
 }  // namespace
 
 LmAutoCad::LmAutoCad() {
-  // The log's file is named by the settings, so whatever they logged themselves came too early for it.
+  // The settings name the log's file. What they have logged themselves is kept and comes first in it.
   processLog().init(logPars());
-  reportMissingProfile();
   mAutoCadProxyP = std::make_unique<AutoCadProxy>(this);
   mDaemonProxyP = std::make_unique<DaemonProxy>(this);
   startWatchThread();

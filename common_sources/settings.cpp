@@ -59,17 +59,12 @@ Settings::Settings() {
   LM_LOG(kCreation, kClass, "Settings::Settings") << "Constructing ...";
   mLogPars.mSettingsDirPath = mSettingsDirPath;
   processLog().setDirectory(mSettingsDirPath);
-  reportMissingProfile();
+  if (mUserProfileDir.empty())
+    LM_LOG(kError, kClass, "Settings::Settings") << "Environment variable USERPROFILE is not set!";
   mSettingsFilePath = mApplicationsDirPath + "\\" + mFileName;
   readOrReset();
   LM_LOG(kInfo, kClass, "Settings::Settings") << "\n" << dump();
   LM_LOG(kCreation, kClass, "Settings::Settings") << "Constructed.";
-}
-
-void Settings::reportMissingProfile() const {
-  if (mUserProfileDir.empty())
-    LM_LOG(kError, kClass, "Settings::reportMissingProfile")
-        << "Environment variable USERPROFILE is not set!";
 }
 
 Settings::~Settings() {

@@ -62,10 +62,6 @@ class Settings {
   /// The built-in values, those of the log included.
   void setDefaults();
 
-  /// Logs that the environment has no USERPROFILE, if it has none. The constructor does so too, but a log
-  /// that is opened with these settings is not open at that time.
-  void reportMissingProfile() const;
-
   /// The values as text for the log, one line each.
   std::string dump() const;
 

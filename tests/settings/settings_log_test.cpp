@@ -168,21 +168,6 @@ TEST_F(SettingsLog, TellsOfAMissingUserProfile) {
   EXPECT_THAT(entries(), testing::Contains("ERR|Environment variable USERPROFILE is not set!"));
 }
 
-TEST_F(SettingsLog, TellsOfAMissingUserProfileAgainWhenTheLogIsOpen) {
-  tests::clearEnvironment("USERPROFILE");
-  const Settings settings;
-  mIgnored = allLines();
-  settings.reportMissingProfile();
-  EXPECT_THAT(entries(), ElementsAre("ERR|Environment variable USERPROFILE is not set!"));
-}
-
-TEST_F(SettingsLog, TellsNothingOfAUserProfileThatIsThere) {
-  const Settings settings;
-  mIgnored = allLines();
-  settings.reportMissingProfile();
-  EXPECT_THAT(entries(), ElementsAre());
-}
-
 TEST_F(SettingsLog, HoldsTheDumpAtInfoLevel) {
   LogPars pars;
   pars.mLogFile = mProfile.path("b.log");
