@@ -7,6 +7,9 @@
 
 #include "acdocman.h"
 
+#include <string>
+#include <vector>
+
 namespace standin::host {
 
 struct CallRecord {
@@ -25,7 +28,8 @@ struct CallRecord {
 
   int redrawMode = 0;  ///< acedRedraw
 
-  int commandFlags = -1;  ///< addCommand, of the last row
+  std::vector<std::wstring> commands;  ///< addCommand: "GROUP GLOBAL LOCAL" of each call
+  int commandFlags = -1;               ///< of the last one
   bool hasCommandContext = false;
   int commandResource = 0;
 };

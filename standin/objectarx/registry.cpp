@@ -47,6 +47,7 @@ class CommandStack final : public AcEdCommandStack {
     if (group == nullptr || globalName == nullptr || localName == nullptr || function == nullptr)
       return Acad::eInvalidInput;
     if (findCommand(group, globalName) != run().commands.end()) return Acad::eDuplicateKey;
+    callRecord().commands.push_back(std::wstring(group) + L" " + globalName + L" " + localName);
     run().commands.push_back({group, globalName, localName, function});
     if (commandPP != nullptr) *commandPP = nullptr;
     return Acad::eOk;

@@ -1,13 +1,17 @@
 #include "common_sources/daemon_proxy.h"
 
+#include "standin_clock.h"
 #include "tests/module/module_fixture.h"
 
 #include <gmock/gmock.h>
+
+#include <algorithm>
 
 namespace controller = standin::controller;
 using standin::Misbehaviour;
 using ::testing::Contains;
 using ::testing::ElementsAre;
+using ::testing::IsEmpty;
 
 namespace {
 
@@ -66,7 +70,7 @@ TEST_P(ConnectFails, NamesTheOperationAndAnswersFalse) {
   order(std::get<0>(GetParam()).operation, std::get<1>(GetParam()));
   EXPECT_FALSE(daemon().connect());
   EXPECT_FALSE(daemon().isConnected());
-  EXPECT_EQ(logTexts("ERR"), std::vector<std::string>{std::get<0>(GetParam()).text});
+  EXPECT_EQ(logTexts("ERR", "DaemonProxy::connect"), std::vector<std::string>{std::get<0>(GetParam()).text});
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -97,7 +101,7 @@ TEST_F(DaemonProxyTest, CheckedConnectionThatIsLostIsClosedAndNotRestored) {
   EXPECT_FALSE(daemon().checkConnection());
   EXPECT_FALSE(daemon().isConnected());
   EXPECT_FALSE(controller::isConnected());
-  EXPECT_THAT(logged("checkConnection"), ElementsAre("Error in lmGetDevNum()!"));
+  EXPECT_THAT(logTexts("ERR", "DaemonProxy::checkConnection"), ElementsAre("Error in lmGetDevNum()!"));
 }
 
 TEST_F(DaemonProxyTest, FailedDisconnectOfALostConnectionIsLogged) {
@@ -105,14 +109,16 @@ TEST_F(DaemonProxyTest, FailedDisconnectOfALostConnectionIsLogged) {
   order("lmGetDevNum", Misbehaviour::kFail);
   order("lmDisconnect", Misbehaviour::kFail);
   EXPECT_FALSE(daemon().checkConnection());
-  EXPECT_THAT(logged("checkConnection"), ElementsAre("Error in lmGetDevNum()!", "Error in lmDisconnect()!"));
+  EXPECT_THAT(logTexts("ERR", "DaemonProxy::checkConnection"),
+              ElementsAre("Error in lmGetDevNum()!", "Error in lmDisconnect()!"));
 }
 
 TEST_F(DaemonProxyTest, FailedDisconnectOfTheDestructorIsLoggedWithItsOwnSpelling) {
   load();
   order("lmDisconnect", Misbehaviour::kFail);
   unload();
-  EXPECT_EQ(logTexts("ERR"), std::vector<std::string>{"Error in lmDisConnect()!"});
+  EXPECT_EQ(logTexts("ERR", "DaemonProxy::~DaemonProxy"),
+            std::vector<std::string>{"Error in lmDisConnect()!"});
 }
 
 TEST_F(DaemonProxyTest, FailedSettingsReadLeavesRotationModeZeroInForce) {
@@ -126,7 +132,8 @@ TEST_F(DaemonProxyTest, FailedSettingsReadLeavesRotationModeZeroInForce) {
   EXPECT_FALSE(mode.isKeepHorizon);
   EXPECT_FALSE(mode.isHover);
   EXPECT_FALSE(mode.isZoomAllAfterView);
-  EXPECT_EQ(logTexts("ERR"), std::vector<std::string>{"Error in lmGetAdvancedSettings()!"});
+  EXPECT_EQ(logTexts("ERR", "DaemonProxy::retrieveRotMode"),
+            std::vector<std::string>{"Error in lmGetAdvancedSettings()!"});
 }
 
 TEST_F(DaemonProxyTest, SettingsEventsReadTheRotationModeAgain) {
@@ -150,6 +157,29 @@ TEST_F(DaemonProxyTest, MotionOfAnyNegativeCodeIsStoredWhole) {
     EXPECT_THAT((std::vector<int>{x, y, z, rx, ry, rz, extra1, extra2}),
                 ElementsAre(1, -2, 3, -4, 5, -32768, 7, code));
   }
+}
+
+TEST_F(DaemonProxyTest, CommandEventsLeaveTheMotionAsItWas) {
+  load();
+  deflect({1, 2, 3, 4, 5, 6});
+  for (const std::int32_t code : {0x20001, 0x20002, 0x20009, 0x2000E, 0x20013, 0x20020, 0}) deviceEvent(code);
+  EXPECT_THAT(mCoreP->capData().axes, ElementsAre(1, 2, 3, 4, 5, 6));
+  EXPECT_EQ(mCoreP->capData().extra1, 0);
+  EXPECT_EQ(mCoreP->capData().extra2, 0);
+}
+
+TEST_F(DaemonProxyTest, KeysAndModesInAMovementLeaveItsDirection) {
+  load();
+  deflect({0, 0, 0, 100, 0, 0});
+  proxy().handleDeviceCap();
+  for (const std::int32_t code : {0x2000B, 0x20020, 0x20001}) {
+    deviceEvent(code);
+    proxy().handleDeviceKeys();
+    proxy().handleDeviceCap();
+  }
+  EXPECT_THAT(logTexts("DBG", "rotate"), ElementsAre("Rotate Axis: 0.01(0)", "Rotate Axis: 0.01(0)",
+                                                     "Rotate Axis: 0.01(0)", "Rotate Axis: 0.01(0)"));
+  EXPECT_THAT(logTexts("INF", "moveXYZ"), IsEmpty());
 }
 
 class ReadFails : public DaemonProxyTest, public ::testing::WithParamInterface<Misbehaviour> {};
@@ -255,6 +285,43 @@ TEST_F(DaemonProxyTest, ReadingLoopIsLoggedFromItsThreadsStartToItsEnd) {
   EXPECT_THAT(logTexts("CRT", "readMouseEvents"),
               ElementsAre("Creating reading thread ...", "Invoking reading loop ... mIsToRead: 1",
                           "Reading loop left.", "Reading thread ended."));
+}
+
+TEST_F(DaemonProxyTest, LibraryIsCalledInTheOrderOfItsInterface) {
+  load();
+  idle(100);
+  unload();
+  std::vector<std::string> names;
+  for (const controller::Call& call : controller::calls())
+    if (call.operation != "lmGetEvent" && call.operation != "lmSetApplMode") names.push_back(call.operation);
+  EXPECT_THAT(names, ElementsAre("lmConnect", "lmGetDevNum", "lmGetDevInfo", "lmGetAdvancedSettings",
+                                 "lmGetDevNum", "lmDisconnect"))
+      << "the second lmGetDevNum is the watch thread's";
+}
+
+TEST_F(DaemonProxyTest, DestructionEndsAReadThatWaitsWithoutEnd) {
+  controller::setReadsBlock(true);
+  load();
+  idle(25);
+  unload();
+  EXPECT_FALSE(controller::isConnected());
+  EXPECT_TRUE(controller::breaches().empty());
+}
+
+TEST_F(DaemonProxyTest, DestructionWaitsForTheReadingThreadInStepsOf200Milliseconds) {
+  controller::setReadsBlock(true);
+  load();
+  order("lmDisconnect", Misbehaviour::kFail);
+  // The watch thread ends within the first 2000 ms of the unload; the read of the other one goes on.
+  const std::int64_t eventMs = standin::clock::nowMs() + 2250;
+  standin::clock::schedule(eventMs, [] { controller::deliver({-1, {}, 0, 0}); });
+  unload();
+  const std::vector<controller::Call> calls = controller::calls();
+  const auto disconnect = std::find_if(calls.begin(), calls.end(),
+                                       [](const auto& call) { return call.operation == "lmDisconnect"; });
+  ASSERT_NE(disconnect, calls.end());
+  ASSERT_LT(disconnect->timeMs + 200, eventMs);
+  EXPECT_EQ(standin::clock::nowMs() - disconnect->timeMs, 400);
 }
 
 TEST_F(DaemonProxyTest, DestructionEndsAWaitingRead) {

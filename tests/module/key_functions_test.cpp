@@ -204,6 +204,42 @@ TEST_F(KeyFunctions, KeyThatArrivesDuringAnExecutionIsServedNext) {
   EXPECT_THAT(pressing.mSent, ElementsAre(L"'_-VIEW _TOP ", L"'_-VIEW _RIGHT "));
 }
 
+TEST_F(KeyFunctions, FunctionThatArrivesDuringAnExecutionIsServedNext) {
+  start();
+  class Pressing : public host::Listener {
+   public:
+    explicit Pressing(LmAutoCad& core) : mCore(core) {}
+    void textSent(const std::wstring& text, bool) override {
+      if (mSent.empty()) mCore.setApplFunc(0);
+      mSent.push_back(text);
+    }
+    LmAutoCad& mCore;
+    std::vector<std::wstring> mSent;
+  } pressing(*mCoreP);
+  host::setListener(&pressing);
+  function(0);
+  proxy().handleDeviceKeys();
+  host::setListener(&mHost);
+  EXPECT_THAT(pressing.mSent, ElementsAre(L"\x1b\x1b", L"_LINE\n", L"\x1b\x1b", L"_LINE\n"));
+}
+
+TEST_F(KeyFunctions, KeysAreServedBeforeTheCapInAPass) {
+  writeSettings({{"maxContMoveTime", "1"}});
+  start();
+  class Ordering : public host::Listener {
+   public:
+    void textSent(const std::wstring&, bool) override { mEvents.push_back("text"); }
+    void viewUpdated(int, const host::Camera&) override { mEvents.push_back("view"); }
+    std::vector<std::string> mEvents;
+  } ordering;
+  host::setListener(&ordering);
+  deviceEvent(0x2000B);
+  deflect({10, 0, 0, 0, 0, 0});
+  proxy().doTransform();
+  host::setListener(&mHost);
+  EXPECT_THAT(ordering.mEvents, ElementsAre("text", "view"));
+}
+
 TEST_F(KeyFunctions, KeysAreServedWhileTheForeignInterfaceMovesTheView) {
   writeSettings({{"useInt3dIntrfce", "on"}});
   load();
@@ -270,6 +306,17 @@ TEST_F(KeyFunctions, MenuFileThatVanishesEmptiesBothLists) {
   EXPECT_THAT(errors(), ElementsAre("keyEvent (0') too big (max. is -1)!"));
 }
 
+TEST_F(KeyFunctions, MenuFileThatVanishesTakesItsModesAlong) {
+  writeMenu("[Modes]\nNone =\nSheet =\nModel =\n\n[MenuBar]\n1 = {Line}_LINE\n");
+  load();
+  proxy().loadMenufile();
+  proxy().getNavigationMode();
+  ASSERT_EQ(proxy().applModeName(), "Model");
+  std::filesystem::remove(mProfile.applications() / "autocad.mnu");
+  proxy().loadMenufile();
+  EXPECT_EQ(proxy().applModeName(), "Unknown");
+}
+
 TEST_F(KeyFunctions, ReportedModeFollowsTheMenuFile) {
   writeMenu("[Modes]\nNone =\nSheet =\nModel =\n\n[MenuBar]\n");
   load();
@@ -287,6 +334,7 @@ TEST_F(KeyFunctions, ExporterBesideTheModuleIsLoadedWithForwardSlashes) {
   std::wstring command = L"(command \"netload\" \"";
   command.append(folder.begin(), folder.end()).append(L"/MenuScribe2015.dll\")\n");
   EXPECT_THAT(mHost.mSent, ElementsAre(command));
+  EXPECT_THAT(mHost.mIsActivating, ElementsAre(true));
 }
 
 TEST_F(KeyFunctions, StartOfTheExporterIsTraced) {

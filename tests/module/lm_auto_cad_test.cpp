@@ -84,6 +84,25 @@ TEST_F(LmAutoCadTest, UnloadWaitsInStepsForTheWatchThread) {
   EXPECT_LE(waited, 2400);
 }
 
+TEST_F(LmAutoCadTest, WatchThreadChecksTheConnectionBeforeItsFirstPause) {
+  load();
+  EXPECT_EQ(controller::faults().calls("lmGetDevNum"), 2u) << "one of connect, one of the watch thread";
+}
+
+TEST_F(LmAutoCadTest, TickDuringTheUnloadDoesNotArmTheTimer) {
+  load();
+  bool hasTicked = false;
+  std::size_t timers = 0;
+  standin::clock::schedule(standin::clock::nowMs() + 50, [&] {
+    AutoCadProxy::instance()->tick();
+    hasTicked = true;
+    timers = standin::clock::timerCount();
+  });
+  unload();
+  EXPECT_TRUE(hasTicked);
+  EXPECT_EQ(timers, 0u);
+}
+
 TEST_F(LmAutoCadTest, UnloadRightAfterTheLoadLeavesNoThread) {
   mCoreP = std::make_unique<LmAutoCad>();
   unload();

@@ -103,9 +103,9 @@ void ModuleTest::deviceEvent(std::int32_t code) {
   clock_::advanceTo(clock_::nowMs());
 }
 
-std::vector<std::string> ModuleTest::logTexts(const std::string& type, const std::string& method) const {
+std::vector<ModuleTest::LogLine> ModuleTest::logLines() const {
   std::istringstream file(mProfile.log());
-  std::vector<std::string> texts;
+  std::vector<LogLine> lines;
   for (std::string line; std::getline(file, line);) {
     std::vector<std::string> columns;
     std::istringstream stream(line);
@@ -114,10 +114,15 @@ std::vector<std::string> ModuleTest::logTexts(const std::string& type, const std
     std::string text;
     if (columns.size() < 6 || columns[0].find(':') == std::string::npos || !std::getline(stream, text))
       continue;
-    if (!type.empty() && columns[1] != type) continue;
-    if (!isOfMethod(columns[5], method)) continue;
-    texts.push_back(text.substr(1));
+    lines.push_back({columns[1], columns[5], text.substr(1)});
   }
+  return lines;
+}
+
+std::vector<std::string> ModuleTest::logTexts(const std::string& type, const std::string& method) const {
+  std::vector<std::string> texts;
+  for (const LogLine& line : logLines())
+    if ((type.empty() || line.type == type) && isOfMethod(line.method, method)) texts.push_back(line.text);
   return texts;
 }
 

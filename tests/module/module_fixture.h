@@ -49,6 +49,14 @@ class ModuleTest : public ::testing::Test {
 
   AutoCadProxy& proxy() { return *mCoreP->autoCadProxy(); }
 
+  struct LogLine {
+    std::string type;    ///< "ERR" ...
+    std::string method;  ///< the padded column: class and method, its end only when it is long
+    std::string text;
+  };
+  /// The log's entries, in order; of a text of several lines the first.
+  std::vector<LogLine> logLines() const;
+
   /// Texts of the log's entries, in order; `type` ("ERR" ...) and `method` ("doTransform"), when given,
   /// choose.
   std::vector<std::string> logTexts(const std::string& type = "", const std::string& method = "") const;

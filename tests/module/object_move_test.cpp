@@ -176,6 +176,17 @@ TEST_F(ObjectMove, WithoutADocumentTheViewMoves) {
   EXPECT_NE(host::camera(2)->position.x, 0);
 }
 
+TEST_F(ObjectMove, WithoutADocumentNoSelectionIsAskedFor) {
+  start();
+  ASSERT_TRUE(host::select({0x12}));
+  orderHost("AcApDocManager::curDocument", Misbehaviour::kFail, false);
+  const AcGeVector3d x(1, 0, 0), y(0, 1, 0), z(0, 0, 1);
+  EXPECT_FALSE(proxy().transformSelection3d(1, 0, 0, 0, 0, 0, &x, &y, &z, false, false));
+  EXPECT_FALSE(proxy().transformSelection2d(1, 0));
+  EXPECT_EQ(host::faults().calls("acedSSGet"), 0u);
+  EXPECT_THAT(errors(), IsEmpty());
+}
+
 TEST_F(ObjectMove, DocumentIsLockedSilentlyUntilTheRelease) {
   start();
   ASSERT_TRUE(host::select({0x12}));

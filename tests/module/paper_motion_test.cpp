@@ -176,6 +176,14 @@ INSTANTIATE_TEST_SUITE_P(Operations, PaperFaults,
                                            "AcDbViewport::setViewCenter", "AcDbViewport::setViewHeight",
                                            "AcDbViewport::updateDisplay"));
 
+TEST_F(PaperMotion, WithoutADocumentNothingIsLocked) {
+  start();
+  orderHost("AcApDocManager::curDocument", Misbehaviour::kFail, false);
+  pass(10, 0, 0);
+  EXPECT_EQ(host::faults().calls("AcApDocManager::lockDocument"), 0u);
+  EXPECT_FALSE(proxy().isDocLocked());
+}
+
 TEST_F(PaperMotion, RefusedLockIsNotUnlocked) {
   start();
   orderHost("AcApDocManager::lockDocument", Misbehaviour::kFail);
@@ -305,6 +313,13 @@ TEST_F(TileMotion, PanMovesTheTilesCentre) {
   const host::PaperView first = mHost.mPaper.back();
   pass(10, 0, 0);
   EXPECT_NEAR(mHost.mPaper.back().centerX, first.centerX - 0.1 * width, 1e-9 * width);
+}
+
+TEST_F(TileMotion, HostWritesItsViewportsToTheTableBeforeEachChange) {
+  pass(10, 0, 0);
+  EXPECT_EQ(host::faults().calls("acedVports2VportTableRecords"), 1u);
+  pass(0, 0, 10);
+  EXPECT_EQ(host::faults().calls("acedVports2VportTableRecords"), 2u);
 }
 
 TEST_F(TileMotion, ZoomScalesTheTilesHeight) {

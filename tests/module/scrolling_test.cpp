@@ -168,6 +168,64 @@ TEST_F(Scrolling, DrawingStaysStillWhileAListScrolls) {
   EXPECT_GT(position(mDesktop.tree), 100);
 }
 
+TEST_F(Scrolling, ReleaseOverAListEndsTheMovement) {
+  ASSERT_TRUE(desktop::pointAt("canvas"));
+  deflect({10, 0, 0, 0, 0, 0});
+  idle(200);
+  ASSERT_TRUE(proxy().isCapMoving());
+  ASSERT_TRUE(desktop::pointAt("tree"));
+  deflect({});
+  idle(50);
+  EXPECT_FALSE(proxy().isCapMoving());
+  EXPECT_EQ(mHost.mCommits.size(), 1u);
+}
+
+TEST_F(Scrolling, RangeThatBeginsAboveZeroScrollsWhileThePositionIsAboveZero) {
+  ASSERT_TRUE(desktop::pointAt("list"));
+  ASSERT_TRUE(desktop::setScrollBar(mDesktop.list, SB_VERT, {10, 200, 20, 10}));
+  EXPECT_TRUE(scroll(0, 0, -100));
+  EXPECT_EQ(sent(), 2u);
+}
+
+TEST_F(Scrolling, PositionIsReadOnceForAllLinesOfAPass) {
+  ASSERT_TRUE(desktop::pointAt("tree"));
+  ASSERT_TRUE(desktop::setScrollBar(mDesktop.tree, SB_VERT, {0, 2000, 40, 1958}));
+  EXPECT_TRUE(scroll(0, 0, 100));
+  EXPECT_EQ(sent(), 10u);
+}
+
+TEST_F(Scrolling, LinesAreSentWithoutAControl) {
+  ASSERT_TRUE(desktop::pointAt("tree"));
+  EXPECT_TRUE(scroll(0, 0, 100));
+  ASSERT_EQ(sent(), 10u);
+  for (const desktop::SentMessage& message : desktop::sentMessages()) {
+    EXPECT_EQ(message.message, WM_VSCROLL);
+    EXPECT_EQ(message.wParam, SB_LINEDOWN);
+    EXPECT_EQ(message.lParam, 0);
+  }
+}
+
+TEST_F(Scrolling, SidewaysPushWaitsByItsOwnAmountAndRange) {
+  ASSERT_TRUE(desktop::pointAt("edit"));
+  EXPECT_EQ(timed(200, 50, 0), 50);
+  ASSERT_TRUE(desktop::setScrollBar(mDesktop.edit, SB_HORZ, {0, 30, 10, 0}));
+  EXPECT_EQ(timed(-200, 50, 0), 50 + 20);
+}
+
+TEST_F(Scrolling, RightEndOfAFieldSendsNothingButWaits) {
+  ASSERT_TRUE(desktop::pointAt("edit"));
+  ASSERT_TRUE(desktop::setScrollBar(mDesktop.edit, SB_HORZ, {0, 300, 80, 221}));
+  EXPECT_EQ(timed(200, 50, 0), 50);
+  EXPECT_EQ(sent(), 0u);
+}
+
+TEST_F(Scrolling, EqualAmountsOverAQtWidgetWait) {
+  ASSERT_TRUE(desktop::pointAt("qt"));
+  EXPECT_EQ(timed(100, 0, 100), 100);
+  EXPECT_EQ(sent(), 0u);
+  EXPECT_EQ(desktop::updates(mDesktop.qt), 0u);
+}
+
 TEST_F(Scrolling, DrawingMovesAgainWhenThePointerLeaves) {
   ASSERT_TRUE(desktop::pointAt("tree"));
   deflect({0, 0, 100, 0, 0, 0});

@@ -215,8 +215,8 @@ TEST_F(ViewMotion, SelectionIsTheCentreInPreferenceToTheMode) {
   start();
   ASSERT_TRUE(host::select({0x12}));
   AcGePoint3d target = kPlan.target;
-  target.rotateBy(0.5, {-1, 0, 0}, {9, 0, 0});
-  pass(0, 0, 0, 50, 0, 0);
+  target.rotateBy(-0.5, {0, 1, 0}, {9, 0, 0});
+  pass(0, 0, 0, 0, 50, 0);
   expectNear(camera().target, target);
 }
 
@@ -248,8 +248,8 @@ TEST_F(ViewMotion, AxisSwitchWithoutALineFallsBackToTheCentre) {
   start({{"toggleRotationAxis", "on"}});
   ASSERT_TRUE(host::select({0x12}));
   AcGePoint3d target = kPlan.target;
-  target.rotateBy(0.5, {-1, 0, 0}, {9, 0, 0});
-  pass(0, 0, 0, 50, 0, 0);
+  target.rotateBy(-0.5, {0, 1, 0}, {9, 0, 0});
+  pass(0, 0, 0, 0, 50, 0);
   expectNear(camera().target, target);
 }
 
@@ -258,6 +258,7 @@ TEST_F(ViewMotion, LevelHorizonHasNoRoll) {
   pass(0, 0, 0, 0, 0, 50);
   EXPECT_EQ(setViews(), 0u);
   expectNear(camera().up, kPlan.up);
+  EXPECT_THAT(logTexts("DBG", "rotate"), IsEmpty());
 }
 
 TEST_F(ViewMotion, LevelHorizonTurnsAboutTheWorldsVertical) {
@@ -381,8 +382,8 @@ TEST_F(ViewMotion, SelectionCountsFromTheFirstPassEvenWhenThatOnlyPushes) {
   proxy().handleDeviceCap();
   host::selectNone();
   AcGePoint3d target = camera().target;
-  target.rotateBy(0.5, {-1, 0, 0}, {9, 0, 0});
-  deflect({0, 0, 0, 50, 0, 0});
+  target.rotateBy(-0.5, {0, 1, 0}, {9, 0, 0});
+  deflect({0, 0, 0, 0, 50, 0});
   proxy().handleDeviceCap();
   expectNear(camera().target, target);
 }
@@ -391,11 +392,11 @@ TEST_F(ViewMotion, SelectionCountsFromTheFirstPassThatHasAView) {
   start();
   ASSERT_TRUE(host::select({0x12}));
   orderHost("acgsGetGsView", Misbehaviour::kFail);
-  deflect({0, 0, 0, 50, 0, 0});
+  deflect({0, 0, 0, 0, 50, 0});
   proxy().handleDeviceCap();
   ASSERT_TRUE(proxy().isCapMoving());
   AcGePoint3d target = camera().target;
-  target.rotateBy(0.5, {-1, 0, 0}, {9, 0, 0});
+  target.rotateBy(-0.5, {0, 1, 0}, {9, 0, 0});
   proxy().handleDeviceCap();
   expectNear(camera().target, target);
 }
@@ -441,6 +442,42 @@ TEST_F(ViewMotion, SelectionOfAnEarlierMovementIsForgotten) {
   expectNear(camera().target, target);
 }
 
+TEST_F(ViewMotion, CentreOfAnEarlierMovementIsForgottenBehindALinesAxis) {
+  start();
+  ASSERT_TRUE(host::select({0x12}));
+  deflect({0, 0, 0, 0, 1, 0});
+  proxy().handleDeviceCap();
+  deflect({});
+  proxy().handleDeviceCap();
+  mCoreP->setToggleRotationAxis(true);
+  ASSERT_TRUE(host::select({0x10}));
+  deflect({0, 0, 0, 0, 1, 0});
+  proxy().handleDeviceCap();
+  mCoreP->setToggleRotationAxis(false);
+  const AcGePoint3d target = camera().target;
+  deflect({0, 0, 0, 0, 50, 0});
+  proxy().handleDeviceCap();
+  expectNear(camera().target, target);
+}
+
+TEST_F(ViewMotion, AxisOfAnEarlierMovementIsForgottenWhileTheSwitchIsOff) {
+  start({{"toggleRotationAxis", "on"}});
+  ASSERT_TRUE(host::select({0x10}));
+  deflect({0, 0, 0, 0, 0, 1});
+  proxy().handleDeviceCap();
+  deflect({});
+  proxy().handleDeviceCap();
+  mCoreP->setToggleRotationAxis(false);
+  host::selectNone();
+  deflect({0, 0, 0, 0, 0, 1});
+  proxy().handleDeviceCap();
+  mCoreP->setToggleRotationAxis(true);
+  const AcGePoint3d target = camera().target;
+  deflect({0, 0, 0, 0, 0, 50});
+  proxy().handleDeviceCap();
+  expectNear(camera().target, target);
+}
+
 TEST_F(ViewMotion, ViewThatTakesOverFromObjectsTurnsAboutTheirCentre) {
   start();
   ASSERT_TRUE(host::select({0x12}));
@@ -449,8 +486,8 @@ TEST_F(ViewMotion, ViewThatTakesOverFromObjectsTurnsAboutTheirCentre) {
   proxy().handleDeviceCap();
   proxy().setObjectMoveMode(false);
   AcGePoint3d target = camera().target;
-  target.rotateBy(0.5, {-1, 0, 0}, {9, 0, 0});
-  deflect({0, 0, 0, 50, 0, 0});
+  target.rotateBy(-0.5, {0, 1, 0}, {9, 0, 0});
+  deflect({0, 0, 0, 0, 50, 0});
   proxy().handleDeviceCap();
   expectNear(camera().target, target);
 }

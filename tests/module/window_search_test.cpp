@@ -26,6 +26,12 @@ TEST_F(WindowSearch, WindowWithoutAParentIsTheResult) {
   EXPECT_EQ(smallestWindowAt({5, 5}), frame);
 }
 
+TEST_F(WindowSearch, SmallerTopLevelWindowBehindIsNotTheResult) {
+  window(nullptr, {0, 0, 20, 20});
+  const HWND front = window(nullptr, {0, 0, 100, 100});
+  EXPECT_EQ(smallestWindowAt({5, 5}), front);
+}
+
 TEST_F(WindowSearch, SmallerSiblingBelowIsFound) {
   const HWND frame = window(nullptr, {0, 0, 100, 100});
   window(frame, {0, 0, 80, 80});

@@ -205,6 +205,35 @@ TEST_F(ModuleLife, CommandsFlipTheSwitchesOfTheirNames) {
   module.send(AcRx::kUnloadAppMsg);
 }
 
+TEST_F(ModuleLife, ResetOfTheSettingsIsTheLogsFirstEntry) {
+  mProfile.writeSettings("[PROGRAM]\nname = incomplete\n");
+  {
+    const LoadedModule module(LM_MODULE_FILE);
+    module.send(AcRx::kInitAppMsg);
+    module.send(AcRx::kUnloadAppMsg);
+  }
+  const std::string log = mProfile.log();
+  const std::size_t missing = log.find("|ERR|");
+  EXPECT_EQ(log.find("Parameter 'version' in section 'PROGRAM' not found!"), log.find("Parameter '"));
+  EXPECT_LT(missing, log.find("Error reading settings file!"));
+  EXPECT_LT(log.find("Error reading settings file!"),
+            log.find("Settings file not found - using default values ..."));
+  EXPECT_LT(log.find("Settings file not found - using default values ..."),
+            log.find("AutoCadProxy constructed."));
+}
+
+TEST_F(ModuleLife, CommandsAreRegisteredInTheOrderOfTheirTable) {
+  host::callRecord().commands.clear();
+  const LoadedModule module(LM_MODULE_FILE);
+  module.send(AcRx::kInitAppMsg);
+  EXPECT_THAT(host::callRecord().commands,
+              ElementsAre(L"LMGroup LM_Toggle_Rotation_Center LM_Toggle_Rotation_Center",
+                          L"LMGroup LM_Toggle_Rotation_Axis LM_Toggle_Rotation_Axis",
+                          L"LMGroup LM_Toggle_Scroll_Mode LM_Toggle_Scroll_Mode",
+                          L"LMGroup LM_Toggle_Object_Move_Mode LM_Toggle_Object_Move_Mode"));
+  module.send(AcRx::kUnloadAppMsg);
+}
+
 /// The device as it lives: it moves, is lost and found, and its keys are pressed, while the host is busy.
 /// Ends when the module has fetched so many events in all.
 void driveDevice(std::uint64_t eventsInAll) {
@@ -226,6 +255,42 @@ void serveTimers(const std::atomic<bool>& isEnding) {
     clock_::advanceTo(clock_::nextTimer().value_or(clock_::nowMs() + 10));
     clock_::runDueTimer();
   }
+}
+
+/// Every kind of event, and losses of the device, until `isEnding`.
+void driveDeviceWithoutPause(const std::atomic<bool>& isEnding) {
+  constexpr std::int32_t kCodes[] = {-1,      0x20001, -2,      0x20013, 0x20009,
+                                     0x20020, -3,      0x2000C, 0x20002, 0x20099};
+  for (int i = 0; !isEnding; ++i) {
+    const auto value = static_cast<std::int16_t>(i % 61 - 30);
+    controller::deliver({kCodes[i % 10], {value, 1, value, 2, value, 3}, i, -i});
+    if (i % 250 == 120) controller::setDown(true);
+    if (i % 250 == 140) controller::setDown(false);
+    while (controller::eventsPending() > 32 && !isEnding) std::this_thread::yield();
+  }
+  controller::setDown(false);
+}
+
+TEST_F(ModuleLife, DeviceThatNeverRestsIsNoHarmToInitAndUnload) {
+  constexpr int kLives = 60;
+  start(clock_::Kind::kReal, 2000);
+  std::atomic<bool> isEnding{false};
+  std::thread device([&] { driveDeviceWithoutPause(isEnding); });
+  for (int life = 0; life < kLives; ++life) {
+    const LoadedModule module(LM_MODULE_FILE);
+    module.send(AcRx::kInitAppMsg);
+    for (int tick = 0; tick < life % 5; ++tick) {
+      clock_::advanceTo(clock_::nextTimer().value_or(clock_::nowMs() + 10));
+      clock_::runDueTimer();
+    }
+    module.send(AcRx::kUnloadAppMsg);
+  }
+  isEnding = true;
+  device.join();
+  EXPECT_GT(controller::eventsHandedOver(), 100u);
+  EXPECT_THAT(host::report().breaches, IsEmpty());
+  EXPECT_EQ(host::report().callsOffMainThread, 0u);
+  EXPECT_EQ(host::report().lockDepth, 0);
 }
 
 TEST_F(ModuleLife, TwoHundredLivesUnderAHundredThousandEvents) {
