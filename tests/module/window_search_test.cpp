@@ -69,6 +69,29 @@ TEST_F(WindowSearch, HiddenSiblingIsPassedOver) {
   EXPECT_EQ(smallestWindowAt({5, 5}), large);
 }
 
+TEST_F(WindowSearch, DisabledSiblingIsFoundAsAVisibleOne) {
+  const HWND frame = window(nullptr, {0, 0, 100, 100});
+  window(frame, {0, 0, 80, 80});
+  const HWND small = window(frame, {0, 0, 20, 20});
+  ASSERT_TRUE(desktop::setEnabled(small, false));
+  EXPECT_EQ(smallestWindowAt({5, 5}), small);
+}
+
+TEST_F(WindowSearch, OwnedWindowBehindIsFoundWhenItHasTheSameOwner) {
+  const HWND frame = window(nullptr, {0, 0, 200, 200});
+  const HWND other = window(nullptr, {0, 0, 10, 10});
+  const auto owned = [](HWND owner, RECT rect) {
+    desktop::WindowSpec spec{L"W", nullptr, rect, true, {}, {}, false};
+    spec.owner = owner;
+    return desktop::createWindow(spec);
+  };
+  owned(other, {0, 0, 15, 15});
+  const HWND small = owned(frame, {0, 0, 20, 20});
+  const HWND large = owned(frame, {0, 0, 50, 50});
+  ASSERT_EQ(WindowFromPoint({5, 5}), large);
+  EXPECT_EQ(smallestWindowAt({5, 5}), small);
+}
+
 TEST_F(WindowSearch, SiblingElsewhereIsPassedOver) {
   const HWND frame = window(nullptr, {0, 0, 100, 100});
   const HWND large = window(frame, {0, 0, 80, 80});
