@@ -83,8 +83,8 @@ class FileClaim {
 
 /// Puts a file with `text`, its lines ended in the system's own manner, in the place of the file `path`. At
 /// every moment, also when this process is ended, `path` names the old file or the new one, whole. False when
-/// that is not possible; the old file, or none, is there then. Only a regular file is replaced. Another
-/// process may have the file open; one that forbids its replacement is waited for, 1 s at most.
+/// that is not possible; the old file, or none, is there then. Only a regular file is replaced. Windows
+/// replaces no file while another process has it open; this waits for that, 1 s at most.
 bool replaceFile(std::string_view path, std::string_view text);
 
 /// Result of removing or renaming a file.

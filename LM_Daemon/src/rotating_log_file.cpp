@@ -55,7 +55,7 @@ void RotatingLogFile::close() {
 void RotatingLogFile::expectLimitAt(std::int64_t size) noexcept {
   mFullAt = size;
   mWritesSinceCheck = kMaxTrustedWrites;
-  mMsOfCheck = ~0u;
+  mMsOfSize = ~0u;
 }
 
 bool RotatingLogFile::isFull(bool isExact) noexcept {
@@ -63,15 +63,16 @@ bool RotatingLogFile::isFull(bool isExact) noexcept {
   return size >= 0 && size >= mFullAt;
 }
 
-/// Other processes may write to the same file or replace it, so the system is asked whenever time has moved
-/// on; until then only for the size and every few lines, because asking costs a third of a line.
+/// Other processes may write to the same file, so the system is asked for the size whenever time has moved
+/// on, and until then every few lines, because asking costs a third of a line. They may also replace it.
 RotatingLogFile::Rotation RotatingLogFile::prepare(std::uint32_t ms) noexcept try {
   assert(isOpen() && "a line needs an open log");
   if (mIsResumeDue) return resume(Rotation::kNone);
-  const bool isCheckDue = ms != mMsOfCheck || mUnconfirmed.size() > kMaxUnconfirmed;
-  const bool isExact = isCheckDue || ++mWritesSinceCheck > kMaxTrustedWrites;
+  const bool isExact = ms != mMsOfSize || ++mWritesSinceCheck > kMaxTrustedWrites;
+  mMsOfSize = ms;
   if (isExact) mWritesSinceCheck = 0;
-  if (isCheckDue) {
+  // At midnight the difference is huge, and the check is due.
+  if (ms - mMsOfCheck >= kCheckMs || mUnconfirmed.size() > kMaxUnconfirmed) {
     mMsOfCheck = ms;
     if (isReplaced()) follow();
     mUnconfirmed.cut(0);

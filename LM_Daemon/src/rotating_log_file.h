@@ -28,6 +28,9 @@ class RotatingLogFile {
     kNoMemory
   };
 
+  /// How long a name is trusted to lead to the open file: asking Windows costs as much as dozens of lines.
+  static constexpr std::uint32_t kCheckMs = 50;
+
   explicit RotatingLogFile(LogFileMaker maker) : mMaker(maker) {}
 
   /// Opens the file of `path` and appends a header that shows `name`. False when there is no file object, and
@@ -72,6 +75,7 @@ class RotatingLogFile {
   /// The file was closed and there was no memory to open it again.
   bool mIsResumeDue = false;
   std::uint32_t mMsOfCheck = 0;
+  std::uint32_t mMsOfSize = 0;
   int mWritesSinceCheck = 0;
   int mRotations = 0;
   /// Lines written since the name was last seen to lead to the open file. Another process may have made that

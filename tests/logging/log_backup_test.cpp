@@ -1,19 +1,43 @@
 #include "tests/logging/log_fixture.h"
 
 #include <gmock/gmock.h>
+#ifdef _WIN32
+#include <windows.h>
+#endif
 
 #include <cerrno>
 #include <filesystem>
 #include <string_view>
 
+// How a log is kept from being renamed; root has the right to that in every folder.
+#ifdef _WIN32
+
+namespace {
+
+/// While it lives, another program has the log open and shares it for reading and writing alone.
+class RenamesFail {
+ public:
+  explicit RenamesFail(const std::filesystem::path& log)
+      : mFile(CreateFileW(log.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                          OPEN_EXISTING, 0, nullptr)) {}
+  ~RenamesFail() { CloseHandle(mFile); }
+
+ private:
+  const HANDLE mFile;
+};
+
+}  // namespace
+
+#else
+
 namespace {
 
 bool isRenameDenied = false;
 
-/// While it lives, no log can be renamed; a right that root has in every folder.
+/// While it lives, no log can be renamed.
 class RenamesFail {
  public:
-  RenamesFail() { isRenameDenied = true; }
+  explicit RenamesFail(const std::filesystem::path& /*log*/) { isRenameDenied = true; }
   ~RenamesFail() { isRenameDenied = false; }
 };
 
@@ -28,6 +52,8 @@ extern "C" int __wrap_rename(const char* fromP, const char* toP) {
   errno = EACCES;
   return -1;
 }
+
+#endif
 
 namespace {
 
@@ -163,7 +189,7 @@ TEST_F(LogBackups, OfAFileThatIsGoneBeginANewOne) {
 TEST_F(LogBackups, ThatCannotBeRenamedAreToldOnStandardOutputAndNothingIsLost) {
   log("first");
   testing::internal::CaptureStdout();
-  const RenamesFail renamesFail;
+  const RenamesFail renamesFail(mFolder / "a.log");
   const int code = mLog.backupLogFile();
   log("next");
   EXPECT_EQ(testing::internal::GetCapturedStdout(),
@@ -176,7 +202,7 @@ TEST_F(LogBackups, ThatCannotBeReplacedAreKept) {
   log("first");
   ASSERT_EQ(mLog.backupLogFile(), 0);
   testing::internal::CaptureStdout();
-  const RenamesFail renamesFail;
+  const RenamesFail renamesFail(mFolder / "a.log");
   EXPECT_EQ(mLog.backupLogFile(), -3);
   testing::internal::GetCapturedStdout();
   EXPECT_EQ(linesOf(backup()).back().substr(kPrefixWidth), "first");

@@ -62,6 +62,23 @@ TEST_F(ReplacedFile, MayBeOpenElsewhere) {
   EXPECT_EQ(readWhole(), "new");
 }
 
+TEST_F(ReplacedFile, IsReplacedAsSoonAsItIsClosedElsewhere) {
+  mFolder.write("a.txt", "old");
+  std::atomic<bool> isOpen{false}, isReplaced{false};
+  std::thread other([&] {
+    NativeFile reader;
+    EXPECT_TRUE(reader.openForReading(path()));
+    isOpen = true;
+    // Until the new file is there, complete or not: the replacement is under way.
+    while (fileCount() == 1 && !isReplaced) std::this_thread::yield();
+  });
+  while (!isOpen) std::this_thread::yield();
+  EXPECT_TRUE(replaceFile(path(), "new"));
+  isReplaced = true;
+  other.join();
+  EXPECT_EQ(readWhole(), "new");
+}
+
 TEST_F(ReplacedFile, IsWholeForAReaderAtEveryMoment) {
   const std::string texts[] = {std::string(20000, 'a'), std::string(15000, 'b')};
   ASSERT_TRUE(replaceFile(path(), texts[0]));
