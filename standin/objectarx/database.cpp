@@ -1,6 +1,7 @@
 // Opening and closing of database objects, and what is asked of an entity that is open.
 #include "names.h"
 #include "object_access.h"
+#include "object_id.h"
 #include "operation.h"
 #include "state.h"
 
@@ -21,24 +22,21 @@ const Operation kClose("AcDbObject::close", Result::kTellsFailure);
 const Operation kExtents("AcDbEntity::getGeomExtents", Result::kTellsFailure);
 const Operation kTransform("AcDbEntity::transformBy", Result::kTellsFailure);
 
-AcDbObject* find(AcDbObjectId id, DrawnEntity*& entityP) {
-  if (currentDocument() == nullptr) return nullptr;
-  Document& document = *currentDocument();
-  for (AcDbObject* objectP :
-       {static_cast<AcDbObject*>(&document.paper), static_cast<AcDbObject*>(&document.floating),
-        static_cast<AcDbObject*>(&document.tile)})
-    if (ObjectAccess::key(*objectP) == id.value()) return objectP;
-  entityP = document.drawing->find(id.value());
-  return entityP == nullptr ? nullptr : &entityP->entity();
+/// Null for an id whose document has been closed, too.
+AcDbObject* find(AcDbObjectId id) {
+  Document* const documentP = documentOf(id.value());
+  return documentP == nullptr ? nullptr : documentP->object(numberOf(id.value()));
 }
 
-Acad::ErrorStatus mayOpen(const DrawnEntity* entityP, AcDb::OpenMode mode, bool openErased) {
-  const Drawing& drawing = *currentDrawing();
+Acad::ErrorStatus mayOpen(const AcDbObject& object, AcDb::OpenMode mode, bool openErased) {
+  const Document& document = *documentOf(ObjectAccess::key(object));
+  const Drawing& drawing = *document.drawing;
+  const DrawnEntity* const entityP = drawing.findByNumber(numberOf(ObjectAccess::key(object)));
   if (entityP != nullptr && !openErased && drawing.isErased(entityP->properties().handle))
     return Acad::eWasErased;
   if (mode == AcDb::kForRead) return Acad::eOk;
   if (mode != AcDb::kForWrite) return Acad::eInvalidInput;
-  if (!mayWrite()) return Acad::eLockViolation;
+  if (!mayWrite(document)) return Acad::eLockViolation;
   if (entityP != nullptr && drawing.layer(entityP->properties().layer).isLocked) return Acad::eOnLockedLayer;
   return Acad::eOk;
 }
@@ -47,11 +45,10 @@ Acad::ErrorStatus open(AcDbObject*& objectP, AcDbObjectId id, AcDb::OpenMode mod
                        bool openErased) {
   objectP = nullptr;
   if (id.isNull()) return Acad::eNullObjectId;
-  DrawnEntity* entityP = nullptr;
-  AcDbObject* foundP = find(id, entityP);
+  AcDbObject* const foundP = find(id);
   if (foundP == nullptr) return Acad::eUnknownHandle;
   if (!foundP->isKindOf(classP)) return Acad::eNotThatKindOfClass;
-  if (const Acad::ErrorStatus status = mayOpen(entityP, mode, openErased); status != Acad::eOk) return status;
+  if (const Acad::ErrorStatus status = mayOpen(*foundP, mode, openErased); status != Acad::eOk) return status;
   if (const Acad::ErrorStatus status = ObjectAccess::addOpening(*foundP, mode); status != Acad::eOk)
     return status;
   ++counts().openObjects;
@@ -114,16 +111,16 @@ Acad::ErrorStatus AcDbEntity::transformBy(const AcGeMatrix3d& transform) {
     breach(kTransform, "called for an object that is not open for write");
     return Acad::eNotOpenForWrite;
   }
-  if (!mayWrite()) return Acad::eLockViolation;
+  if (!mayWrite(*documentOf(ObjectAccess::key(*this)))) return Acad::eLockViolation;
   return ObjectAccess::transform(*this, transform);
 }
 
 Acad::ErrorStatus acdbGetObjectId(AcDbObjectId& id, const ads_name name) {
   const Call call(kGetObjectId);
   if (call.isToFail() || !isEntityName(name)) return Acad::eInvalidInput;
-  if (currentDrawing() == nullptr || currentDrawing()->find(handleOf(name)) == nullptr)
-    return Acad::eUnknownHandle;
-  id = AcDbObjectId(handleOf(name));
+  const AcDbObjectId named(idOf(name));
+  if (find(named) == nullptr) return Acad::eUnknownHandle;
+  id = named;
   return Acad::eOk;
 }
 

@@ -1,7 +1,10 @@
 #include "document.h"
 
 #include "camera_math.h"
+#include "object_access.h"
+#include "object_id.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace standin::host {
@@ -9,13 +12,42 @@ namespace {
 
 /// Limits of a new drawing.
 const AcDbExtents kLimits({0, 0, 0}, {12, 9, 0});
+/// A sheet of size A3 in millimetres, and the floating viewport in its middle, with the same margin all
+/// round.
+constexpr PaperView kA3{210, 148.5, 420, 297};
+constexpr PaperView kWindow{210, 148.5, 380, 257};
+/// Room around the floating viewports of a drawing, on both sides together, as a share of what they cover.
+constexpr double kSheetMargin = 1.1;
 
-/// The model seen as in the tile, fitted into a viewport of that shape.
-Camera viewThrough(const LayoutViewport& window, const Camera& model, const AcDbExtents& box) {
-  const PaperView size = window.shown();
+PaperView placeOf(const Drawing::FloatingViewport& window) {
+  return {window.centerX, window.centerY, window.width, window.height};
+}
+
+/// The drawing's sheet is not in its file: one that its floating viewports lie on.
+PaperView sheetFor(const std::vector<Drawing::FloatingViewport>& windows) {
+  if (windows.empty()) return kA3;
+  AcDbExtents box;
+  for (const Drawing::FloatingViewport& window : windows) {
+    box.addPoint({window.centerX - window.width / 2, window.centerY - window.height / 2, 0});
+    box.addPoint({window.centerX + window.width / 2, window.centerY + window.height / 2, 0});
+  }
+  const AcGeVector3d size = box.maxPoint() - box.minPoint();
+  const AcGePoint3d middle = box.minPoint() + size * 0.5;
+  return {middle.x, middle.y, size.x * kSheetMargin, size.y * kSheetMargin};
+}
+
+/// The model as seen in the tile, fitted into a viewport of that shape.
+Camera viewThrough(const PaperView& window, const Camera& model, const AcDbExtents& box) {
   Camera camera = model;
-  camera.fieldWidth = model.fieldHeight * size.width / size.height;
+  camera.fieldWidth = model.fieldHeight * window.width / window.height;
   return fitted(camera, box);
+}
+
+Camera storedView(const Drawing::View& view, const PaperView& window) {
+  Camera camera = cameraOf(view);
+  // The file's height is what counts: the width follows the viewport's shape.
+  camera.fieldWidth = camera.fieldHeight * window.width / window.height;
+  return camera;
 }
 
 Camera viewOfSheet(const PaperView& sheet) {
@@ -25,30 +57,81 @@ Camera viewOfSheet(const PaperView& sheet) {
   return withShown(camera, sheet);
 }
 
+void show(LayoutWindow& window, const Camera& camera) {
+  window.view.store(camera);
+  const PaperView shown = shownBy(camera);
+  window.viewport.show({shown.centerX, shown.centerY}, shown.height);
+}
+
+bool isWriteMode(AcAp::DocLockMode mode) {
+  return mode == AcAp::kWrite || mode == AcAp::kXWrite || mode == AcAp::kAutoWrite;
+}
+
 }  // namespace
 
-Document::Document(std::unique_ptr<Drawing> opened) : drawing(std::move(opened)) {
+Document::Document(std::unique_ptr<Drawing> opened, std::wstring fileName)
+    : name(std::move(fileName)),
+      drawing(std::move(opened)),
+      tile(drawing->serial()),
+      sheet(sheetFor(drawing->mFloatingViewports)) {
   const AcDbExtents box = extentsToShow();
   const Camera model = drawing->mView ? cameraOf(*drawing->mView) : planView(box);
   tileView.store(model);
   tile.show(shownBy(model));
 
-  const Camera inWindow = viewThrough(floating, model, box);
-  floatingView.store(inWindow);
-  const PaperView shown = shownBy(inWindow);
-  floating.show({shown.centerX, shown.centerY}, shown.height);
+  const auto addWindow = [this](const PaperView& place, const auto& cameraFor) {
+    const int number = static_cast<int>(windows.size()) + 1;
+    windows.push_back(std::make_unique<LayoutWindow>(drawing->serial(), number, place));
+    show(*windows.back(), cameraFor(place));
+  };
+  addWindow(sheet, viewOfSheet);
+  for (const Drawing::FloatingViewport& own : drawing->mFloatingViewports)
+    addWindow(placeOf(own), [&](const PaperView& place) {
+      return own.view ? storedView(*own.view, place) : viewThrough(place, model, box);
+    });
+  if (drawing->mFloatingViewports.empty())
+    addWindow(kWindow, [&](const PaperView& place) { return viewThrough(place, model, box); });
+}
 
-  paperView.store(viewOfSheet(sheet()));
+LayoutWindow* Document::window(int number) {
+  const auto index = static_cast<std::size_t>(number - kPaperViewport);
+  return number < kPaperViewport || index >= windows.size() ? nullptr : windows[index].get();
 }
 
 GraphicsView* Document::viewOf(int viewport) {
   if (isModelTab) return viewport == kTileViewport ? &tileView : nullptr;
-  if (viewport == kPaperViewport) return &paperView;
-  return viewport == kFloatingViewport ? &floatingView : nullptr;
+  LayoutWindow* const windowP = window(viewport);
+  return windowP == nullptr ? nullptr : &windowP->view;
+}
+
+void Document::revertViews() {
+  tileView.revert();
+  for (const auto& windowP : windows) windowP->view.revert();
 }
 
 AcDbExtents Document::extentsToShow() const {
   return drawing->extents().value_or(kLimits);
+}
+
+bool Document::isWritable() const {
+  return std::any_of(locks.begin(), locks.end(), isWriteMode);
+}
+
+AcDbObject* Document::object(std::uint64_t number) {
+  if (number == kFirstViewport) return &tile;
+  if (number > kFirstViewport) {
+    LayoutWindow* const windowP = window(static_cast<int>(number - kFirstViewport));
+    return windowP == nullptr ? nullptr : &windowP->viewport;
+  }
+  DrawnEntity* const entityP = drawing->findByNumber(number);
+  return entityP == nullptr ? nullptr : &entityP->entity();
+}
+
+std::uint64_t Document::openObjects() const {
+  std::uint64_t count = ObjectAccess::openings(tile);
+  for (const auto& windowP : windows) count += ObjectAccess::openings(windowP->viewport);
+  for (const auto& entityP : drawing->entities()) count += ObjectAccess::openings(entityP->entity());
+  return count;
 }
 
 std::vector<std::uint64_t> selectableHandles(const Drawing& drawing) {

@@ -18,33 +18,42 @@
 
 namespace standin::host {
 
-/// Size of the layout's sheet (A3, in millimetres).
-constexpr double kSheetWidth = 420;
-constexpr double kSheetHeight = 297;
-/// Size of the floating viewport on it.
-constexpr double kWindowWidth = 380;
-constexpr double kWindowHeight = 257;
+/// A viewport of the layout: the sheet itself, which is number 1, or a floating one.
+struct LayoutWindow {
+  /// Of the drawing with that serial number.
+  LayoutWindow(std::uint64_t drawing, int number, const PaperView& at)
+      : place(at), viewport(drawing, number, at.width, at.height), view(number) {}
+
+  PaperView place;  ///< on the sheet
+  LayoutViewport viewport;
+  GraphicsView view;
+};
+
+struct QueuedText {
+  std::wstring text;
+  bool isActivating = true;  ///< the document becomes current for it
+};
 
 struct Document final : AcApDocument {
   /// In the model tab, which shows the drawing's own view, or all of it from above.
-  explicit Document(std::unique_ptr<Drawing> opened);
+  Document(std::unique_ptr<Drawing> opened, std::wstring fileName);
 
+  std::wstring name;
   std::unique_ptr<Drawing> drawing;
   std::vector<AcAp::DocLockMode> locks;
   bool isModelTab = true;
   int layoutViewport = kPaperViewport;  ///< the current one of the layout
   TileRecord tile;
-  LayoutViewport paper{kPaperViewport, kSheetWidth, kSheetHeight};
-  LayoutViewport floating{kFloatingViewport, kWindowWidth, kWindowHeight};
   GraphicsView tileView{kTileViewport};
-  GraphicsView paperView{kPaperViewport};
-  GraphicsView floatingView{kFloatingViewport};
-  std::vector<std::uint64_t> selection;  ///< handles, in the order in which they were selected
-  std::deque<std::wstring> queue;        ///< texts sent for the command line
+  PaperView sheet;                                     ///< all of the layout
+  std::vector<std::unique_ptr<LayoutWindow>> windows;  ///< in the order of their numbers, from 1 on
+  std::vector<std::uint64_t> selection;                ///< handles, in the order in which they were selected
+  std::deque<QueuedText> queue;                        ///< sent for the command line
   CommandLine commandLine;
 
-  /// The sheet, all of it, as the paper-space viewport shows it.
-  PaperView sheet() const { return LayoutViewport(kPaperViewport, kSheetWidth, kSheetHeight).shown(); }
+  LayoutWindow& paper() { return *windows.front(); }
+  /// Null when there is none of that number.
+  LayoutWindow* window(int number);
   /// The view of a viewport of the current tab, null when there is none of that number.
   GraphicsView* viewOf(int viewport);
   /// Number of the current viewport.
@@ -52,8 +61,16 @@ struct Document final : AcApDocument {
   GraphicsView& currentView() { return *viewOf(currentViewport()); }
   /// The current viewport is the paper-space one.
   bool isOnPaper() const { return !isModelTab && layoutViewport == kPaperViewport; }
+  /// What was shown and not stored is lost.
+  void revertViews();
   /// What is drawn, or the drawing's limits when there is nothing.
   AcDbExtents extentsToShow() const;
+
+  /// Locked for write.
+  bool isWritable() const;
+  /// A database object by the lower part of its id; null when there is none.
+  AcDbObject* object(std::uint64_t number);
+  std::uint64_t openObjects() const;
 };
 
 /// Handles of what the user can select: neither erased nor invisible.

@@ -1,134 +1,151 @@
-// Documents, and the document manager through which a module reaches them.
 #include "documents.h"
 
-#include "call_record.h"
 #include "listener.h"
 #include "operation.h"
 #include "state.h"
+#include "text.h"
 
 #include <algorithm>
 #include <mutex>
 #include <utility>
 
-using namespace standin::host;
-
+namespace standin::host {
 namespace {
 
-const Operation kManager("acDocManagerPtr", Result::kTellsNothing);
-const Operation kCurDocument("AcApDocManager::curDocument", Result::kTellsFailure);
-const Operation kLock("AcApDocManager::lockDocument", Result::kTellsFailure);
-const Operation kUnlock("AcApDocManager::unlockDocument", Result::kTellsFailure);
-const Operation kSend("AcApDocManager::sendStringToExecute", Result::kTellsFailure);
-const Operation kAddReactor("AcApDocManager::addReactor", Result::kTellsNothing);
-const Operation kRemoveReactor("AcApDocManager::removeReactor", Result::kTellsNothing);
+using Lock = std::unique_lock<std::recursive_mutex>;
 
-/// The open document that is meant, null for none. A pointer to one that was closed is a mistake of the
-/// caller's.
-Document* openDocumentOf(const Operation& operation, const AcApDocument* documentP) {
-  if (documentP == nullptr) return nullptr;
-  if (documentP == currentDocument()) return currentDocument();
-  breach(operation, "called for a document that is not open");
+/// Calls every reactor that is registered. Not while the host's lock is held: reactors are the module's, and
+/// may wait for another of its threads.
+template <class Event, class Argument>
+void callReactors(Event event, Argument argument) {
+  Lock lock(hostMutex());
+  const std::vector<AcApDocManagerReactor*> reactors = run().reactors;
+  for (AcApDocManagerReactor* reactorP : reactors) {
+    const auto& registered = run().reactors;
+    // One that was called may have removed another, which may be gone then.
+    if (std::find(registered.begin(), registered.end(), reactorP) == registered.end()) continue;
+    lock.unlock();
+    bool hasThrown = false;
+    try {
+      (reactorP->*event)(argument);
+    } catch (...) {
+      hasThrown = true;
+    }
+    lock.lock();
+    if (hasThrown) breach("a reactor of the module", "let something be thrown into the host");
+  }
+}
+
+using Reactor = AcApDocManagerReactor;
+
+void reportCurrentView() {
+  Lock lock(hostMutex());
+  const int viewport = currentDocument()->currentViewport();
+  const Camera camera = currentDocument()->currentView().live();
+  lock.unlock();
+  notify(&Listener::viewChanged, viewport, camera);
+}
+
+/// Takes the document out of the list of open ones.
+std::unique_ptr<Document> take(const Document* documentP) {
+  auto& documents = run().documents;
+  const auto found = std::find_if(documents.begin(), documents.end(),
+                                  [documentP](const auto& openP) { return openP.get() == documentP; });
+  std::unique_ptr<Document> takenP = std::move(*found);
+  documents.erase(found);
+  return takenP;
+}
+
+/// The previous one may be null.
+void activate(Document* documentP, Document* previousP) {
+  if (previousP != nullptr) callReactors(&Reactor::documentToBeDeactivated, previousP);
+  callReactors(&Reactor::documentToBeActivated, documentP);
+  Lock lock(hostMutex());
+  run().documents.push_back(take(documentP));
+  lock.unlock();
+  callReactors(&Reactor::documentBecameCurrent, documentP);
+  callReactors(&Reactor::documentActivated, documentP);
+  reportCurrentView();
+}
+
+Document* documentNamed(const std::wstring& name) {
+  for (const auto& documentP : run().documents)
+    if (isSameName(documentP->name, name)) return documentP.get();
   return nullptr;
 }
 
-class DocManager final : public AcApDocManager {
- public:
-  AcApDocument* curDocument() const override {
-    return Call(kCurDocument).isToFail() ? nullptr : currentDocument();
-  }
+std::wstring newName() {
+  return L"Drawing" + std::to_wstring(++run().newDocuments) + L".dwg";
+}
 
-  Acad::ErrorStatus lockDocument(AcApDocument* documentP, AcAp::DocLockMode mode, const ACHAR* globalCommand,
-                                 const ACHAR* localCommand, bool prompt) override {
-    const Call call(kLock);
-    callRecord().lockMode = mode;
-    callRecord().hasLockNames = globalCommand != nullptr || localCommand != nullptr;
-    callRecord().isLockPrompted = prompt;
-    if (call.isToFail()) return Acad::eLockViolation;
-    Document* openP = openDocumentOf(kLock, documentP);
-    if (openP == nullptr) return Acad::eNoDocument;
-    openP->locks.push_back(mode);
-    ++counts().locks;
-    return Acad::eOk;
-  }
-
-  Acad::ErrorStatus unlockDocument(AcApDocument* documentP) override {
-    const Call call(kUnlock);
-    if (call.isToFail()) return Acad::eLockViolation;
-    Document* openP = openDocumentOf(kUnlock, documentP);
-    if (openP == nullptr) return Acad::eNoDocument;
-    if (openP->locks.empty()) {
-      breach(kUnlock, "called without a lock");
-      return Acad::eNotApplicable;
-    }
-    openP->locks.pop_back();
-    ++counts().unlocks;
-    return Acad::eOk;
-  }
-
-  Acad::ErrorStatus sendStringToExecute(AcApDocument* documentP, const ACHAR* text, bool activate,
-                                        bool wrapUpInactiveDoc, bool echo) override {
-    Call call(kSend);
-    callRecord().wrapUpInactiveDoc = wrapUpInactiveDoc;
-    callRecord().echo = echo;
-    if (call.isToFail() || text == nullptr) return Acad::eInvalidInput;
-    Document* openP = openDocumentOf(kSend, documentP);
-    if (openP == nullptr) return Acad::eNoDocument;
-    const std::wstring sent = text;
-    openP->queue.push_back(sent);
-    ++counts().textsSent;
-    call.leave();
-    notify(&Listener::textSent, sent, activate);
-    return Acad::eOk;
-  }
-
-  void addReactor(AcApDocManagerReactor* reactorP) override {
-    const Call call(kAddReactor);
-    auto& reactors = run().reactors;
-    if (reactorP == nullptr || std::find(reactors.begin(), reactors.end(), reactorP) != reactors.end())
-      return breach(kAddReactor, "called for no reactor, or for one that is there");
-    reactors.push_back(reactorP);
-  }
-
-  void removeReactor(AcApDocManagerReactor* reactorP) override {
-    const std::lock_guard lock(hostMutex());
-    auto& reactors = run().reactors;
-    const auto found = std::find(reactors.begin(), reactors.end(), reactorP);
-    const bool isThere = found != reactors.end();
-    // Removed even when the call is to throw: its owner is about to be gone, and the host must not call it
-    // then.
-    if (isThere) reactors.erase(found);
-    const Call call(kRemoveReactor);
-    if (!isThere) breach(kRemoveReactor, "called for a reactor that is not there");
-  }
-};
-
-void noteWhatClosingLeaves(const Document& document) {
+/// Nothing of a document that has been closed can be closed or freed later.
+void endWhatIsLeft(const Document& document) {
   if (!document.locks.empty()) breach("closing the document", "it is still locked");
-  if (counts().openObjects != 0) breach("closing the document", "objects of it are still open");
+  const std::uint64_t open = document.openObjects();
+  if (open != 0) breach("closing the document", "objects of it are still open");
+  counts().openObjects -= open;
+  auto& sets = run().selectionSets;
+  for (auto set = sets.begin(); set != sets.end();) {
+    if (set->second.ownerP != &document) {
+      ++set;
+      continue;
+    }
+    breach("closing the document", "a selection set of it is not freed");
+    set = sets.erase(set);
+  }
 }
 
 }  // namespace
 
-namespace standin::host {
-
-void openDocument(std::unique_ptr<Drawing> drawing) {
-  closeDocument();
-  const std::lock_guard lock(hostMutex());
-  run().documentP = std::make_unique<Document>(std::move(drawing));
+bool openDocument(std::unique_ptr<Drawing> drawing, const std::wstring& name) {
+  Lock lock(hostMutex());
+  if (documentNamed(name) != nullptr) return false;
+  auto openedP = std::make_unique<Document>(std::move(drawing), name.empty() ? newName() : name);
+  Document* const documentP = openedP.get();
+  Document* const previousP = currentDocument();
+  lock.unlock();
+  callReactors(&Reactor::documentCreateStarted, documentP);
+  lock.lock();
+  // Open, but not current: that is the last one.
+  run().documents.insert(run().documents.begin(), std::move(openedP));
+  lock.unlock();
+  callReactors(&Reactor::documentCreated, documentP);
+  activate(documentP, previousP);
+  return true;
 }
 
 void closeDocument() {
-  std::unique_lock lock(hostMutex());
-  if (currentDocument() == nullptr) return;
-  const std::vector<AcApDocManagerReactor*> reactors = run().reactors;
-  AcApDocument* closingP = currentDocument();
-  // The reactors are the module's: they may wait for another of its threads.
+  Lock lock(hostMutex());
+  Document* const closingP = currentDocument();
+  if (closingP == nullptr) return;
   lock.unlock();
-  for (AcApDocManagerReactor* reactorP : reactors) reactorP->documentToBeDestroyed(closingP);
+  callReactors(&Reactor::documentToBeDestroyed, closingP);
   lock.lock();
-  noteWhatClosingLeaves(*currentDocument());
-  run().documentP.reset();
-  counts().openObjects = 0;
+  endWhatIsLeft(*closingP);
+  const std::wstring name = closingP->name;
+  take(closingP).reset();
+  Document* const nextP = currentDocument();
+  lock.unlock();
+  callReactors(&Reactor::documentDestroyed, name.c_str());
+  if (nextP != nullptr) return activate(nextP, nullptr);
+  callReactors(&Reactor::documentBecameCurrent, nextP);
+}
+
+bool switchDocument(const std::wstring& name) {
+  Lock lock(hostMutex());
+  Document* const documentP = documentNamed(name);
+  Document* const previousP = currentDocument();
+  lock.unlock();
+  if (documentP == nullptr) return false;
+  if (documentP != previousP) activate(documentP, previousP);
+  return true;
+}
+
+std::vector<std::wstring> documentNames() {
+  const Lock lock(hostMutex());
+  std::vector<std::wstring> names;
+  for (const auto& documentP : run().documents) names.push_back(documentP->name);
+  return names;
 }
 
 Drawing* drawing() {
@@ -136,9 +153,3 @@ Drawing* drawing() {
 }
 
 }  // namespace standin::host
-
-AcApDocManager* acDocManagerPtr() {
-  const Call call(kManager);
-  static DocManager manager;
-  return &manager;
-}

@@ -1,7 +1,9 @@
 #include "drawing.h"
 
 #include "object_access.h"
+#include "object_id.h"
 
+#include <atomic>
 #include <cstdio>
 #include <stdexcept>
 #include <unordered_map>
@@ -10,8 +12,11 @@
 namespace standin {
 namespace {
 
-/// Keys above are those of the host's own objects.
-constexpr std::uint64_t kLargestHandle = (std::uint64_t{1} << 60) - 1;
+std::atomic<std::uint64_t> gDrawings{0};
+
+std::uint64_t nextSerial() {
+  return gDrawings++ % host::kLargestSerial + 1;
+}
 
 struct Block {
   AcGePoint3d base;
@@ -27,6 +32,7 @@ std::string hex(std::uint64_t handle) {
 }  // namespace
 
 struct Drawing::Data {
+  const std::uint64_t serial = nextSerial();
   std::map<std::string, Layer> layers;
   std::map<std::string, Block> blocks;
   std::vector<std::unique_ptr<DrawnEntity>> entities;
@@ -88,11 +94,11 @@ AcGePoint3d Drawing::blockBase(const std::string& name) const {
 std::uint64_t Drawing::add(std::unique_ptr<DrawnEntity> entity) {
   std::uint64_t& handle = entity->mProperties.handle;
   if (handle == 0) handle = mDataP->nextHandle;
-  if (handle > kLargestHandle) throw std::invalid_argument("handle " + hex(handle) + " is too large");
   if (!mDataP->byHandle.emplace(handle, entity.get()).second)
     throw std::invalid_argument("handle " + hex(handle) + " is taken");
-  if (handle >= mDataP->nextHandle) mDataP->nextHandle = handle + 1;
-  host::ObjectAccess::setKey(entity->entity(), handle);
+  // The largest handle has no next one; those below it may still be free.
+  if (handle >= mDataP->nextHandle && handle != ~std::uint64_t{0}) mDataP->nextHandle = handle + 1;
+  host::ObjectAccess::setKey(entity->entity(), host::objectId(serial(), mDataP->entities.size() + 1));
   const std::uint64_t given = handle;
   mDataP->entities.push_back(std::move(entity));
   return given;
@@ -105,6 +111,15 @@ const std::vector<std::unique_ptr<DrawnEntity>>& Drawing::entities() const {
 DrawnEntity* Drawing::find(std::uint64_t handle) const {
   const auto found = mDataP->byHandle.find(handle);
   return found == mDataP->byHandle.end() ? nullptr : found->second;
+}
+
+std::uint64_t Drawing::serial() const {
+  return mDataP->serial;
+}
+
+DrawnEntity* Drawing::findByNumber(std::uint64_t number) const {
+  const auto& entities = mDataP->entities;
+  return number == 0 || number > entities.size() ? nullptr : entities[number - 1].get();
 }
 
 void Drawing::erase(std::uint64_t handle) {

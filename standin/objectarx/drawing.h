@@ -106,19 +106,34 @@ class STANDIN_OBJECTARX_API Drawing {
   const std::vector<std::unique_ptr<DrawnEntity>>& blockEntities(const std::string& name) const;
   AcGePoint3d blockBase(const std::string& name) const;
 
-  /// Adds an entity to model space and answers its handle. Throws std::invalid_argument when the handle is
-  /// taken, or has more than 60 bits.
+  /// Adds an entity to model space and returns its handle. Throws std::invalid_argument when the handle is
+  /// taken.
   std::uint64_t add(std::unique_ptr<DrawnEntity> entity);
 
   /// Entities of model space in order of addition, erased ones included.
   const std::vector<std::unique_ptr<DrawnEntity>>& entities() const;
   DrawnEntity* find(std::uint64_t handle) const;  ///< null when not there
+  /// Serial number of the drawing, from 1: the upper part of the ids of its objects.
+  std::uint64_t serial() const;
+  /// By the lower part of its id; null when not there.
+  DrawnEntity* findByNumber(std::uint64_t number) const;
   void erase(std::uint64_t handle);
   bool isErased(std::uint64_t handle) const;
 
   /// Box of everything drawn (erased entities left out); none for an empty drawing.
   std::optional<AcDbExtents> extents() const;
 
+  /// A floating viewport of the layout: its place on the sheet, and what it shows when the file says so.
+  struct FloatingViewport {
+    double centerX = 0;
+    double centerY = 0;
+    double width = 1;
+    double height = 1;
+    std::optional<View> view;
+  };
+
+  /// Those of the layout, in the order of their numbers from 2 on.
+  std::vector<FloatingViewport> mFloatingViewports;
   /// The stored view of the active viewport, when the file has one.
   std::optional<View> mView;
   /// Entities met in a file that this drawing does not understand, by type.

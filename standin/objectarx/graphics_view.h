@@ -8,10 +8,10 @@
 
 namespace standin::host {
 
-/// Numbers of viewports: the tile of the model tab, and the two of the layout.
+/// Numbers of viewports: the tile of the model tab, and the sheet of the layout, after which its floating
+/// ones count on.
 constexpr int kTileViewport = 2;
 constexpr int kPaperViewport = 1;
-constexpr int kFloatingViewport = 2;
 
 class GraphicsView final : public AcGsView {
  public:

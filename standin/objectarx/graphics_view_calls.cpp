@@ -102,6 +102,7 @@ bool GraphicsView::isValid() const {
 void GraphicsView::update() {
   Call call(kUpdate);
   ++counts().updates;
+  run().firstRedrawn = 0;
   const Camera camera = mLive;
   call.leave();
   notify(&Listener::viewUpdated, mNumber, camera);

@@ -1,6 +1,7 @@
 #include "host_control.h"
 
 #include "command_line.h"
+#include "object_access.h"
 #include "operation.h"
 #include "state.h"
 #include "text.h"
@@ -21,13 +22,21 @@ CommandLine& currentCommandLine() {
   return currentDocument() != nullptr ? currentDocument()->commandLine : run().commandLine;
 }
 
-/// The text that has waited longest; none when none waits.
+/// The text for the current document that has waited longest; none when none waits.
 std::optional<std::wstring> takeQueuedText() {
   const Lock lock(hostMutex());
   if (currentDocument() == nullptr || currentDocument()->queue.empty()) return std::nullopt;
-  std::wstring text = std::move(currentDocument()->queue.front());
+  std::wstring text = std::move(currentDocument()->queue.front().text);
   currentDocument()->queue.pop_front();
   return text;
+}
+
+/// Name of a document that a text waits in which makes it current; none when there is none.
+std::optional<std::wstring> documentToActivate() {
+  const Lock lock(hostMutex());
+  for (const auto& documentP : run().documents)
+    if (!documentP->queue.empty() && documentP->queue.front().isActivating) return documentP->name;
+  return std::nullopt;
 }
 
 }  // namespace
@@ -45,8 +54,8 @@ Report report() {
   result.selectionSetsAlive = run().selectionSets.size();
   result.reactors = run().reactors.size();
   result.commandsRegistered = run().commands.size();
-  result.lockDepth =
-      currentDocument() != nullptr ? static_cast<std::int64_t>(currentDocument()->locks.size()) : 0;
+  for (const auto& documentP : run().documents)
+    result.lockDepth += static_cast<std::int64_t>(documentP->locks.size());
   return result;
 }
 
@@ -71,9 +80,19 @@ void type(const std::wstring& text) {
 }
 
 bool runQueuedText() {
-  const std::optional<std::wstring> text = takeQueuedText();
+  std::optional<std::wstring> text = takeQueuedText();
+  if (!text) {
+    if (const std::optional<std::wstring> name = documentToActivate()) switchDocument(*name);
+    text = takeQueuedText();
+  }
   if (text) feed(currentCommandLine(), *text);
   return text.has_value();
+}
+
+std::uint64_t objectIdOf(std::uint64_t handle) {
+  const Lock lock(hostMutex());
+  DrawnEntity* const entityP = currentDrawing() != nullptr ? currentDrawing()->find(handle) : nullptr;
+  return entityP == nullptr ? 0 : ObjectAccess::key(entityP->entity());
 }
 
 int currentViewport() {
@@ -111,15 +130,16 @@ void setPerspective(bool isPerspective) {
 
 PaperView paperView() {
   const Lock lock(hostMutex());
-  return currentDocument() != nullptr ? currentDocument()->paper.shown() : PaperView{};
+  return currentDocument() != nullptr ? currentDocument()->paper().viewport.shown() : PaperView{};
 }
 
 Layout layout() {
   const Lock lock(hostMutex());
   if (currentDocument() == nullptr) return {};
-  // The window lies in the middle of the sheet, with the same margin all round.
-  const PaperView sheet = currentDocument()->sheet();
-  return {sheet, {sheet.centerX, sheet.centerY, kWindowWidth, kWindowHeight}};
+  Layout layout{currentDocument()->sheet, {}};
+  for (const auto& windowP : currentDocument()->windows)
+    if (windowP.get() != &currentDocument()->paper()) layout.windows.push_back(windowP->place);
+  return layout;
 }
 
 void setViewValid(bool isValid) {

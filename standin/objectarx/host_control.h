@@ -11,16 +11,19 @@
 #include "standin/objectarx/selection.h"
 #include "standin_objectarx_api.h"
 
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace standin::host {
 
-/// The layout's sheet, and where its floating viewport (number 2) lies on it: centres and sizes, sheet units.
+/// The layout's sheet and the places of its floating viewports on it, from number 2 on: centres and sizes in
+/// units of the sheet.
 struct Layout {
   PaperView sheet;
-  PaperView window;
+  std::vector<PaperView> windows;
 };
 
 /// Starts a host with no document: variables, views, registries and counts as new; faults cleared; the
@@ -44,8 +47,12 @@ STANDIN_OBJECTARX_API std::optional<std::wstring> variable(const std::wstring& n
 /// Types a line at the command line, as the user does, and carries it out.
 STANDIN_OBJECTARX_API void type(const std::wstring& text);
 
-/// Carries out the text that has been queued longest by sendStringToExecute; false when none waits.
+/// Carries out the text for the current document that has been queued longest by sendStringToExecute, or for
+/// another that the text makes current; false when none waits.
 STANDIN_OBJECTARX_API bool runQueuedText();
+
+/// Value of the object id of an entity of the current document, 0 when there is none of that handle.
+STANDIN_OBJECTARX_API std::uint64_t objectIdOf(std::uint64_t handle);
 
 // --- views ---
 

@@ -24,7 +24,10 @@ class ObjectAccess {
  public:
   static void setKey(AcDbObject& object, std::uint64_t key) { object.mId = key; }
   static std::uint64_t key(const AcDbObject& object) { return object.mId; }
-  static bool isOpen(const AcDbObject& object) { return object.mReaders > 0 || object.mIsWriter; }
+  static bool isOpen(const AcDbObject& object) { return openings(object) > 0; }
+  static std::uint64_t openings(const AcDbObject& object) {
+    return static_cast<std::uint64_t>(object.mReaders) + (object.mIsWriter ? 1 : 0);
+  }
   static bool isOpenForWrite(const AcDbObject& object) { return object.mIsWriter; }
   /// eWasOpenForRead or eWasOpenForWrite when the object's openings do not allow another.
   static Acad::ErrorStatus addOpening(AcDbObject& object, AcDb::OpenMode mode);

@@ -2,7 +2,10 @@
 #include "selection.h"
 
 #include "call_record.h"
+#include "listener.h"
 #include "names.h"
+#include "object_access.h"
+#include "object_id.h"
 #include "operation.h"
 #include "state.h"
 #include "text.h"
@@ -23,20 +26,34 @@ const Operation kName("acedSSName", Result::kTellsFailure);
 const Operation kFree("acedSSFree", Result::kTellsFailure);
 const Operation kRedraw("acedRedraw", Result::kTellsFailure);
 
-/// The set of that name; null, and a broken rule, when it was never taken or has been freed.
+/// The entities of the set of that name. Null, and a broken rule, when it was never taken or has been freed,
+/// or is of a document that is not current: a set's name means nothing to another.
 const std::vector<std::uint64_t>* setOf(const Operation& operation, const ads_name ss) {
   if (ss != nullptr && ss[1] == kSelectionSetMark) {
     const auto found = run().selectionSets.find(ss[0]);
-    if (found != run().selectionSets.end()) return &found->second;
+    if (found != run().selectionSets.end() && found->second.ownerP == currentDocument())
+      return &found->second.ids;
   }
   breach(operation, "called for a selection set that is not alive");
   return nullptr;
 }
 
+/// Ids of what is pre-selected; the other modes, which ask the user or search, find nothing here.
 std::vector<std::uint64_t> selected(std::wstring_view mode) {
-  if (currentDocument() == nullptr) return {};
-  if (isSameName(mode, L"I") || isSameName(mode, L"_I")) return currentDocument()->selection;
-  return {};
+  if (currentDocument() == nullptr || !(isSameName(mode, L"I") || isSameName(mode, L"_I"))) return {};
+  std::vector<std::uint64_t> ids;
+  for (const std::uint64_t handle : currentDocument()->selection)
+    ids.push_back(ObjectAccess::key(currentDrawing()->find(handle)->entity()));
+  return ids;
+}
+
+/// Whether this redraw is the first of a run of them, in which a module draws what it has moved at one time.
+/// Another begins with another selection set, with the entity that the run began with, or after the host has
+/// drawn all.
+bool beginsRun(std::uint64_t entity) {
+  const bool isFirst = run().firstRedrawn == 0 || run().firstRedrawn == entity;
+  if (isFirst) run().firstRedrawn = entity;
+  return isFirst;
 }
 
 }  // namespace
@@ -75,29 +92,30 @@ int acedSSGet(const ACHAR* mode, const void* pt1, const void* pt2, const resbuf*
   const Call call(kGet);
   if (call.isToFail() || mode == nullptr || ss == nullptr) return RTERROR;
   if (pt1 != nullptr || pt2 != nullptr || filter != nullptr) return RTERROR;
-  std::vector<std::uint64_t> handles = selected(mode);
-  if (handles.empty()) return RTERROR;
+  run().firstRedrawn = 0;
+  std::vector<std::uint64_t> ids = selected(mode);
+  if (ids.empty()) return RTERROR;
   ss[0] = run().nextSelectionSet++;
   ss[1] = kSelectionSetMark;
-  run().selectionSets.emplace(ss[0], std::move(handles));
+  run().selectionSets.emplace(ss[0], SelectionSet{currentDocument(), std::move(ids)});
   return RTNORM;
 }
 
 int acedSSLength(const ads_name ss, AdInt32* length) {
   const Call call(kLength);
   if (call.isToFail() || length == nullptr) return RTERROR;
-  const auto* handlesP = setOf(kLength, ss);
-  if (handlesP == nullptr) return RTERROR;
-  *length = static_cast<AdInt32>(handlesP->size());
+  const auto* idsP = setOf(kLength, ss);
+  if (idsP == nullptr) return RTERROR;
+  *length = static_cast<AdInt32>(idsP->size());
   return RTNORM;
 }
 
 int acedSSName(const ads_name ss, AdInt32 i, ads_name entity) {
   const Call call(kName);
   if (call.isToFail() || entity == nullptr) return RTERROR;
-  const auto* handlesP = setOf(kName, ss);
-  if (handlesP == nullptr || i < 0 || static_cast<std::size_t>(i) >= handlesP->size()) return RTERROR;
-  nameEntity(entity, (*handlesP)[static_cast<std::size_t>(i)]);
+  const auto* idsP = setOf(kName, ss);
+  if (idsP == nullptr || i < 0 || static_cast<std::size_t>(i) >= idsP->size()) return RTERROR;
+  nameEntity(entity, (*idsP)[static_cast<std::size_t>(i)]);
   return RTNORM;
 }
 
@@ -109,8 +127,15 @@ int acedSSFree(const ads_name ss) {
 }
 
 int acedRedraw(const ads_name entity, int mode) {
-  const Call call(kRedraw);
+  Call call(kRedraw);
   callRecord().redrawMode = mode;
-  if (call.isToFail() || !isEntityName(entity) || currentDrawing() == nullptr) return RTERROR;
-  return currentDrawing()->find(handleOf(entity)) == nullptr ? RTERROR : RTNORM;
+  if (call.isToFail() || !isEntityName(entity)) return RTERROR;
+  const std::uint64_t id = idOf(entity);
+  Document* const documentP = documentOf(id);
+  if (documentP == nullptr || documentP != currentDocument()) return RTERROR;
+  if (documentP->object(numberOf(id)) == nullptr) return RTERROR;
+  const bool isDrawing = beginsRun(id);
+  call.leave();
+  if (isDrawing) drawn();
+  return RTNORM;
 }

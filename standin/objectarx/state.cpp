@@ -1,5 +1,7 @@
 #include "state.h"
 
+#include "object_id.h"
+
 #include <algorithm>
 
 namespace standin::host {
@@ -25,13 +27,16 @@ GraphicsView* viewOf(int viewport) {
   return currentDocument() != nullptr ? currentDocument()->viewOf(viewport) : nullptr;
 }
 
-bool mayWrite() {
-  if (run().commandDepth > 0) return true;
-  if (currentDocument() == nullptr) return false;
-  const auto& locks = currentDocument()->locks;
-  return std::any_of(locks.begin(), locks.end(), [](AcAp::DocLockMode mode) {
-    return mode == AcAp::kWrite || mode == AcAp::kXWrite || mode == AcAp::kAutoWrite;
+Document* documentOf(std::uint64_t id) {
+  const auto& documents = run().documents;
+  const auto found = std::find_if(documents.begin(), documents.end(), [id](const auto& documentP) {
+    return documentP->drawing->serial() == drawingOf(id);
   });
+  return found == documents.end() ? nullptr : found->get();
+}
+
+bool mayWrite(const Document& document) {
+  return document.isWritable() || (run().commandDepth > 0 && &document == currentDocument());
 }
 
 }  // namespace standin::host

@@ -27,11 +27,19 @@ struct RegisteredCommand {
   AcRxFunctionPtr function = nullptr;
 };
 
+struct SelectionSet {
+  const Document* ownerP = nullptr;
+  std::vector<std::uint64_t> ids;  ///< of the entities, in order
+};
+
 struct Run {
-  std::unique_ptr<Document> documentP;
+  std::vector<std::unique_ptr<Document>>
+      documents;         ///< in the order of their activation: the last is current
+  int newDocuments = 0;  ///< named by the host itself
   bool isViewValid = true;
-  std::map<std::int64_t, std::vector<std::uint64_t>> selectionSets;
+  std::map<std::int64_t, SelectionSet> selectionSets;
   std::int64_t nextSelectionSet = 1;
+  std::uint64_t firstRedrawn = 0;  ///< id of the entity that a run of redraws began with, 0 outside of one
   std::vector<AcApDocManagerReactor*> reactors;
   std::vector<RegisteredCommand> commands;
   int commandDepth = 0;     ///< commands that are being carried out: they may write without a lock
@@ -44,7 +52,7 @@ void beginRun();
 
 /// Null when no document is open.
 inline Document* currentDocument() {
-  return run().documentP.get();
+  return run().documents.empty() ? nullptr : run().documents.back().get();
 }
 inline Drawing* currentDrawing() {
   return currentDocument() != nullptr ? currentDocument()->drawing.get() : nullptr;
@@ -52,8 +60,10 @@ inline Drawing* currentDrawing() {
 /// The view of a viewport of the current document's tab, null when there is none of that number.
 GraphicsView* viewOf(int viewport);
 
-/// The document is locked for write, or a command is being carried out.
-bool mayWrite();
+/// The open document that the object with that id belongs to, null for none.
+Document* documentOf(std::uint64_t id);
+/// The document is locked for write, or it is the current one and a command is being carried out.
+bool mayWrite(const Document& document);
 
 }  // namespace standin::host
 

@@ -24,9 +24,7 @@ std::optional<Variable> variableOf(std::wstring_view name) {
 
 VariableChange setTileMode(Document& document, int value) {
   if (value != 0 && value != 1) return VariableChange::kNotAllowed;
-  if (document.isModelTab != (value == 1))
-    for (GraphicsView* viewP : {&document.tileView, &document.paperView, &document.floatingView})
-      viewP->revert();
+  if (document.isModelTab != (value == 1)) document.revertViews();
   document.isModelTab = value == 1;
   return VariableChange::kDone;
 }

@@ -10,9 +10,9 @@ namespace standin::host {
 namespace {
 
 Camera showAllOfSheet(Document& document) {
-  const PaperView sheet = document.sheet();
-  document.paper.show({sheet.centerX, sheet.centerY}, sheet.height);
-  return withShown(document.paperView.live(), sheet);
+  const PaperView& sheet = document.sheet;
+  document.paper().viewport.show({sheet.centerX, sheet.centerY}, sheet.height);
+  return withShown(document.paper().view.live(), sheet);
 }
 
 /// Stores the camera that `change` makes of the current view's, and reports it.

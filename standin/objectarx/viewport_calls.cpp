@@ -42,7 +42,7 @@ Acad::ErrorStatus mayChange(const Operation& operation, const AcDbObject& object
     breach(operation, "called for an object that is not open for write");
     return Acad::eNotOpenForWrite;
   }
-  return mayWrite() ? Acad::eOk : Acad::eLockViolation;
+  return mayWrite(*documentOf(ObjectAccess::key(object))) ? Acad::eOk : Acad::eLockViolation;
 }
 
 LayoutViewport& own(AcDbViewport& viewport) {
@@ -103,10 +103,10 @@ Acad::ErrorStatus AcDbViewport::updateDisplay() const {
   if (!ObjectAccess::isOpen(*this)) breach(kUpdateDisplay, "called for an object that is not open");
   const PaperView shown = own(*this).shown();
   const int number = own(*this).mNumber;
-  GraphicsView& view =
-      number == kPaperViewport ? currentDocument()->paperView : currentDocument()->floatingView;
+  GraphicsView& view = documentOf(ObjectAccess::key(*this))->window(number)->view;
   view.store(withShown(view.live(), shown));
   ++counts().paperUpdates;
+  run().firstRedrawn = 0;
   call.leave();
   notify(&Listener::paperChanged, number, shown);
   drawn();
@@ -138,8 +138,9 @@ void AcDbAbstractViewTableRecord::setHeight(double height) {
 AcDbObjectId acedActiveViewportId() {
   const Call call(kActiveViewport);
   if (call.isToFail() || currentDocument() == nullptr) return {};
-  if (currentDocument()->isModelTab) return AcDbObjectId(kTileKey);
-  return AcDbObjectId(kViewportKey + static_cast<std::uint64_t>(currentDocument()->layoutViewport));
+  Document& document = *currentDocument();
+  if (document.isModelTab) return AcDbObjectId(ObjectAccess::key(document.tile));
+  return AcDbObjectId(ObjectAccess::key(document.window(document.layoutViewport)->viewport));
 }
 
 Acad::ErrorStatus acedVports2VportTableRecords() {
@@ -160,6 +161,7 @@ Acad::ErrorStatus acedVportTableRecords2Vports() {
   const PaperView shown = shownBy(view.live());
   record.show(shown);
   ++counts().paperUpdates;
+  run().firstRedrawn = 0;
   call.leave();
   notify(&Listener::paperChanged, kTileViewport, shown);
   drawn();

@@ -1,14 +1,21 @@
 #include "viewports.h"
 
+#include "object_access.h"
+#include "object_id.h"
+
 namespace standin::host {
 
-LayoutViewport::LayoutViewport(int number, double width, double height)
+LayoutViewport::LayoutViewport(std::uint64_t drawing, int number, double width, double height)
     : mNumber(number),
       mWidth(width),
       mHeight(height),
       mViewHeight(height),
       mViewCentre(width / 2, height / 2) {
-  ObjectAccess::setKey(*this, kViewportKey + static_cast<std::uint64_t>(number));
+  ObjectAccess::setKey(*this, objectId(drawing, kFirstViewport + static_cast<std::uint64_t>(number)));
+}
+
+TileRecord::TileRecord(std::uint64_t drawing) {
+  ObjectAccess::setKey(*this, objectId(drawing, kFirstViewport));
 }
 
 Acad::ErrorStatus LayoutViewport::subGetGeomExtents(AcDbExtents& extents) const {
@@ -18,10 +25,6 @@ Acad::ErrorStatus LayoutViewport::subGetGeomExtents(AcDbExtents& extents) const 
 
 Acad::ErrorStatus LayoutViewport::subTransformBy(const AcGeMatrix3d& /*transform*/) {
   return Acad::eNotApplicable;
-}
-
-TileRecord::TileRecord() {
-  ObjectAccess::setKey(*this, kTileKey);
 }
 
 }  // namespace standin::host

@@ -13,15 +13,12 @@
 
 namespace standin::host {
 
-/// Keys of these objects; a drawing's handles lie below.
-constexpr std::uint64_t kViewportKey = std::uint64_t{1} << 62;
-constexpr std::uint64_t kTileKey = std::uint64_t{1} << 63;
-
 /// Every AcDbViewport is one of these.
 class LayoutViewport final : public AcDbViewport, public EntityGeometry {
  public:
-  /// Shows an area of its own size, its lower left corner at the origin.
-  LayoutViewport(int number, double width, double height);
+  /// Viewport `number` of the layout of the drawing with that serial number. Shows an area of its own size,
+  /// its lower left corner at the origin.
+  LayoutViewport(std::uint64_t drawing, int number, double width, double height);
 
   PaperView shown() const {
     return {mViewCentre.x, mViewCentre.y, mWidth / mHeight * mViewHeight, mViewHeight};
@@ -44,7 +41,7 @@ class LayoutViewport final : public AcDbViewport, public EntityGeometry {
 /// Every AcDbAbstractViewTableRecord is one of these.
 class TileRecord final : public AcDbViewportTableRecord {
  public:
-  TileRecord();
+  explicit TileRecord(std::uint64_t drawing);
 
   PaperView shown() const { return {mCentre.x, mCentre.y, mWidth, mHeight}; }
   void show(const PaperView& view) {

@@ -248,6 +248,7 @@ class DocumentClosedInAMovement : public PaperMotion {
   }
   void TearDown() override { mManagerP.reset(); }
   void openAnotherSheet() {
+    host::closeDocument();
     host::openDocument(std::make_unique<standin::Drawing>());
     ASSERT_TRUE(host::setVariable(L"TILEMODE", L"0"));
     ASSERT_TRUE(host::setVariable(L"CVPORT", L"1"));
@@ -257,6 +258,7 @@ class DocumentClosedInAMovement : public PaperMotion {
 
 TEST_F(DocumentClosedInAMovement, TakesItsLockAlongWhenTheUnlockThrows) {
   orderHost("AcApDocManager::unlockDocument", Misbehaviour::kThrow, false);
+  host::closeDocument();
   host::openDocument(std::make_unique<standin::Drawing>());
   EXPECT_FALSE(proxy().isDocLocked());
   orderHost("AcApDocManager::unlockDocument", Misbehaviour::kNone);
@@ -290,6 +292,7 @@ TEST_F(PaperMotion, DocumentClosedInAMovementTakesItsLockAlong) {
   deflect({10, 0, 0, 0, 0, 0});
   proxy().handleDeviceCap();
   DocDataManager manager;
+  host::closeDocument();
   host::openDocument(std::make_unique<standin::Drawing>());
   deflect({});
   proxy().handleDeviceCap();

@@ -419,6 +419,7 @@ TEST_F(ViewMotion, SelectionOfAClosedDocumentIsForgotten) {
   ASSERT_TRUE(host::select({0x12}));
   deflect({0, 0, 0, 1, 0, 0});
   proxy().handleDeviceCap();
+  host::closeDocument();
   host::openDocument(std::make_unique<standin::Drawing>());
   ASSERT_TRUE(host::setCamera(2, kPlan));
   deflect({0, 0, 0, 50, 0, 0});

@@ -67,7 +67,7 @@ TEST(ReportScene, HasEveryKeyForARunOfNothing) {
   EXPECT_EQ(reportJson(ReportData{}),
             parsed(R"({"drawing":"","session":"","clean":false,"summary":[],"groups":[],
       "moments":[],"selections":[],"changes":[],"desktops":[],"path":[],"lines":[],"functions":[],"keys":[],
-      "layout":{"sheet":[0.0,0.0,1.0,1.0],"window":[0.0,0.0,1.0,1.0]},"log":"","log_note":""})"));
+      "log":"","log_note":""})"));
 }
 
 TEST(ReportScene, GroupsShapesByLayerAndColour) {
@@ -94,11 +94,12 @@ TEST(ReportScene, WritesALayoutAsASheetWithAWindow) {
   for (ReportMoment& moment : data.moments) {
     moment.isLayout = true;
     moment.paper = {5, -2, 420, 297};
+    moment.sheet = {210, 148.5, 420, 297};
+    moment.window = {210, 148.5, 380, 257};
     moment.camera = {{0, 0, 1}, {0, 0, 0}, {0, 1, 0}, 40, 30, false};
   }
   data.moments[0].isPaper = true;
   data.moments[0].viewport = 1;
-  data.layout = {{210, 148.5, 420, 297}, {210, 148.5, 380, 257}};
   const Json json = reportJson(data);
   const Json paper = parsed("[5.0,-2.0,420.0,297.0]");
   const Json camera = parsed("[0.0,0.0,1.0,0.0,0.0,0.0,0.0,1.0,0.0,40.0,30.0,0]");
@@ -109,8 +110,10 @@ TEST(ReportScene, WritesALayoutAsASheetWithAWindow) {
   EXPECT_EQ(json["moments"][1]["paper"], paper);
   EXPECT_EQ(json["moments"][1]["camera"], camera);
   EXPECT_FALSE(json["moments"][1].contains("window"));
-  EXPECT_EQ(json["layout"],
-            parsed(R"({"sheet":[210.0,148.5,420.0,297.0],"window":[210.0,148.5,380.0,257.0]})"));
+  for (const Json& moment : json["moments"]) {
+    EXPECT_EQ(moment["sheet"], parsed("[210.0,148.5,420.0,297.0]"));
+    EXPECT_EQ(moment["place"], parsed("[210.0,148.5,380.0,257.0]"));
+  }
 }
 
 TEST(ReportScene, WritesADesktopThatStaysOnce) {

@@ -102,6 +102,8 @@ ReportMoment momentAt(int step) {
   moment.isPaper = step == 19;
   moment.viewport = moment.isPaper ? 1 : 2;
   moment.paper = {200, 140, 500, 400};
+  moment.sheet = {210, 148.5, 420, 297};
+  moment.window = {210, 148.5, 380, 257};
   moment.desktop = desktopAt(step);
   return moment;
 }
@@ -140,7 +142,6 @@ ReportData bundle() {
   data.functions = {{"From above", "_-VIEW;_TOP"}, {"", "M=$(getvar,\"tilemode\")"}};
   data.keys = {{450, "key front", {"'_-VIEW _FRONT ", "'_ZOOM _ALL "}, "from the front, 40 x 30"},
                {1000, "key top, function 1", {"\x1b\x1b"}, ""}};
-  data.layout = {{210, 148.5, 420, 297}, {210, 148.5, 380, 257}};
   data.log = kLog;
   return data;
 }

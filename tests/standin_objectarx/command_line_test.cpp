@@ -103,20 +103,20 @@ TEST_F(CommandLineTest, ZoomOnPaperShowsTheSheet) {
   EXPECT_NEAR(mHost.mChanges.back().fieldWidth, 420, 1e-9);
 }
 
-TEST_F(CommandLineTest, PresetViewIsNotAllowedOnPaper) {
+TEST_F(CommandLineTest, PaperRefusesPresetViews) {
   host::setVariable(L"TILEMODE", L"0");
   send(L"'_-VIEW _TOP ");
   EXPECT_EQ(mHost.mHostPrinted, Prints{L"** Command not allowed in Paper space **"});
 }
 
-TEST_F(CommandLineTest, UnknownCommandIsNamedInCapitals) {
+TEST_F(CommandLineTest, HostNamesAnUnknownCommandInCapitals) {
   host::type(L"frobnicate");
   host::type(L"'_whatever");
   EXPECT_EQ(mHost.mHostPrinted,
             (Prints{L"Unknown command \"FROBNICATE\".", L"Unknown command \"WHATEVER\"."}));
 }
 
-TEST_F(CommandLineTest, UnknownOptionIsAskedForAgain) {
+TEST_F(CommandLineTest, CommandAsksAgainAfterAnUnknownOption) {
   host::type(L"ZOOM x all");
   EXPECT_EQ(mHost.mHostPrinted, Prints{L"Invalid option keyword."});
   EXPECT_EQ(mHost.mChanges.size(), 1u);
@@ -146,7 +146,7 @@ TEST_F(CommandLineTest, TransparentCommandRunsWhileAnotherWaits) {
             (Prints{L"Specify next point:", L"Specify next point:", L"Specify next point:"}));
 }
 
-TEST_F(CommandLineTest, CommandWithoutApostropheIsAnInputToTheOneThatWaits) {
+TEST_F(CommandLineTest, WaitingCommandTakesACommandNameAsInput) {
   host::type(L"LINE");
   send(L"_ZOOM ");
   EXPECT_EQ(mHost.mHostPrinted,
@@ -161,7 +161,7 @@ TEST_F(CommandLineTest, OnlySomeCommandsAreTransparent) {
                                         L"Specify center point for circle:"}));
 }
 
-TEST_F(CommandLineTest, EscapeCancelsTheCommandAndWhatIsTyped) {
+TEST_F(CommandLineTest, EscapeCancelsTheCommandAndThePendingText) {
   host::type(L"LINE 0,0");
   send(L"12\x1b\x1b");
   EXPECT_EQ(host::variable(L"CMDACTIVE"), L"0");
@@ -183,14 +183,14 @@ TEST_F(CommandLineTest, LoneEnterDoesNothing) {
   EXPECT_TRUE(mHost.mHostPrinted.empty());
 }
 
-TEST_F(CommandLineTest, LineDrawsFromPointToPoint) {
+TEST_F(CommandLineTest, LineCommandDrawsFromPointToPoint) {
   host::type(L"_LINE 0,0 1,0 1,2,3 ");
   ASSERT_EQ(host::drawing()->entities().size(), 5u);
   expectPoint(pointsOf(0x14)[0], 1, 0, 0);
   expectPoint(pointsOf(0x14)[1], 1, 2, 3);
 }
 
-TEST_F(CommandLineTest, CircleWantsACentreAndARadius) {
+TEST_F(CommandLineTest, CircleCommandTakesACentreAndARadius) {
   host::type(L"CIRCLE x 1,1 -2 3");
   ASSERT_EQ(host::drawing()->entities().size(), 4u);
   EXPECT_STREQ(host::drawing()->entities()[3]->typeName(), "CIRCLE");
@@ -199,7 +199,7 @@ TEST_F(CommandLineTest, CircleWantsACentreAndARadius) {
             (Prints{L"Point or option keyword required.", L"Value must be positive and nonzero."}));
 }
 
-TEST_F(CommandLineTest, EraseTakesThePreSelectionAtOnceButKeepsLockedLayers) {
+TEST_F(CommandLineTest, EraseCommandErasesThePreSelectionButNotOnLockedLayers) {
   host::selectAll();
   host::type(L"ERASE");
   EXPECT_TRUE(host::drawing()->isErased(0x10));
@@ -208,14 +208,14 @@ TEST_F(CommandLineTest, EraseTakesThePreSelectionAtOnceButKeepsLockedLayers) {
   EXPECT_TRUE(host::selection().empty());
 }
 
-TEST_F(CommandLineTest, EraseAsksForObjects) {
+TEST_F(CommandLineTest, EraseCommandAsksForObjects) {
   host::type(L"ERASE 11 99 ");
   EXPECT_TRUE(host::drawing()->isErased(0x11));
   EXPECT_FALSE(host::drawing()->isErased(0x10));
   EXPECT_EQ(mHost.mHostPrinted, Prints{L"*Invalid selection*"});
 }
 
-TEST_F(CommandLineTest, SelectPreSelects) {
+TEST_F(CommandLineTest, SelectCommandSetsThePreSelection) {
   host::type(L"SELECT 12 10 ");
   EXPECT_THAT(host::selection(), ElementsAre(0x12u, 0x10u));
   host::type(L"SELECT _all ");
@@ -243,19 +243,19 @@ TEST_F(CommandLineTest, NetloadByLispNamesTheAssembly) {
                                         L"Cannot load assembly \"C:/no such.dll\"."}));
 }
 
-TEST_F(CommandLineTest, MenuMacroIsEvaluatedAndRun) {
+TEST_F(CommandLineTest, CommandLineEvaluatesAndRunsAMenuMacro) {
   send(L"(command (menucmd \"M=$(if,$(eq,$(getvar,tilemode),1),_line,_circle)\"))\n");
   EXPECT_EQ(mHost.mHostPrinted, Prints{L"Specify first point:"});
 }
 
-TEST_F(CommandLineTest, LispThatIsNotEndedWaits) {
+TEST_F(CommandLineTest, UnfinishedLispWaitsForItsEnd) {
   send(L"(command \"TILEMODE\" ");
   EXPECT_EQ(host::variable(L"TILEMODE"), L"1");
   send(L"\"0\")\n");
   EXPECT_EQ(host::variable(L"TILEMODE"), L"0");
 }
 
-TEST_F(CommandLineTest, LispMistakesAreSaid) {
+TEST_F(CommandLineTest, CommandLineReportsLispMistakes) {
   const std::pair<const wchar_t*, const wchar_t*> cases[] = {
       {L"(setq \"a\")\n", L"; error: no function definition: SETQ"},
       {L"(command (foo \"a\"))\n", L"; error: no function definition: FOO"},
@@ -269,12 +269,12 @@ TEST_F(CommandLineTest, LispMistakesAreSaid) {
   }
 }
 
-TEST_F(CommandLineTest, OtherMenusGiveNothing) {
+TEST_F(CommandLineTest, MenucmdIgnoresOtherMenus) {
   send(L"(command (menucmd \"P1=x\"))\n");
   EXPECT_TRUE(mHost.mHostPrinted.empty());
 }
 
-TEST_F(CommandLineTest, ClosingTheDocumentForgetsWhatWaits) {
+TEST_F(CommandLineTest, ClosingTheDocumentDropsPendingText) {
   host::type(L"LINE");
   acDocManager->sendStringToExecute(document(), L"0,0 ");
   host::closeDocument();
@@ -287,11 +287,12 @@ bool gCouldWrite = false;
 
 void writeWithoutALock() {
   AcDbEntity* entityP = nullptr;
-  gCouldWrite = acdbOpenAcDbEntity(entityP, AcDbObjectId(0x10), AcDb::kForWrite) == Acad::eOk;
+  gCouldWrite =
+      acdbOpenAcDbEntity(entityP, AcDbObjectId(host::objectIdOf(0x10)), AcDb::kForWrite) == Acad::eOk;
   if (gCouldWrite) entityP->close();
 }
 
-TEST_F(CommandLineTest, CommandOfAModuleMayWriteWithoutALock) {
+TEST_F(CommandLineTest, ModuleCommandWritesWithoutALock) {
   acedRegCmds->addCommand(L"G", L"WRITE", L"WRITE", ACRX_CMD_MODAL, writeWithoutALock);
   writeWithoutALock();
   EXPECT_FALSE(gCouldWrite);
@@ -299,7 +300,7 @@ TEST_F(CommandLineTest, CommandOfAModuleMayWriteWithoutALock) {
   EXPECT_TRUE(gCouldWrite);
 }
 
-TEST_F(CommandLineTest, CommandStackMindsItsNames) {
+TEST_F(CommandLineTest, CommandStackRefusesTakenAndUnknownNames) {
   AcEdCommandStack* stackP = acedRegCmds;
   EXPECT_EQ(stackP->addCommand(L"G", L"A", L"A", 0, writeWithoutALock), Acad::eOk);
   EXPECT_EQ(stackP->addCommand(L"g", L"a", L"B", 0, writeWithoutALock), Acad::eDuplicateKey);

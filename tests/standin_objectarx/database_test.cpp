@@ -13,7 +13,7 @@ namespace {
 using namespace standin;
 using Database = HostTest;
 
-TEST_F(Database, ManyMayReadAtOnce) {
+TEST_F(Database, SeveralReadersOpenOneObject) {
   AcDbEntity* firstP = nullptr;
   AcDbEntity* secondP = nullptr;
   EXPECT_EQ(open(firstP, 0x10, AcDb::kForRead), Acad::eOk);
@@ -25,7 +25,7 @@ TEST_F(Database, ManyMayReadAtOnce) {
   EXPECT_EQ(host::report().openObjects, 0u);
 }
 
-TEST_F(Database, OpenForReadIsNotOpenedForWrite) {
+TEST_F(Database, ReaderKeepsWritersOut) {
   lock();
   AcDbEntity* readerP = nullptr;
   AcDbEntity* writerP = nullptr;
@@ -37,7 +37,7 @@ TEST_F(Database, OpenForReadIsNotOpenedForWrite) {
   writerP->close();
 }
 
-TEST_F(Database, OpenForWriteIsNotOpenedAgain) {
+TEST_F(Database, WriterKeepsAllOthersOut) {
   lock();
   AcDbEntity* writerP = nullptr;
   AcDbEntity* otherP = nullptr;
@@ -47,7 +47,7 @@ TEST_F(Database, OpenForWriteIsNotOpenedAgain) {
   writerP->close();
 }
 
-TEST_F(Database, ErasedAnswersErasedUnlessAskedFor) {
+TEST_F(Database, ErasedObjectOpensOnRequestOnly) {
   host::drawing()->erase(0x10);
   AcDbEntity* entityP = nullptr;
   EXPECT_EQ(open(entityP, 0x10, AcDb::kForRead), Acad::eWasErased);
@@ -75,29 +75,31 @@ TEST_F(Database, WritingNeedsTheDocumentLock) {
   entityP->close();
 }
 
-TEST_F(Database, UnknownIdsAndClassesAreRefused) {
+TEST_F(Database, OpenRefusesUnknownIdsAndClasses) {
   AcDbObject* objectP = nullptr;
   EXPECT_EQ(acdbOpenAcDbObject(objectP, AcDbObjectId(), AcDb::kForRead), Acad::eNullObjectId);
   EXPECT_EQ(acdbOpenAcDbObject(objectP, AcDbObjectId(0x99), AcDb::kForRead), Acad::eUnknownHandle);
-  EXPECT_EQ(acdbOpenAcDbObject(objectP, AcDbObjectId(0x11), AcDb::kForRead, AcDbLine::desc()),
-            Acad::eNotThatKindOfClass);
-  EXPECT_EQ(acdbOpenAcDbObject(objectP, AcDbObjectId(0x10), AcDb::kForNotify), Acad::eInvalidInput);
+  EXPECT_EQ(
+      acdbOpenAcDbObject(objectP, AcDbObjectId(host::objectIdOf(0x11)), AcDb::kForRead, AcDbLine::desc()),
+      Acad::eNotThatKindOfClass);
+  EXPECT_EQ(acdbOpenAcDbObject(objectP, AcDbObjectId(host::objectIdOf(0x10)), AcDb::kForNotify),
+            Acad::eInvalidInput);
   EXPECT_EQ(objectP, nullptr);
 }
 
-TEST_F(Database, PointerOpensAndCloses) {
+TEST_F(Database, ObjectPointerOpensAndCloses) {
   {
-    const AcDbObjectPointer<AcDbLine> line(AcDbObjectId(0x10), AcDb::kForRead);
+    const AcDbObjectPointer<AcDbLine> line(AcDbObjectId(host::objectIdOf(0x10)), AcDb::kForRead);
     ASSERT_EQ(line.openStatus(), Acad::eOk);
     expectPoint(line->endPoint(), 10, 0, 0);
     EXPECT_EQ(host::report().openObjects, 1u);
   }
   EXPECT_EQ(host::report().openObjects, 0u);
-  const AcDbObjectPointer<AcDbLine> circle(AcDbObjectId(0x11), AcDb::kForRead);
+  const AcDbObjectPointer<AcDbLine> circle(AcDbObjectId(host::objectIdOf(0x11)), AcDb::kForRead);
   EXPECT_EQ(circle.openStatus(), Acad::eNotThatKindOfClass);
 }
 
-TEST_F(Database, ClosingWhatIsNotOpenIsABrokenRule) {
+TEST_F(Database, CloseOfAnObjectThatIsNotOpenBreaksARule) {
   AcDbEntity* entityP = nullptr;
   open(entityP, 0x10, AcDb::kForRead);
   entityP->close();
@@ -105,7 +107,7 @@ TEST_F(Database, ClosingWhatIsNotOpenIsABrokenRule) {
   EXPECT_EQ(breaches(), std::vector<std::string>{"AcDbObject::close: called for an object that is not open"});
 }
 
-TEST_F(Database, TransformOfAReaderIsABrokenRule) {
+TEST_F(Database, TransformOfAReaderBreaksARule) {
   lock();
   AcDbEntity* entityP = nullptr;
   open(entityP, 0x10, AcDb::kForRead);
@@ -116,7 +118,7 @@ TEST_F(Database, TransformOfAReaderIsABrokenRule) {
   entityP->close();
 }
 
-TEST_F(Database, LineTellsItsEndsOnlyWhileOpen) {
+TEST_F(Database, LineReturnsItsEndsOnlyWhileOpen) {
   AcDbEntity* entityP = nullptr;
   open(entityP, 0x10, AcDb::kForRead);
   const AcDbLine* lineP = AcDbLine::cast(entityP);
@@ -129,7 +131,7 @@ TEST_F(Database, LineTellsItsEndsOnlyWhileOpen) {
   expectPoint(point, 10, 0, 0);
 }
 
-TEST_F(Database, ClassesAreKnownAtRunTime) {
+TEST_F(Database, ObjectsKnowTheirClasses) {
   AcDbEntity* lineP = nullptr;
   AcDbEntity* circleP = nullptr;
   open(lineP, 0x10, AcDb::kForRead);
@@ -144,7 +146,7 @@ TEST_F(Database, ClassesAreKnownAtRunTime) {
   circleP->close();
 }
 
-TEST_F(Database, NameLeadsToTheId) {
+TEST_F(Database, EntityNameLeadsToItsId) {
   host::select({0x11});
   ads_name ss;
   ads_name name;
@@ -152,12 +154,12 @@ TEST_F(Database, NameLeadsToTheId) {
   ASSERT_EQ(acedSSName(ss, 0, name), RTNORM);
   AcDbObjectId id;
   EXPECT_EQ(acdbGetObjectId(id, name), Acad::eOk);
-  EXPECT_EQ(id, AcDbObjectId(0x11));
+  EXPECT_EQ(id, AcDbObjectId(host::objectIdOf(0x11)));
   EXPECT_EQ(acdbGetObjectId(id, ss), Acad::eInvalidInput);
   acedSSFree(ss);
 }
 
-TEST_F(Database, ClosingTheDocumentWithAnObjectOpenIsABrokenRule) {
+TEST_F(Database, ClosingTheDocumentWithAnObjectOpenBreaksARule) {
   AcDbEntity* entityP = nullptr;
   open(entityP, 0x10, AcDb::kForRead);
   host::closeDocument();

@@ -30,31 +30,31 @@ class Diesel : public HostTest {
   }
 };
 
-TEST_F(Diesel, TextStandsForItself) {
+TEST_F(Diesel, DieselKeepsPlainText) {
   expectAll({{L"PLAIN", L"PLAIN"}, {L"$", L"$"}, {L"A$B", L"A$B"}, {L"", L""}});
 }
 
-TEST_F(Diesel, VariablesAreRead) {
+TEST_F(Diesel, DieselReadsVariables) {
   expectAll({{L"T$(getvar,TILEMODE)", L"T1"}, {L"$(GETVAR,cvport)", L"2"}});
 }
 
-TEST_F(Diesel, IfTakesItsBranch) {
+TEST_F(Diesel, DieselIfTakesItsBranch) {
   expectAll({{L"$(if,1,YES,NO)", L"YES"}, {L"$(if,0,YES,NO)", L"NO"}, {L"X$(if,0,YES)", L"X"}});
 }
 
-TEST_F(Diesel, EqComparesTextAndEqualsNumbers) {
+TEST_F(Diesel, DieselEqComparesTextAndTheEqualSignNumbers) {
   expectAll({{L"$(eq,1,1)", L"1"}, {L"$(eq,1,1.0)", L"0"}, {L"$(=,1,1.0)", L"1"}, {L"$(=,1,2)", L"0"}});
 }
 
-TEST_F(Diesel, NumbersAreAddedAndTakenAway) {
+TEST_F(Diesel, DieselAddsAndSubtractsNumbers) {
   expectAll({{L"$(+,1,2,3)", L"6"}, {L"$(-,10,4,0.5)", L"5.5"}, {L"$(-,$(+,1,1),5)", L"-3"}});
 }
 
-TEST_F(Diesel, QuotedTextIsNotEvaluated) {
+TEST_F(Diesel, DieselKeepsQuotedText) {
   expectAll({{L"\"$(+,1,1)\"", L"$(+,1,1)"}, {L"\"A,B\"", L"A,B"}});
 }
 
-TEST_F(Diesel, MistakesStandInTheResult) {
+TEST_F(Diesel, DieselShowsMistakesInItsResult) {
   expectAll({{L"$(getvar,nosuch)",
               L"$(GETVAR,?"
               L"?)"},
@@ -81,7 +81,7 @@ TEST_F(Diesel, MistakesStandInTheResult) {
              {L"\"A", L"$?"}});
 }
 
-TEST_F(Diesel, EndlessNestingIsTakenAsNotEnded) {
+TEST_F(Diesel, DieselStopsAtDeepNesting) {
   std::wstring macro;
   for (int i = 0; i < 500; ++i) macro += L"$(+,";
   EXPECT_EQ(evaluate(macro), L"$?");

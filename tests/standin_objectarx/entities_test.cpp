@@ -141,7 +141,7 @@ TEST_F(Entities, FacesAreDrawnClosed) {
   EXPECT_STREQ(polyface->typeName(), "POLYLINE");
 }
 
-TEST_F(Entities, InsertShowsItsBlockWhereItStands) {
+TEST_F(Entities, InsertShowsItsBlockAtItsPlace) {
   Drawing& drawing = *host::drawing();
   drawing.addBlock("door", {1, 0, 0});
   drawing.addToBlock("door", makeLine({}, {1, 0, 0}, {3, 0, 0}));
@@ -173,14 +173,14 @@ TEST_F(Entities, InsertOfAnUnknownBlockHasNoBox) {
   entityP->close();
 }
 
-TEST(DrawingTest, HandlesAreGivenAfterTheHighestTaken) {
+TEST(DrawingTest, DrawingGivesHandlesAfterTheHighest) {
   Drawing drawing;
   drawing.add(makePoint({0x2A}, {0, 0, 0}));
   EXPECT_EQ(drawing.add(makePoint({}, {0, 0, 0})), 0x2Bu);
   EXPECT_EQ(drawing.find(0x2B)->properties().handle, 0x2Bu);
 }
 
-TEST(DrawingTest, TakenHandleIsRefusedByName) {
+TEST(DrawingTest, DrawingRefusesATakenHandleByName) {
   Drawing drawing;
   drawing.add(makePoint({0x2A}, {0, 0, 0}));
   try {
@@ -192,9 +192,12 @@ TEST(DrawingTest, TakenHandleIsRefusedByName) {
   EXPECT_EQ(drawing.entities().size(), 1u);
 }
 
-TEST(DrawingTest, HandleBeyondTheHostsRangeIsRefused) {
+TEST(DrawingTest, DrawingTakesHandlesOf64Bits) {
+  constexpr std::uint64_t kLargest = ~std::uint64_t{0};
   Drawing drawing;
-  EXPECT_THROW(drawing.add(makePoint({std::uint64_t{1} << 62}, {0, 0, 0})), std::invalid_argument);
+  EXPECT_EQ(drawing.add(makePoint({kLargest}, {1, 2, 3})), kLargest);
+  EXPECT_NE(drawing.find(kLargest), nullptr);
+  EXPECT_EQ(drawing.add(makePoint({}, {0, 0, 0})), 1u);
 }
 
 TEST(DrawingTest, ExtentsLeaveOutWhatIsErasedOrInvisible) {

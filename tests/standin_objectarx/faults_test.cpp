@@ -112,11 +112,11 @@ void addDatabase(Calls& calls) {
   };
   calls["acdbOpenAcDbEntity"] = [](Operands&) {
     AcDbEntity* entityP = nullptr;
-    return acdbOpenAcDbEntity(entityP, AcDbObjectId(0x11), AcDb::kForRead) == Acad::eOk;
+    return acdbOpenAcDbEntity(entityP, AcDbObjectId(host::objectIdOf(0x11)), AcDb::kForRead) == Acad::eOk;
   };
   calls["acdbOpenAcDbObject"] = [](Operands&) {
     AcDbObject* objectP = nullptr;
-    return acdbOpenAcDbObject(objectP, AcDbObjectId(0x11), AcDb::kForRead) == Acad::eOk;
+    return acdbOpenAcDbObject(objectP, AcDbObjectId(host::objectIdOf(0x11)), AcDb::kForRead) == Acad::eOk;
   };
   calls["AcDbObject::close"] = [](Operands& o) { return o.lineP->close() == Acad::eOk; };
   calls["AcDbEntity::getGeomExtents"] = [](Operands& o) {
@@ -219,7 +219,7 @@ class Faults : public HostTest {
     host::selectAll();
     acedSSGet(L"I", nullptr, nullptr, nullptr, mOperands.ss);
     acedSSName(mOperands.ss, 0, mOperands.name);
-    mOperands.lineP = openObject<AcDbLine>(AcDbObjectId(0x10));
+    mOperands.lineP = openObject<AcDbLine>(AcDbObjectId(host::objectIdOf(0x10)));
     mOperands.recordP = openObject<AcDbViewportTableRecord>(acedActiveViewportId());
     host::setVariable(L"TILEMODE", L"0");
     mOperands.viewportP = openObject<AcDbViewport>(acedActiveViewportId());
@@ -254,7 +254,7 @@ std::vector<std::string> callNames() {
   return names;
 }
 
-TEST_F(Faults, EveryOperationCanBeToldToMisbehave) {
+TEST_F(Faults, EveryOperationTakesAFaultOrder) {
   const std::vector<std::string> listed = host::faults().names();
   const std::vector<std::string> called = callNames();
   EXPECT_EQ(std::set<std::string>(listed.begin(), listed.end()),
@@ -262,12 +262,12 @@ TEST_F(Faults, EveryOperationCanBeToldToMisbehave) {
   EXPECT_EQ(listed.size(), called.size());
 }
 
-TEST_P(EachOperation, SucceedsWhenNotToldOtherwise) {
+TEST_P(EachOperation, OperationSucceedsWithoutAFault) {
   EXPECT_TRUE(call());
   EXPECT_GE(host::faults().calls(GetParam()), 1u);
 }
 
-TEST_P(EachOperation, FailsOnceWhenItsResultCanTellOfIt) {
+TEST_P(EachOperation, OperationFailsOnceWhenItsResultCanReportIt) {
   const bool canFail = host::faults().canFail(GetParam());
   EXPECT_EQ(host::faults().order(GetParam(), {Misbehaviour::kFail}), canFail);
   if (!canFail) return;
@@ -276,7 +276,7 @@ TEST_P(EachOperation, FailsOnceWhenItsResultCanTellOfIt) {
   EXPECT_EQ(host::report().breachesInAll, 0u);
 }
 
-TEST_P(EachOperation, ThrowsOnceAndWorksAfterwards) {
+TEST_P(EachOperation, OperationThrowsOnceAndWorksAfterwards) {
   ASSERT_TRUE(host::faults().order(GetParam(), {Misbehaviour::kThrow}));
   EXPECT_THROW(call(), InjectedFault);
   EXPECT_EQ(host::report().breachesInAll, 0u);
@@ -286,7 +286,7 @@ TEST_P(EachOperation, ThrowsOnceAndWorksAfterwards) {
   EXPECT_TRUE(call());
 }
 
-TEST_P(EachOperation, OffTheMainThreadIsCountedAndCarriedOut) {
+TEST_P(EachOperation, OperationOffTheMainThreadIsCountedAndCarriedOut) {
   bool isDone = false;
   const std::uint64_t before = host::faults().calls(GetParam());
   std::thread([&] { isDone = call(); }).join();
@@ -322,7 +322,7 @@ TEST_F(Faults, FailedCloseLeavesTheObjectOpen) {
   EXPECT_EQ(host::report().openObjects, open);
 }
 
-TEST_F(Faults, AtMostAHundredBreachesAreKeptAndAllAreCounted) {
+TEST_F(Faults, HostKeepsAHundredBreachesAndCountsAll) {
   for (int i = 0; i < 150; ++i) mOperands.viewP->zoom(-1);
   EXPECT_EQ(breaches().size(), 100u);
   EXPECT_EQ(host::report().breachesInAll, 150u);
@@ -338,7 +338,7 @@ TEST_F(Faults, StartEndsAllFaultsAndCounts) {
   EXPECT_EQ(acgsGetGsView(2, true), nullptr);
 }
 
-TEST_F(Faults, ThreadsMayMeetInTheHost) {
+TEST_F(Faults, TwoThreadsCallTheHostAtOnce) {
   std::thread other([this] {
     for (int i = 0; i < 200; ++i) mOperands.viewP->zoom(i % 2 == 0 ? 2 : 0.5);
   });

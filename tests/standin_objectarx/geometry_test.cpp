@@ -32,7 +32,7 @@ TEST(Geometry, PointTurnsAboutTheOriginByDefault) {
   expectPoint(p, 0, 0, 1);
 }
 
-TEST(Geometry, LengthOfTheAxisDoesNotMatter) {
+TEST(Geometry, RotationIgnoresTheLengthOfTheAxis) {
   AcGePoint3d p(1, 2, 3);
   AcGePoint3d q = p;
   p.rotateBy(0.7, {1, 1, 0});
@@ -68,7 +68,7 @@ TEST(Geometry, CrossProductOfXAndYIsZ) {
   EXPECT_EQ(AcGeVector3d(1, 2, 3).dotProduct({4, 5, 6}), 32);
 }
 
-TEST(Geometry, MatrixIsTheIdentityUntilToldOtherwise) {
+TEST(Geometry, DefaultMatrixIsTheIdentity) {
   expectPoint(AcGeMatrix3d() * AcGePoint3d(1, 2, 3), 1, 2, 3);
 }
 

@@ -1,4 +1,4 @@
-/// A host with a small drawing, and what it told its listener.
+/// A host with a small drawing, and what it reported to its listener.
 #ifndef TESTS_STANDIN_OBJECTARX_HOST_FIXTURE_H
 #define TESTS_STANDIN_OBJECTARX_HOST_FIXTURE_H
 
@@ -24,13 +24,13 @@ class HostTest : public testing::Test {
  protected:
   HostTest() {
     standin::host::start([this] { ++mDrawnCount; });
-    standin::host::setListener(&mHost);
     auto drawing = std::make_unique<standin::Drawing>();
     drawing->addLayer({"kept", 1, true, true});
     drawing->add(standin::makeLine({0x10}, {0, 0, 0}, {10, 0, 0}));
     drawing->add(standin::makeCircle({0x11}, {5, 5, 0}, {0, 0, 1}, 2));
     drawing->add(standin::makeLine({0x12, "kept"}, {0, 8, 0}, {10, 8, 4}));
     standin::host::openDocument(std::move(drawing));
+    standin::host::setListener(&mHost);
   }
   ~HostTest() override {
     standin::host::setListener(nullptr);
@@ -41,7 +41,7 @@ class HostTest : public testing::Test {
   static void lock() { ASSERT_EQ(acDocManager->lockDocument(document()), Acad::eOk); }
   static Acad::ErrorStatus open(AcDbEntity*& entityP, std::uint64_t handle, AcDb::OpenMode mode,
                                 bool openErased = false) {
-    return acdbOpenAcDbEntity(entityP, AcDbObjectId(handle), mode, openErased);
+    return acdbOpenAcDbEntity(entityP, AcDbObjectId(standin::host::objectIdOf(handle)), mode, openErased);
   }
   static std::vector<std::string> breaches() { return standin::host::report().breaches; }
   static standin::Polyline3 pointsOf(std::uint64_t handle) {

@@ -34,25 +34,25 @@ TEST_F(ModuleFrame, EachMessageReachesItsOwnHandler) {
       L"pre-quit init-dialog end-dialog ");
 }
 
-TEST_F(ModuleFrame, NumberBeyondTheListIsAnsweredOkAtOnce) {
+TEST_F(ModuleFrame, EntryPointReturnsOkForUnknownMessages) {
   EXPECT_EQ(send(16), AcRx::kRetOK);
   EXPECT_EQ(send(9999), AcRx::kRetOK);
   EXPECT_EQ(send(-1), AcRx::kRetOK);
   EXPECT_STREQ(mHandled(), L"");
 }
 
-TEST_F(ModuleFrame, AnswerOfTheHandlerIsHandedBack) {
+TEST_F(ModuleFrame, EntryPointReturnsTheResultOfTheHandler) {
   EXPECT_EQ(send(AcRx::kSaveMsg), AcRx::kRetError);
   EXPECT_EQ(send(AcRx::kInitAppMsg), AcRx::kRetOK);
 }
 
-TEST_F(ModuleFrame, InitUnlocksAndMakesTheApplicationKnown) {
+TEST_F(ModuleFrame, InitUnlocksAndRegistersTheApplication) {
   send(AcRx::kInitAppMsg);
   EXPECT_EQ(host::faults().calls("AcRxDynamicLinker::unlockApplication"), 1u);
   EXPECT_EQ(host::faults().calls("AcRxDynamicLinker::registerAppMDIAware"), 1u);
 }
 
-TEST_F(ModuleFrame, CommandsAreThereFromInitToUnload) {
+TEST_F(ModuleFrame, CommandsExistFromInitToUnload) {
   EXPECT_EQ(host::report().commandsRegistered, 0u);
   send(AcRx::kInitAppMsg);
   EXPECT_EQ(host::report().commandsRegistered, 2u);
@@ -68,7 +68,7 @@ TEST_F(ModuleFrame, CommandRunsByItsGlobalOrLocalName) {
   EXPECT_EQ(mHost.mPrinted, (std::vector<std::wstring>{L"first", L"first", L"first"}));
 }
 
-TEST_F(ModuleFrame, WhatACommandThrowsIsABrokenRule) {
+TEST_F(ModuleFrame, ThrowingCommandBreaksARule) {
   send(AcRx::kInitAppMsg);
   host::type(L"Second");
   EXPECT_EQ(breaches(),
@@ -82,7 +82,7 @@ TEST_F(ModuleFrame, CommandIsUnknownAfterUnload) {
   EXPECT_EQ(mHost.mHostPrinted, std::vector<std::wstring>{L"Unknown command \"FIRST\"."});
 }
 
-TEST_F(ModuleFrame, MissingRegistryEntriesAreLivedWith) {
+TEST_F(ModuleFrame, InitSucceedsWithoutRegistryEntries) {
   host::faults().order("AcRxDictionary::at", {Misbehaviour::kFail, 1, false});
   EXPECT_EQ(send(AcRx::kInitAppMsg), AcRx::kRetOK);
   EXPECT_EQ(host::report().commandsRegistered, 0u);

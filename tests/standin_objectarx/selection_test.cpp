@@ -1,6 +1,11 @@
 #include "host_fixture.h"
 
+// clang-format off
 #include "acedads.h"
+#include "dbmain.h"
+#include "gs.h"
+#include "acgs.h"
+// clang-format on
 
 #include "gmock/gmock.h"
 
@@ -9,7 +14,7 @@ namespace {
 using namespace standin;
 using Selection = HostTest;
 
-TEST_F(Selection, NothingPreSelectedAnswersAnError) {
+TEST_F(Selection, EmptyPreSelectionGivesAnError) {
   ads_name ss = {7, 7};
   EXPECT_EQ(acedSSGet(L"I", nullptr, nullptr, nullptr, ss), RTERROR);
   EXPECT_EQ(ss[0], 7);
@@ -27,13 +32,13 @@ TEST_F(Selection, SetHoldsWhatWasSelectedInOrder) {
   AcDbObjectId id;
   ASSERT_EQ(acedSSName(ss, 1, name), RTNORM);
   ASSERT_EQ(acdbGetObjectId(id, name), Acad::eOk);
-  EXPECT_EQ(id, AcDbObjectId(0x10));
+  EXPECT_EQ(id, AcDbObjectId(host::objectIdOf(0x10)));
   EXPECT_EQ(acedSSName(ss, 2, name), RTERROR);
   EXPECT_EQ(acedSSName(ss, -1, name), RTERROR);
   EXPECT_EQ(acedSSFree(ss), RTNORM);
 }
 
-TEST_F(Selection, SetsAliveAreCountedUntilFreed) {
+TEST_F(Selection, HostCountsSetsUntilTheyAreFreed) {
   host::selectAll();
   ads_name first;
   ads_name second;
@@ -46,7 +51,7 @@ TEST_F(Selection, SetsAliveAreCountedUntilFreed) {
   EXPECT_EQ(host::report().selectionSetsAlive, 0u);
 }
 
-TEST_F(Selection, FreedSetIsNotUsedAgain) {
+TEST_F(Selection, UseOfAFreedSetBreaksARule) {
   host::selectAll();
   ads_name ss;
   AdInt32 length = 0;
@@ -59,14 +64,14 @@ TEST_F(Selection, FreedSetIsNotUsedAgain) {
                                       "acedSSLength: called for a selection set that is not alive"}));
 }
 
-TEST_F(Selection, OnlyTheImpliedSelectionCanBeTaken) {
+TEST_F(Selection, OnlyTheImpliedModeFindsEntities) {
   host::selectAll();
   ads_name ss;
   EXPECT_EQ(acedSSGet(L"X", nullptr, nullptr, nullptr, ss), RTERROR);
   EXPECT_EQ(host::report().selectionSetsAlive, 0u);
 }
 
-TEST_F(Selection, AllLeavesOutWhatIsErasedOrInvisible) {
+TEST_F(Selection, SelectAllLeavesOutErasedAndInvisibleEntities) {
   host::drawing()->addLayer({"off", 7, false, false});
   host::drawing()->add(makePoint({0x20, "off"}, {1, 1, 1}));
   host::drawing()->erase(0x11);
@@ -80,14 +85,67 @@ TEST_F(Selection, UnknownHandleSelectsNothing) {
   EXPECT_THAT(host::selection(), testing::ElementsAre(0x10u));
 }
 
-TEST_F(Selection, RedrawWantsAnEntity) {
+/// Takes what is pre-selected, redraws each entity of it and frees it, as a pass over the selection does.
+int redrawSelection() {
+  ads_name ss;
+  AdInt32 count = 0;
+  EXPECT_EQ(acedSSGet(L"I", nullptr, nullptr, nullptr, ss), RTNORM);
+  acedSSLength(ss, &count);
+  for (AdInt32 i = 0; i < count; ++i) {
+    ads_name name;
+    acedSSName(ss, i, name);
+    EXPECT_EQ(acedRedraw(name, 1), RTNORM);
+  }
+  acedSSFree(ss);
+  return count;
+}
+
+TEST_F(Selection, RedrawRefusesWhatIsNoEntity) {
   host::select({0x10});
+  ads_name ss;
+  acedSSGet(L"I", nullptr, nullptr, nullptr, ss);
+  EXPECT_EQ(acedRedraw(ss, 1), RTERROR);
+  acedSSFree(ss);
+  EXPECT_EQ(mDrawnCount, 0);
+}
+
+TEST_F(Selection, RunOfRedrawsDrawsOnce) {
+  host::select({0x10, 0x11, 0x12});
+  EXPECT_EQ(redrawSelection(), 3);
+  EXPECT_EQ(mDrawnCount, 1);
+}
+
+TEST_F(Selection, EachPassOverTheSelectionDrawsAnew) {
+  host::select({0x10, 0x11});
+  redrawSelection();
+  host::select({0x12});
+  redrawSelection();
+  EXPECT_EQ(mDrawnCount, 2);
+}
+
+TEST_F(Selection, RedrawAfterADrawingOfAllDrawsAnew) {
+  host::select({0x10, 0x11});
   ads_name ss;
   ads_name name;
   acedSSGet(L"I", nullptr, nullptr, nullptr, ss);
   acedSSName(ss, 0, name);
-  EXPECT_EQ(acedRedraw(name, 1), RTNORM);
-  EXPECT_EQ(acedRedraw(ss, 1), RTERROR);
+  acedRedraw(name, 1);
+  acgsGetGsView(2, true)->update();
+  acedSSName(ss, 1, name);
+  acedRedraw(name, 1);
+  EXPECT_EQ(mDrawnCount, 3);
+  acedSSFree(ss);
+}
+
+TEST_F(Selection, RefusedRedrawDrawsNothing) {
+  host::select({0x10});
+  host::faults().order("acedRedraw", {Misbehaviour::kFail});
+  ads_name ss;
+  ads_name name;
+  acedSSGet(L"I", nullptr, nullptr, nullptr, ss);
+  acedSSName(ss, 0, name);
+  EXPECT_EQ(acedRedraw(name, 1), RTERROR);
+  EXPECT_EQ(mDrawnCount, 0);
   acedSSFree(ss);
 }
 

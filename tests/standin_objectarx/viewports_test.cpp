@@ -5,6 +5,8 @@
 #include "dbsymtb.h"
 #include "dbobjptr.h"
 #include "aced.h"
+#include "gs.h"
+#include "acgs.h"
 // clang-format on
 
 namespace {
@@ -34,7 +36,7 @@ TEST_F(Paper, ActiveViewportIsTheEntityOfTheSheet) {
   EXPECT_EQ(Record(acedActiveViewportId(), AcDb::kForRead).openStatus(), Acad::eNotThatKindOfClass);
 }
 
-TEST_F(Paper, ChangeIsToldAndDrawnByUpdateDisplay) {
+TEST_F(Paper, UpdateDisplayReportsAndDrawsTheChange) {
   {
     const Viewport viewport(acedActiveViewportId(), AcDb::kForWrite);
     EXPECT_EQ(viewport->setViewCenter({100, 50}), Acad::eOk);
@@ -123,7 +125,7 @@ TEST_F(Tile, TileShowsWhatTheRecordHoldsAndItsWidthFollows) {
   EXPECT_EQ(mDrawnCount, 1);
 }
 
-TEST_F(Tile, RecordStillOpenAtTheConversionIsABreach) {
+TEST_F(Tile, ConversionWithAnOpenRecordBreaksARule) {
   acedVports2VportTableRecords();
   const Record record(acedActiveViewportId(), AcDb::kForWrite);
   acedVportTableRecords2Vports();
@@ -154,12 +156,78 @@ TEST_F(Tile, RecordIsNotWrittenWhileOpenForRead) {
   EXPECT_EQ(host::report().breachesInAll, 2u);
 }
 
-TEST_F(Tile, WithoutADocumentThereIsNoViewport) {
+TEST_F(Tile, NoDocumentMeansNoViewport) {
   acDocManager->unlockDocument(document());
   host::closeDocument();
   EXPECT_TRUE(acedActiveViewportId().isNull());
   EXPECT_EQ(acedVports2VportTableRecords(), Acad::eNotApplicable);
   EXPECT_EQ(acedVportTableRecords2Vports(), Acad::eNotApplicable);
+}
+
+/// A layout with two floating viewports of the drawing's own: the first on the left, with a view of its own.
+class TwoWindows : public HostTest {
+ protected:
+  TwoWindows() {
+    host::closeDocument();
+    auto drawing = std::make_unique<Drawing>();
+    drawing->add(makeLine({0x10}, {0, 0, 0}, {10, 0, 0}));
+    Drawing::View front;
+    front.target = {1, 2, 3};
+    front.direction = {0, -1, 0};
+    front.height = 30;
+    drawing->mFloatingViewports = {{50, 50, 80, 40, front}, {150, 50, 60, 60, std::nullopt}};
+    host::openDocument(std::move(drawing));
+    host::setVariable(L"TILEMODE", L"0");
+  }
+};
+
+TEST_F(TwoWindows, LayoutHasThePlacesOfBoth) {
+  const host::Layout layout = host::layout();
+  ASSERT_EQ(layout.windows.size(), 2u);
+  EXPECT_EQ(layout.windows[0].centerX, 50);
+  EXPECT_EQ(layout.windows[1].width, 60);
+  EXPECT_NEAR(layout.sheet.width, 170 * 1.1, 1e-9);
+  EXPECT_NEAR(layout.sheet.centerX, 95, 1e-9);
+}
+
+TEST_F(TwoWindows, CvportTakesTheNumbersThatAreThere) {
+  EXPECT_TRUE(host::setVariable(L"CVPORT", L"3"));
+  EXPECT_EQ(host::variable(L"CVPORT"), L"3");
+  EXPECT_FALSE(host::setVariable(L"CVPORT", L"4"));
+  EXPECT_EQ(acgsGetGsView(4, true), nullptr);
+  EXPECT_NE(acgsGetGsView(3, true), acgsGetGsView(2, true));
+}
+
+TEST_F(TwoWindows, WindowShowsTheViewThatTheDrawingStores) {
+  const host::Camera camera = *host::camera(2);
+  expectPoint(camera.target, 1, 2, 3);
+  expectPoint(camera.position, 1, 1, 3);
+  EXPECT_EQ(camera.fieldHeight, 30);
+  EXPECT_EQ(camera.fieldWidth, 60);
+}
+
+TEST_F(TwoWindows, WindowWithoutAStoredViewShowsAllOfTheDrawing) {
+  const host::Camera camera = *host::camera(3);
+  expectPoint(camera.target, 5, 0, 0);
+  EXPECT_NEAR(camera.fieldWidth, 10.5, 1e-9);
+  EXPECT_NEAR(camera.fieldHeight, 10.5, 1e-9);
+}
+
+TEST_F(TwoWindows, UpdateOfOneLeavesTheOtherAsItIs) {
+  const double before = host::camera(2)->fieldWidth;
+  host::setVariable(L"CVPORT", L"3");
+  lock();
+  {
+    const Viewport viewport(acedActiveViewportId(), AcDb::kForWrite);
+    ASSERT_EQ(viewport.openStatus(), Acad::eOk);
+    EXPECT_EQ(viewport->width(), 60);
+    viewport->setViewHeight(21);
+    viewport->updateDisplay();
+  }
+  EXPECT_NEAR(host::camera(3)->fieldWidth, 21, 1e-9);
+  EXPECT_EQ(host::camera(2)->fieldWidth, before);
+  EXPECT_EQ(mHost.mPaper.back().viewport, 3);
+  acDocManager->unlockDocument(document());
 }
 
 }  // namespace

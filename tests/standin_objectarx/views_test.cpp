@@ -32,12 +32,12 @@ TEST_F(Views, LayoutHasThePaperAndOneFloatingViewport) {
   EXPECT_FALSE(host::setVariable(L"CVPORT", L"3"));
 }
 
-TEST_F(Views, WithoutADocumentThereIsNoView) {
+TEST_F(Views, NoDocumentMeansNoView) {
   host::closeDocument();
   EXPECT_EQ(acgsGetGsView(2, true), nullptr);
 }
 
-TEST_F(Views, UpVectorIsKeptAsItWasGiven) {
+TEST_F(Views, ViewKeepsTheUpVectorAsGiven) {
   AcGsView* viewP = acgsGetGsView(2, true);
   viewP->setView({1, 2, 30}, {1, 2, 3}, {0, 5, 5}, 8, 4, AcGsView::kPerspective);
   expectPoint(viewP->position(), 1, 2, 30);
@@ -57,7 +57,7 @@ TEST_F(Views, ZoomDividesTheField) {
   EXPECT_EQ(viewP->fieldHeight(), 8);
 }
 
-TEST_F(Views, ViewThatShowsNothingIsABrokenRuleAndIsIgnored) {
+TEST_F(Views, ViewThatShowsNothingBreaksARuleAndIsIgnored) {
   AcGsView* viewP = acgsGetGsView(2, true);
   const double width = viewP->fieldWidth();
   viewP->setView({0, 0, 0}, {0, 0, 0}, {0, 1, 0}, 8, 4);
@@ -70,7 +70,7 @@ TEST_F(Views, ViewThatShowsNothingIsABrokenRuleAndIsIgnored) {
                                       "AcGsView::zoom: called with a factor that leaves no field"}));
 }
 
-TEST_F(Views, UpdateTellsThenDraws) {
+TEST_F(Views, UpdateReportsThenDraws) {
   int drawnWhenTold = -1;
   struct Order : host::Listener {
     void viewUpdated(int, const host::Camera&) override { *mSeenP = *mDrawnP; }
@@ -86,7 +86,7 @@ TEST_F(Views, UpdateTellsThenDraws) {
   EXPECT_EQ(host::report().updates, 1u);
 }
 
-TEST_F(Views, ChangedViewIsStoredByACommitOnly) {
+TEST_F(Views, CommitStoresTheChangedView) {
   const double before = host::camera(2)->fieldWidth;
   AcGsView* viewP = acgsGetGsView(2, true);
   viewP->zoom(2);
@@ -99,7 +99,7 @@ TEST_F(Views, ChangedViewIsStoredByACommitOnly) {
   EXPECT_EQ(host::report().commits, 1u);
 }
 
-TEST_F(Views, WhatWasNotCommittedIsLostWithTheTab) {
+TEST_F(Views, SwitchingTabsDropsAnUncommittedView) {
   const double before = host::camera(2)->fieldWidth;
   acgsGetGsView(2, true)->zoom(2);
   host::setVariable(L"TILEMODE", L"0");
@@ -107,7 +107,7 @@ TEST_F(Views, WhatWasNotCommittedIsLostWithTheTab) {
   EXPECT_EQ(host::camera(2)->fieldWidth, before);
 }
 
-TEST_F(Views, CommitWantsAViewportAndAView) {
+TEST_F(Views, CommitNeedsAViewportAndAView) {
   AcGsView* viewP = acgsGetGsView(2, true);
   EXPECT_FALSE(acgsSetViewParameters(7, viewP, true, true));
   EXPECT_FALSE(acgsSetViewParameters(2, nullptr, true, true));
@@ -187,7 +187,7 @@ TEST_F(Views, VariablesTakeTheirOwnValuesOnly) {
   EXPECT_TRUE(mHost.mChanges.empty());
 }
 
-TEST_F(Views, SwitchingTabTellsOfTheViewThatIsCurrentThen) {
+TEST_F(Views, SwitchingTabsReportsTheViewThatIsCurrentThen) {
   host::setVariable(L"TILEMODE", L"0");
   ASSERT_EQ(mHost.mChanges.size(), 1u);
   EXPECT_EQ(mHost.mChanges[0].viewport, 1);
@@ -215,7 +215,7 @@ TEST_F(Views, PaperHasNoPerspective) {
   EXPECT_TRUE(host::camera(2)->isPerspective);
 }
 
-TEST_F(Views, SetCameraIsStoredAndTold) {
+TEST_F(Views, SetCameraStoresAndReportsTheView) {
   host::Camera camera;
   camera.fieldWidth = 3;
   EXPECT_TRUE(host::setCamera(2, camera));

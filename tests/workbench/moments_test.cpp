@@ -151,6 +151,39 @@ TEST_F(Moments, NewEntityIsChanged) {
   EXPECT_EQ(recorder.takeMoments().at(0).changed.at(0).handle, 0x30u);
 }
 
+TEST_F(Moments, AnotherDocumentHidesTheDrawingOfTheRun) {
+  MomentRecorder recorder(100, 2);
+  recorder.begin();
+  auto other = std::make_unique<standin::Drawing>();
+  other->add(standin::makePoint({0x2A}, {7, 7, 7}));
+  host::openDocument(std::move(other), L"other.dwg");
+  recorder.look();
+  host::closeDocument();
+  recorder.finish();
+  const auto moments = recorder.takeMoments();
+  ASSERT_EQ(moments.size(), 2u);
+  EXPECT_EQ(moments[0].gone, (std::vector<std::uint64_t>{0x2B}));
+  ASSERT_EQ(moments[0].changed.size(), 1u);
+  EXPECT_EQ(moments[0].changed[0].handle, 0x2Au);
+  EXPECT_TRUE(moments[1].gone.empty());
+  EXPECT_TRUE(moments[1].changed.empty());
+}
+
+TEST_F(Moments, WindowOfALayoutIsTheCurrentOne) {
+  auto drawing = std::make_unique<standin::Drawing>();
+  drawing->mFloatingViewports = {{50, 50, 80, 40, {}}, {150, 50, 60, 60, {}}};
+  host::openDocument(std::move(drawing), L"two.dwg");
+  host::setVariable(L"TILEMODE", L"0");
+  host::setVariable(L"CVPORT", L"3");
+  MomentRecorder recorder(100, 1);
+  recorder.begin();
+  recorder.finish();
+  const auto moment = recorder.takeMoments().at(0);
+  EXPECT_EQ(moment.window.centerX, 150);
+  EXPECT_EQ(moment.sheet.centerX, 95);
+  host::closeDocument();
+}
+
 TEST_F(Moments, SheetOfALayoutIsPaper) {
   MomentRecorder recorder(100, 1);
   recorder.begin();

@@ -11,7 +11,7 @@ function readScene(data) {
   const changes = data.changes.map((c) => ({ layer: c.layer, colour: c.colour, shape: readShape(c.shape) }));
   for (const change of changes) change.group = groupFor(groups, change);
   return { groups, changes, selections: data.selections.map((s) => new Set(s)), moments: data.moments,
-    desktops: data.desktops, layout: data.layout };
+    desktops: data.desktops };
 }
 
 /** The group that a changed shape is drawn with, made when the drawing began without it. */

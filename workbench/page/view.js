@@ -42,7 +42,7 @@ class DrawingView {
     const width = this.element.clientWidth, height = this.element.clientHeight;
     this.element.setAttribute("viewBox", `0 0 ${width} ${height}`);
     const screen = moment && projectionOf(moment.paper ? sheetCamera(moment.paper) : cameraOf(moment), width, height);
-    const projection = screen && moment.paper ? projectionInto(cameraOf(moment), this.boxOf(this.scene.layout.window, screen)) : screen;
+    const projection = screen && moment.paper ? projectionInto(cameraOf(moment), this.boxOf(moment.place, screen)) : screen;
     this.say(this.noteFor(moment, projection));
     for (const part of this.element.children) part.style.display = projection ? "" : "none";
     if (!projection) return;
@@ -63,10 +63,10 @@ class DrawingView {
 
   /** The sheet and the window in it; the window's edge is heavy while it is the current one. */
   drawLayout(moment, screen) {
-    for (const [part, place] of [[this.sheet, "sheet"], [this.window, "window"]]) {
+    for (const [part, place] of [[this.sheet, moment.sheet], [this.window, moment.place]]) {
       part.style.display = moment.paper ? "" : "none";
       if (!moment.paper) continue;
-      for (const [key, value] of Object.entries(this.boxOf(this.scene.layout[place], screen))) part.setAttribute(key, value);
+      for (const [key, value] of Object.entries(this.boxOf(place, screen))) part.setAttribute(key, value);
     }
     this.window.setAttribute("class", moment.window ? "window" : "window is-current");
   }

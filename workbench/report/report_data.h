@@ -52,6 +52,8 @@ struct ReportMoment {
   bool isPaper = false;          ///< and the sheet itself is current, not the window in it
   standin::host::Camera camera;  ///< of the model, in a layout as its window shows it
   standin::host::PaperView paper;
+  standin::host::PaperView sheet;        ///< all of the layout
+  standin::host::PaperView window;       ///< place on the sheet of the window that `camera` is of
   std::vector<std::uint64_t> selection;  ///< handles pre-selected at this moment
   /// Shapes that at this moment look otherwise than in ReportData::shapes (moved), or are not among them
   /// (new).
@@ -91,7 +93,6 @@ struct ReportData {
   std::vector<ReportLine> commandLine;
   std::vector<ReportFunction> functions;  ///< by number
   std::vector<ReportKey> keys;
-  standin::host::Layout layout;
   std::string log;      ///< the module's entries of this run, UTF-8
   std::string logNote;  ///< why there are none, or which are missing; empty when all are there
 };

@@ -124,7 +124,11 @@ Json desktopJson(const ReportDesktop& desktop) {
 
 Json momentJson(const ReportMoment& moment, Tables& tables) {
   Json json{{"time", moment.timeMs}, {"cap", moment.cap}, {"viewport", moment.viewport}};
-  if (moment.isLayout) json["paper"] = paperJson(moment.paper);
+  if (moment.isLayout) {
+    json["paper"] = paperJson(moment.paper);
+    json["sheet"] = paperJson(moment.sheet);
+    json["place"] = paperJson(moment.window);
+  }
   // Where the sheet is current, the camera is that of the window in it, not of the current view.
   json[moment.isPaper ? "window" : "camera"] = cameraJson(moment.camera);
   json["selection"] = tables.selections.indexOf(handlesJson(moment.selection));
@@ -169,7 +173,6 @@ Json reportJson(const ReportData& data) {
   json["keys"] = array(data.keys, [](const ReportKey& key) {
     return Json::array({key.timeMs, key.name, key.sent, key.view});
   });
-  json["layout"] = {{"sheet", paperJson(data.layout.sheet)}, {"window", paperJson(data.layout.window)}};
   json["log"] = data.log;
   json["log_note"] = data.logNote;
   return json;

@@ -38,7 +38,6 @@ ReportData gatherReport(RunResult& result, const RunNames& names, const Session&
     data.commandLine.push_back({line.timeMs, kindName(line.kind), line.text});
   data.functions = menuFunctions(texts.menu);
   data.keys = keyEffects(session, result.recording, data.functions);
-  data.layout = result.layout;
   data.log = std::move(texts.log);
   data.logNote = std::move(texts.logNote);
   return data;

@@ -16,7 +16,7 @@ namespace clock = standin::clock;
 namespace host = standin::host;
 
 constexpr int kSheetViewport = 1;
-constexpr int kWindowViewport = 2;
+constexpr int kFirstWindow = 2;
 
 bool isSamePoint(const AcGePoint3d& a, const AcGePoint3d& b) {
   return a.x == b.x && a.y == b.y && a.z == b.z;
@@ -49,6 +49,7 @@ std::vector<std::int64_t> momentTimes(std::int64_t endMs, std::size_t count) {
 void MomentRecorder::begin() {
   const standin::Drawing* const drawing = host::drawing();
   if (drawing == nullptr) return;
+  mDrawing = drawing->serial();
   mEntitiesAtStart = drawing->entities().size();
   for (const auto& entity : drawing->entities())
     if (isSeen(*entity, *drawing)) mShapes.emplace(entity->properties().handle, shapesOf(*entity, *drawing));
@@ -80,8 +81,13 @@ void MomentRecorder::take(std::int64_t nowMs) {
   moment.viewport = host::currentViewport();
   moment.isLayout = host::variable(L"TILEMODE") == L"0";
   moment.isPaper = moment.isLayout && moment.viewport == kSheetViewport;
-  moment.camera = host::camera(moment.isPaper ? kWindowViewport : moment.viewport).value_or(host::Camera());
+  // On the sheet no window is current: the first one stands for all.
+  const int window = moment.isPaper ? kFirstWindow : moment.viewport;
+  moment.camera = host::camera(window).value_or(host::Camera());
   moment.paper = host::paperView();
+  const host::Layout layout = host::layout();
+  moment.sheet = layout.sheet;
+  if (moment.isLayout) moment.window = layout.windows.at(static_cast<std::size_t>(window - kFirstWindow));
   noteCandidates();
   moment.selection = mLastSelection;
   if (mDesktop == Desktop::kShown) moment.desktop = desktopState();
@@ -101,7 +107,7 @@ void MomentRecorder::noteCandidates() {
 
 void MomentRecorder::compare(ReportMoment& moment) const {
   const standin::Drawing* const drawing = host::drawing();
-  if (drawing == nullptr) return;
+  if (drawing == nullptr || drawing->serial() != mDrawing) return compareWithAnother(drawing, moment);
   const auto& entities = drawing->entities();
   for (std::size_t i = 0; i < entities.size(); ++i) {
     const standin::DrawnEntity& entity = *entities[i];
@@ -116,6 +122,19 @@ void MomentRecorder::compare(ReportMoment& moment) const {
         std::move(parts.begin(), parts.end(), std::back_inserter(moment.changed));
     }
   }
+}
+
+void MomentRecorder::compareWithAnother(const standin::Drawing* drawing, ReportMoment& moment) const {
+  std::set<std::uint64_t> seen;
+  if (drawing != nullptr)
+    for (const auto& entityP : drawing->entities()) {
+      if (!isSeen(*entityP, *drawing)) continue;
+      std::vector<ReportShape> parts = shapesOf(*entityP, *drawing);
+      std::move(parts.begin(), parts.end(), std::back_inserter(moment.changed));
+      seen.insert(entityP->properties().handle);
+    }
+  for (const auto& [handle, shape] : mShapes)
+    if (seen.count(handle) == 0) moment.gone.push_back(handle);
 }
 
 }  // namespace workbench

@@ -40,11 +40,14 @@ class MomentRecorder {
   void take(std::int64_t nowMs);
   void noteCandidates();
   void compare(ReportMoment& moment) const;
+  /// While another document is current, or none (null): nothing of the run's drawing is on the screen.
+  void compareWithAnother(const standin::Drawing* drawing, ReportMoment& moment) const;
 
   std::vector<std::int64_t> mTimes;
   Desktop mDesktop;
   std::vector<ReportMoment> mMoments;
   std::map<std::uint64_t, std::vector<ReportShape>> mShapes;  ///< at the beginning, by handle
+  std::uint64_t mDrawing = 0;  ///< serial number of the run's drawing
   std::size_t mEntitiesAtStart = 0;
   std::vector<std::uint64_t> mLastSelection;
   /// Entities that were selected at some look: nothing else of the drawing is ever moved, and comparing all

@@ -53,7 +53,7 @@ class Run {
     unload();
     collect(recorder);
     // Closing would call a reactor that is still registered, whose code has been unloaded.
-    if (mResult.host.reactors == 0) host::closeDocument();
+    while (mResult.host.reactors == 0 && host::drawing() != nullptr) host::closeDocument();
     return std::move(mResult);
   }
 
@@ -141,7 +141,6 @@ class Run {
     mResult.recording = recorder.take();
     mResult.shapes = mMoments.takeShapes();
     mResult.moments = mMoments.takeMoments();
-    mResult.layout = host::layout();
     mResult.host = host::report();
     mResult.eventsDelivered = controller::eventsHandedOver();
     mResult.eventsNotFetched = controller::eventsPending();

@@ -43,7 +43,6 @@ struct RunResult {
   std::map<std::string, std::size_t> notUnderstood;
   std::vector<ReportShape> shapes;  ///< at the beginning of the run
   std::vector<ReportMoment> moments;
-  standin::host::Layout layout;
   std::vector<std::string> problems;  ///< what makes the run unclean, one line each
   std::exception_ptr failure;         ///< what ended the run before its session: InputError or Interrupted
   std::string ending = "the end of the session";  ///< what ended the run, in words
