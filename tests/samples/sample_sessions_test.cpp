@@ -19,8 +19,11 @@ struct Session {
   Counts drawn;  ///< what the session itself adds to the drawing
 };
 
-const Session kSessions[] = {
-    {"navigate", {}}, {"sheet_and_objects", {}}, {"keys", {{"LINE", 2}, {"CIRCLE", 1}}}, {"scrolling", {}}};
+const Session kSessions[] = {{"navigate", {}},
+                             {"documents", {}},
+                             {"sheet_and_objects", {}},
+                             {"keys", {{"LINE", 2}, {"CIRCLE", 1}}},
+                             {"scrolling", {}}};
 
 /// A drawing and how many entities of each type it holds.
 struct Drawing {

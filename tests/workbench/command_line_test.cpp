@@ -74,7 +74,7 @@ TEST(CommandLine, UnknownVerbNamesFileAndLine) {
   EXPECT_EQ(outcome.status, 2);
   EXPECT_EQ(outcome.err,
             "workbench: a.session:2: expected one of rotmode motion key function event device select command "
-            "setvar projection pointer menu end, found \"jump\"\n");
+            "setvar projection pointer document viewport menu end, found \"jump\"\n");
 }
 
 TEST(CommandLine, UnknownVariableEndsTheRun) {

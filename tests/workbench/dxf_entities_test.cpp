@@ -136,6 +136,28 @@ TEST(DxfEntities, ReaderCountsOtherEntitiesByTypeAndPlace) {
   EXPECT_EQ(drawing->entities().size(), 1u);
 }
 
+TEST(DxfEntities, ViewportsOfTheLayoutFloatOnItsSheet) {
+  const auto drawing = read(
+      "0 VIEWPORT|67 1|69 1|10 5|20 4|40 12|41 9|"
+      "0 VIEWPORT|67 1|69 2|10 3|20 4|40 6|41 2|12 1|22 2|16 0|26 -1|36 0|17 7|27 8|37 9|45 50|90 1|"
+      "0 VIEWPORT|67 1|69 3|10 8|20 4|40 2|41 2|"
+      "0 VIEWPORT|67 1|69 4|68 0|10 8|20 4|40 2|41 2|45 50|"
+      "0 VIEWPORT|67 1|69 5|10 8|20 4|40 0|41 2|45 50");
+  ASSERT_EQ(drawing->mFloatingViewports.size(), 2u);
+  const auto& front = drawing->mFloatingViewports[0];
+  EXPECT_EQ(front.centerX, 3);
+  EXPECT_EQ(front.height, 2);
+  ASSERT_TRUE(front.view);
+  EXPECT_EQ(front.view->direction.y, -1);
+  EXPECT_EQ(front.view->target.z, 9);
+  EXPECT_EQ(front.view->centerY, 2);
+  EXPECT_EQ(front.view->height, 50);
+  EXPECT_TRUE(front.view->isPerspective);
+  EXPECT_FALSE(drawing->mFloatingViewports[1].view) << "its height is 0";
+  EXPECT_EQ(drawing->mSkipped.at("VIEWPORT (paper space)"), 3u)
+      << "the sheet, one that is off, one of no size";
+}
+
 TEST(DxfEntities, EntitiesWithoutAHandleOfTheirOwnGetFreeOnes) {
   const auto drawing =
       read("0 POINT|10 0|20 0|0 POINT|5 2|10 1|20 0|0 POINT|5 2|10 2|20 0|0 POINT|5 10|10 3|20 0");

@@ -44,6 +44,32 @@ TEST(SessionReader, RotmodeCarriesItsCodeAndTheZoomSwitch) {
   EXPECT_FALSE(std::get<AdvancedSettings>(session.device[1].action).isZoomAfterView);
 }
 
+SetDocument documentOf(const std::string& line) {
+  return std::get<SetDocument>(parseSession(line, "a.session").user.at(0).action);
+}
+
+TEST(SessionReader, DocumentIsOpenedClosedOrSwitchedByName) {
+  EXPECT_EQ(documentOf("0 document open other part.dxf  # its folder is the session's").kind,
+            SetDocument::Kind::kOpen);
+  EXPECT_EQ(documentOf("0 document open other part.dxf ").name, "other part.dxf");
+  EXPECT_EQ(documentOf("0 document close").kind, SetDocument::Kind::kClose);
+  EXPECT_EQ(documentOf("0 document Drawing1.dwg").kind, SetDocument::Kind::kSwitch);
+  EXPECT_EQ(documentOf("0 document opening.dwg").name, "opening.dwg");
+}
+
+TEST(SessionReader, DocumentWithoutANameIsRefused) {
+  EXPECT_EQ(errorOf("0 document"),
+            "a.session:1: expected open, close or the name of a document, found the end of the line");
+  EXPECT_EQ(errorOf("0 document open "),
+            "a.session:1: expected the name of a document, found the end of the line");
+}
+
+TEST(SessionReader, ViewportTakesANumberFrom1On) {
+  EXPECT_EQ(std::get<SetViewport>(parseSession("0 viewport 3", "a").user.at(0).action).number, 3);
+  EXPECT_EQ(errorOf("0 viewport 0"),
+            "a.session:1: expected the number of a viewport (a whole number, 1 to 32767), found \"0\"");
+}
+
 TEST(SessionReader, MotionTakesTheWholeRangeOfTheCap) {
   const DeviceEvent event = eventOf("0 motion -32768 32767 +1 0 -1 350");
   EXPECT_LT(event.code, 0);
@@ -126,7 +152,7 @@ TEST(SessionReader, EveryMistakeNamesFileLineAndWhatWasExpected) {
 TEST(SessionReader, UnknownVerbIsReportedWithAllVerbs) {
   EXPECT_EQ(errorOf("0 jump 1"),
             "a.session:1: expected one of rotmode motion key function event device select command setvar "
-            "projection pointer menu end, found \"jump\"");
+            "projection pointer document viewport menu end, found \"jump\"");
 }
 
 TEST(SessionReader, MissingFileIsReported) {

@@ -186,6 +186,8 @@ class DxfReader {
     const Records vertices = record.type() == "POLYLINE" ? readVertices(record) : Records();
     if (record.type() == "INSERT") readAttributes(record, space);
     if (space == Space::kModel && record.integer(67, 0, 0, kMostInt16) == 1) space = Space::kPaper;
+    // What the blocks of paper space hold belongs to layouts that are not shown.
+    if (space == Space::kPaper && block.empty() && addFloatingViewport(record)) return;
     EntityPtr entity;
     if (space != Space::kPaper) entity = makeEntity(record, vertices, space, block);
     if (!entity) {
@@ -196,6 +198,13 @@ class DxfReader {
       if (record.type() == "INSERT") mInsertLines.emplace_back(entity.get(), record.begin()->line);
       mEntities.push_back(std::move(entity));
     }
+  }
+
+  bool addFloatingViewport(const DxfRecord& record) {
+    if (record.type() != "VIEWPORT") return false;
+    const auto window = readFloatingViewport(record);
+    if (window) mDrawingP->mFloatingViewports.push_back(*window);
+    return window.has_value();
   }
 
   EntityPtr makeEntity(const DxfRecord& record, const Records& vertices, Space space,

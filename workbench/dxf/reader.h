@@ -1,9 +1,9 @@
-/// Reads a drawing from a DXF file (ASCII, any release): the layers, the active viewport's view, the blocks
-/// and the entities of model space that the host stand-in can draw.
+/// Reads a drawing from a DXF file (ASCII, any release): the layers, the active viewport's view, the blocks,
+/// the floating viewports of the layout and the entities of model space that the host stand-in can draw.
 ///
 /// LINE, LWPOLYLINE, POLYLINE (2D, 3D, mesh, polyface), CIRCLE, ARC, ELLIPSE, 3DFACE, POINT and INSERT are
-/// understood. Others, and everything in paper space, are left out and counted in Drawing::mSkipped by type,
-/// the ones of blocks and of paper space apart ("MTEXT (in a block)", "VIEWPORT (paper space)").
+/// understood. Others, and everything else in paper space, are left out and counted in Drawing::mSkipped by
+/// type, the ones of blocks and of paper space apart ("MTEXT (in a block)", "VIEWPORT (paper space)").
 #ifndef WORKBENCH_DXF_READER_H
 #define WORKBENCH_DXF_READER_H
 

@@ -12,7 +12,25 @@ constexpr long long kFrozenFlag = 1;
 constexpr long long kLockedFlag = 4;
 constexpr long long kPerspectiveBit = 1;
 constexpr long long kMostInt16 = 32767;
+constexpr long long kMostInt32 = 2147483647;
 constexpr long long kHighestColour = 257;
+constexpr long long kSheetNumber = 1;  ///< of the viewport that is the sheet itself
+
+/// What a VPORT and a VIEWPORT say in the same groups.
+standin::Drawing::View readDirection(const DxfRecord& record) {
+  standin::Drawing::View view;
+  view.target = {record.real(17, 0), record.real(27, 0), record.real(37, 0)};
+  view.direction = {record.real(16, 0), record.real(26, 0), record.real(36, 1)};
+  view.centerX = record.real(12, 0);
+  view.centerY = record.real(22, 0);
+  view.twist = radians(record.real(51, 0));
+  view.lensLength = record.real(42, view.lensLength);
+  return view;
+}
+
+bool isUsable(const standin::Drawing::View& view) {
+  return view.height > 0 && view.aspect > 0 && view.direction.dotProduct(view.direction) > 0;
+}
 
 }  // namespace
 
@@ -42,19 +60,28 @@ standin::Layer readLayer(const DxfRecord& record) {
 
 std::optional<standin::Drawing::View> readActiveView(const DxfRecord& record) {
   if (upperCase(record.text(2)) != "*ACTIVE") return std::nullopt;
-  standin::Drawing::View view;
-  view.target = {record.real(17, 0), record.real(27, 0), record.real(37, 0)};
-  view.direction = {record.real(16, 0), record.real(26, 0), record.real(36, 1)};
-  view.centerX = record.real(12, 0);
-  view.centerY = record.real(22, 0);
+  standin::Drawing::View view = readDirection(record);
   view.height = record.real(40, 0);
   view.aspect = record.real(41, 1);
-  view.twist = radians(record.real(51, 0));
   view.isPerspective = (record.integer(71, 0, 0, kMostInt16) & kPerspectiveBit) != 0;
-  view.lensLength = record.real(42, view.lensLength);
-  const bool hasDirection = view.direction.dotProduct(view.direction) > 0;
-  if (!(view.height > 0) || !(view.aspect > 0) || !hasDirection) return std::nullopt;
-  return view;
+  return isUsable(view) ? std::optional(view) : std::nullopt;
+}
+
+std::optional<standin::Drawing::FloatingViewport> readFloatingViewport(const DxfRecord& record) {
+  const bool isOff = record.integer(68, 1, -1, kMostInt16) == 0;
+  if (isOff || record.integer(69, kSheetNumber, 0, kMostInt16) <= kSheetNumber) return std::nullopt;
+  standin::Drawing::FloatingViewport window;
+  window.centerX = record.real(10, 0);
+  window.centerY = record.real(20, 0);
+  window.width = record.real(40, 0);
+  window.height = record.real(41, 0);
+  if (!(window.width > 0) || !(window.height > 0)) return std::nullopt;
+  standin::Drawing::View view = readDirection(record);
+  view.height = record.real(45, 0);
+  view.aspect = window.width / window.height;
+  view.isPerspective = (record.integer(90, 0, 0, kMostInt32) & kPerspectiveBit) != 0;
+  if (isUsable(view)) window.view = view;
+  return window;
 }
 
 }  // namespace workbench

@@ -30,6 +30,10 @@ standin::Layer readLayer(const DxfRecord& record);
 /// is nothing to look with (programs that know no views write 0).
 std::optional<standin::Drawing::View> readActiveView(const DxfRecord& record);
 
+/// A VIEWPORT of the layout; none when it is the sheet itself or off, or has no size. Its view is left out
+/// when it is nothing to look with.
+std::optional<standin::Drawing::FloatingViewport> readFloatingViewport(const DxfRecord& record);
+
 }  // namespace workbench
 
 #endif

@@ -47,7 +47,7 @@ class MomentRecorder {
   Desktop mDesktop;
   std::vector<ReportMoment> mMoments;
   std::map<std::uint64_t, std::vector<ReportShape>> mShapes;  ///< at the beginning, by handle
-  std::uint64_t mDrawing = 0;  ///< serial number of the run's drawing
+  std::uint64_t mDrawing = 0;                                 ///< serial number of the run's drawing
   std::size_t mEntitiesAtStart = 0;
   std::vector<std::uint64_t> mLastSelection;
   /// Entities that were selected at some look: nothing else of the drawing is ever moved, and comparing all

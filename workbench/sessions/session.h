@@ -48,9 +48,18 @@ struct MovePointer {
   PointerTarget target = PointerTarget::kCanvas;
 };
 struct WriteMenu {};
+struct SetDocument {
+  enum class Kind { kOpen, kClose, kSwitch };
+  Kind kind = Kind::kClose;
+  std::string name;  ///< UTF-8; empty for kClose
+};
+struct SetViewport {
+  int number = 0;
+};
 
 using DeviceAction = std::variant<AdvancedSettings, DeviceEvent, DevicePower>;
-using UserAction = std::variant<Select, Command, SetVariable, SetProjection, MovePointer, WriteMenu>;
+using UserAction = std::variant<Select, Command, SetVariable, SetProjection, MovePointer, WriteMenu,
+                                SetDocument, SetViewport>;
 
 struct TimedDeviceAction {
   std::int64_t timeMs = 0;

@@ -4,11 +4,15 @@
 #include "standin/controller/controller_feed.h"
 #include "standin/objectarx/host_control.h"
 #include "standin_clock.h"
+#include "workbench/dxf/reader.h"
 #include "workbench/input_error.h"
 #include "workbench/platform/desktop.h"
 #include "workbench/text_input.h"
 
 #include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <utility>
 #include <vector>
 
 namespace workbench {
@@ -51,6 +55,36 @@ struct UserPerformer {
   void operator()(const MovePointer& move) const { movePointer(move.target); }
 
   void operator()(const WriteMenu&) const { surroundings.writeMenu(); }
+
+  void operator()(const SetDocument& document) const {
+    switch (document.kind) {
+      case SetDocument::Kind::kOpen:
+        return openDocument(document.name);
+      case SetDocument::Kind::kClose:
+        if (host::drawing() == nullptr) throw InputError(place, "an open document to close", "none");
+        return host::closeDocument();
+      case SetDocument::Kind::kSwitch:
+        if (!host::switchDocument(toWide(document.name)))
+          throw InputError(place, "the name of an open document", inQuotes(document.name));
+        return;
+    }
+  }
+
+  void operator()(const SetViewport& viewport) const {
+    const std::string number = std::to_string(viewport.number);
+    if (!host::setVariable(L"CVPORT", toWide(number)))
+      throw InputError(place, "a viewport of the current tab", inQuotes(number));
+  }
+
+  /// A name that ends in .dxf is that of a drawing in the session's folder; any other is a new drawing.
+  void openDocument(const std::string& name) const {
+    const std::filesystem::path file = std::filesystem::u8path(name);
+    const std::filesystem::path folder = std::filesystem::path(place.file).parent_path();
+    auto drawing =
+        file.extension() == ".dxf" ? readDrawing(folder / file) : std::make_unique<standin::Drawing>();
+    if (!host::openDocument(std::move(drawing), toWide(name)))
+      throw InputError(place, "the name of a document that is not open", inQuotes(name));
+  }
 
   /// A session can be played on any drawing, so a handle that this one lacks is reported and left out.
   void selectHandles(const std::vector<std::uint64_t>& handles) const {

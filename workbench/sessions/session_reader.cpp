@@ -64,6 +64,7 @@ class SessionLine {
 };
 
 constexpr long long kHighestCode = std::numeric_limits<std::int32_t>::max();
+constexpr long long kMostViewports = 32767;
 constexpr long long kLowestCode = std::numeric_limits<std::int32_t>::min();
 
 constexpr Named<bool> kOnOff[] = {{"on", true}, {"off", false}};
@@ -195,6 +196,21 @@ class SessionParser {
 
   void parsePointer(SessionLine& line) { addUser(MovePointer{line.oneOf(kPointerTargets)}); }
 
+  void parseDocument(SessionLine& line) {
+    const std::string expected = "open, close or the name of a document";
+    const std::string text(line.rest(expected));
+    if (text == "close") return addUser(SetDocument{});
+    const std::string_view verb = std::string_view(text).substr(0, text.find_first_of(" \t"));
+    if (verb != "open") return addUser(SetDocument{SetDocument::Kind::kSwitch, toUtf8(text)});
+    const std::string_view name = trimmed(std::string_view(text).substr(verb.size()));
+    if (name.empty()) throw line.error("the name of a document", "the end of the line");
+    addUser(SetDocument{SetDocument::Kind::kOpen, toUtf8(name)});
+  }
+
+  void parseViewport(SessionLine& line) {
+    addUser(SetViewport{static_cast<int>(line.integer("the number of a viewport", 1, kMostViewports))});
+  }
+
   void parseMenu(SessionLine&) { addUser(WriteMenu{}); }
 
   void parseEnd(SessionLine&) { mIsEnded = true; }
@@ -221,6 +237,8 @@ const std::vector<SessionParser::Verb>& SessionParser::verbs() {
       {"setvar", &SessionParser::parseSetVariable, "NAME VALUE"},
       {"projection", &SessionParser::parseProjection, "parallel|perspective"},
       {"pointer", &SessionParser::parsePointer, "canvas|tree|list|edit|qt|none"},
+      {"document", &SessionParser::parseDocument, "open NAME|close|NAME"},
+      {"viewport", &SessionParser::parseViewport, "N"},
       {"menu", &SessionParser::parseMenu, ""},
       {"end", &SessionParser::parseEnd, ""}};
   return kVerbs;
