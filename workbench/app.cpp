@@ -5,6 +5,7 @@
 #include "workbench/options.h"
 #include "workbench/platform/desktop.h"
 #include "workbench/platform/interruption.h"
+#include "workbench/platform/managed_host.h"
 #include "workbench/platform/module_loader.h"
 #include "workbench/platform/run_place.h"
 #include "workbench/report/report.h"
@@ -63,6 +64,8 @@ struct Inputs {
   std::unique_ptr<standin::Drawing> drawing;
   std::optional<std::string> menu;  ///< bytes of the menu file
   bool isMenuLate = false;          ///< the session writes it
+  /// In place of a menu file: what the host shows in its menus, for the exporter to write one of. Absolute.
+  std::optional<fs::path> hostMenus;
 };
 
 bool hasMenuEvent(const Session& session, std::size_t& line) {
@@ -74,14 +77,20 @@ bool hasMenuEvent(const Session& session, std::size_t& line) {
   return false;
 }
 
+bool isCustomizationFile(const fs::path& menu) {
+  return menu.extension() == ".cuix";
+}
+
 Inputs readInputs(const Options& options) {
   Inputs inputs;
   inputs.session = readSession(options.session);
   std::size_t line = 0;
   inputs.isMenuLate = hasMenuEvent(inputs.session, line);
-  if (inputs.isMenuLate && !options.menu)
-    throw InputError({inputs.session.file, line}, "the option --menu beside the event \"menu\"", "none");
-  if (options.menu) inputs.menu = readBytes(*options.menu, "a menu file");
+  if (options.menu && isCustomizationFile(*options.menu)) inputs.hostMenus = fs::absolute(*options.menu);
+  if (inputs.isMenuLate && (!options.menu || inputs.hostMenus))
+    throw InputError({inputs.session.file, line}, "the option --menu beside the event \"menu\"",
+                     inputs.hostMenus ? "a customization file" : "none");
+  if (options.menu && !inputs.hostMenus) inputs.menu = readBytes(*options.menu, "a menu file");
   inputs.drawing = readDrawing(options.drawing);
   return inputs;
 }
@@ -105,7 +114,7 @@ void printSummary(const RunResult& result, std::ostream& out) {
 
 /// A menu file that the user keeps in the profile of the results comes along when that is replaced.
 void keepMenuFile(const Options& options, const Inputs& inputs, const ResultFolder& results) {
-  if (!options.menu || options.profile) return;
+  if (!inputs.menu || options.profile) return;
   const fs::path place = fs::weakly_canonical(*options.menu).lexically_relative(results.folder());
   if (place.begin() == place.end() || *place.begin() != "profile") return;
   const fs::path copy = results.partial() / place;
@@ -127,6 +136,8 @@ RunResult play(const Options& options, Inputs& inputs, const Profile& profile, R
     request.writeMenu = [&] { profile.writeMenu(*inputs.menu); };
   else if (inputs.menu)
     profile.writeMenu(*inputs.menu);
+  if (inputs.hostMenus)
+    request.runAssembly = [&](const fs::path& assembly) { return runAssembly(assembly, *inputs.hostMenus); };
   ProgressLine line(err, !options.isQuiet && isErrorTerminal());
   request.progress = [&line, &log](std::int64_t nowMs, std::int64_t endMs) {
     line.show(nowMs, endMs);

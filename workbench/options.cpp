@@ -65,7 +65,9 @@ void addOptions(CLI::App& replay, RawOptions& raw, Options& options) {
   replay.add_option("--out", raw.out, "folder for the results, made when it is missing")->required();
   replay.add_option("--profile", raw.profile,
                     "the user's profile folder, kept from run to run [OUT/profile, new]");
-  replay.add_option("--menu", raw.menu, "menu file, copied into the profile");
+  replay.add_option(
+      "--menu", raw.menu,
+      "menu file, copied into the profile, or the host's menus (FILE.cuix), exported by the exporter");
   replay.add_option("--frame-ms", raw.frameMs, "time that a drawing call takes [16]");
   replay.add_option("--frames", raw.frames, "moments that the report shows [60]");
   replay.add_option("--module", raw.module, "the module to load [the one built beside this program]");

@@ -1,7 +1,8 @@
 /// The command line of the workbench.
 ///
 ///   workbench replay --drawing FILE.dxf --session FILE.session --out DIR
-///                    [--profile DIR] [--menu FILE.mnu] [--frame-ms N] [--realtime] [--frames N] [--quiet]
+///                    [--profile DIR] [--menu FILE.mnu or FILE.cuix] [--frame-ms N] [--realtime] [--frames N]
+///                    [--quiet]
 ///                    [--module FILE]
 #ifndef WORKBENCH_OPTIONS_H
 #define WORKBENCH_OPTIONS_H

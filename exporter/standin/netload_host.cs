@@ -3,12 +3,13 @@
 //
 // usage: netload_host ASSEMBLY --menu FILE.cuix [--enterprise FILE.cuix] [--workspace NAME] [--code-page N] [COMMAND...]
 //
-// The user's profile is USERPROFILE. Status 0; 1 when the assembly cannot be loaded or lacks a command; 2 for bad usage.
+// Without --workspace the file's first one is current. The user's profile is USERPROFILE. Status 0; 1 when the assembly cannot be loaded or lacks a command; 2 for bad usage.
 using System;
 using System.Collections.Generic;
 using System.IO;
 using System.Reflection;
 using System.Text;
+using Autodesk.AutoCAD.Customization;
 using Autodesk.AutoCAD.Runtime;
 
 namespace Standin {
@@ -31,6 +32,7 @@ static class NetloadHost {
     HostControl.start();
     List<string> rest = takeOptions(arguments);
     if (rest.Count == 0) throw new ArgumentException("expected an assembly");
+    if ((string)HostControl.variables["WSCURRENT"] == "") HostControl.variables["WSCURRENT"] = firstWorkspace();
     HostControl.variables["CMDNAMES"] = "NETLOAD";
     Assembly assembly = Netload.load(rest[0]);
     HostControl.variables["CMDNAMES"] = "";
@@ -38,6 +40,16 @@ static class NetloadHost {
     for (int i = 1; i < rest.Count; ++i) Netload.command(assembly, rest[i]);
     foreach (string text in HostControl.printed) Console.Write(text);
     return 0;
+  }
+
+  /// Of the main menu file; the exporter reports one that cannot be read.
+  static string firstWorkspace() {
+    try {
+      string path = HostControl.variables["MENUNAME"] + ".cuix";
+      foreach (Workspace workspace in new CustomizationSection(path, true).Workspaces) return workspace.Name;
+    } catch (FileOpenException) {
+    }
+    return "";
   }
 
   static List<string> takeOptions(List<string> arguments) {

@@ -28,6 +28,8 @@ class STANDIN_OBJECTARX_API Listener {
   /// A rule of the host was broken. The host's lock may be held: must not call the host.
   virtual void ruleBroken(const std::string& /*breach*/) {}
   virtual void hostPrinted(const std::wstring& /*text*/) {}  ///< what the host itself prints
+  /// NETLOAD has loaded the assembly. It is not run here: a listener may run it.
+  virtual void assemblyLoaded(const std::wstring& /*path*/) {}
 };
 
 /// The listener, null for none. Not owned.

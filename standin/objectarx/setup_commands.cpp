@@ -1,5 +1,6 @@
 // TILEMODE, CVPORT and NETLOAD.
 #include "built_ins.h"
+#include "listener.h"
 #include "printing.h"
 #include "text.h"
 #include "view_actions.h"
@@ -41,15 +42,16 @@ bool isFileThere(const std::wstring& name) {
   }
 }
 
-/// Assemblies are not run here; the line says which one would have been.
+/// Assemblies are not run here; the line names the assembly, and the listener may run it.
 class NetloadCommand final : public ActiveCommand {
  public:
   std::wstring prompt() const override { return L"Assembly file name:"; }
 
   Next input(const std::wstring& text) override {
     if (text.empty()) return Next::kDone;
-    hostPrint(isFileThere(text) ? L"Assembly \"" + text + L"\" loaded."
-                                : L"Cannot load assembly \"" + text + L"\".");
+    const bool isThere = isFileThere(text);
+    hostPrint(isThere ? L"Assembly \"" + text + L"\" loaded." : L"Cannot load assembly \"" + text + L"\".");
+    if (isThere) notify(&Listener::assemblyLoaded, text);
     return Next::kDone;
   }
 };

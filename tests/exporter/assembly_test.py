@@ -209,11 +209,11 @@ def FullDiskKeepsTheOldFile(exporter, folder):
 
 def SampleFileIsWhatTheExporterWrites(exporter, folder):
     profile = new_profile(folder)
-    exporter.run(profile)
+    exporter.run(profile, workspace="")
     sample = os.path.join(exporter.options.source, "samples", "autocad.mnu")
     require(read(menu_file(profile)) == read(sample),
             f"write it anew: USERPROFILE=DIR mono netload_host.exe MenuScribe2015.dll --menu samples/office.cuix "
-            f"--workspace '{WORKSPACE}' --code-page {CODE_PAGE}")
+            f"--code-page {CODE_PAGE}")
 
 
 def PlainWorkspaceHasItsOwnMenus(exporter, folder):

@@ -241,6 +241,7 @@ TEST_F(CommandLineTest, NetloadByLispNamesTheAssembly) {
   std::filesystem::remove(path);
   EXPECT_EQ(mHost.mHostPrinted, (Prints{L"Assembly \"" + path.generic_wstring() + L"\" loaded.",
                                         L"Cannot load assembly \"C:/no such.dll\"."}));
+  EXPECT_THAT(mHost.mAssemblies, ElementsAre(path.generic_wstring()));
 }
 
 TEST_F(CommandLineTest, CommandLineEvaluatesAndRunsAMenuMacro) {

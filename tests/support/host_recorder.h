@@ -34,6 +34,7 @@ class HostRecorder : public standin::host::Listener {
   }
   void modulePrinted(const std::wstring& text) override { mPrinted.push_back(text); }
   void hostPrinted(const std::wstring& text) override { mHostPrinted.push_back(text); }
+  void assemblyLoaded(const std::wstring& path) override { mAssemblies.push_back(path); }
 
   std::vector<View> mUpdates;
   std::vector<View> mCommits;
@@ -43,6 +44,7 @@ class HostRecorder : public standin::host::Listener {
   std::vector<bool> mIsActivating;  ///< of each text in mSent
   std::vector<std::wstring> mPrinted;
   std::vector<std::wstring> mHostPrinted;
+  std::vector<std::wstring> mAssemblies;  ///< paths, as NETLOAD was given them
 };
 
 #endif

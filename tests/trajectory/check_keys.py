@@ -82,7 +82,9 @@ class Run:
     def __init__(self, folder):
         with open(os.path.join(folder, "commandline.log"), encoding="utf-8") as lines:
             parts = [line.split(" ", 2) for line in lines]
-        self.sent = [(int(time), kind, json.loads(text)) for time, kind, text in parts if kind.startswith("send")]
+        sent = [(int(time), kind, json.loads(text)) for time, kind, text in parts if kind.startswith("send")]
+        # The first text of all loads the menu exporter; no key has sent it.
+        self.sent = [entry for entry in sent if not entry[2].startswith('(command "netload" ')]
         with open(os.path.join(folder, "trajectory.csv"), encoding="utf-8", newline="") as text:
             self.rows = list(csv.DictReader(text))
 

@@ -62,8 +62,9 @@ def read(*parts):
 
 
 def texts(out):
-    """The command line without times."""
-    return [line.split(" ", 1)[1] for line in read(out, "commandline.log").splitlines()]
+    """The command line without times, and without the folder of the exporter, which differs."""
+    lines = [line.split(" ", 1)[1] for line in read(out, "commandline.log").splitlines()]
+    return [re.sub(r'[^"]*/(?=MenuScribe2015[.]dll)', "", line) for line in lines]
 
 
 def settings(out):

@@ -29,8 +29,10 @@ TEST_F(ModuleRun, TheTimerTicksAndTheCapMovesTheView) {
 TEST_F(ModuleRun, AKeySendsItsViewCommand) {
   const LoadedModule module(LM_MODULE_FILE);
   module.send(AcRx::kInitAppMsg);
+  mHost.mSent.clear();
   controller::deliver({0x2000B, {}, 0, 0});
-  EXPECT_TRUE(serve(0, [] { return host::report().textsSent == 1; }));
+  EXPECT_TRUE(serve(0, [this] { return !mHost.mSent.empty(); }));
+  EXPECT_THAT(mHost.mSent, ElementsAre(L"'_-VIEW _TOP "));
   module.send(AcRx::kUnloadAppMsg);
 }
 
@@ -95,13 +97,13 @@ TEST_F(ModuleRun, AMissingSettingsFolderIsToldInABoxAfterABeep) {
                                     L"and try again to read out AutoCAD's menu items."));
 }
 
-TEST_F(ModuleRun, TheExporterIsLookedForBesideTheModulesOwnFile) {
+TEST_F(ModuleRun, TheExporterIsLoadedFromTheModulesOwnFolder) {
   const LoadedModule module(LM_MODULE_FILE);
   module.send(AcRx::kInitAppMsg);
   module.send(AcRx::kUnloadAppMsg);
-  std::string folder = std::filesystem::absolute(LM_MODULE_FILE).parent_path().make_preferred().string();
-  EXPECT_THAT(read("autocad_addin_log.txt"),
-              HasSubstr("Error: MenuScriber does not exist " + folder + "\\MenuScribe2015.dll"));
+  const std::wstring folder = std::filesystem::absolute(LM_MODULE_FILE).parent_path().generic_wstring();
+  EXPECT_THAT(mHost.mSent, ElementsAre(L"(command \"netload\" \"" + folder + L"/MenuScribe2015.dll\")\n"));
+  EXPECT_THAT(read("autocad_addin_log.txt"), Not(HasSubstr("MenuScriber does not exist")));
 }
 
 }  // namespace

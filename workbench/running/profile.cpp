@@ -1,6 +1,7 @@
 #include "workbench/running/profile.h"
 
 #include "workbench/input_error.h"
+#include "workbench/platform/code_page.h"
 #include "workbench/text_input.h"
 #include "workbench/text_output.h"
 
@@ -12,10 +13,9 @@ namespace fs = std::filesystem;
 
 namespace {
 
-std::string textOf(const fs::path& file, const char* expected) {
-  if (!fs::is_regular_file(file)) return {};
-  return toUtf8(readFile(file, expected));
-}
+/// In which the exporter writes and the module reads: that of the stand-in of Windows, and of Wine as it is
+/// made here.
+constexpr int kCodePage = 1252;
 
 }  // namespace
 
@@ -38,7 +38,11 @@ void Profile::writeMenu(const std::string& bytes) const {
 }
 
 std::string Profile::menu() const {
-  return textOf(menuFile(), "a menu file");
+  if (!fs::is_regular_file(menuFile())) return {};
+  const std::string bytes = readFile(menuFile(), "a menu file");
+  // Files that people write for a session are UTF-8.
+  if (toUtf8(bytes) == bytes) return bytes;
+  return decodedCodePage(bytes, kCodePage).value_or(toUtf8(bytes));
 }
 
 }  // namespace workbench

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <sstream>
 #include <utility>
 
 namespace workbench {
@@ -45,7 +46,7 @@ std::string handleText(std::uint64_t handle) {
   return text;
 }
 
-Recorder::Recorder() {
+Recorder::Recorder(AssemblyRunner runAssembly) : mRunAssembly(std::move(runAssembly)) {
   listenToDesktop([this](const DesktopMessage& message) {
     addLine(message.isBeep ? LineKind::kBeep : LineKind::kBox, message.text);
   });
@@ -106,6 +107,13 @@ void Recorder::modulePrinted(const std::wstring& text) {
 
 void Recorder::hostPrinted(const std::wstring& text) {
   addLine(LineKind::kHost, text);
+}
+
+void Recorder::assemblyLoaded(const std::wstring& path) {
+  if (!mRunAssembly) return;
+  std::istringstream shown(mRunAssembly(std::filesystem::path(path)));
+  for (std::string line; std::getline(shown, line);)
+    if (!line.empty()) hostPrinted(toWide(line));
 }
 
 void Recorder::ruleBroken(const std::string& breach) {

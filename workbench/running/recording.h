@@ -7,6 +7,8 @@
 
 #include <array>
 #include <cstdint>
+#include <filesystem>
+#include <functional>
 #include <mutex>
 #include <set>
 #include <string>
@@ -67,7 +69,11 @@ struct Recording {
 /// module that keeps the rules, and from any thread otherwise.
 class Recorder : public standin::host::Listener {
  public:
-  Recorder();
+  /// Runs an assembly that NETLOAD has loaded, and returns what the command line shows (UTF-8, lines).
+  using AssemblyRunner = std::function<std::string(const std::filesystem::path& assembly)>;
+
+  /// An empty `runAssembly` leaves assemblies alone.
+  explicit Recorder(AssemblyRunner runAssembly);
   ~Recorder() override;
 
   /// The row of kind `start`: the current view as it is now. Main thread.
@@ -86,12 +92,14 @@ class Recorder : public standin::host::Listener {
   void modulePrinted(const std::wstring& text) override;
   void hostPrinted(const std::wstring& text) override;
   void ruleBroken(const std::string& breach) override;
+  void assemblyLoaded(const std::wstring& path) override;
 
  private:
   void addRow(RowKind kind, int viewport, const standin::host::Camera& camera);
   void addPaperRow(RowKind kind, int viewport, const standin::host::PaperView& view);
   void addLine(LineKind kind, const std::wstring& text);
 
+  const AssemblyRunner mRunAssembly;
   std::mutex mMutex;
   Recording mRecording;
 };

@@ -46,7 +46,7 @@ class Run {
     mResult.endMs = mRequest.session.endMs;
     mResult.notUnderstood = mRequest.drawing->mSkipped;
     startWorld();
-    Recorder recorder;
+    Recorder recorder(mRequest.runAssembly);
     recorder.begin();
     mMoments.begin();
     runModule(recorder);

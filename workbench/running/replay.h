@@ -30,6 +30,7 @@ struct ReplayRequest {
   std::uint32_t frameMs = 16;
   std::size_t moments = 60;         ///< of the report
   std::function<void()> writeMenu;  ///< for the session's event `menu`
+  Recorder::AssemblyRunner runAssembly;
   Progress progress;
 };
 

@@ -1,0 +1,41 @@
+#include "workbench/input_error.h"
+#include "workbench/platform/managed_host.h"
+#include "workbench/platform/module_loader.h"
+
+#include <array>
+#include <cstdio>
+
+namespace workbench {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// The code page of the stand-in of Windows, in which the module reads.
+constexpr const char* kCodePage = "1252";
+
+/// For the shell.
+std::string quoted(const fs::path& path) {
+  std::string text = "'";
+  for (const char letter : path.string())
+    text += letter == '\'' ? std::string("'\\''") : std::string(1, letter);
+  return text + "'";
+}
+
+}  // namespace
+
+std::string runAssembly(const fs::path& assembly, const fs::path& menus) {
+  const fs::path host =
+      (executableFolder() / ".." / "exporter" / "standin" / "netload_host.exe").lexically_normal();
+  const std::string command = "mono " + quoted(host) + " " + quoted(assembly) + " --menu " + quoted(menus) +
+                              " --code-page " + kCodePage + " 2>&1";
+  FILE* const pipe = popen(command.c_str(), "r");
+  std::string shown;
+  std::array<char, 4096> part{};
+  while (pipe != nullptr && std::fgets(part.data(), part.size(), pipe) != nullptr) shown += part.data();
+  if (pipe == nullptr || pclose(pipe) != 0)
+    throw InputError({menus.string()}, "menus that " + assembly.filename().string() + " reads under mono",
+                     inQuotes(shown));
+  return shown;
+}
+
+}  // namespace workbench

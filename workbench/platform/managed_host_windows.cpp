@@ -1,0 +1,11 @@
+#include "workbench/input_error.h"
+#include "workbench/platform/managed_host.h"
+
+namespace workbench {
+
+std::string runAssembly(const std::filesystem::path&, const std::filesystem::path& menus) {
+  throw InputError({menus.string()}, "a menu file: assemblies run in native builds only",
+                   "a customization file");
+}
+
+}  // namespace workbench
