@@ -31,7 +31,11 @@ def linked_files(map_path):
 
 def included_headers(build):
     """The system's headers that the shipped objects were compiled with."""
-    told = subprocess.run(["ninja", "-C", build, "-t", "deps"], check=True, capture_output=True, text=True).stdout
+    # The module has a build of its own within.
+    builds = [folder for folder in (build, os.path.join(build, "module")) if os.path.exists(os.path.join(folder, "build.ninja"))]
+    told = "\n\n".join(
+        subprocess.run(["ninja", "-C", folder, "-t", "deps"], check=True, capture_output=True, text=True).stdout
+        for folder in builds)
     found = set()
     for block in told.split("\n\n"):
         lines = block.strip().splitlines()

@@ -40,6 +40,6 @@ build() {
   }
 }
 
-windows_packages=(g++-mingw-w64-x86-64-posix wine wine64 xvfb googletest)
+windows_packages=(g++-mingw-w64-x86-64-posix clang-14 lld-14 llvm-14 libc++-14-dev libwine-dev wine wine64 xvfb googletest)
 # For ./run package, and the tests of what it makes.
 package_packages=(wixl msitools osslsigncode cmark-gfm libxml2-utils openssl)

@@ -38,16 +38,14 @@ std::wstring withWideStrings(const wchar_t* format) {
 
 }  // namespace
 
-int acutPrintf(const ACHAR* format, ...) {
+namespace standin::host {
+
+int modulePrint(const ACHAR* format, va_list arguments) {
   Call call(kPrintf);
   if (call.isToFail() || format == nullptr) return RTERROR;
   const std::wstring wideFormat = withWideStrings(format);
   std::vector<wchar_t> text(kLongestPrint);
-  va_list arguments;
-  va_start(arguments, format);
-  // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized): the analyser does not know va_start.
   const int length = std::vswprintf(text.data(), text.size(), wideFormat.c_str(), arguments);
-  va_end(arguments);
   // One C library returns the length it would have needed, another -1.
   if (length < 0 || static_cast<std::size_t>(length) >= text.size()) return RTERROR;
   ++counts().modulePrints;
@@ -56,10 +54,18 @@ int acutPrintf(const ACHAR* format, ...) {
   return RTNORM;
 }
 
-namespace standin::host {
-
 void hostPrint(const std::wstring& text) {
   notify(&Listener::hostPrinted, text);
 }
 
 }  // namespace standin::host
+
+int acutPrintf(const ACHAR* format, ...) {
+  va_list arguments;
+  va_start(arguments, format);
+  struct End {
+    va_list& list;
+    ~End() { va_end(list); }
+  } const end{arguments};
+  return standin::host::modulePrint(format, arguments);
+}

@@ -11,9 +11,6 @@
 #include "dbents.h"
 #include "dbsymtb.h"
 #include "gs.h"
-
-#include <cstdio>
-#include <cstdlib>
 // clang-format on
 
 struct AcRxClass::Body {
@@ -32,8 +29,6 @@ struct AcRxClass::Body {
     return NAME::desc();                                              \
   }
 
-AcRxObject::AcRxObject() = default;
-
 AcRxClass* AcRxObject::desc() {
   static const AcRxClass::Body body{L"AcRxObject", nullptr};
   static AcRxClass description(&body);
@@ -42,26 +37,6 @@ AcRxClass* AcRxObject::desc() {
 
 AcRxClass* AcRxObject::isA() const {
   return AcRxObject::desc();
-}
-
-AcRxObject* AcRxObject::clone() const {
-  return nullptr;
-}
-
-Acad::ErrorStatus AcRxObject::copyFrom(const AcRxObject* /*otherP*/) {
-  return Acad::eNotApplicable;
-}
-
-Adesk::Boolean AcRxObject::isEqualTo(const AcRxObject* otherP) const {
-  return otherP == this;
-}
-
-AcRx::Ordering AcRxObject::comparedTo(const AcRxObject* otherP) const {
-  return otherP == this ? AcRx::kEqual : AcRx::kNotOrderable;
-}
-
-AcRxObject* AcRxObject::subQueryX(const AcRxClass* /*classP*/) const {
-  return nullptr;
 }
 
 const ACHAR* AcRxClass::name() const {
@@ -92,9 +67,3 @@ STANDIN_DEFINE_CLASS(AcDbViewport, AcDbEntity)
 STANDIN_DEFINE_CLASS(AcDbSymbolTableRecord, AcDbObject)
 STANDIN_DEFINE_CLASS(AcDbAbstractViewTableRecord, AcDbSymbolTableRecord)
 STANDIN_DEFINE_CLASS(AcDbViewportTableRecord, AcDbAbstractViewTableRecord)
-
-void standinReservedSlotCalled(const char* className, int slot) {
-  std::fprintf(stderr, "The host has no function in slot %d of %s: the run ends.\n", slot, className);
-  std::fflush(stderr);
-  std::_Exit(3);
-}

@@ -6,7 +6,7 @@ source=$1
 build=$2
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
-cp "$build"/bin/{workbench.exe,LMTRAutoCAD2013.arx,standin_objectarx.dll} "$folder"
+cp "$build"/bin/{workbench.exe,LMTRAutoCAD2013.arx,standin_objectarx.dll,standin_adapter.dll,ac{core,db19,ge19,1st19}.dll} "$folder"
 status=0
 told=$("$source/tools/run_in_wine.sh" "$build" "$folder/workbench.exe" replay --drawing "$source/samples/bracket.dxf" \
   --session "$source/samples/keys.session" --out "$folder" 2>&1 | tr -d '\r') || status=$?

@@ -21,14 +21,14 @@ std::string messageFor(const std::filesystem::path& file) {
   return "loaded";
 }
 
-TEST(ModuleLoader, NamesTheClientLibraryWhenItIsMissing) {
+TEST(ModuleLoader, NamesTheFirstLibraryThatIsMissing) {
   const TempFolder folder;
   const std::filesystem::path module = folder.root() / "LMTRAutoCAD2013.arx";
   std::filesystem::copy_file(LM_MODULE_FILE, module);
   // The program's own folder is searched before any other, so it must not be the build's.
   EXPECT_EQ(messageFor(module), module.string() +
                                     ": expected a module for host interface 0x130000, found one that needs "
-                                    "lmt_ctrlr_64.dll, which is missing");
+                                    "accore.dll, which is missing");
 }
 
 TEST(ModuleLoader, NamesAFileThatIsNoLibrary) {

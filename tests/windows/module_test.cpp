@@ -87,7 +87,7 @@ TEST_F(ModuleRun, AMissingSettingsFolderIsToldInABoxAfterABeep) {
   workbench::listenToDesktop(
       [&told](const workbench::DesktopMessage& message) { told.push_back(message.text); });
   const LoadedModule module(LM_MODULE_FILE);
-  workbench::hearBeeps(GetModuleHandleA(LM_MODULE_FILE));
+  workbench::interceptBeeps(GetModuleHandleA(LM_MODULE_FILE));
   module.send(AcRx::kInitAppMsg);
   module.send(AcRx::kUnloadAppMsg);
   workbench::listenToDesktop({});

@@ -1,14 +1,16 @@
 #!/usr/bin/env python3
 """Holds the module's file to what the host and the client library expect of it.
 
-usage: pe_check.py OBJDUMP MODULE CLIENT_LIBRARY HOST_LIBRARY_NAME
+usage: pe_check.py OBJDUMP MODULE CLIENT_LIBRARY TABLE_OF_THE_HOST
 """
 import re
 import struct
 import subprocess
 import sys
 
-SYSTEM = {"kernel32.dll", "user32.dll", "msvcrt.dll", "advapi32.dll", "gdi32.dll", "shell32.dll", "ole32.dll"}
+# msvcr100.dll is AutoCAD 2013's own C runtime.
+SYSTEM = {"kernel32.dll", "user32.dll", "advapi32.dll", "msvcr100.dll"}
+SECTIONS = {".text", ".rdata", ".data", ".pdata", ".xdata", ".tls", ".CRT", ".rsrc", ".reloc", ".bss", ".ctors", ".dtors", ".eh_fram"}
 CLIENT = "lmt_ctrlr_64.dll"
 ORDINALS = {104, 106, 108, 110, 116, 117, 180}
 FLAGS = {"HIGH_ENTROPY_VA", "DYNAMIC_BASE", "NX_COMPAT"}
@@ -27,9 +29,25 @@ def imports(text):
         block = part.split("\n\n")[0]
         library = block.splitlines()[0].strip().lower()
         numbers = {int(n, 16) & 0xFFFF for n in re.findall(r"^\s+8000[0-9a-f]{12}\s", block, re.M)}
-        names = set(re.findall(r"^\s+[0-9a-f]+\s+\d+\s+(\w\S*)\s*$", block, re.M))
+        names = set(re.findall(r"^\s+[0-9a-f]+\s+\d+\s+(\S+)\s*$", block, re.M)) - {"<none>"}
         result[library] = (numbers, names)
     return result
+
+
+def host_functions(table):
+    """Name of each of the host's libraries with the names that a module imports; those that are not sure are left out."""
+    result = {}
+    with open(table, encoding="ascii") as file:
+        for line in file:
+            library, certainty, name, *_ = line.split("\t") + ["", ""]
+            if certainty in ("A", "B"):
+                result.setdefault(library, set()).add(name)
+    return result
+
+
+def sections(objdump, file):
+    text = subprocess.run([objdump, "-h", file], check=True, capture_output=True, text=True).stdout
+    return set(re.findall(r"^\s*\d+ (\S+)", text, re.M))
 
 
 def exported_names(text):
@@ -55,7 +73,7 @@ def string_values(data):
     return found
 
 
-def main(objdump, module, client, host):
+def main(objdump, module, client, table):
     problems = []
 
     def expect(what, found, expected):
@@ -68,8 +86,16 @@ def main(objdump, module, client, host):
     expect("number of exports", len(exported_numbers(text)), 2)
     found = imports(text)
     expect("imports by number", found.get(CLIENT, (set(), set())), (ORDINALS, set()))
-    expect("other imported libraries", {n for n in found if n not in SYSTEM and n not in (CLIENT, host)}, set())
-    expect("the host is imported", host in found, True)
+    host = host_functions(table)
+    expect("imported libraries that nobody has", set(found) - SYSTEM - {CLIENT} - set(host), set())
+    expect("libraries that are not imported", {CLIENT, "msvcr100.dll", *host} - set(found), set())
+    for library, names in host.items():
+        numbers, imported = found.get(library, (set(), set()))
+        expect(f"imports of {library} by number", numbers, set())
+        expect(f"imports of {library} that the table does not have", imported - names, set())
+        expect(f"something of {library} is imported", bool(imported), True)
+    expect("sections beside the known ones", sections(objdump, module) - SECTIONS, set())
+    expect("relocations, without which no address can be random", ".reloc" in sections(objdump, module), True)
     expect("flags", {flag for flag in FLAGS if re.search(rf"^\s+{flag}$", text, re.M)}, FLAGS)
 
     with open(module, "rb") as file:

@@ -9,7 +9,7 @@ source=$second/a_copy_of_the_sources
 mkdir "$source"
 tar -C "$1" --exclude=./build --exclude=./out --exclude=./.git -cf - . | tar -C "$source" -xf -
 cmake -S "$source" -B "$second/built" -G Ninja -DCMAKE_BUILD_TYPE=Release \
-  -DCMAKE_TOOLCHAIN_FILE="$source/cmake/windows_toolchain.cmake" >/dev/null
-cmake --build "$second/built" --target LMTRAutoCAD2013 >/dev/null
+  -DCMAKE_TOOLCHAIN_FILE="$source/cmake/microsoft_abi_toolchain.cmake" >/dev/null
+cmake --build "$second/built" >/dev/null
 cmp "$module" "$second/built/bin/LMTRAutoCAD2013.arx"
 echo "the same bytes"

@@ -62,7 +62,7 @@ class BoxReader {
 TEST(WindowsBox, IsShownAfterTheBeepAndAnswersTheButton) {
   std::vector<std::string> heard;
   BoxReader reader(L"A caption");
-  workbench::hearBeeps(GetModuleHandleW(nullptr));
+  workbench::interceptBeeps(GetModuleHandleW(nullptr));
   workbench::listenToBeeps([&heard, &reader](DWORD hertz, DWORD ms) {
     heard.push_back(std::to_string(hertz) + " Hz, " + std::to_string(ms) + " ms" +
                     (reader.isFound() ? ", late" : ""));

@@ -25,7 +25,7 @@ struct AcAp {
 class STANDIN_OBJECTARX_CLASS AcApDocument : public AcRxObject {};
 
 /// Is told of what happens to documents, while it is registered. Twenty slots: the host calls it by number.
-class STANDIN_OBJECTARX_CLASS AcApDocManagerReactor : public AcRxObject {
+class STANDIN_NO_TABLE STANDIN_OBJECTARX_CLASS AcApDocManagerReactor : public AcRxObject {
  public:
   ACRX_DECLARE_MEMBERS(AcApDocManagerReactor)
   AcApDocManagerReactor() = default;

@@ -70,7 +70,6 @@ class STANDIN_OBJECTARX_CLASS AcDbObject : public AcGiDrawable {
  protected:
   AcDbObject() = default;
 
- private:
   friend class standin::host::ObjectAccess;
   std::uint64_t mId = 0;
   int mReaders = 0;

@@ -10,7 +10,7 @@ class AcGeTol {
   constexpr double equalPoint() const { return mEqualPoint; }
   constexpr double equalVector() const { return mEqualVector; }
 
- private:
+ protected:
   double mEqualPoint = 1e-10;
   double mEqualVector = 1e-10;
   double mReserved[3] = {};
