@@ -55,7 +55,7 @@ class RotatingLogFile {
  private:
   /// How many lines in a row may trust the tracked size before the system is asked.
   static constexpr int kMaxTrustedWrites = 32;
-  static constexpr std::size_t kMaxUnconfirmed = std::size_t{16} * 1024;
+  static constexpr std::size_t kMaxUnconfirmed = std::size_t{30} * 1024;
 
   bool isFull(bool isExact) noexcept;
   bool isReplaced();

@@ -121,7 +121,7 @@ TEST_F(SharedLogs, TwoProcessesKeepLimitAndBackupAndLoseNoLine) {
   constexpr int kLines = 20000;
   constexpr std::int64_t kStressLimit = 100000;
   // A process that has not noticed a rotation adds what it may write between two checks.
-  constexpr std::size_t kLate = 40000;
+  constexpr std::size_t kLate = 80000;
   const auto write = [this](char writer) {
     RotatingLogFile file(makeLogFile);
     ASSERT_TRUE(file.open(mFolder.path("b.log"), "b.log", kStressLimit));
