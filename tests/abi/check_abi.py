@@ -1,0 +1,67 @@
+#!/usr/bin/env python3
+"""Holds the host's headers, as the compiler for Microsoft's ABI lays them out, to the table of the host's interface.
+
+usage: check_abi.py TABLE PROBE COMPILE_COMMANDS HEADERS
+"""
+import json
+import os
+import re
+import shlex
+import subprocess
+import sys
+import tempfile
+
+
+def compiler(commands):
+    """The module's compiler with its flags, without source and output."""
+    with open(commands, encoding="utf-8") as file:
+        entry = next(entry for entry in json.load(file) if entry["file"].endswith("late_imports.cpp"))
+    words = shlex.split(entry["command"])
+    end = words.index("-o")
+    return [word for word in words[:end] if not word.startswith(("-W", "-O"))]
+
+
+def tables(text):
+    """Class to the functions of its virtual table, in order."""
+    found = {}
+    for part in re.split(r"^VFTable for ", text, flags=re.M)[1:]:
+        name = re.search(r"'Of(\w+)' \((\d+) entr", part.splitlines()[0])
+        if name:
+            slots = re.findall(r"^ +(\d+) \| (.*)$", part, re.M)
+            # The table pointer leads past the first entry, which describes the class.
+            found[name.group(1)] = [function for _, function in slots[1:int(name.group(2))]]
+    return found
+
+
+def main(table, probe, commands, headers):
+    with open(table, encoding="ascii") as file:
+        rows = [line.rstrip("\n").split("\t") for line in file if not line.startswith("#")][1:]
+    checks = []
+    for kind, owner, number, name in rows:
+        if kind == "size":
+            checks.append(f'static_assert(sizeof({owner}) == {number}, "size of {owner}");')
+        if kind == "value":
+            full = f"{owner}::{name}" if owner else name
+            checks.append(f'static_assert({full} == {number}, "value of {full}");')
+    with tempfile.TemporaryDirectory() as folder:
+        with open(os.path.join(folder, "checks.inc"), "w", encoding="ascii") as file:
+            file.write("\n".join(checks) + "\n")
+        told = subprocess.run([*compiler(commands), f"-I{headers}", f"-I{folder}", "-Xclang", "-fdump-vtable-layouts", "-c", "-o",
+                               os.path.join(folder, "probe.o"), probe], capture_output=True, text=True, check=False)
+    if told.returncode != 0:
+        print(told.stderr)
+        return 1
+    found, problems, compared = tables(told.stdout), [], len(checks)
+    for kind, owner, number, name in rows:
+        slots = found.get(owner, [])
+        compared += kind in ("slots", "slot")
+        if kind == "slots" and len(slots) != int(number):
+            problems.append(f"{owner}: {len(slots)} slots, expected {number}")
+        if kind == "slot" and not (int(number) < len(slots) and re.search(rf"::{re.escape(name)}\b", slots[int(number)])):
+            problems.append(f"{owner}: slot {number} is {slots[int(number):int(number) + 1]}, expected {name}")
+    print("\n".join(problems) or f"{compared} sizes, values and slots are as the table has them")
+    return 1 if problems else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main(*sys.argv[1:]))
