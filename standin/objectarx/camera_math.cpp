@@ -94,6 +94,7 @@ ViewFrame frameOf(const AcGeVector3d& direction, double twist) {
   frame.right = reference.crossProduct(frame.out).normalize();
   frame.up = frame.out.crossProduct(frame.right);
   if (twist == 0) return frame;
+  // The twist turns the picture counter-clockwise, so the frame turns the other way.
   frame.right.rotateBy(-twist, frame.out);
   frame.up.rotateBy(-twist, frame.out);
   return frame;

@@ -1,4 +1,4 @@
-/// What commands and the session do to views; each change is stored, and the listener is told. Main thread
+/// What commands and the session do to views; each change is stored, and the listener is called. Main thread
 /// only, and not while the host's lock is held.
 #ifndef STANDIN_VIEW_ACTIONS_H
 #define STANDIN_VIEW_ACTIONS_H
@@ -18,7 +18,7 @@ void zoomToExtents();
 /// but one direction.
 bool lookFrom(const ViewFrame& frame);
 
-/// Sets a system variable and tells of the view that is current then.
+/// Sets a system variable and reports the view that is current then.
 VariableChange changeVariable(const std::wstring& name, int value);
 
 }  // namespace standin::host
