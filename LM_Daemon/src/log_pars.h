@@ -27,7 +27,7 @@ struct LogPars {
   std::string mSectionName = "LOGGING";  ///< section of the settings file that holds these values
   std::string mSettingsDirPath;          ///< folder of a log file that is named without a backslash
 #define LM_DECLARE_FIELD(type, field, key, defaultValue, usable, comment) type field = defaultValue;
-  LM_LOG_SETTINGS(LM_DECLARE_FIELD)
+  LM_LOG_SETTINGS(LM_DECLARE_FIELD)  // NOLINT(readability-redundant-string-init): a row has a default
 #undef LM_DECLARE_FIELD
 
   /// The values as text for the log, one line each.
