@@ -123,14 +123,19 @@ void keepMenuFile(const Options& options, const Inputs& inputs, const ResultFold
 
 RunResult play(const Options& options, Inputs& inputs, const Profile& profile, ResultFolder& results,
                ModuleLog& log, std::ostream& err) {
+  const auto clock = options.isRealTime ? standin::clock::Kind::kReal : standin::clock::Kind::kReplay;
+  // The module writes its log's first entry while it is loaded.
+  standin::clock::start(clock, options.frameMs);
+  standin::clock::setDate(options.dateMs);
   const RunPlace place(results.partial(), profile.folder(), options.module);
   Module module(options.module, place.module());
   results.keepPartial();
   ReplayRequest request;
   request.session = inputs.session;
   request.drawing = std::move(inputs.drawing);
-  request.clock = options.isRealTime ? standin::clock::Kind::kReal : standin::clock::Kind::kReplay;
+  request.clock = clock;
   request.frameMs = options.frameMs;
+  request.dateMs = options.dateMs;
   request.moments = options.frames;
   if (inputs.isMenuLate)
     request.writeMenu = [&] { profile.writeMenu(*inputs.menu); };

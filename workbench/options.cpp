@@ -20,7 +20,7 @@ constexpr const char* kModuleName = "LMTRAutoCAD2013.arx";
 /// As given on the command line. Numbers are parsed here, not by the library, so that every mistake gets the
 /// same form of message.
 struct RawOptions {
-  std::string drawing, session, out, profile, menu, module, frameMs, frames;
+  std::string drawing, session, out, profile, menu, module, frameMs, frames, date;
 };
 
 long long number(const std::string& name, const std::string& text, long long highest) {
@@ -29,6 +29,27 @@ long long number(const std::string& name, const std::string& text, long long hig
     throw UsageError(name + ": expected a whole number, 1 to " + std::to_string(highest) + ", found " +
                      inQuotes(text));
   return *value;
+}
+
+/// Days from 1970-01-01 to a day of the Gregorian calendar: years begin in March, so leap days end them.
+std::int64_t daysSince1970(long long year, long long month, long long day) {
+  const long long years = month > 2 ? year : year - 1;
+  const long long era = years / 400;
+  const long long yearOfEra = years - era * 400;
+  const long long dayOfYear = (153 * (month > 2 ? month - 3 : month + 9) + 2) / 5 + day - 1;
+  return era * 146097 + yearOfEra * 365 + yearOfEra / 4 - yearOfEra / 100 + dayOfYear - 719468;
+}
+
+std::int64_t dateOf(const std::string& text) {
+  const auto part = [&text](std::size_t at, std::size_t size) {
+    return parseInteger(text.substr(at, size)).value_or(-1);
+  };
+  const bool isForm = text.size() == 10 && text[4] == '-' && text[7] == '-';
+  const long long year = isForm ? part(0, 4) : 0, month = isForm ? part(5, 2) : 0,
+                  day = isForm ? part(8, 2) : 0;
+  if (year < 1970 || year > 2999 || month < 1 || month > 12 || day < 1 || day > 31)
+    throw UsageError("--date: expected a day, 1970-01-01 to 2999-12-31, found " + inQuotes(text));
+  return daysSince1970(year, month, day) * 24 * 3600 * 1000;
 }
 
 std::optional<fs::path> optionalPath(const std::string& text) {
@@ -56,6 +77,7 @@ Options finish(const RawOptions& raw, Options options) {
   options.module = raw.module.empty() ? defaultModule() : fs::path(raw.module);
   options.frameMs = static_cast<std::uint32_t>(number("--frame-ms", raw.frameMs, kLongestFrameMs));
   options.frames = static_cast<std::size_t>(number("--frames", raw.frames, kMostMoments));
+  options.dateMs = dateOf(raw.date);
   return options;
 }
 
@@ -70,6 +92,7 @@ void addOptions(CLI::App& replay, RawOptions& raw, Options& options) {
       "menu file, copied into the profile, or the host's menus (FILE.cuix), exported by the exporter");
   replay.add_option("--frame-ms", raw.frameMs, "time that a drawing call takes [16]");
   replay.add_option("--frames", raw.frames, "moments that the report shows [60]");
+  replay.add_option("--date", raw.date, "day on which the run takes place, except in real time [2013-01-01]");
   replay.add_option("--module", raw.module, "the module to load [the one built beside this program]");
   replay.add_flag("--realtime", options.isRealTime, "let time pass as it does, instead of at once");
   replay.add_flag("--quiet", options.isQuiet, "print the report's path only");
@@ -81,6 +104,7 @@ Options parseOptions(std::vector<std::string> arguments) {
   RawOptions raw;
   raw.frameMs = "16";
   raw.frames = "60";
+  raw.date = "2013-01-01";
   Options options;
   CLI::App app("Runs the AutoCAD module against a drawing and a recorded session.", "workbench");
   CLI::App* const replay = app.add_subcommand("replay", "replay a session and write a report");

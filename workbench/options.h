@@ -25,6 +25,7 @@ struct Options {
   std::filesystem::path module;  ///< for trials with another module than the one built beside the program
   std::uint32_t frameMs = 16;
   std::size_t frames = 60;
+  std::int64_t dateMs = 0;  ///< UTC that belongs to time 0, in ms since 1970
   bool isRealTime = false;
   bool isQuiet = false;
 };

@@ -271,6 +271,41 @@ test("the camera's path is drawn up to the moment", async () => {
   assert.notEqual(await page.getAttribute("#path .ahead", "d"), ahead);
 });
 
+test("between two moments the camera is that of the last pass", async () => {
+  await open("bundle.html");
+  const first = await drawn("SPRING");
+  await slideTo(60);
+  const between = await drawn("SPRING");
+  assert.notEqual(between, first);
+  await slideTo(500);
+  assert.equal(await drawn("SPRING"), between, "the pass at 0.05 s has the camera of 0.5 s");
+});
+
+test("a push between two moments is in the strip and at its time", async () => {
+  await open("bundle.html");
+  const bars = (name) => page.getAttribute(`#activity .${name}`, "d");
+  assert.ok((await bars("push")).split("M").length > 10, "the pushes have bars");
+  await slideTo(420);
+  assert.deepEqual(await page.locator("#cap b").allInnerTexts(), ["90", "0", "0", "0", "0", "0"]);
+  await slideTo(400);
+  assert.deepEqual(await page.locator("#cap b").allInnerTexts(), ["0", "0", "0", "0", "\u2212350", "0"]);
+});
+
+test("problems are marked at their time with their text", async () => {
+  await open("bundle.html");
+  assert.equal(await page.locator("#activity .problem").count(), 1);
+  assert.equal(await page.locator("#activity .problem title").evaluate((t) => t.textContent), "host: something that must not be");
+});
+
+test("the session's events are listed, and a click goes to one", async () => {
+  await open("bundle.html");
+  await page.getByRole("tab", { name: "Session" }).click();
+  assert.deepEqual(await page.locator("#events .text").allInnerTexts(), ["motion 0 0 0 0 -350 0", "motion 90 0 0 0 0 0", "key front"]);
+  await page.locator("#events button").nth(1).click();
+  assert.equal(await text("#clock"), "0.41 / 2.00 s");
+  assert.equal(await page.locator("#events .is-last .text").innerText(), "motion 90 0 0 0 0 0");
+});
+
 test("the command line shows what has happened by the moment", async () => {
   await open("bundle.html");
   const past = () => page.locator("#commands .is-past .kind").allInnerTexts();

@@ -66,8 +66,8 @@ Json parsed(const char* text) {
 TEST(ReportScene, HasEveryKeyForARunOfNothing) {
   EXPECT_EQ(reportJson(ReportData{}),
             parsed(R"({"drawing":"","session":"","clean":false,"summary":[],"groups":[],
-      "moments":[],"selections":[],"changes":[],"desktops":[],"path":[],"lines":[],"functions":[],"keys":[],
-      "log":"","log_note":""})"));
+      "moments":[],"selected":[],"selections":[],"changes":[],"desktops":[],"passes":{"count":0,"all":0,"data":""},"caps":[],"events":[],"problems":[],"lines":[],"functions":[],"keys":[],
+      "log":"","log_note":"","log_follows":false})"));
 }
 
 TEST(ReportScene, GroupsShapesByLayerAndColour) {
@@ -163,13 +163,38 @@ TEST(ReportScene, WritesWhatRecursOnce) {
   EXPECT_EQ(json["moments"][2]["gone"], parsed(R"(["2B"])"));
 }
 
-TEST(ReportScene, KeepsPathLinesAndLogInOrder) {
+TEST(ReportScene, WritesPassesAsNumbersInBase64) {
   ReportData data;
-  data.cameraPath = {{0, {1, 2, 3}}, {16, {1.5, 2, 3}}};
+  data.passes = {{16, 1, true, true, {{1, 2, 0}, {0, 0, 0}, {0, 0, 0}, 3, 4, true}}};
+  const Json passes = reportJson(data)["passes"];
+  EXPECT_EQ(passes["count"], 1);
+  // 16, then the state 1 + 2 + 4 + 8, then the camera.
+  EXPECT_EQ(passes["data"].get<std::string>().substr(0, 32), "AAAAAAAAMEAAAAAAAAAuQAAAAAAAAPA/");
+  EXPECT_EQ(passes["data"].get<std::string>().size(), (13 * 8 + 2) / 3 * 4u);
+}
+
+TEST(ReportScene, ThinsPassesBeyondWhatAPageCanHold) {
+  ReportData data;
+  for (int i = 0; i < 600000; ++i) data.passes.push_back({i, 2, false, false, {}});
+  const Json passes = reportJson(data)["passes"];
+  EXPECT_EQ(passes["all"], 600000);
+  EXPECT_EQ(passes["count"], 200001) << "every third, and the last";
+}
+
+TEST(ReportScene, KeepsWhatHappenedInOrder) {
+  ReportData data;
+  data.caps = {{5, {1, 2, 3, 4, 5, 6}}, {9, {0, 0, 0, 0, 0, 0}}};
+  data.selections = {{7, {0x2A}}, {8, {}}};
+  data.events = {{5, 3, "motion 1 2 3 4 5 6"}};
+  data.problems = {{12, "a"}, {std::nullopt, "b"}};
   data.commandLine = {{7, "send", "'_-VIEW _FRONT "}, {8, "box", "caption\ntext"}};
   data.log = "one\ntwo\n";
   const Json json = reportJson(data);
-  EXPECT_EQ(json["path"], parsed("[0,1.0,2.0,3.0,16,1.5,2.0,3.0]"));
+  EXPECT_EQ(json["caps"], parsed("[5,1,2,3,4,5,6,9,0,0,0,0,0,0]"));
+  EXPECT_EQ(json["selected"], parsed("[[7,0],[8,1]]"));
+  EXPECT_EQ(json["selections"], parsed(R"([["2A"],[]])"));
+  EXPECT_EQ(json["events"], parsed(R"([[5,3,"motion 1 2 3 4 5 6"]])"));
+  EXPECT_EQ(json["problems"], parsed(R"([[12,"a"],[null,"b"]])"));
   EXPECT_EQ(json["lines"], parsed(R"([[7,"send","'_-VIEW _FRONT "],[8,"box","caption\ntext"]])"));
   EXPECT_EQ(json["log"], "one\ntwo\n");
 }

@@ -108,6 +108,14 @@ ReportMoment momentAt(int step) {
   return moment;
 }
 
+workbench::ReportPass passAt(int step) {
+  workbench::ReportPass pass{100 * step, 2, step == 19, step >= 18, cameraAt(step)};
+  if (!pass.isPaper) return pass;
+  pass.viewport = 1;
+  pass.camera = {{200, 140, 0}, {0, 0, 0}, {0, 0, 0}, 500, 400, false};
+  return pass;
+}
+
 const char* const kLog =
     "------------------------------------------------------------------------------------------\n"
     "Lumetra logfile 'sample.txt' opened at Mon Nov 16 2026\n"
@@ -132,7 +140,10 @@ ReportData bundle() {
   data.shapes = flange();
   for (int step = 0; step <= 20; ++step) {
     data.moments.push_back(momentAt(step));
-    data.cameraPath.emplace_back(100 * step, cameraAt(step).position);
+    if (step == 19) data.passes.push_back({1900, 2, false, true, cameraAt(19)});
+    data.passes.push_back(passAt(step));
+    // Between two moments the camera is somewhere else.
+    if (step == 0) data.passes.push_back({50, 2, false, false, cameraAt(5)});
   }
   data.commandLine = {{0, "print", "\nModule loaded.\n"},
                       {450, "send", "'_-VIEW _FRONT "},
@@ -142,6 +153,13 @@ ReportData bundle() {
   data.functions = {{"From above", "_-VIEW;_TOP"}, {"", "M=$(getvar,\"tilemode\")"}};
   data.keys = {{450, "key front", {"'_-VIEW _FRONT ", "'_ZOOM _ALL "}, "from the front, 40 x 30"},
                {1000, "key top, function 1", {"\x1b\x1b"}, ""}};
+  // A push that falls between two moments, then what the moments have.
+  data.caps = {{0, {0, 0, 0, 0, -350, 0}},
+               {410, {90, 0, 0, 0, 0, 0}},
+               {440, {0, 0, 0, 0, -350, 0}},
+               {1000, {40, 0, -25, 0, 0, 0}}};
+  data.events = {{0, 1, "motion 0 0 0 0 -350 0"}, {410, 2, "motion 90 0 0 0 0 0"}, {450, 4, "key front"}};
+  data.problems = {{700, "host: something that must not be"}, {std::nullopt, "1 objects left open"}};
   data.log = kLog;
   return data;
 }

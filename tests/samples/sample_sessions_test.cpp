@@ -83,7 +83,9 @@ void expectCleanAndTheSameTwice(const Played& played, const fs::path& drawing) {
   Counts expected = played.drawing.entities;
   for (const auto& [type, count] : played.session.drawn) expected[type] += count;
   EXPECT_EQ(entities, expected);
-  for (const char* const name : {"trajectory.csv", "commandline.log", "entities.csv"})
+  for (const char* const name :
+       {"trajectory.csv", "commandline.log", "entities.csv", "summary.json", "index.html",
+        "profile/Lumetrapad/autocad_addin_log.txt", "profile/Lumetrapad/Applications/autocad_addin.ini"})
     EXPECT_EQ(process.bytes(first / name), process.bytes(second / name)) << name;
 }
 

@@ -29,6 +29,8 @@ TEST(CommandLine, EveryMistakeGivesOneLineAndWritesNothing) {
        "--frames: expected a whole number, 1 to 10000, found \"many\""},
       {"--drawing a.dxf --session a.session --out out --frame-ms 0",
        "--frame-ms: expected a whole number, 1 to 10000, found \"0\""},
+      {"--drawing a.dxf --session a.session --out out --date 2013-13-01",
+       "--date: expected a day, 1970-01-01 to 2999-12-31, found \"2013-13-01\""},
       {"--drawing a.dxf --session a.session --out out --fast",
        "command line: The following argument was not expected: --fast"},
       {"--drawing no.dxf --session a.session --out out",

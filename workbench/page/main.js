@@ -2,9 +2,10 @@
 
 const data = JSON.parse(byId("data").textContent);
 const scene = readScene(data);
+const history = new History(data);
 const view = new DrawingView(byId("view"), byId("view-note"), scene);
-const pathView = new PathView(byId("path"), byId("path-note"), scene, data.path);
-const cap = new CapPanel(byId("cap"), scene.moments);
+const pathView = new PathView(byId("path"), byId("path-note"), scene, history);
+const cap = new CapPanel(byId("cap"), history.largest(0, 6, scene.moments));
 const commands = new CommandsPanel(byId("commands"), data.lines, (time) => timeline.userSets(time));
 
 const keys = new KeysPanel(byId("keys"), data.keys, (time) => timeline.userSets(keyEnd(time)));
@@ -16,23 +17,30 @@ function keyEnd(time) {
   return next ? next.time : time;
 }
 
-let shownIndex = -1;
+const events = new EventsPanel(byId("events"), data.events, (time) => timeline.userSets(time));
+const log = new LogPanel(byId("log"), data, (time) => timeline.userSets(time));
+
+let shownState = "";
 
 function showMoment(index, time, isForced = false) {
-  const moment = scene.moments[index];
-  if (isForced || index !== shownIndex) {
-    view.show(moment);
-    cap.show(moment);
+  const moment = scene.moments[index], indices = history.indices(time);
+  const state = `${index} ${indices.pass} ${indices.cap} ${indices.selected}`;
+  const shown = moment && history.at(moment, indices);
+  if (isForced || state !== shownState) {
+    view.show(shown);
+    cap.show(shown);
     desktop.show(moment);
-    showReadout(byId("readout"), moment);
-    shownIndex = index;
+    showReadout(byId("readout"), shown);
+    shownState = state;
   }
-  pathView.show(moment, time);
+  pathView.show(shown, time);
   commands.show(time);
   keys.show(time);
+  events.show(time);
+  log.show(time);
 }
 
-const timeline = new Timeline(scene.moments, data.lines, showMoment);
+const timeline = new Timeline(scene.moments, data.lines, history, data.problems, showMoment);
 const again = () => showMoment(timeline.index(), timeline.time, true);
 const layers = new LayersPanel(byId("layers"), view, again);
 
@@ -54,9 +62,9 @@ showSummary(data);
 showFunctions(byId("functions"), data.functions);
 byId("desktop-panel").hidden = scene.desktops.length === 0;
 new Tabs(byId("tabs"), [{ id: "page-summary", title: "Summary", isThere: true },
+  { id: "page-events", title: "Session", isThere: data.events.length > 0 },
   { id: "page-keys", title: "Keys", isThere: data.keys.length > 0 },
   { id: "page-functions", title: "Functions", isThere: data.functions.length > 0 }]);
-new LogPanel(byId("log"), data.log, data.log_note);
 timeline.set(timeline.first);
 const sizes = new ResizeObserver(layOut);
 for (const id of ["view", "path", "desktop", "activity"]) sizes.observe(byId(id));

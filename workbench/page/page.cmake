@@ -1,6 +1,6 @@
 # The report page as a C++ source, ${report_page_cpp}: its HTML, style and scripts are embedded at build time.
 
-set(report_page_scripts projection scene colour view path desktop panels timeline main)
+set(report_page_scripts projection scene history colour view path desktop panels timeline main)
 list(TRANSFORM report_page_scripts REPLACE "(.+)" "${CMAKE_CURRENT_LIST_DIR}/\\1.js")
 set(report_page_sources
   ${CMAKE_CURRENT_LIST_DIR}/report.html

@@ -18,14 +18,9 @@ function readable(value) {
   return size !== 0 && (size < 0.01 || size >= 1e7) ? value.toExponential(2) : String(Number(value.toFixed(2)));
 }
 
-/** The largest deflection of the axes from `begin` up to before `end` in all moments; at least 1. */
-function largestOf(moments, begin, end) {
-  return moments.reduce((most, m) => Math.max(most, ...m.cap.slice(begin, end).map(Math.abs)), 1);
-}
-
 class CapPanel {
-  constructor(element, moments) {
-    this.range = largestOf(moments, 0, 6);
+  constructor(element, range) {
+    this.range = range;
     this.rows = ["x", "y", "z", "rx", "ry", "rz"].map((name, i) => {
       const bar = html("i"), value = html("b");
       element.append(html("span", { class: "muted" }, name), html("span", { class: i < 3 ? "meter" : "meter turn" }, bar), value);
@@ -120,80 +115,142 @@ function visibleText(text) {
 
 class CommandsPanel {
   constructor(element, lines, jump) {
-    this.element = element;
     this.lines = lines;
-    this.rows = lines.map(([time, kind, text]) => {
-      const button = html("button", { type: "button", class: kind, title: `Show the moment at ${seconds(time)} s` },
-        html("span", { class: "time" }, seconds(time)), html("span", { class: "kind" }, kind),
-        html("span", { class: "text" }, ...visibleText(text)));
-      button.addEventListener("click", () => jump(time));
-      element.append(html("li", {}, button));
-      return button;
-    });
+    this.jump = jump;
+    this.last = -1;
     byId("commands-count").textContent = lines.length ? plural(lines.length, "line", "lines") : "";
-    if (!lines.length) element.append(html("li", { class: "empty" }, "Nothing was sent or printed."));
+    if (!lines.length) return element.append(html("li", { class: "empty" }, "Nothing was sent or printed."));
+    this.list = new LongList(element);
+    this.list.fill(lines.length, (i) => this.row(i));
+  }
+
+  row(i) {
+    const [time, kind, text] = this.lines[i];
+    const button = html("button", { type: "button", class: kind, title: `Show the moment at ${seconds(time)} s` },
+      html("span", { class: "time" }, seconds(time)), html("span", { class: "kind" }, kind),
+      html("span", { class: "text" }, ...visibleText(text)));
+    button.addEventListener("click", () => this.jump(time));
+    const row = html("li", {}, button);
+    this.mark(row, i);
+    return row;
+  }
+
+  mark(row, i) {
+    row.firstChild.classList.toggle("is-past", i <= this.last);
+    row.firstChild.classList.toggle("is-last", i === this.last);
   }
 
   show(time) {
     const last = lastAt(this.lines, time, (line) => line[0]);
-    if (last === this.last) return;
+    if (last === this.last || !this.list) return;
     this.last = last;
-    this.rows.forEach((row, i) => {
-      row.classList.toggle("is-past", i <= last);
-      row.classList.toggle("is-last", i === last);
-    });
-    const row = this.rows[Math.max(last, 0)];
-    if (row) this.element.scrollTop = row.offsetTop - this.element.offsetTop - this.element.clientHeight + 2 * row.offsetHeight;
+    this.list.reveal(Math.max(last, 0));
+    for (let i = this.list.first; i < this.list.end; i++) this.mark(this.list.built(i), i);
   }
 }
 
-const kLogEntry = /^\d\d:\d\d:\d\d\.\d{3}\|(\w{3})\|/;
+const kLogEntry = /^(\d\d):(\d\d):(\d\d)\.(\d{3})\|(\w{3})\|/;
 const kLogHead = /^(-{12}|Lumetra logfile '| {4}Time {4}\|)/;
-const kLogRows = 1000;
+const kDayMs = 24 * 3600 * 1000;
 
-/** The log's lines with the level of the entry each belongs to; the header's lines have none. */
+/** The log's lines, each with the level and time of the entry it belongs to; the header's lines have none. */
 function readLog(text) {
-  let level = "";
+  let level = "", time = 0, day = 0;
   return text.replace(/\n$/, "").split("\n").map((line) => {
     const entry = kLogEntry.exec(line);
-    if (entry) level = entry[1];
-    else if (kLogHead.test(line)) level = "";
-    return { level, line };
+    if (entry) {
+      const [hours, minutes, secs, ms] = entry.slice(1, 5).map(Number);
+      const ofDay = ((hours * 60 + minutes) * 60 + secs) * 1000 + ms;
+      if (ofDay + day < time - kDayMs / 2) day += kDayMs;
+      time = ofDay + day;
+      level = entry[5];
+    } else if (kLogHead.test(line)) level = "";
+    return { level, line, time, isEntry: Boolean(entry) };
   });
 }
 
 class LogPanel {
-  constructor(element, text, note) {
+  constructor(element, data, jump) {
     this.element = element;
-    this.note = note;
-    byId("log-note").textContent = text === "" ? "" : note;
-    this.lines = text === "" ? [] : readLog(text);
+    this.jump = jump;
+    this.note = data.log_note || "The module wrote no log.";
+    byId("log-note").textContent = data.log === "" ? "" : data.log_note;
+    this.lines = data.log === "" ? [] : readLog(data.log);
+    this.follows = data.log_follows;
+    this.list = new LongList(element);
     this.level = byId("log-level");
     this.filter = byId("log-filter");
-    this.more = byId("log-more");
-    const levels = [...new Set(this.lines.map((l) => l.level))].filter((l) => l !== "");
-    for (const level of levels) {
-      const count = this.lines.filter((l) => l.level === level && kLogEntry.test(l.line)).length;
-      this.level.append(html("option", { value: level }, `${level} (${count})`));
-    }
+    const counts = new Map();
+    for (const l of this.lines) if (l.level !== "") counts.set(l.level, (counts.get(l.level) || 0) + (l.isEntry ? 1 : 0));
+    for (const [level, count] of counts) this.level.append(html("option", { value: level }, `${level} (${count})`));
     this.level.disabled = this.filter.disabled = this.lines.length === 0;
-    this.level.addEventListener("change", () => this.show(kLogRows));
-    this.filter.addEventListener("input", () => this.show(kLogRows));
-    this.more.addEventListener("click", () => this.show(Infinity));
-    this.show(kLogRows);
+    this.level.addEventListener("change", () => this.fill());
+    this.filter.addEventListener("input", () => this.fill());
+    this.fill();
   }
 
-  show(limit) {
+  fill() {
     const wanted = this.filter.value.toLowerCase(), level = this.level.value;
-    const found = this.lines.filter((l) => (!level || l.level === level) && l.line.toLowerCase().includes(wanted));
-    const rows = found.slice(0, limit).map((l) => html("li", { class: l.level || "head" }, l.line || "\u00a0"));
-    if (this.lines.length === 0) rows.push(html("li", { class: "empty" }, this.note));
-    else if (found.length === 0) rows.push(html("li", { class: "empty" }, "No line of the log matches this filter."));
-    this.element.replaceChildren(...rows);
-    this.more.hidden = found.length <= limit;
-    this.more.textContent = `Show all ${found.length} lines`;
+    this.found = this.lines.filter((l) => (!level || l.level === level) && l.line.toLowerCase().includes(wanted));
+    this.last = -1;
     const all = plural(this.lines.length, "line", "lines");
-    byId("log-count").textContent = this.lines.length === 0 ? "" : found.length === this.lines.length ? all : `${found.length} of ${all}`;
+    byId("log-count").textContent = this.lines.length === 0 ? "" : this.found.length === this.lines.length ? all : `${this.found.length} of ${all}`;
+    if (this.found.length) return this.list.fill(this.found.length, (i) => this.row(i));
+    this.list.count = 0;
+    this.element.replaceChildren(html("li", { class: "empty" }, this.lines.length ? "No line of the log matches this filter." : this.note));
+  }
+
+  row(i) {
+    const { level, line, time } = this.found[i];
+    const row = html("li", { class: level || "head" }, line || "\u00a0");
+    row.classList.toggle("is-last", i === this.last);
+    if (this.follows && level) row.addEventListener("click", () => this.jump(time));
+    return row;
+  }
+
+  /** Marks the last line that had been logged by then. */
+  show(time) {
+    if (!this.follows || !this.found.length) return;
+    const last = lastAt(this.found, time, (l) => l.time);
+    if (last === this.last) return;
+    const before = this.list.built(this.last);
+    if (before) before.classList.remove("is-last");
+    this.last = last;
+    if (last < 0) return;
+    this.list.reveal(last);
+    const row = this.list.built(last);
+    if (row) row.classList.add("is-last");
+  }
+}
+
+/** The session's events; a click goes to the time of one. */
+class EventsPanel {
+  constructor(element, events, jump) {
+    this.events = events;
+    this.jump = jump;
+    this.last = -1;
+    this.list = new LongList(element);
+    this.list.fill(events.length, (i) => this.row(i));
+  }
+
+  row(i) {
+    const [time, line, text] = this.events[i];
+    const button = html("button", { type: "button", title: `Line ${line} of the session` },
+      html("span", { class: "time" }, seconds(time)), html("span", { class: "text" }, text));
+    button.addEventListener("click", () => this.jump(time));
+    const row = html("li", {}, button);
+    button.classList.toggle("is-last", i === this.last);
+    return row;
+  }
+
+  show(time) {
+    const last = lastAt(this.events, time, (event) => event[0]);
+    if (last === this.last) return;
+    const before = this.list.built(this.last);
+    if (before) before.firstChild.classList.remove("is-last");
+    this.last = last;
+    const row = this.list.built(last);
+    if (row) row.firstChild.classList.add("is-last");
   }
 }
 
@@ -213,7 +270,10 @@ class KeysPanel {
 
   show(time) {
     const last = lastAt(this.keys, time, (key) => key[0]);
-    this.rows.forEach((row, i) => row.classList.toggle("is-last", i === last));
+    if (last === this.last) return;
+    if (this.rows[this.last]) this.rows[this.last].classList.remove("is-last");
+    if (this.rows[last]) this.rows[last].classList.add("is-last");
+    this.last = last;
   }
 }
 

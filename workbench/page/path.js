@@ -1,11 +1,16 @@
 // The small view: the camera's path around the drawing, seen along one of the world's axes.
 
 class PathView {
-  constructor(element, note, scene, path) {
+  constructor(element, note, scene, history) {
     this.element = element;
     this.scene = scene;
-    this.times = path.filter((_, i) => i % 4 === 0);
-    this.points = this.times.map((_, i) => path.slice(i * 4 + 1, i * 4 + 4));
+    this.times = [];
+    this.points = [];
+    for (let i = 0; i < history.count; i++) {
+      if (!history.isOfModel(i)) continue;
+      this.times.push(history.time(i));
+      this.points.push(history.position(i));
+    }
     this.axes = [0, 1];
     this.plan = svg("path", { class: "plan" });
     this.ahead = svg("path", { class: "ahead" });
@@ -15,7 +20,7 @@ class PathView {
     this.eye = svg("circle", { r: 4 });
     this.label = svg("text", { x: 8, y: 16 });
     element.append(this.plan, this.ahead, this.behind, this.field, this.sight, this.eye, this.label);
-    note.hidden = this.points.length > 0;
+    note.hidden = this.points.length > 1;
     note.textContent = "The camera did not move.";
   }
 
@@ -34,7 +39,8 @@ class PathView {
     this.height = height;
     this.element.setAttribute("viewBox", `0 0 ${width} ${height}`);
     this.drawPlan();
-    this.ahead.setAttribute("d", this.lineOf(this.points));
+    this.thin();
+    this.ahead.setAttribute("d", this.lineOf(this.drawn.length));
   }
 
   drawPlan() {
@@ -47,9 +53,23 @@ class PathView {
     this.plan.setAttribute("d", pen.text.join(""));
   }
 
-  lineOf(points) {
+  /** Leaves out what is less than a pixel away: an hour of motion has more points than a screen can show. */
+  thin() {
+    this.drawn = [];
+    this.drawnTimes = [];
+    let last = [Infinity, Infinity];
+    this.points.forEach((point, i) => {
+      const at = this.at(point);
+      if (Math.hypot(at[0] - last[0], at[1] - last[1]) < 1 && i + 1 < this.points.length) return;
+      this.drawn.push(at);
+      this.drawnTimes.push(this.times[i]);
+      last = at;
+    });
+  }
+
+  lineOf(count) {
     const pen = new PathPen(this.width, this.height);
-    for (let i = 1; i < points.length; i++) pen.segment(...this.at(points[i - 1]), ...this.at(points[i]));
+    for (let i = 1; i < count; i++) pen.segment(...this.drawn[i - 1], ...this.drawn[i]);
     return pen.text.join("");
   }
 
@@ -57,7 +77,10 @@ class PathView {
     const projection = moment && this.at ? projectionOf(cameraOf(moment), 1, 1) : null;
     for (const part of [this.field, this.sight, this.eye]) part.style.display = projection ? "" : "none";
     if (!this.at) return;
-    this.behind.setAttribute("d", this.lineOf(this.points.slice(0, lastAt(this.times, time, (t) => t) + 1)));
+    const count = lastAt(this.drawnTimes, time, (t) => t) + 1;
+    if (count !== this.count || this.drawn !== this.countedIn) this.behind.setAttribute("d", this.lineOf(count));
+    this.count = count;
+    this.countedIn = this.drawn;
     if (projection) this.drawCamera(projection.camera, projection, Boolean(moment.window));
   }
 

@@ -2,9 +2,11 @@
 
 class Timeline {
   /** `show(index, time)` is called whenever the moment or the time changes. */
-  constructor(moments, lines, show) {
+  constructor(moments, lines, history, problems, show) {
     this.moments = moments;
     this.lines = lines;
+    this.history = history;
+    this.problems = problems;
     this.show = show;
     this.first = moments.length ? moments[0].time : 0;
     this.last = moments.length ? moments[moments.length - 1].time : 0;
@@ -80,24 +82,34 @@ class Timeline {
     action();
   }
 
-  /** Bars where the cap was deflected (pushes above, turns below) and a tick for each line of the command line. */
+  /** Bars where the cap was deflected (pushes above, turns below), a tick for each line of the command line, and
+      the problems. */
   drawActivity() {
     const strip = byId("activity"), width = strip.clientWidth, height = 22, span = this.last - this.first;
     strip.setAttribute("viewBox", `0 0 ${width} ${height}`);
     strip.replaceChildren();
     if (!(span > 0)) return;
     // The thumb's middle runs from half its width to the slider's end less the same.
-    const thumb = 16, at = (time) => thumb / 2 + ((time - this.first) / span) * (width - thumb);
-    const lanes = [["push", 0, 3], ["turn", 3, 6]].map((lane) => [...lane, largestOf(this.moments, lane[1], lane[2])]);
-    this.moments.forEach((moment, i) => {
-      const from = at(moment.time), to = at(i + 1 < this.moments.length ? this.moments[i + 1].time : this.last);
-      for (const [name, a, b, most] of lanes) {
-        const tall = (Math.max(...moment.cap.slice(a, b).map(Math.abs)) / most) * 9;
-        if (tall > 0)
-          strip.append(svg("rect", { class: name, x: from, width: Math.max(1, to - from), height: tall, y: name === "push" ? 10 - tall : 11 }));
-      }
+    const thumb = 16, at = (time) => thumb / 2 + ((Math.min(Math.max(time, this.first), this.last) - this.first) / span) * (width - thumb);
+    for (const [name, begin, end] of [["push", 0, 3], ["turn", 3, 6]]) strip.append(this.lane(name, begin, end, width, at));
+    const seen = new Set(this.lines.map(([time]) => Math.round(at(time))));
+    strip.append(svg("path", { class: "event", d: [...seen].map((x) => `M${x} 0V22`).join("") }));
+    for (const [time, text] of this.problems)
+      if (time !== null) strip.append(svg("path", { class: "problem", d: `M${at(time)} 0V22` }, svg("title", {}, text)));
+  }
+
+  /** One bar a pixel: the largest deflection in the time that it stands for. */
+  lane(name, begin, end, width, at) {
+    const { caps } = this.history, most = this.history.largest(begin, end, []), columns = new Float64Array(Math.ceil(width) + 1);
+    for (let i = 0; i < caps.length; i += 7) {
+      const size = Math.max(...caps.slice(i + 1 + begin, i + 1 + end).map(Math.abs));
+      const until = i + 7 < caps.length ? caps[i + 7] : this.last;
+      if (size > 0) for (let x = Math.floor(at(caps[i])); x <= Math.floor(at(until)); x++) columns[x] = Math.max(columns[x], size);
+    }
+    let d = "";
+    columns.forEach((size, x) => {
+      if (size > 0) d += `M${x} ${name === "push" ? 10 : 11}v${((name === "push" ? -1 : 1) * Math.max(1, (size / most) * 9)).toFixed(1)}`;
     });
-    const seen = new Set(this.lines.map(([time]) => Math.round(at(Math.min(Math.max(time, this.first), this.last)))));
-    for (const x of seen) strip.append(svg("path", { class: "event", d: `M${x} 0V22` }));
+    return svg("path", { class: name, d });
   }
 }

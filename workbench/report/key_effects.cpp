@@ -54,20 +54,27 @@ std::vector<ReportKey> keysOf(const Session& session, const std::vector<ReportFu
   return keys;
 }
 
+/// First entry of a list in order of time that is not before `timeMs`.
+template <typename List>
+auto firstFrom(const List& list, std::int64_t timeMs) {
+  return std::lower_bound(list.begin(), list.end(), timeMs,
+                          [](const auto& entry, std::int64_t time) { return entry.timeMs < time; });
+}
+
 /// End of what counts as the effect of a key at `timeMs`, exclusive.
 std::int64_t endOfEffect(const Session& session, std::int64_t timeMs, std::int64_t nextKeyMs) {
-  for (const TimedUserAction& event : session.user)
-    if (event.timeMs > timeMs) return std::min(event.timeMs, nextKeyMs);
-  return nextKeyMs;
+  const auto next = firstFrom(session.user, timeMs + 1);
+  return next == session.user.end() ? nextKeyMs : std::min(next->timeMs, nextKeyMs);
 }
 
 void addEffects(ReportKey& key, std::int64_t endMs, const Recording& recording) {
-  const auto isIts = [&key, endMs](std::int64_t timeMs) { return timeMs >= key.timeMs && timeMs < endMs; };
-  for (const CommandLineEntry& line : recording.commandLine)
-    if (isIts(line.timeMs) && (line.kind == LineKind::kSend || line.kind == LineKind::kSendActivate))
-      key.sent.push_back(line.text);
-  for (const TrajectoryRow& row : recording.rows)
-    if (row.kind == RowKind::kView && isIts(row.timeMs)) key.view = viewInWords(row);
+  const auto& lines = recording.commandLine;
+  for (auto line = firstFrom(lines, key.timeMs); line != lines.end() && line->timeMs < endMs; ++line)
+    if (line->kind == LineKind::kSend || line->kind == LineKind::kSendActivate)
+      key.sent.push_back(line->text);
+  const auto& rows = recording.rows;
+  for (auto row = firstFrom(rows, key.timeMs); row != rows.end() && row->timeMs < endMs; ++row)
+    if (row->kind == RowKind::kView) key.view = viewInWords(*row);
 }
 
 }  // namespace

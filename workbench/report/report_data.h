@@ -82,6 +82,38 @@ struct ReportLine {
   std::string text;  ///< UTF-8, as it was sent (not escaped)
 };
 
+/// What was shown from a time on.
+struct ReportPass {
+  std::int64_t timeMs = 0;
+  int viewport = 2;
+  bool isPaper = false;   ///< the sheet is current: position x, y and the fields are what is seen of it
+  bool isLayout = false;  ///< a layout is shown
+  standin::host::Camera camera;
+};
+
+/// The cap from a time on.
+struct ReportCap {
+  std::int64_t timeMs = 0;
+  std::array<std::int16_t, 6> axes{};
+};
+
+struct ReportSelection {
+  std::int64_t timeMs = 0;
+  std::vector<std::uint64_t> handles;
+};
+
+/// A line of the session.
+struct ReportEvent {
+  std::int64_t timeMs = 0;
+  std::size_t line = 0;
+  std::string text;  ///< UTF-8
+};
+
+struct ReportProblem {
+  std::optional<std::int64_t> timeMs;  ///< when it was first seen; none when only the end showed it
+  std::string text;
+};
+
 struct ReportData {
   std::string drawingName;
   std::string sessionName;
@@ -89,12 +121,17 @@ struct ReportData {
   std::vector<std::pair<std::string, std::string>> summary;  ///< rows of the summary table: what, how much
   std::vector<ReportShape> shapes;
   std::vector<ReportMoment> moments;
-  std::vector<std::pair<std::int64_t, AcGePoint3d>> cameraPath;  ///< every position the camera took, in time
+  std::vector<ReportPass> passes;           ///< every change of what is shown, in order of time
+  std::vector<ReportCap> caps;              ///< every deflection, in order of time
+  std::vector<ReportSelection> selections;  ///< every change of the pre-selection, in order of time
+  std::vector<ReportEvent> events;          ///< of the session
+  std::vector<ReportProblem> problems;
   std::vector<ReportLine> commandLine;
   std::vector<ReportFunction> functions;  ///< by number
   std::vector<ReportKey> keys;
-  std::string log;      ///< the module's entries of this run, UTF-8
-  std::string logNote;  ///< why there are none, or which are missing; empty when all are there
+  std::string log;            ///< the module's entries of this run, UTF-8
+  bool isLogOnClock = false;  ///< the times of its entries are ms since midnight of the session's time 0
+  std::string logNote;        ///< why there are none, or which are missing; empty when all are there
 };
 
 }  // namespace workbench

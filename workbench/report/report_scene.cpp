@@ -4,8 +4,10 @@
 
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
 #include <map>
 #include <string>
 #include <utility>
@@ -20,6 +22,8 @@ using Json = nlohmann::ordered_json;
 constexpr int kShapeDigits = 10;
 /// A camera may be zoomed far into a drawing that is far from the origin.
 constexpr int kCameraDigits = 15;
+
+constexpr std::size_t kMostPasses = 250000;
 
 /// Values written once each, in the order in which they were first asked for.
 class Table {
@@ -141,14 +145,58 @@ Json momentJson(const ReportMoment& moment, Tables& tables) {
   return json;
 }
 
-/// t x y z t x y z ...
-Json pathJson(const std::vector<std::pair<std::int64_t, AcGePoint3d>>& path) {
+/// Bytes in base64: a number takes 11 characters so, exactly, and about 18 as a decimal.
+std::string base64(const std::vector<double>& values) {
+  static constexpr char kDigits[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+  std::vector<unsigned char> bytes(values.size() * sizeof(double));
+  std::memcpy(bytes.data(), values.data(), bytes.size());
+  std::string text;
+  text.reserve((bytes.size() + 2) / 3 * 4);
+  for (std::size_t i = 0; i < bytes.size(); i += 3) {
+    const std::size_t count = std::min<std::size_t>(3, bytes.size() - i);
+    std::uint32_t block = 0;
+    for (std::size_t k = 0; k < 3; ++k) block = block << 8 | (k < count ? bytes[i + k] : 0U);
+    for (std::size_t k = 0; k < 4; ++k) text += k <= count ? kDigits[block >> (18 - 6 * k) & 63U] : '=';
+  }
+  return text;
+}
+
+/// For each pass 13 numbers: time, state, position, target, up, width, height. The state has bit 1 for
+/// perspective, 2 for a sheet that is current, 4 for a layout, and the viewport's number from bit 8 on.
+Json passesJson(const std::vector<ReportPass>& passes) {
+  // More would make the page larger than a browser opens at once; a screen has fewer pixels.
+  const std::size_t step = passes.size() / kMostPasses + 1;
+  std::vector<double> values;
+  std::size_t count = 0;
+  for (std::size_t i = 0; i < passes.size(); ++i) {
+    // The last one stays: it is what the run left.
+    if (i % step != 0 && i + 1 != passes.size()) continue;
+    const ReportPass& pass = passes[i];
+    const standin::host::Camera& camera = pass.camera;
+    const int state =
+        (camera.isPerspective ? 1 : 0) + (pass.isPaper ? 2 : 0) + (pass.isLayout ? 4 : 0) + 8 * pass.viewport;
+    values.insert(values.end(), {static_cast<double>(pass.timeMs), static_cast<double>(state)});
+    for (const auto* const triple : {&camera.position, &camera.target})
+      values.insert(values.end(), {triple->x, triple->y, triple->z});
+    values.insert(values.end(),
+                  {camera.up.x, camera.up.y, camera.up.z, camera.fieldWidth, camera.fieldHeight});
+    ++count;
+  }
+  return {{"count", count}, {"all", passes.size()}, {"data", base64(values)}};
+}
+
+/// t x y z rx ry rz t x y z ...
+Json capsJson(const std::vector<ReportCap>& caps) {
   Json json = Json::array();
-  for (const auto& [timeMs, at] : path) {
-    json.push_back(timeMs);
-    for (const double value : {at.x, at.y, at.z}) json.push_back(rounded(value, kShapeDigits));
+  for (const ReportCap& cap : caps) {
+    json.push_back(cap.timeMs);
+    for (const std::int16_t value : cap.axes) json.push_back(value);
   }
   return json;
+}
+
+Json problemJson(const ReportProblem& problem) {
+  return Json::array({problem.timeMs ? Json(*problem.timeMs) : Json(), problem.text});
 }
 
 }  // namespace
@@ -160,10 +208,18 @@ Json reportJson(const ReportData& data) {
   json["groups"] = groupsJson(data.shapes);
   json["moments"] =
       array(data.moments, [&tables](const ReportMoment& moment) { return momentJson(moment, tables); });
+  json["selected"] = array(data.selections, [&tables](const ReportSelection& change) {
+    return Json::array({change.timeMs, tables.selections.indexOf(handlesJson(change.handles))});
+  });
   json["selections"] = tables.selections.take();
   json["changes"] = tables.changes.take();
   json["desktops"] = tables.desktops.take();
-  json["path"] = pathJson(data.cameraPath);
+  json["passes"] = passesJson(data.passes);
+  json["caps"] = capsJson(data.caps);
+  json["events"] = array(data.events, [](const ReportEvent& event) {
+    return Json::array({event.timeMs, event.line, event.text});
+  });
+  json["problems"] = array(data.problems, problemJson);
   json["lines"] = array(data.commandLine, [](const ReportLine& line) {
     return Json::array({line.timeMs, line.kind, line.text});
   });
@@ -175,6 +231,7 @@ Json reportJson(const ReportData& data) {
   });
   json["log"] = data.log;
   json["log_note"] = data.logNote;
+  json["log_follows"] = data.isLogOnClock;
   return json;
 }
 

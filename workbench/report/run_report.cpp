@@ -9,18 +9,45 @@
 namespace workbench {
 namespace {
 
-std::vector<std::pair<std::int64_t, AcGePoint3d>> cameraPath(const std::vector<TrajectoryRow>& rows) {
-  std::vector<std::pair<std::int64_t, AcGePoint3d>> path;
+bool isSame(const standin::host::Camera& a, const standin::host::Camera& b) {
+  const auto isSameTriple = [](const auto& p, const auto& q) {
+    return p.x == q.x && p.y == q.y && p.z == q.z;
+  };
+  return isSameTriple(a.position, b.position) && isSameTriple(a.target, b.target) &&
+         isSameTriple(a.up, b.up) && a.fieldWidth == b.fieldWidth && a.fieldHeight == b.fieldHeight &&
+         a.isPerspective == b.isPerspective;
+}
+
+/// A row that shows what the one before it shows adds nothing to the picture.
+std::vector<ReportPass> passesOf(const std::vector<TrajectoryRow>& rows) {
+  std::vector<ReportPass> passes;
   for (const TrajectoryRow& row : rows) {
-    if (row.isPaper) continue;
-    const AcGePoint3d& at = row.camera.position;
-    if (!path.empty()) {
-      const AcGePoint3d& before = path.back().second;
-      if (before.x == at.x && before.y == at.y && before.z == at.z) continue;
-    }
-    path.emplace_back(row.timeMs, at);
+    const bool isKnown = !passes.empty() && passes.back().viewport == row.viewport &&
+                         passes.back().isPaper == row.isPaper && passes.back().isLayout == row.isLayout &&
+                         isSame(passes.back().camera, row.camera);
+    if (!isKnown) passes.push_back({row.timeMs, row.viewport, row.isPaper, row.isLayout, row.camera});
   }
-  return path;
+  return passes;
+}
+
+std::vector<ReportCap> capsOf(const Session& session) {
+  std::vector<ReportCap> caps;
+  for (const TimedDeviceAction& event : session.device)
+    if (const auto* const motionP = std::get_if<DeviceEvent>(&event.action);
+        motionP != nullptr && motionP->code < 0)
+      caps.push_back({event.timeMs, motionP->axes});
+  return caps;
+}
+
+std::vector<ReportProblem> problemsOf(const RunResult& result) {
+  std::vector<ReportProblem> problems;
+  for (const std::string& text : result.problems) {
+    ReportProblem problem{std::nullopt, text};
+    for (const Breach& breach : result.recording.breaches)
+      if (text.rfind("host: " + breach.text + " (", 0) == 0) problem.timeMs = breach.firstMs;
+    problems.push_back(std::move(problem));
+  }
+  return problems;
 }
 
 }  // namespace
@@ -33,12 +60,19 @@ ReportData gatherReport(RunResult& result, const RunNames& names, const Session&
   data.summary = summaryRows(result);
   data.shapes = std::move(result.shapes);
   data.moments = std::move(result.moments);
-  data.cameraPath = cameraPath(result.recording.rows);
+  data.passes = passesOf(result.recording.rows);
+  data.caps = capsOf(session);
+  for (const SelectionChange& change : result.recording.selections)
+    data.selections.push_back({change.timeMs, change.handles});
+  for (const SessionEvent& event : session.events)
+    data.events.push_back({event.timeMs, event.line, event.text});
+  data.problems = problemsOf(result);
   for (const CommandLineEntry& line : result.recording.commandLine)
     data.commandLine.push_back({line.timeMs, kindName(line.kind), line.text});
   data.functions = menuFunctions(texts.menu);
   data.keys = keyEffects(session, result.recording, data.functions);
   data.log = std::move(texts.log);
+  data.isLogOnClock = result.isReplay;
   data.logNote = std::move(texts.logNote);
   return data;
 }

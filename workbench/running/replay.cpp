@@ -62,6 +62,9 @@ class Run {
     // Before the clock starts: a real window takes time to appear.
     resetDesktop();
     clock::start(mRequest.clock, mRequest.frameMs);
+    clock::setDate(mRequest.dateMs);
+    // Otherwise the first lines that the module and its new threads log come in either order.
+    clock::setSettlingNewThreads(mRequest.clock == clock::Kind::kReplay);
     controller::reset();
     host::start([this] {
       mMoments.look();
@@ -138,6 +141,7 @@ class Run {
   }
 
   void collect(Recorder& recorder) {
+    mResult.isReplay = clock::kind() == clock::Kind::kReplay;
     mResult.recording = recorder.take();
     mResult.shapes = mMoments.takeShapes();
     mResult.moments = mMoments.takeMoments();

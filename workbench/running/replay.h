@@ -28,6 +28,7 @@ struct ReplayRequest {
   Session session;
   standin::clock::Kind clock = standin::clock::Kind::kReplay;
   std::uint32_t frameMs = 16;
+  std::int64_t dateMs = 0;          ///< UTC that belongs to time 0 of a replay, in ms since 1970
   std::size_t moments = 60;         ///< of the report
   std::function<void()> writeMenu;  ///< for the session's event `menu`
   Recorder::AssemblyRunner runAssembly;
@@ -47,6 +48,8 @@ struct RunResult {
   std::vector<std::string> problems;  ///< what makes the run unclean, one line each
   std::exception_ptr failure;         ///< what ended the run before its session: InputError or Interrupted
   std::string ending = "the end of the session";  ///< what ended the run, in words
+
+  bool isReplay = false;  ///< on the replay clock
 
   bool isClean() const { return problems.empty(); }
 };
