@@ -13,6 +13,10 @@
 #include <cstring>
 #include <string>
 
+/// What a call of a missing function throws. The module catches everything that the host throws. The name of
+/// what is thrown lies in the file, and that of an unnamed namespace depends on the folder of the sources.
+struct HostFunctionMissing {};
+
 namespace {
 
 struct LateImport {
@@ -27,9 +31,6 @@ constexpr LateImport kImports[] = {
 };
 
 constexpr char kPrintName[] = "acutPrintf";
-
-/// What a call of a missing function throws. The module catches everything that the host throws.
-struct HostFunctionMissing {};
 
 bool isTold[std::size(kImports)] = {};
 
