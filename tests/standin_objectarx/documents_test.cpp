@@ -192,6 +192,15 @@ TEST_F(Documents, ObjectOfADocumentInTheBackgroundIsOpenedByItsId) {
   EXPECT_EQ(acdbOpenAcDbEntity(entityP, line, AcDb::kForWrite), Acad::eLockViolation);
 }
 
+TEST_F(Documents, LockedDocumentInTheBackgroundTakesWriters) {
+  const AcDbObjectId line(host::objectIdOf(0x10));
+  lock();
+  openAnother();
+  AcDbEntity* entityP = nullptr;
+  EXPECT_EQ(acdbOpenAcDbEntity(entityP, line, AcDb::kForWrite), Acad::eOk);
+  if (entityP != nullptr) entityP->close();
+}
+
 TEST_F(Documents, IdOfAClosedDocumentIsUnknown) {
   const AcDbObjectId line(host::objectIdOf(0x10));
   host::closeDocument();
