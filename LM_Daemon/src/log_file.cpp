@@ -4,8 +4,10 @@
 
 #include <new>
 
-namespace {
+namespace {}  // namespace
 
+// Not in the unnamed namespace: its name lies in the module's file, and would depend on the folder of the
+// sources.
 class NativeLogFile : public LogFile {
  public:
   bool open(const std::string& path) override {
@@ -38,7 +40,7 @@ class NativeLogFile : public LogFile {
   bool mHasFailed = false;
 };
 
-}  // namespace
+namespace {}  // namespace
 
 std::unique_ptr<LogFile> makeLogFile() {
   return std::unique_ptr<LogFile>(new (std::nothrow) NativeLogFile);
