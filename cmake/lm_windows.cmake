@@ -23,6 +23,8 @@ add_compile_options(-ffile-prefix-map=${PROJECT_SOURCE_DIR}/= -ffile-prefix-map=
 # This compiler takes the members of a variant that are not there for read when it moves one.
 add_compile_options(-Wno-maybe-uninitialized)
 add_link_options(-static -s -Wl,--no-insert-timestamp,--dynamicbase,--high-entropy-va,--nxcompat)
+# As large a stack as on Linux: blocks of a drawing are nested up to a hundred times.
+add_link_options(-Wl,--stack,8388608)
 
 # Libraries that are headers only are the machine's own, each from a folder that holds nothing else: the machine's
 # other headers are not for Windows.
