@@ -1,6 +1,7 @@
 /// soak [SECONDS [SEED]]: loads the module, runs it among events, a user and faults, unloads it, and so on
 /// until the time is up. Each life must leave nothing behind, and the process must not grow.
 #include "standin/controller/controller_feed.h"
+#include "standin/objectarx/call_record.h"
 #include "standin/objectarx/host_control.h"
 #include "standin_clock.h"
 #include "standin_desktop.h"
@@ -116,6 +117,8 @@ class Soak {
     mTotals.texts += report.textsSent;
     clearFaults();
     host::start({});
+    // Kept from run to run, and it would be all that grows.
+    host::callRecord() = {};
     controller::reset();
     desktop::clear();
     standin::windows::clearUserMessages();

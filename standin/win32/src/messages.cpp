@@ -40,7 +40,7 @@ std::vector<UserMessage> userMessages() {
 
 void clearUserMessages() {
   const std::lock_guard lock(messagesMutex);
-  recorded.clear();
+  std::vector<UserMessage>().swap(recorded);
   boxAnswer = IDOK;
 }
 
