@@ -1,5 +1,5 @@
-/// Keeps the entries that are logged before the log is opened: what the settings say while they are read,
-/// which name the log. One thread at a time.
+/// Keeps the entries that are logged before the log is open: reading the settings logs, and the settings name
+/// the log's file. One thread at a time.
 #ifndef LM_DAEMON_SRC_EARLY_ENTRIES_H
 #define LM_DAEMON_SRC_EARLY_ENTRIES_H
 
@@ -12,8 +12,8 @@
 
 class EarlyEntries {
  public:
-  /// Keeps a copy. The first entries tell most, so when there are 256 of them, or 64 KB of text, further ones
-  /// are dropped.
+  /// Keeps a copy. The first entries show best what went wrong at start, so beyond 256 entries or 64 KB of
+  /// text further ones are dropped.
   void keep(LogLevel level, std::string_view sourceFile, std::string_view line) noexcept {
     if (mCount == mEntries.size() || mTexts.size() + sourceFile.size() + line.size() > kMaxSize) return;
     const std::size_t start = mTexts.size();

@@ -6,8 +6,8 @@
 
 namespace {}  // namespace
 
-// Not in the unnamed namespace: its name lies in the module's file, and would depend on the folder of the
-// sources.
+// Not in the unnamed namespace: the class name is visible in the module's file (its type information), and an
+// unnamed namespace would make it depend on the folder of the sources.
 class NativeLogFile : public LogFile {
  public:
   bool open(const std::string& path) override {
@@ -21,6 +21,8 @@ class NativeLogFile : public LogFile {
   void write(std::string_view text) override {
     if (mHasFailed || !mFile.isOpen()) return;
     mHasFailed = !mFile.write(text);
+    // By the size on disk, which on Windows counts a CR for each line end. Added after a failure too:
+    // position() then returns -1 and the next open() sets it anew.
     mPosition += static_cast<std::int64_t>(NativeFile::appendedSize(text));
   }
 
@@ -43,5 +45,6 @@ class NativeLogFile : public LogFile {
 namespace {}  // namespace
 
 std::unique_ptr<LogFile> makeLogFile() {
+  // A null result is a case that the caller handles: the log must not throw into the host.
   return std::unique_ptr<LogFile>(new (std::nothrow) NativeLogFile);
 }

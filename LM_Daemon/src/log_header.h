@@ -1,4 +1,4 @@
-/// The block of lines with which a log file begins.
+/// The block of lines at the start of a log file. Tools recognise a new log by its second line.
 #ifndef LM_DAEMON_SRC_LOG_HEADER_H
 #define LM_DAEMON_SRC_LOG_HEADER_H
 

@@ -3,8 +3,10 @@
 #include "LM_Daemon/src/log_pars.h"
 
 const char* logLevelType(LogLevel level) {
+  // In the order of LogLevel.
   static constexpr const char* kTypes[kLogLevelCount] = {"ERR", "WRN", "CRT", "TRC", "DCM",
                                                          "ICM", "INF", "DBG", "TMP"};
+  // A level out of range has no bit and would index beyond the table.
   return logLevelBit(level) != 0 ? kTypes[static_cast<std::uint32_t>(level)] : "???";
 }
 

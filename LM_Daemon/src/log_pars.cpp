@@ -6,6 +6,7 @@
 
 namespace {
 
+// As wide as the longest label, `mSettingsDirPath`; the subtraction below would wrap for a longer one.
 constexpr std::size_t kLabelWidth = 16;
 
 const std::string& toText(const std::string& value) {

@@ -5,9 +5,9 @@
 #include <cstdint>
 #include <string>
 
-/// What the settings file says of the log, one row each in the order of its lines: type, field, key, default,
-/// usable numbers (a UsableNumbers), comment in the file. The size limit is in kilobytes of 1000 bytes; only
-/// the entries of the source file `mExclFileToLog` are written when it is not empty.
+/// The log's settings, one row each, in the order of their lines in the settings file: type, field, key,
+/// default, usable numbers (a UsableNumbers), comment in the file. The size limit is in kilobytes of 1000
+/// bytes. When `mExclFileToLog` is not empty, only the entries of that source file are written.
 #define LM_LOG_SETTINGS(X)                                                                   \
   X(std::string, mLogFile, logFile, "autocad_addin_log.txt", kAny, "# name of log file")     \
   X(std::int32_t, mMaxSize, maxSize, 5000, kPositive, "# max. size of log file (kB)")        \

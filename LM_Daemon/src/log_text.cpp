@@ -8,8 +8,10 @@
 
 namespace {
 
+// The first buffer holds any usual line, so an entry allocates once in the life of the log.
 constexpr std::size_t kUsualSize = 1024;
 constexpr std::size_t kKeptSize = std::size_t{64} * 1024;
+// A stream's default precision. to_chars without a precision would print up to 17 digits.
 constexpr int kSignificantDigits = 6;
 /// Digits of any std::size_t, and every width that is asked for.
 constexpr std::size_t kLongestField = 24;
@@ -22,6 +24,7 @@ bool LogText::grow(std::size_t count) noexcept {
   const std::size_t capacity = std::max(kUsualSize, 2 * (mSize + count));
   std::unique_ptr<char[]> bufferP(new (std::nothrow) char[capacity]);
   if (bufferP == nullptr) return false;
+  // Without a first buffer there is no source address, which memcpy may not be given.
   if (mSize > 0) std::memcpy(bufferP.get(), mBufferP.get(), mSize);
   mBufferP = std::move(bufferP);
   mCapacity = capacity;
@@ -29,6 +32,7 @@ bool LogText::grow(std::size_t count) noexcept {
 }
 
 void LogText::appendReal(double value) noexcept {
+  // "general" with six digits gives fewer than 15 characters for every double, inf and nan included.
   char digits[40];
   const auto result =
       std::to_chars(digits, digits + sizeof digits, value, std::chars_format::general, kSignificantDigits);
@@ -48,7 +52,9 @@ void LogText::appendPadded(std::size_t value, std::size_t width) noexcept {
 }
 
 void LogText::appendPointer(const void* pointerP) noexcept {
+  // The base in force belongs to the entry: a pointer must not change the integers after it.
   const int base = mBase;
+  // The "0x" is missing for null, as in a stream.
   append(pointerP != nullptr ? "0x" : "");
   mBase = kHexadecimal;
   appendInteger(reinterpret_cast<std::uintptr_t>(pointerP));
@@ -75,6 +81,7 @@ void LogText::appendHexDump(std::string_view bytes) noexcept {
 void LogText::cut(std::size_t start) noexcept {
   assert(start <= mSize && "only text that is there can be cut");
   mSize = start;
+  // Never while an outer entry still has text in the buffer.
   if (start > 0 || mCapacity <= kKeptSize) return;
   mBufferP.reset();
   mCapacity = 0;

@@ -12,6 +12,7 @@
 #include <exception>
 #include <utility>
 
+// Constant-initialised, so that a log call before any constructor has run finds no log and returns.
 std::atomic<std::int32_t> Logging::sMarker{0};
 std::atomic<std::uint32_t> Logging::sLevelMask{0};
 std::atomic<Logging*> Logging::sCurrentP{nullptr};
@@ -50,10 +51,13 @@ class Logging::Lock {
 
 Logging::Logging(LogFileMaker maker) : mFile(maker) {
   LM_LOG(kCreation, "Logging", "Logging::Logging") << "Logging::Logging() constructing ...";
+  // In force only until init(), and nothing opens a file before that.
   mPars.mLogFile = "c:\\def_log.txt";
   mPars.mMaxSize = 5000;
+  // Until the settings are read every level is collected; init() drops what they do not want.
   sLevelMask.store(kEveryLevel, std::memory_order_relaxed);
   sCurrentP.store(this, std::memory_order_release);
+  // Last: a thread that sees the marker finds the pointer and the mask set.
   sMarker.store(kValid, std::memory_order_release);
   LM_LOG(kCreation, "Logging", "Logging::Logging") << "Constructed.";
 }
@@ -63,6 +67,7 @@ Logging::~Logging() {
   // From here on nothing is logged, so the last text of this destructor never is. That order is wanted.
   sMarker.store(0, std::memory_order_release);
   Logging* thisP = this;
+  // Only if it is this log: a later one may have taken its place.
   sCurrentP.compare_exchange_strong(thisP, nullptr);
   {
     const Lock lock(*this);
@@ -82,6 +87,8 @@ void Logging::init(const LogPars& pars) {
   // After a reset of the settings the parameters name no folder; the one set before holds then.
   if (!pars.mSettingsDirPath.empty()) mDirectory = pars.mSettingsDirPath;
   mFile.close();
+  // After the old file is closed and before the new one opens, so that a failure to open is logged by the new
+  // levels.
   sLevelMask.store(logLevelMask(mPars), std::memory_order_relaxed);
   if (mPars.mIsLogToFile) openLogFile();
   releaseEarlyEntries();
@@ -89,12 +96,15 @@ void Logging::init(const LogPars& pars) {
 
 void Logging::openLogFile() {
   if (mPars.mLogFile.empty()) mPars.mLogFile = "forgot_to_name_this_file_log.txt";
+  // Any backslash makes it a path, a relative one too; a plain name goes into the settings folder.
   const bool isFullPath = mPars.mLogFile.find('\\') != std::string::npos;
   const std::string path = isFullPath ? mPars.mLogFile : mDirectory + "\\" + mPars.mLogFile;
   if (mFile.open(path, mPars.mLogFile, mPars.mMaxSize * kBytesPerKilobyte)) {
     printHeader();
     return;
   }
+  // Reached only without a file object (no memory). A file that cannot be opened is not reported. The missing
+  // quote is part of the fixed text.
   logError(LM_LOG_POSITION("Logging", "Logging::init"), "Opening log file '" + mPars.mLogFile + "failed!");
   mPars.mIsLogToFile = false;
 }
@@ -127,6 +137,7 @@ int Logging::report(RotatingLogFile::Rotation rotation) noexcept try {
     case Rotation::kDone:
       printHeader();
       return 0;
+    // The backup has been made, so the result is success.
     case Rotation::kNotOpened:
       logError(LM_LOG_POSITION("Logging", "Logging::backupLogFile"),
                "Opening of stream of'" + mFile.path() + "' failed!\n");
@@ -136,6 +147,7 @@ int Logging::report(RotatingLogFile::Rotation rotation) noexcept try {
                "'" + mFile.backupPath() + "' couldn't be removed!");
       return -2;
     case Rotation::kNotRenamed:
+      // On standard output, not in the log, and without a level: the text and its place are fixed.
       printLine("File '" + mFile.path() + "' couldn't be renamed to '" + mFile.backupPath() + "'!");
       return -3;
     case Rotation::kNoMemory:
@@ -146,7 +158,8 @@ int Logging::report(RotatingLogFile::Rotation rotation) noexcept try {
   return -3;
 }
 
-/// An entry of the log itself, written while the lock is held and another entry may wait to be written.
+/// An entry of the log itself, in a text of its own: the lock is held, and an outer entry may be half
+/// streamed.
 void Logging::logError(std::string_view position, std::string_view text) noexcept {
   if (!isLogged(LogLevel::kError) || !isFileWanted(LM_LOG_SOURCE_FILE)) return;
   LogText line;
@@ -157,11 +170,13 @@ void Logging::logError(std::string_view position, std::string_view text) noexcep
 }
 
 bool Logging::isOwner() const noexcept {
+  // Relaxed is enough: only the thread itself ever stores its own id, so it cannot read it from another one.
   return mOwner.load(std::memory_order_relaxed) == currentThreadId();
 }
 
 bool Logging::isFileWanted(std::string_view sourceFile) const noexcept {
   if (mPars.mExclFileToLog.empty()) return true;
+  // Compared by the bare file name: callers of openEntry() may pass a path with either separator.
   std::size_t separator = sourceFile.rfind('/');
   if (separator == std::string_view::npos) separator = sourceFile.rfind('\\');
   // Without a separator npos + 1 is 0: the whole path.
@@ -173,9 +188,11 @@ bool Logging::openEntry(LogLevel level, std::string_view sourceFile, std::string
   const std::uint32_t thread = currentThreadId();
   const bool isNested = mOwner.load(std::memory_order_relaxed) == thread;
   if (!isNested) {
+    // A lock that fails drops the entry: writing without it could mix two lines.
     if (mMutex.lock() != 0) return false;
     mOwner.store(thread, std::memory_order_relaxed);
   }
+  // After the lock, because init() may change the parameters on another thread.
   if (mDepth == kMaxNesting || !isFileWanted(sourceFile)) {
     if (!isNested) Lock::release(*this);
     return false;
@@ -186,7 +203,7 @@ bool Logging::openEntry(LogLevel level, std::string_view sourceFile, std::string
   return true;
 }
 
-/// The line up to its text. Time and thread change rarely from one line to the next, so their texts are kept.
+/// The line up to its text. Time and thread rarely change between lines, so their formatted text is cached.
 void Logging::appendStart(LogText& text, LogLevel level, std::string_view position) noexcept {
   const std::uint32_t msOfDay = Util::utcMsOfDay();
   const std::uint32_t thread = currentThreadId();
@@ -194,6 +211,7 @@ void Logging::appendStart(LogText& text, LogLevel level, std::string_view positi
     mMsOfDay = msOfDay;
     mStartThread = thread;
     Util::writeTimeOfDay(mStart.data(), msOfDay);
+    // A longer thread id widens its column; nothing is cut.
     const int size = std::snprintf(&mStart[kThreadStart], mStart.size() - kThreadStart, "%6u|", thread);
     mStartSize = kThreadStart + static_cast<std::size_t>(size);
   }
@@ -220,6 +238,7 @@ void Logging::emit(std::string_view line) noexcept {
 void Logging::endEntry() noexcept {
   assert(mDepth > 0 && isOwner() && "an entry is closed by the thread that has it open");
   const OpenEntry entry = mOpenEntries[--mDepth];
+  // The line end is part of the text, so that each line reaches the file in one write.
   mText.append("\n");
   writeEntry(entry, mText.from(entry.start));
   mText.cut(entry.start);
@@ -238,6 +257,7 @@ void Logging::append(std::string_view text) noexcept {
 }
 
 void Logging::append(int value) noexcept {
+  // Only an int is a sentinel. The same value as an unsigned or a long is data.
   if (value == kEndOfEntry)
     endEntry();
   else if (value == kHexDumpNext)
@@ -256,6 +276,7 @@ void Logging::append(std::ios_base& (*manipulator)(std::ios_base&)) noexcept {
 Logging* LogEntry::open(LogLevel level, std::string_view sourceFile, std::string_view position) noexcept {
   Logging* const logP = Logging::current();
   if (logP == nullptr || !logP->openEntry(level, sourceFile, position)) return nullptr;
+  // Safe to read: this thread has held the lock since openEntry().
   mNumber = logP->mEntryNumber;
   mThread = logP->mOwner.load(std::memory_order_relaxed);
   return logP;

@@ -141,7 +141,7 @@ class Logging {
   std::string mDirectory;
   RotatingLogFile mFile;
   EarlyEntries mEarlyEntries;
-  /// Until the first init() nobody knows which entries are wanted, and where.
+  /// True until the first init(): until then neither the wanted levels nor the file are known.
   bool mIsCollecting = true;
   Mutex mMutex{"Logging"};
   /// Thread id of the thread that holds the lock, 0 for none. Only compared with a thread's own id.

@@ -3,14 +3,16 @@
 
 namespace {
 
-/// Made and destroyed with the module itself, so that unloading the module closes its log. A process that
-/// ends with the module loaded leaves the log as it is: a thread that was ended within it has its lock, for
-/// which whoever logs from now on would wait. Each finished line is in the file.
+/// Constructed and destroyed with the module itself, so that unloading the module closes its log. When the
+/// process ends with the module loaded, the log is left as it is: the system may have ended a thread that
+/// held the lock, and every later log call would wait for it for ever. No line is lost: each one is in the
+/// file as soon as it is complete.
 struct ProcessLog {
   ProcessLog() : mLogging() {}
   ~ProcessLog() {
     if (!isProcessEnding()) mLogging.~Logging();
   }
+  // In a union, because its destructor must run only on the condition above.
   union {
     Logging mLogging;
   };

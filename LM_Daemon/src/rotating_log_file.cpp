@@ -15,10 +15,12 @@ namespace {
 constexpr std::size_t kUsualLine = 1024;
 
 std::string backupName(const std::string& path) {
+  // The extension is replaced, not extended. The search does not stop at a backslash: without a dot in the
+  // file name it finds one in a folder's name.
   return path.substr(0, path.rfind('.')) + ".bak";
 }
 
-/// Windows makes no difference between small and capital letters.
+/// Windows does not distinguish small and capital letters in names.
 bool isSameName(const std::string& path, const std::string& other) {
   const auto isSameLetter = [](unsigned char a, unsigned char b) {
     return std::tolower(a) == std::tolower(b);
@@ -36,10 +38,11 @@ bool RotatingLogFile::open(const std::string& path, const std::string& name, std
   mSizeLimit = sizeLimit;
   mFileP = mMaker();
   if (mFileP == nullptr) return false;
+  // A failure is not reported: the file object then drops what is written to it.
   mFileP->open(mPath);
   mFileP->write(logHeader(mName));
   expectLimitAt(mSizeLimit);
-  // Later lines find the room that they need.
+  // Reserves the room now, so that writing a line allocates nothing.
   mUnconfirmed.extend(kMaxUnconfirmed + kUsualLine);
   mUnconfirmed.cut(0);
   return true;
@@ -55,6 +58,7 @@ void RotatingLogFile::close() {
 void RotatingLogFile::expectLimitAt(std::int64_t size) noexcept {
   mFullAt = size;
   mWritesSinceCheck = kMaxTrustedWrites;
+  // No time of day has this value.
   mMsOfSize = ~0u;
 }
 
@@ -97,12 +101,14 @@ bool RotatingLogFile::isReplaced() {
 void RotatingLogFile::follow() {
   const bool isKept = mFileP->isNamed(mBackupPath);
   mFileP->open(mPath);
+  // If the old file is the backup now, these lines are in it. If it is gone, they are written again.
   if (!isKept) mFileP->write(mUnconfirmed.from(0));
   expectLimitAt(mSizeLimit);
 }
 
 RotatingLogFile::Rotation RotatingLogFile::rotate() noexcept {
   try {
+    // Held until the end of the rotation, so that two processes never rotate the same file twice.
     FileClaim claim;
     if (isReplaced()) {
       follow();
@@ -126,16 +132,19 @@ RotatingLogFile::Rotation RotatingLogFile::replace() {
   const std::string aside = freeName();
   const std::string header = logHeader(mName);
   mFileP->close();
+  // From here on the file is closed: whatever fails below, resume() opens it again.
   mIsResumeDue = true;
   if (!isItsOwnBackup && renameFile(mBackupPath, aside) == FileChange::kFailed)
     return resume(Rotation::kBackupKept);
   const FileChange change = isItsOwnBackup ? FileChange::kDone : renameFile(mPath, mBackupPath);
+  // The log itself was not renamed, so the old backup gets its name back.
   if (change != FileChange::kDone) renameFile(aside, mBackupPath);
   if (change == FileChange::kFailed) return resume(Rotation::kNotRenamed);
   const bool isOpen = mFileP->open(mPath);
   mIsResumeDue = false;
   mUnconfirmed.cut(0);
   removeFile(aside);
+  // A log named like its backup keeps its text, so the limit counts from its present size.
   expectLimitAt(mSizeLimit + (isItsOwnBackup ? mFileP->position(true) : 0));
   if (!isOpen) return Rotation::kNotOpened;
   mFileP->write(header);
@@ -146,6 +155,7 @@ RotatingLogFile::Rotation RotatingLogFile::replace() {
 RotatingLogFile::Rotation RotatingLogFile::resume(Rotation result) noexcept try {
   mFileP->open(mPath);
   mIsResumeDue = false;
+  // The next attempt comes after another full size, not with every line.
   expectLimitAt(mFileP->position(true) + mSizeLimit);
   return result;
 } catch (const std::exception&) {
