@@ -13,6 +13,7 @@ std::int32_t Cnfg::findSection(std::string_view section) {
 }
 
 bool Cnfg::isSectionFound(std::string_view section) {
+  // Always from the start: sections may be read in any order, and of two with one name the first counts.
   mReader.rewind();
   while (!mReader.isAtEnd())
     if (CnfgLine::sectionOf(mReader.next()) == section) return true;
@@ -64,6 +65,7 @@ std::int32_t Cnfg::readParameter(std::string_view key, std::string& value, std::
 
 std::int32_t Cnfg::readParameterByIndex(std::string& key, std::string& value, std::string_view section,
                                         std::size_t index, Trim trim) {
+  // An empty section does not mean "from the current line" here, as it does in readParameter().
   if (findSection(section) != kOk) return mErrorCode;
   CnfgLine line;
   for (std::size_t i = 0; i <= index; ++i)

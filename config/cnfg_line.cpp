@@ -22,6 +22,7 @@ std::size_t scan(std::string_view text, std::size_t start, IsEnd isEnd) {
 }
 
 std::size_t skipBlanks(std::string_view line) {
+  // Blanks and TABs only: a CR is a character like any other and begins a parameter.
   return scan(line, 0, [](char c) { return !isBlank(c); });
 }
 
@@ -32,16 +33,19 @@ std::string_view before(std::string_view text, char end) {
 
 std::string_view headerSection(std::string_view fromBracket) {
   const std::size_t end = fromBracket.find(']');
+  // No trimming: "[ A ]" has the name " A ".
   return end == kNone ? std::string_view() : fromBracket.substr(1, end - 1);
 }
 
 CnfgLine splitHeader(std::string_view leading, std::string_view rest) {
   CnfgLine result;
   const std::size_t end = rest.find(']');
+  // Without a "]" the line is neither a header nor a parameter, so it ends the parameters of its section.
   result.kind = end == kNone ? CnfgLine::Kind::kBrokenHeader : CnfgLine::Kind::kHeader;
   if (end == kNone) return result;
   result.leading = leading;
   result.section = headerSection(rest);
+  // Text after the "]" is ignored, with or without a "#".
   result.trailing = rest.substr(end + 1);
   return result;
 }

@@ -5,6 +5,7 @@
 #include <utility>
 
 namespace {
+// Holds a whole settings file, so that it is usually read by one call.
 constexpr std::size_t kUsualCapacity = std::size_t{64} * 1024;
 }  // namespace
 
@@ -15,6 +16,7 @@ bool LineReader::open(const std::string& path) {
 }
 
 void LineReader::rewind() {
+  // The buffer is dropped too: another process may have changed the file since it was read.
   if (mFile.isOpen()) mFile.rewind();
   mBegin = mEnd = 0;
   mIsAtEnd = false;
@@ -31,6 +33,8 @@ std::string_view LineReader::next() {
     // What has been searched holds no line feed: a long line is not scanned again from its start.
     searched = size;
     if (!fill()) {
+      // Set together with the last line, not after it: a file that ends in a line feed has one more, empty
+      // line.
       mIsAtEnd = true;
       return take(mEnd - mBegin, 0);
     }
@@ -55,6 +59,7 @@ bool LineReader::fill() {
 
 bool LineReader::makeRoom() {
   if (mBegin > 0) {
+    // Invalidates the view that the last next() returned, as the header says.
     std::memmove(mBufferP.get(), mBufferP.get() + mBegin, mEnd - mBegin);
     mEnd -= mBegin;
     mBegin = 0;

@@ -25,7 +25,7 @@ class LineReader {
   bool isAtEnd() const { return mIsAtEnd; }
 
   /// The next line without its end; empty at the end of the file. Valid until the next call. A line that
-  /// finds no memory ends the file.
+  /// does not fit in memory ends the file.
   std::string_view next();
 
  private:
