@@ -1,5 +1,5 @@
-/// Lines for the standard streams. Each line leaves in one piece, so lines of several threads never mix, and
-/// no iostream state is shared between them. Any thread.
+/// Lines for the standard streams. Each line is written in one piece, so lines of several threads never mix,
+/// and no iostream state is shared between them. Any thread.
 #ifndef UTIL_CONSOLE_H
 #define UTIL_CONSOLE_H
 

@@ -4,6 +4,7 @@
 
 namespace {
 
+// The index of a text is its value: the order is fixed.
 constexpr const char* kAxisLocks[] = {"off", "horz", "vert"};
 constexpr const char* kMotionReferences[] = {"object", "screen"};
 constexpr const char* kRotationCenterModes[] = {"objscreen", "objorigin", "camstandard", "camtarget",
@@ -16,6 +17,7 @@ bool contains(std::string_view text, std::string_view part) {
 template <std::size_t kCount>
 int valueOf(std::string_view text, const char* const (&candidates)[kCount]) {
   for (std::size_t i = 0; i < kCount; ++i)
+    // The first candidate of the table wins, not the first in the text.
     if (contains(text, candidates[i])) return static_cast<int>(i);
   return -1;
 }
@@ -29,6 +31,7 @@ const char* textOf(int value, const char* const (&candidates)[kCount]) {
 }  // namespace
 
 bool Util::onOffToBool(std::string_view text) {
+  // Deliberately loose: "only" switches on, "ON" and "true" do not.
   return contains(text, "on");
 }
 

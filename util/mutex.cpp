@@ -16,6 +16,7 @@ using Print = void (*)(std::string_view) noexcept;
 /// no memory is dropped: a lock must not end the process for want of a diagnostic.
 void printFailure(Print print, std::string_view before, std::string_view name, std::string_view after,
                   std::string_view end) noexcept try {
+  // First: building the text may change errno.
   const int code = errno;
   std::string text(before);
   text.append(name).append(after).append(std::to_string(currentThreadId())).append(end);
@@ -42,6 +43,7 @@ int refuse() {
 }  // namespace
 
 Mutex::Mutex(std::string_view name) : mName(std::string(name) + "_" + std::to_string(currentProcessId())) {
+  // Not shared between processes, count 1.
   mIsInitialised = sem_init(&mSemaphore, 0, 1) == 0;
   if (mIsInitialised) return;
   printFailure(printLine, "Mutex::Mutex(): **** Error initializing semaphore", "", " by thread ", "! **** ");
@@ -55,6 +57,7 @@ Mutex::~Mutex() {
 }
 
 int Mutex::lock() noexcept {
+  // Before the wait, so that the hint also shows a thread that waits.
   mIsLocked.store(true, std::memory_order_relaxed);
   const int result = mIsInitialised ? waitFor(mSemaphore) : refuse();
   if (result != 0)
@@ -66,8 +69,10 @@ int Mutex::lock() noexcept {
 int Mutex::unlock() noexcept {
   const int result = mIsInitialised ? sem_post(&mSemaphore) : refuse();
   if (result != 0)
+    // On standard error, unlike the others; stream and text are fixed.
     printFailure(printErrorLine, "Mutex::unlock(): **** Error unlocking semaphore '", name(), "' by thread ",
                  "'! **** ");
+  // After a failure too. The flag is a hint and protects nothing.
   mIsLocked.store(false, std::memory_order_relaxed);
   return result;
 }

@@ -8,6 +8,7 @@
 
 namespace {
 
+// Twice what the printed text says; both are intended.
 constexpr std::uint32_t kHoldMs = 4000;
 /// Longer than the second thread still needs, which uses the mutex until then.
 constexpr std::uint32_t kSecondThreadEndsMs = 5000;

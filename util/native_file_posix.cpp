@@ -12,6 +12,7 @@
 
 namespace {
 
+// Narrowed by the umask of the process.
 constexpr mode_t kNewFileMode = 0666;
 
 /// Windows does not open a folder as a file, so neither does this.
@@ -22,10 +23,12 @@ bool isFolder(int handle) {
 
 bool isFolder(const std::string& path) {
   struct stat status = {};
+  // Not followed: renaming acts on the link itself, even if it leads to a folder.
   return ::lstat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
 int openFile(std::string_view path, int flags) {
+  // Closed on exec: a program that the host starts must not keep the log open.
   const int handle = ::open(systemPath(path).c_str(), flags | O_CLOEXEC, kNewFileMode);
   if (handle < 0 || !isFolder(handle)) return handle;
   ::close(handle);
@@ -34,6 +37,7 @@ int openFile(std::string_view path, int flags) {
 
 FileChange changeResult(int result) {
   if (result == 0) return FileChange::kDone;
+  // A missing file is no failure: there was nothing to move or remove.
   return errno == ENOENT ? FileChange::kMissing : FileChange::kFailed;
 }
 
@@ -45,11 +49,14 @@ bool isSame(const struct stat& a, const struct stat& b) {
 /// when that is no regular file, or has no name any more.
 std::string replaceable(const std::string& path) {
   struct stat status = {};
+  // No file yet: the replacement creates it under the given name.
   if (::stat(path.c_str(), &status) != 0) return path;
   struct stat resolvedStatus = {};
   char* const resolvedP = ::realpath(path.c_str(), nullptr);
   const std::string resolved = resolvedP != nullptr ? resolvedP : "";
   std::free(resolvedP);
+  // Compared by inode: a link under /proc may resolve to a text that names no file, or another
+  // one.
   const bool isFound = ::stat(resolved.c_str(), &resolvedStatus) == 0 && isSame(status, resolvedStatus);
   return isFound && S_ISREG(status.st_mode) ? resolved : "";
 }
@@ -57,6 +64,7 @@ std::string replaceable(const std::string& path) {
 bool writeAll(int handle, std::string_view text) {
   while (!text.empty()) {
     const ssize_t count = ::write(handle, text.data(), text.size());
+    // A signal is no failure, and a short write goes on with the rest.
     if (count < 0 && errno == EINTR) continue;
     if (count <= 0) return false;
     text.remove_prefix(static_cast<std::size_t>(count));
@@ -77,6 +85,7 @@ bool writeNewFile(const std::string& path, std::string_view text, mode_t mode) {
 
 SystemPath systemPath(std::string_view path) {
   std::string result(path);
+  // Only the separators: a drive letter stays, as part of a relative name.
   std::replace(result.begin(), result.end(), '\\', '/');
   return result;
 }
@@ -92,12 +101,14 @@ bool NativeFile::openForAppending(std::string_view path) {
   mHandle = openFile(path, O_WRONLY | O_CREAT | O_APPEND);
   mIsAppending = isOpen();
   mPath = systemPath(path);
+  // O_APPEND moves the position only with the first write; position() is asked before.
   if (isOpen()) ::lseek(mHandle, 0, SEEK_END);
   return isOpen();
 }
 
 bool NativeFile::openForOverwriting(std::string_view path) {
   close();
+  // No O_CREAT and no O_TRUNC: the file must exist, and its tail stays.
   mHandle = openFile(path, O_RDWR);
   return isOpen();
 }
@@ -143,6 +154,7 @@ bool FileClaim::claim(std::string_view path) {
   const int handle = openFile(path, O_RDONLY);
   if (handle < 0) return false;
   mHandle = handle;
+  // An advisory lock of the open file and not of the process: it follows a rename and ends with the handle.
   if (::flock(handle, LOCK_EX | LOCK_NB) == 0) return true;
   release();
   return false;
@@ -160,8 +172,10 @@ bool replaceFile(std::string_view path, std::string_view text) {
   const bool isThere = ::stat(target.c_str(), &status) == 0;
   // Each process has a name of its own: two hosts may end at the same moment.
   const std::string beside = target + "." + std::to_string(::getpid()) + ".new";
+  // The new file keeps the permissions that the user has given the old one.
   const mode_t mode = isThere ? status.st_mode & 07777 : kNewFileMode;
   if (writeNewFile(beside, text, mode) && ::rename(beside.c_str(), target.c_str()) == 0) return true;
+  // Nothing is left beside the old file after a failure.
   ::unlink(beside.c_str());
   return false;
 }

@@ -15,10 +15,12 @@ namespace {
 /// The runtime takes the size of a transfer as an unsigned int; larger ones go in pieces.
 constexpr std::size_t kLargestTransfer = 1u << 30;
 
+// FILE_SHARE_DELETE lets other processes rename and remove the file while it is open.
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
 /// Waits between two attempts at a file that another process is using right now.
 constexpr DWORD kAttemptMs = 10;
+// At most 40 ms of waiting for a reader, about 1 s for a replacement.
 constexpr int kReadingAttempts = 5;
 constexpr int kReplacingAttempts = 100;
 
@@ -40,6 +42,7 @@ bool isFolder(const std::wstring& path) {
 int runtimeHandle(HANDLE file, int flags) {
   if (file == INVALID_HANDLE_VALUE) return -1;
   const int handle = ::_open_osfhandle(reinterpret_cast<std::intptr_t>(file), flags);
+  // On success the runtime owns the handle and closes it.
   if (handle < 0) ::CloseHandle(file);
   return handle;
 }
@@ -52,6 +55,7 @@ HANDLE systemHandle(int handle) {
 HANDLE openToRead(const std::wstring& path) {
   HANDLE file = openHandle(path, GENERIC_READ, OPEN_EXISTING);
   for (int attempt = 1; attempt < kReadingAttempts && file == INVALID_HANDLE_VALUE; ++attempt) {
+    // A folder is denied for good, with the same error.
     if (!isMomentary(::GetLastError()) || isFolder(path)) return file;
     ::Sleep(kAttemptMs);
     file = openHandle(path, GENERIC_READ, OPEN_EXISTING);
@@ -64,6 +68,7 @@ bool identify(HANDLE file, BY_HANDLE_FILE_INFORMATION& information) {
 }
 
 bool isSame(const BY_HANDLE_FILE_INFORMATION& a, const BY_HANDLE_FILE_INFORMATION& b) {
+  // The names may differ in case, short form or drive mapping; volume and index do not.
   return a.dwVolumeSerialNumber == b.dwVolumeSerialNumber && a.nFileIndexHigh == b.nFileIndexHigh &&
          a.nFileIndexLow == b.nFileIndexLow;
 }
@@ -82,6 +87,7 @@ bool writeAll(int handle, std::string_view text) {
 std::string_view withLineEnds(std::string_view text, char* targetP) {
   char* endP = targetP;
   for (const char c : text) {
+    // A CR already before the line feed stays: the text mode of the runtime does the same.
     if (c == '\n') *endP++ = '\r';
     *endP++ = c;
   }
@@ -91,6 +97,7 @@ std::string_view withLineEnds(std::string_view text, char* targetP) {
 /// Appends `text` with the system's line ends in one write, which no other process can part.
 bool appendLines(int handle, std::string_view text) {
   constexpr std::size_t kUsualSize = 1024;
+  // Usual lines go through the stack, so that logging allocates nothing.
   char usual[kUsualSize];
   std::unique_ptr<char[]> largeP;
   const std::size_t size = NativeFile::appendedSize(text);
@@ -110,8 +117,10 @@ bool writeNewFile(const std::wstring& path, std::string_view text) {
 /// Moves the file `from` into the place of `to`, as soon as no other process forbids it.
 bool moveInPlace(const std::wstring& from, const std::wstring& to) {
   for (int attempt = 1;; ++attempt) {
+    // Written through, so that the new name is on the disk when this returns.
     if (::MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0)
       return true;
+    // An editor, an indexer or a virus scanner may hold the target for a moment.
     if (attempt == kReplacingAttempts || !isMomentary(::GetLastError())) return false;
     ::Sleep(kAttemptMs);
   }
@@ -154,6 +163,8 @@ bool NativeFile::openForAppending(std::string_view path) {
 
 bool NativeFile::openForOverwriting(std::string_view path) {
   close();
+  // Text mode, so that write() ends lines in CR LF. Appending converts by itself, because it needs one write
+  // a line.
   mHandle = runtimeHandle(openHandle(systemPath(path), GENERIC_READ | GENERIC_WRITE, OPEN_EXISTING),
                           _O_RDWR | _O_TEXT);
   return isOpen();
@@ -189,6 +200,7 @@ std::int64_t NativeFile::position() {
 bool NativeFile::isNamed(const SystemPath& path) const {
   BY_HANDLE_FILE_INFORMATION mine = {};
   BY_HANDLE_FILE_INFORMATION named = {};
+  // Access 0 asks for the attributes only.
   const HANDLE other = openHandle(path, 0, OPEN_EXISTING);
   const bool isMine = identify(systemHandle(mHandle), mine) && identify(other, named) && isSame(mine, named);
   if (other != INVALID_HANDLE_VALUE) ::CloseHandle(other);
@@ -230,6 +242,8 @@ FileChange removeFile(std::string_view path) {
 
 FileChange renameFile(std::string_view from, std::string_view to) {
   const std::wstring source = systemPath(from);
+  // MoveFileEx would rename a folder.
   if (isFolder(source)) return FileChange::kFailed;
+  // Without MOVEFILE_REPLACE_EXISTING: the name must be free.
   return changeResult(::MoveFileExW(source.c_str(), systemPath(to).c_str(), 0));
 }

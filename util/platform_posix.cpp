@@ -18,6 +18,7 @@ std::string userProfile() {
 
 bool isOpenDenied(std::string_view path) {
   const int handle = ::open(systemPath(path).c_str(), O_RDONLY | O_CLOEXEC);
+  // There are no sharing modes here, so only permissions deny it.
   if (handle < 0) return errno == EACCES;
   ::close(handle);
   return false;
@@ -29,15 +30,17 @@ bool isFolder(std::string_view path) {
 }
 
 bool makeFolder(std::string_view path) {
+  // Narrowed by the umask.
   return ::mkdir(systemPath(path).c_str(), 0777) == 0;
 }
 
-/// Through Windows: in a replay the date is the run's.
+/// Through the stand-in's Windows clock: in a replay the date is that of the run.
 std::tm localTime() {
   SYSTEMTIME time = {};
   GetLocalTime(&time);
   std::tm result = {};
   result.tm_year = time.wYear - 1900;
+  // SYSTEMTIME counts months from 1, tm from 0.
   result.tm_mon = time.wMonth - 1;
   result.tm_mday = time.wDay;
   result.tm_wday = time.wDayOfWeek;

@@ -17,13 +17,14 @@ std::string userProfile() {
 
 bool isOpenDenied(std::string_view path) {
   const int handle = ::_wopen(systemPath(path).c_str(), _O_RDONLY | _O_NOINHERIT);
+  // The runtime maps a sharing violation to EACCES. It also reports EACCES for a folder.
   if (handle < 0) return errno == EACCES;
   ::_close(handle);
   return false;
 }
 
 bool isFolder(std::string_view path) {
-  // The runtime's own status knows no folder whose path ends in a backslash.
+  // Not _wstat: it fails for a path that ends in a backslash.
   const DWORD attributes = ::GetFileAttributesW(systemPath(path).c_str());
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }

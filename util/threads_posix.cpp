@@ -10,5 +10,6 @@ std::uint32_t currentThreadId() {
 }
 
 bool isProcessEnding() noexcept {
+  // exit() runs destructors while the other threads still run, so their locks will be released.
   return false;
 }

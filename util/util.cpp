@@ -18,6 +18,7 @@ constexpr DWORD kBeepHz = 440;
 constexpr DWORD kBeepMs = 200;
 constexpr std::uint32_t kMsPerSecond = 1000;
 
+// English in every locale, so that a log reads alike on every machine; strftime would translate them.
 constexpr const char* kMonths[] = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
                                    "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
 constexpr const char* kWeekdays[] = {"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"};
@@ -35,6 +36,7 @@ std::string Util::getUserProfileDir() {
 }
 
 bool Util::fileExists(std::string_view path) {
+  // By opening and not by status: a file that cannot be read is of no use to any caller.
   return NativeFile().openForReading(path);
 }
 
@@ -65,6 +67,7 @@ std::wstring Util::widen(std::string_view text) {
 
 std::string Util::dateText(const std::tm& time) {
   char text[48];
+  // The remainders keep a value that is too large within the tables.
   std::snprintf(text, sizeof text, "%s %s %2d %04d", kWeekdays[time.tm_wday % 7], kMonths[time.tm_mon % 12],
                 time.tm_mday, time.tm_year + 1900);
   return text;
@@ -77,6 +80,7 @@ std::string Util::localDate() {
 std::uint32_t Util::utcMsOfDay() {
   SYSTEMTIME time = {};
   GetSystemTime(&time);
+  // UTC, so that the times in a log do not jump when summer time begins or ends.
   const std::uint32_t minutes = time.wHour * 60u + time.wMinute;
   return (minutes * 60u + time.wSecond) * kMsPerSecond + time.wMilliseconds;
 }
@@ -98,6 +102,7 @@ void Util::writeTimeOfDay(char* targetP, std::uint32_t msOfDay) {
 
 bool Util::makeDirectory(std::string_view path) {
   if (platform::makeFolder(path)) return true;
+  // Building the text may change errno.
   const int code = errno;
   printErrorLine("Directory '" + std::string(path) + "' could not be created. Error: " + std::strerror(code));
   return false;
@@ -115,6 +120,7 @@ std::string Util::numberToString(long value, int base) {
   static constexpr std::string_view kDigits = "0123456789abcdefghijklmnopqrstuvwxyz";
   if (base < 2 || base > static_cast<int>(kDigits.size())) return "Base error";
   std::string result;
+  // The remainder carries the sign of the value. Negating the value instead would overflow for LONG_MIN.
   std::ldiv_t parts = {value, 0};
   do {
     parts = std::ldiv(parts.quot, base);

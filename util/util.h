@@ -12,7 +12,7 @@
 class Util {
  public:
   /// Value of the environment variable USERPROFILE, unchanged. Empty when there is no such variable; callers
-  /// that need it tell the user.
+  /// that need it report that.
   static std::string getUserProfileDir();
 
   /// Whether the file can be opened for reading; false for a folder.

@@ -20,6 +20,7 @@ std::wstring fromAnsi(std::string_view text) {
 }
 
 std::wstring environmentValue(const wchar_t* nameP) {
+  // This first call counts the terminator, the second one does not.
   std::wstring value(::GetEnvironmentVariableW(nameP, nullptr, 0), L'\0');
   const auto size = static_cast<DWORD>(value.size());
   value.resize(size == 0 ? 0 : ::GetEnvironmentVariableW(nameP, value.data(), size));

@@ -39,6 +39,7 @@ class Key {
 /// Narrow text of `size` bytes of wide characters, without the terminator that may be among them.
 std::string narrow(const std::wstring& text, DWORD size) {
   std::string result;
+  // Only the low byte: the reverse of Util::widen().
   for (const wchar_t c : text.substr(0, size / sizeof(wchar_t))) result.push_back(static_cast<char>(c));
   if (!result.empty() && result.back() == '\0') result.pop_back();
   return result;
@@ -50,8 +51,10 @@ std::optional<std::string> read(HKEY mainKey, std::string_view keyName, std::str
   const std::wstring wideValue = Util::widen(value);
   DWORD size = 0;
   DWORD type = REG_NONE;
+  // First the size, then the text. A value that grows in between fails with ERROR_MORE_DATA.
   LSTATUS code = RegQueryValueExW(key.get(), wideValue.c_str(), nullptr, &type, nullptr, &size);
   if (code == ERROR_SUCCESS && type != REG_SZ) code = ERROR_UNSUPPORTED_TYPE;
+  // One more than asked for: the size is in bytes and may be odd.
   std::wstring text(size / sizeof(wchar_t) + 1, L'\0');
   if (code == ERROR_SUCCESS)
     code = RegQueryValueExW(key.get(), wideValue.c_str(), nullptr, nullptr,
@@ -68,6 +71,7 @@ bool Registry::setValue(std::string_view keyName, std::string_view value, std::s
   const Key key(HKEY_CURRENT_USER, keyName, KEY_SET_VALUE);
   if (!key.isOpen()) return false;
   const std::wstring wideText = Util::widen(text);
+  // In bytes, the terminator included; Windows adds none.
   const auto size = static_cast<DWORD>((wideText.size() + 1) * sizeof(wchar_t));
   const LSTATUS code = RegSetValueExW(key.get(), Util::widen(value).c_str(), 0, REG_SZ,
                                       reinterpret_cast<const BYTE*>(wideText.c_str()), size);
@@ -91,6 +95,7 @@ bool Registry::deleteValue(std::string_view keyName, std::string_view value) {
 }
 
 std::optional<std::string> Registry::daemonPath() {
+  // An empty name is the default value of the key.
   return read(HKEY_LOCAL_MACHINE, kDaemonKey, "");
 }
 

@@ -43,18 +43,22 @@ class Handle {
 }  // namespace
 
 int WindowsUtil::copyFolder(std::string_view source, std::string_view destination) {
+  // The "\*" makes xcopy copy what is in the folder and not the folder.
   const std::string command = "xcopy /S " + quoted(std::string(source) + "\\*") + " " + quoted(destination);
   return std::system(command.c_str());
 }
 
 int WindowsUtil::removeFolder(std::string_view path) {
+  // Unlike the folders above the path is not quoted: a caller quotes one that has blanks.
   return std::system(("rmdir /S /Q " + std::string(path)).c_str());
 }
 
 bool WindowsUtil::isProcessRunning(std::string_view name) {
   const Handle snapshot(CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0));
   PROCESSENTRY32W entry = {};
+  // Without the size Windows refuses the record.
   entry.dwSize = sizeof entry;
+  // True on failure, because a process that cannot be seen may well be running.
   if (!snapshot.isValid() || !Process32FirstW(snapshot.get(), &entry)) return true;
   do {
     if (entry.th32ProcessID == GetCurrentProcessId()) continue;
