@@ -1,25 +1,13 @@
 // The module comes and goes many times in one process, as it does when a user loads and unloads it.
+#include "tests/support/handle_count.h"
 #include "tests/windows/module_run.h"
-
-#include <windows.h>
 
 namespace clock_ = standin::clock;
 namespace host = standin::host;
 using ::testing::IsEmpty;
+using tests::handleCount;
 
 namespace {
-
-/// Handles that the process has open. Wine answers 0 to GetProcessHandleCount, so each number that may be one
-/// is tried.
-int handleCount() {
-  constexpr std::uintptr_t kStep = 4, kLast = 0x8000;
-  int count = 0;
-  for (std::uintptr_t number = kStep; number <= kLast; number += kStep) {
-    DWORD flags = 0;
-    if (GetHandleInformation(reinterpret_cast<HANDLE>(number), &flags)) ++count;
-  }
-  return count;
-}
 
 TEST(HandleCount, SeesAHandleMore) {
   const int before = handleCount();
