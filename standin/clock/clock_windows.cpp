@@ -29,9 +29,10 @@ struct State {
   std::set<ThreadId> olderThreads;
 };
 
+/// Never destroyed: a process that ends has ended the runner's thread, which may have held its lock.
 State& state() {
-  static State instance;
-  return instance;
+  static auto* const instance = new State;
+  return *instance;
 }
 
 /// Every message but the timers', which the host's loop takes one by one.
