@@ -107,6 +107,7 @@ AutoCadProxy* AutoCadProxy::instance() {
 const std::string& AutoCadProxy::applModeName() const {
   static const std::string kUnknown = "Unknown";
   const PublishedNames::Names& modes = mModes.current();
+  // The mode is the index into the list of the menu file; a shorter list, or none, gives "Unknown".
   const auto index = static_cast<std::size_t>(mMode.load(std::memory_order_relaxed));
   return index < modes.size() ? modes[index] : kUnknown;
 }
@@ -125,6 +126,7 @@ void AutoCadProxy::tick() try {
   // A Windows timer repeats. This one is armed again at the end, so that a pass in which the host handles
   // messages does not begin another tick.
   KillTimer(nullptr, mTimerId);
+  // In every tick until it succeeds: the exporter writes the file some time after the module is loaded.
   if (!mIsMenuLoaded) loadMenufile();
   doTransform();
   if (mIsTimerActive) armTimer();
@@ -143,8 +145,11 @@ void AutoCadProxy::doTransform() {
       elapsed = GetTickCount() - start;
       // Keys before the cap, so that a view chosen by a key is the one that the cap moves.
       handleDeviceKeys();
+      // With the other interface the cap belongs to another plug-in; keys are still served, once a tick.
       isToContinue = mUseInt3dIntrfce ? false : handleDeviceCap();
     } catch (...) {
+      // The flag keeps its value, so a failing pass is repeated until the time is up and not given up at
+      // once.
       LM_LOG(kError, kClass, "AutoCadProxy::doTransform") << "Error doTransform()";
     }
   }
@@ -161,6 +166,7 @@ bool AutoCadProxy::handleDeviceCap() {
     return false;
   }
   const auto [x, y, z, rx, ry, rz] = cap.axes;
+  // Before any motion, and without mIsCapMoving: scrolling neither locks a document nor commits a view.
   if (scrollTreeOrList(x, y, z)) return true;
   if (mode == k2DMode)
     handleCapIsDeflectedIn2DMode(x, y, z);
@@ -332,6 +338,7 @@ void AutoCadProxy::loadMenufile() try {
   if (!isRead) return;
   LM_LOG(kCreation, kClass, "AutoCadProxy::loadMenufile")
       << "Menu file '" << path << "' with " << mMenuTable.size() << " entries loaded.";
+  // A file without modes is incomplete: the exporter may still be writing it.
   mIsMenuLoaded = !table->modes.empty();
 } catch (...) {
   LM_LOG(kError, kClass, "AutoCadProxy::loadMenufile") << "Error loadMenufile()";
@@ -427,6 +434,7 @@ bool AutoCadProxy::getSelObjectAxis(AcGeVector3d* directionP, AcGePoint3d* point
 }
 
 void AutoCadProxy::handleCapIsDeflectedIn2DMode(short x, short y, short z) try {
+  // Falls back to the view when nothing is selected, or when the host refuses.
   if (mIsObjectMoveMode && transformSelection2d(x, y)) return;
   if (!mIsCapMoving && !isDocLocked() && mDocumentLock.lock())
     LM_LOG(kTrace, kClass, "AutoCadProxy::handleCapIsDeflectedIn2DMode") << "Document locked";
@@ -507,6 +515,7 @@ void AutoCadProxy::handleCapIsDeflectedIn3DMode(short x, short y, short z, short
   }
   ScreenAxes axes{AcGeVector3d(1, 0, 0), AcGeVector3d(0, 1, 0), AcGeVector3d(0, 0, 1)};
   if (!calcScreenAxesRelativeToObject(viewP, &axes[0], &axes[1], &axes[2])) return;
+  // Read before the motion, because setView() sets the projection as well.
   const bool isPerspective = viewP->isPerspective();
   const RotationMode mode = rotationMode();
   const bool isSelectionMoved =
@@ -550,6 +559,7 @@ void AutoCadProxy::rotateByCap(AcGsView* viewP, short rx, short ry, short rz, Sc
       rx = axisShare(rx, mSelAxisDirection, axes[0]);
       ry = axisShare(ry, mSelAxisDirection, axes[1]);
       rz = axisShare(rz, mSelAxisDirection, axes[2]);
+      // Each share is the part of its rotation that acts along the line, so all three turn about the line.
       axes.fill(mSelAxisDirection);
       centre = mSelAxisPoint;
       break;

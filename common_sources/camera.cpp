@@ -35,6 +35,7 @@ void turnCamera(Camera& camera, double angle, const AcGeVector3d& axis, const Ac
   const Rotation rotation{axis, std::cos(angle), std::sin(angle)};
   camera.position = centre + rotation.of(camera.position - centre);
   camera.target = centre + rotation.of(camera.target - centre);
+  // A direction: turned, but not moved with the centre.
   camera.up = rotation.of(camera.up);
 }
 

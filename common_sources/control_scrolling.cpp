@@ -31,6 +31,7 @@ ScrollRange scrollRange(HWND window, int bar) {
   SCROLLINFO info{};
   info.cbSize = sizeof info;
   info.fMask = SIF_RANGE | SIF_PAGE | SIF_POS | SIF_TRACKPOS;
+  // A failure leaves zeros, and such a range is not usable.
   GetScrollInfo(window, bar, &info);
   return {info.nMin, info.nMax, info.nPage, info.nPos};
 }
@@ -46,13 +47,16 @@ bool scrollByLines(HWND window, const ScrollAmount& amount) {
   if (horizontal == vertical) return true;
   const bool isVertical = horizontal < vertical;
   const ScrollRange range = scrollRange(window, isVertical ? SB_VERT : SB_HORZ);
+  // A list without a scroll bar: the cap moves the drawing instead.
   if (!isUsable(range)) return false;
   const int lines = isVertical ? amount.vertical : amount.horizontal;
   const WPARAM backward = isVertical ? SB_LINEUP : SB_LINELEFT;
   const WPARAM forward = isVertical ? SB_LINEDOWN : SB_LINERIGHT;
+  // The position is read once: a control ignores the messages that would leave its range.
   if (isScrollable(range, lines))
     for (int i = lineCount(range); i > 0; --i)
       SendMessageW(window, isVertical ? WM_VSCROLL : WM_HSCROLL, lines < 0 ? backward : forward, 0);
+  // Also at the end of the list: otherwise the loop of passes would spin.
   wait(scrollWaitMs(amount) + shortListWaitMs(range));
   return true;
 }
@@ -65,6 +69,7 @@ void scrollByWheel(HWND window, POINT pointer, const ScrollAmount& amount) {
     const int turn = stronger < 0 ? WHEEL_DELTA : -WHEEL_DELTA;
     SendMessageW(window, WM_MOUSEWHEEL, MAKEWPARAM(0, static_cast<WORD>(turn)),
                  MAKELPARAM(static_cast<WORD>(pointer.x), static_cast<WORD>(pointer.y)));
+    // Paints at once: the main thread is in the loop of passes and handles no paint messages.
     UpdateWindow(window);
   }
   wait(scrollWaitMs(amount));
@@ -74,6 +79,7 @@ void scrollByWheel(HWND window, POINT pointer, const ScrollAmount& amount) {
 
 bool scrollControlUnderPointer(int x, int y, int z) {
   POINT pointer{};
+  // Fails on the secure desktop, for example while the screen is locked.
   if (!GetCursorPos(&pointer)) return false;
   const HWND window = smallestWindowAt(pointer);
   if (window == nullptr) return false;

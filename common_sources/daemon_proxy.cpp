@@ -15,8 +15,10 @@ namespace {
 
 constexpr const char* kClass = "DaemonProxy";
 constexpr const char* kReadMouseEvents = "DaemonProxy::readMouseEvents";
+// Two names on purpose: the connection uses the name of the program, the mode report that of the product.
 constexpr const char* kApplicationName = "acad";
 constexpr const char* kModeApplicationName = "AutoCAD";
+// Only the first device is read, however many the daemon reports.
 constexpr std::int32_t kDevice = 0;
 constexpr std::uint32_t kReadingWaitMs = 200;
 
@@ -39,8 +41,10 @@ bool isDeviceCountRead(std::int32_t& count) {
 
 DaemonProxy::DaemonProxy(LmAutoCad* lmAutoCadP) : mLmAutoCadP(lmAutoCadP) {
   LM_LOG(kCreation, kClass, "DaemonProxy::DaemonProxy") << "Constructing ...";
+  // The slot begins with 0, which is a function. Set before the reading thread or a tick can see it.
   mLmAutoCadP->setApplFunc(LmAutoCad::kNoApplFunc);
   mIsConnected = connect();
+  // Also without a connection: the watch thread makes one later, and the reads fail until then.
   mIsReadThreadStarted = pthread_create(&mReadThread, nullptr, &DaemonProxy::readingThread, this) == 0;
   LM_LOG(kCreation, kClass, "DaemonProxy::DaemonProxy") << "Constructed.";
 }
@@ -71,6 +75,7 @@ bool DaemonProxy::connect() {
     return false;
   }
   for (std::int32_t index = 0; index < count; ++index) {
+    // Zeroed, because the library need not fill the whole record.
     LmDevInfo info{};
     if (!succeeds([&] { return lmGetDevInfo(index, &info); })) {
       LM_LOG(kError, kClass, "DaemonProxy::connect") << "Error in lmGetDevInfo()!";
@@ -80,7 +85,7 @@ bool DaemonProxy::connect() {
         << "devIdx: " << index << ":" << std::string_view(info.name, strnlen(info.name, sizeof info.name));
   }
   retrieveRotMode();
-  // A daemon that has been restarted does not know the mode that its predecessor was sent.
+  // A restarted daemon has lost the mode that was sent to its predecessor.
   mIsConnected = true;
   mIsModeToSend = true;
   return true;
@@ -121,6 +126,7 @@ void DaemonProxy::readMouseEvents() {
       readEvent();
       reportMode();
     } catch (...) {
+      // A failed event must not end the thread: the next one may succeed.
       LM_LOG(kError, kClass, kReadMouseEvents) << "Error readMouseEvents()";
     }
   }
@@ -148,7 +154,9 @@ void DaemonProxy::storeCommandEvent(std::int32_t eventCode) {
       << "event: " << eventCode << ", APPL_FUNC_START: " << static_cast<int>(APPL_FUNC_START);
   if (eventCode == LM_SETTINGS_CHANGED || eventCode == LM_SETTINGS_CHANGED_2) retrieveRotMode();
   if (findSpecialFunction(eventCode) != nullptr) mLmAutoCadP->setSpecialApplFunc(eventCode);
+  // No upper bound: the number is checked against the menu table when it is executed.
   if (eventCode >= APPL_FUNC_START) mLmAutoCadP->setApplFunc(eventCode - APPL_FUNC_START);
+  // The daemon asks for a report; an empty name differs from every mode.
   if (eventCode == LM_SEND_APPL_MODE) mLastSentMode.clear();
 }
 

@@ -1,4 +1,4 @@
-/// Hands the newest value of one thread to another, whole. Neither thread ever waits for the other.
+/// Passes the newest value of one thread to another, whole. Neither thread ever waits for the other.
 #ifndef COMMON_SOURCES_LATEST_VALUE_H
 #define COMMON_SOURCES_LATEST_VALUE_H
 

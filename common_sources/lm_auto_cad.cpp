@@ -14,7 +14,9 @@ LmAutoCad::LmAutoCad() {
   // The settings name the log's file. What they have logged themselves is kept and comes first in it.
   processLog().init(logPars());
   mAutoCadProxyP = std::make_unique<AutoCadProxy>(this);
+  // After the AutoCadProxy, which its reading thread uses from the first event on.
   mDaemonProxyP = std::make_unique<DaemonProxy>(this);
+  // Last: it uses the DaemonProxy.
   startWatchThread();
   LM_LOG(kCreation, kClass, "LmAutoCad::LmAutoCad") << "Constructed.";
 }
@@ -61,6 +63,7 @@ void LmAutoCad::watchConnection() {
   mIsWatching = true;
   while (mIsRunning) {
     if (!mDaemonProxyP->checkConnection()) mDaemonProxyP->connect();
+    // Slept whole, so that unloading may take up to one period.
     sleepMs(kWatchPeriodMs);
   }
   mIsWatching = false;

@@ -1,4 +1,4 @@
-/// The core object: the settings, both proxies, the slots that hand the device's events from the reading
+/// The core object: the settings, both proxies, the slots that pass the device's events from the reading
 /// thread to the main thread, and the thread that watches the connection. One for each load of the module.
 #ifndef COMMON_SOURCES_LM_AUTO_CAD_H
 #define COMMON_SOURCES_LM_AUTO_CAD_H

@@ -16,6 +16,7 @@ void readSection(Cnfg& file, std::string_view section, Take take) {
 
 std::optional<std::string_view> menuMacro(std::string_view value) {
   const std::size_t labelEnd = value.find('}');
+  // Such an item takes no number, so the numbers of all later items depend on this rule.
   if (labelEnd == std::string_view::npos || labelEnd + 1 == value.size()) return std::nullopt;
   value.remove_prefix(labelEnd + 1);
   return value.substr(0, value.find('|'));
@@ -25,6 +26,7 @@ std::optional<MenuTable> readMenuFile(const std::string& path) {
   Cnfg file;
   if (file.open(path) != Cnfg::kOk) return std::nullopt;
   MenuTable table;
+  // Only the keys count. Their order in the file gives the modes' numbers.
   readSection(file, "Modes", [&](const std::string& key, const std::string&) { table.modes.push_back(key); });
   readSection(file, "MenuBar", [&](const std::string&, const std::string& value) {
     if (const auto macro = menuMacro(value)) table.macros.emplace_back(*macro);

@@ -47,6 +47,7 @@ bool isModelTab() {
 PaperChange panPaper(double dx, double dy) {
   if (isModelTab())
     return changeTile([=](AcDbViewportTableRecord& tile) {
+      // In fractions of the visible size, so that a pan feels the same at every zoom level.
       const AcGePoint2d centre = tile.centerPoint();
       tile.setCenterPoint(AcGePoint2d(centre.x + dx * tile.width(), centre.y + dy * tile.height()));
     });

@@ -12,6 +12,7 @@ constexpr std::string_view kWheelClass = "QWidget";
 constexpr int kLongestWaitMs = 150;
 constexpr int kShortestWaitMs = 1;
 constexpr int kShortList = 50;
+// Long lists move several lines a pass.
 constexpr int kRangePerMessage = 100;
 constexpr int kMostMessages = 10;
 }  // namespace
@@ -40,11 +41,14 @@ int lineCount(const ScrollRange& range) {
 }
 
 bool isScrollable(const ScrollRange& range, int amount) {
+  // Compared with 0, not with the minimum of the range.
   if (amount < 0) return range.position > 0;
+  // Wider than the parts: a page is unsigned and may be as large as the range.
   return static_cast<long long>(range.page) + range.position <= range.maximum;
 }
 
 int scrollWaitMs(const ScrollAmount& amount) {
+  // Half a millisecond less for each unit, so a deflection of 298 or more gives the shortest wait.
   return std::max(kLongestWaitMs - strength(amount) / 2, kShortestWaitMs);
 }
 

@@ -9,6 +9,7 @@
 namespace {
 
 constexpr int kDrawEntity = 1;  // mode of acedRedraw
+// Of the squared length; far above rounding and far below any vector that was not normalised.
 constexpr double kUnitTolerance = 1e-6;
 
 /// The centre of the entity's box; none when it cannot be opened or has no box.
@@ -16,6 +17,7 @@ std::optional<AcGeVector3d> boxCentre(const ads_name name) {
   Opened<AcDbEntity> entity = openEntity(name, AcDb::kForRead);
   AcDbExtents box;
   const bool isFound = entity && entity->getGeomExtents(box) == Acad::eOk;
+  // Closed before the test of the result, so that every path leaves it closed.
   entity.close();
   if (!isFound) return std::nullopt;
   const AcGePoint3d low = box.minPoint();
@@ -39,6 +41,7 @@ std::optional<AcGePoint3d> meanOfBoxCentres(const ads_name selectionSet) {
       ++boxes;
     }
   }
+  // No box at all is a refusal and not "nothing selected": the caller logs it.
   require(boxes > 0);
   return AcGePoint3d(sum.x / boxes, sum.y / boxes, sum.z / boxes);
 }
@@ -49,6 +52,7 @@ std::optional<Axis> axisOfOnlyLine(const ads_name selectionSet) {
   Opened<AcDbEntity> entity = openEntity(name, AcDb::kForRead);
   require(static_cast<bool>(entity));
   AcGePoint3d start, end;
+  // Derived classes of a line count, too.
   const bool isLine = entity->isA()->isDerivedFrom(AcDbLine::desc());
   if (isLine) {
     const auto* const lineP = static_cast<const AcDbLine*>(&*entity);
@@ -70,6 +74,7 @@ void transformEach(const ads_name selectionSet, const AcGeMatrix3d& motion, Redr
     ads_name name{};
     if (acedSSName(selectionSet, i, name) != RTNORM) continue;
     Opened<AcDbEntity> entity = openEntity(name, AcDb::kForWrite);
+    // Erased or on a locked layer: the others still move.
     if (!entity) continue;
     entity->transformBy(motion);
     entity.close();

@@ -12,6 +12,7 @@
 namespace {
 
 constexpr const char* kClass = "Settings";
+// Wide enough for the longest field name; the subtraction in dump() would wrap for a longer one.
 constexpr std::size_t kLabelWidth = 23;
 constexpr std::string_view kDumpTitle = "(AutoCAD Plug-in) ";
 
@@ -47,6 +48,7 @@ struct Settings::Fields {
     int sum = 0;
     for (std::size_t i = 0; i < kCount; ++i) {
       std::string text;
+      // Goes on after a missing key, so that the log names every one of them.
       sum += readParameter(cnfg, settings[i].key, text, section);
       std::visit([&owner, &text](auto fieldP) { readSetting(owner.*fieldP, text); }, fields[i]);
     }
@@ -58,6 +60,7 @@ Settings::Settings() {
   findFolders();
   LM_LOG(kCreation, kClass, "Settings::Settings") << "Constructing ...";
   mLogPars.mSettingsDirPath = mSettingsDirPath;
+  // Also given to the log directly, because setDefaults() resets the parameters with their folder.
   processLog().setDirectory(mSettingsDirPath);
   if (mUserProfileDir.empty())
     LM_LOG(kError, kClass, "Settings::Settings") << "Environment variable USERPROFILE is not set!";
@@ -84,7 +87,9 @@ void Settings::findFolders() {
 }
 
 void Settings::readOrReset() {
+  // A single missing key resets all values; what could be read is given up.
   if (readSettingsFile(mSettingsFilePath) >= 0) return;
+  // The text is fixed, also for a file that was found and is incomplete.
   LM_LOG(kInfo, kClass, "Settings::Settings") << "Settings file not found - using default values ...";
   setDefaults();
   writeSettingsFile(mSettingsFilePath);
@@ -151,6 +156,7 @@ std::string Settings::dump() const {
 #define LM_APPEND_LINE(type, field, key, defaultValue, usable, comment) appendLine(#field, valueText(field));
   LM_PROGRAM_SETTINGS(LM_APPEND_LINE)
 #undef LM_APPEND_LINE
+  // Over the padding of the first label, which is blank there.
   text.replace(0, kDumpTitle.size(), kDumpTitle);
   return text + "               mLogPars:\n" + mLogPars.dump();
 }

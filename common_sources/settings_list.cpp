@@ -9,6 +9,7 @@
 
 namespace {
 
+// Minimum widths: a longer key or value moves the comment and is never cut.
 constexpr std::size_t kKeyWidth = 22;
 constexpr std::size_t kValueWidth = 50;
 

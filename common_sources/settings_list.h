@@ -77,7 +77,7 @@ std::string defaultText(const Setting& setting);
 /// The first line of the file, without its end.
 inline constexpr std::string_view kSettingsFileTitle =
     "# Configuration file for Lumetrapad's AutoCAD plug-in";
-/// The line of a setting, with its end: key and value in columns, the comment behind them.
+/// The line of a setting, with its end: key and value in columns, the comment after them.
 std::string settingLine(const Setting& setting, std::string value);
 
 /// How a text of the file is read, which never fails. A number: blanks skipped, digits up to the first other

@@ -22,6 +22,7 @@ struct Search {
     for (; window != nullptr; window = GetWindow(window, GW_HWNDNEXT)) {
       RECT rect{};
       if (!GetWindowRect(window, &rect) || !PtInRect(&rect, mPoint)) continue;
+      // Strictly smaller: of equal windows the upper one wins.
       if (GetParent(window) != mParent || !IsWindowVisible(window) || area(rect) >= area(mBestRect)) continue;
       mBest = window;
       mBestRect = rect;
@@ -37,8 +38,10 @@ HWND smallestWindowAt(POINT point) {
   if (window == nullptr) return nullptr;
   Search search{point, GetParent(window), window, {}};
   GetWindowRect(window, &search.mBestRect);
+  // A top-level window: its neighbours may belong to other programs.
   if (search.mParent == nullptr) return window;
   HWND next = GetWindow(window, GW_HWNDNEXT);
+  // Descends into the best window until no child under the point is smaller.
   while (search.scan(next)) {
     next = GetWindow(search.mBest, GW_CHILD);
     search.mParent = search.mBest;
