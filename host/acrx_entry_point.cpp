@@ -1,4 +1,4 @@
-// What the host finds in the module: the two exported functions and the command table.
+// What the host looks for in the module: the two exported functions and the command table.
 #include "host/auto_cad_app.h"
 
 #include "acutads.h"

@@ -16,8 +16,8 @@ std::uint32_t theState = 0;
 
 }  // namespace
 
-/// Chains the arguments of a row of calls: what each returns depends on those before it. The first of a row
-/// is told the version.
+/// Chains the arguments of a series of calls: each result depends on the calls before. The first call of a
+/// series returns the version.
 extern "C" __attribute__((used)) std::uint32_t nextApiVersion(std::uint32_t argument) {
   const bool isFirst = theState == 0;
   theState = (isFirst ? kVersion : theState) ^ argument;

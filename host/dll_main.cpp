@@ -1,4 +1,5 @@
-// The module learns its own handle when the system attaches it to a process; nothing else tells it.
+// Stores the module's own handle, which the system passes only here, when it attaches the module to a
+// process.
 // clang-format off
 #include <windows.h>
 #include "dbxEntryPoint.h"

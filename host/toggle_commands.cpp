@@ -11,7 +11,9 @@
 namespace {
 
 void report(const char* prefix, bool isOn) {
+  // The prefix ends in a blank already, so the command line shows two; the texts are fixed.
   const std::string message = std::string(prefix) + " " + Util::boolToOnOff(isOn);
+  // By %ls: the host takes wide texts, and a "%" in the message must not be a format.
   acutPrintf(L"%ls", Util::widen(message).c_str());
 }
 
