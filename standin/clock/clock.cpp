@@ -28,6 +28,7 @@ void startRuntimeThreads() {
 }  // namespace
 
 Core& Core::instance() {
+  // Kept reachable and never deleted: a detached thread may still wait or ring after main has returned.
   static auto* const core = new Core;
   return *core;
 }
@@ -49,6 +50,7 @@ void start(Kind kind, std::uint32_t frameMs, double speed) {
   stop();
   startRuntimeThreads();
   const Locked core;
+  // First of all: threads that wait from an earlier run must not be counted as waiting in this one.
   core->releaseEveryone();
   ++core->run;
   core->kind = kind;
@@ -59,9 +61,11 @@ void start(Kind kind, std::uint32_t frameMs, double speed) {
   core->tickBase = 0;
   core->dateMs = kStandardDateMs;
   core->isSettlingNewThreads = false;
+  // The first read of the tick count is 0, not 1.
   core->isMoved = true;
   core->patience = std::chrono::milliseconds(10000);
   core->stalls = 0;
+  // Last: everything that runs by now belongs to the test or the run-time library, not to the run.
   core->threadsAtStart = processThreads();
 }
 
@@ -89,6 +93,7 @@ void setTickBase(std::uint32_t ticks) {
   Locked()->tickBase = ticks;
 }
 
+/// Without the lock, because utcMs() reads the date without it too.
 void setDate(std::int64_t utcMs) {
   Core::instance().dateMs = utcMs;
 }
@@ -97,11 +102,11 @@ void setSettlingNewThreads(bool isSettling) {
   Locked()->isSettlingNewThreads = isSettling;
 }
 
-/// Without the lock: every line of a log asks for the time.
+/// Without the lock: every log line reads the time.
 std::int64_t utcMs() {
   const Core& core = Core::instance();
   if (core.kind == Kind::kReplay) return core.dateMs + core.replayMs;
-  // As on Windows the time goes on with the system's tick, and reading it costs next to nothing.
+  // The coarse clock advances with the system's tick, as on Windows, and costs next to nothing to read.
   timespec now{};
   clock_gettime(CLOCK_REALTIME_COARSE, &now);
   return std::int64_t{now.tv_sec} * 1000 + now.tv_nsec / 1000000;
@@ -127,11 +132,14 @@ void advanceTo(std::int64_t timeMs) {
     if (core->isMain()) core->advance(core.lock(), timeMs);
     return;
   }
+  // The lock must be free during the sleep: other threads wait and ring meanwhile.
   const RealTime::Moment until = core->realTime.at(timeMs);
   core.lock().unlock();
   std::this_thread::sleep_until(until);
 }
 
+/// The time is read and the clock advanced in two steps: an advance takes the lock itself. Only the main
+/// thread moves the clock, so nothing comes between.
 void drawn() {
   const std::int64_t until = [] {
     const Locked core;
@@ -155,6 +163,8 @@ std::optional<std::int64_t> nextDue() {
   return Locked()->nextDue();
 }
 
+/// On Windows a timer without a window belongs to the thread that sets it, and only the main thread has a
+/// message loop here.
 std::uintptr_t setTimer(std::uintptr_t wanted, std::uint32_t periodMs, TimerProc proc) {
   const Locked core;
   if (!core->isMain()) return 0;
@@ -179,6 +189,7 @@ bool runDueTimer() {
   Locked core;
   const std::optional<TimerTable::Due> due = core->timers.takeDue(core->now());
   if (!due) return false;
+  // The count is read here rather than in the procedure: readTicks() would move a replay by 1 ms.
   const std::uint32_t ticks = core->ticks();
   core.lock().unlock();
   due->proc(due->id, ticks);

@@ -1,3 +1,4 @@
+/// The threads of a Linux process, as /proc lists them.
 #include "process_threads.h"
 
 #include <dirent.h>
@@ -13,7 +14,7 @@ std::set<ThreadId> processThreads() {
   const std::unique_ptr<DIR, int (*)(DIR*)> folder(opendir("/proc/self/task"), closedir);
   if (!folder) return threads;
   while (const dirent* const entry = readdir(folder.get())) {
-    // "." and ".." give 0, which is no thread.
+    // "." and ".." parse as 0, which is no thread.
     const auto thread = static_cast<ThreadId>(std::strtoul(entry->d_name, nullptr, 10));
     if (thread != 0) threads.insert(thread);
   }
@@ -21,6 +22,7 @@ std::set<ThreadId> processThreads() {
 }
 
 ThreadId currentThread() {
+  // Kept for each thread: waits ask for it often, and gettid() is a system call.
   thread_local const auto thread = static_cast<ThreadId>(gettid());
   return thread;
 }

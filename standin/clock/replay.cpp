@@ -18,7 +18,9 @@ void Core::moveTo(std::int64_t timeMs) {
 
 void Core::advance(Lock& lock, std::int64_t timeMs, const bool* isEndedP) {
   assert(isReplayMain() && "only the main thread advances the replay clock");
+  // A thread that still runs may begin a wait that falls due before `timeMs`.
   awaitOthers(lock);
+  // A ring ends the wait at the time of the ring: the rest of the way is not advanced.
   while (isEndedP == nullptr || !*isEndedP)
     if (!runNextDue(lock, timeMs)) {
       moveTo(timeMs);
@@ -36,6 +38,7 @@ bool Core::runNextDue(Lock& lock, std::int64_t limitMs) {
   // At one time calls come first, so that a reader whose wait ends now finds the event delivered now.
   if (callDue <= sleeperDue) {
     const std::function<void()> call = std::move(calls.begin()->second);
+    // Taken out before it runs: it may schedule the next one, or throw through the advance.
     calls.erase(calls.begin());
     lock.unlock();
     call();
@@ -49,6 +52,7 @@ bool Core::runNextDue(Lock& lock, std::int64_t limitMs) {
 
 void Core::awaitOthers(Lock& lock) {
   if (quiet.wait_for(lock, patience, [this] { return isQuiet(); })) return;
+  // Going on is better than hanging for ever: the run counts the stall and its result shows it.
   ++stalls;
   std::fprintf(stderr, "clock: at %lld ms a woken thread neither waits again nor ends\n",
                static_cast<long long>(replayMs));

@@ -1,3 +1,4 @@
+/// The thread that runs scheduled calls in real time.
 #include "runner.h"
 
 #include <cassert>
@@ -10,6 +11,7 @@ void Runner::schedule(std::int64_t timeMs, std::function<void()> call) {
     const std::lock_guard lock(mMutex);
     mCalls.emplace(timeMs, std::move(call));
   }
+  // The new call may be earlier than the one for which the thread waits.
   mNews.notify_all();
   if (!mThread.joinable()) begin();
 }
@@ -59,6 +61,7 @@ void Runner::run() {
     } else {
       const std::function<void()> call = std::move(mCalls.begin()->second);
       mCalls.erase(mCalls.begin());
+      // Unlocked: the call may schedule another one.
       lock.unlock();
       call();
       lock.lock();

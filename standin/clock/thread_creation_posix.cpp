@@ -12,6 +12,7 @@ void threadCreated() {
     const Locked core;
     if (!core->isSettlingNewThreads || !core->isReplayMain()) return;
   }
+  // Without the lock: the new thread needs it for its first wait.
   if (settle()) return;
   const Locked core;
   ++core->stalls;
@@ -20,13 +21,14 @@ void threadCreated() {
 }  // namespace
 }  // namespace standin::clock
 
-/// This library comes before the system's in the search for the name, so that a module loaded later is served
-/// too.
+/// This library comes before the system's in the search for the name, so a module that is loaded later uses
+/// it too.
 extern "C" __attribute__((visibility("default"))) int pthread_create(pthread_t* thread,
                                                                      const pthread_attr_t* attributes,
                                                                      void* (*body)(void*),
                                                                      void* argument) noexcept {
   using Create = int (*)(pthread_t*, const pthread_attr_t*, void* (*)(void*), void*);
+  // The next definition after this library: the C library, or a sanitizer that wraps it.
   static const auto create = reinterpret_cast<Create>(dlsym(RTLD_NEXT, "pthread_create"));
   const int status = create(thread, attributes, body, argument);
   if (status == 0) standin::clock::threadCreated();

@@ -17,12 +17,12 @@ class ThreadNumbers {
     return *numbers;
   }
 
-  /// For the calling thread's first question. A thread that asks late keeps its place: every question numbers
-  /// all threads that exist by then.
+  /// For the calling thread's first call. A thread that calls late keeps its place, because every call
+  /// numbers all threads that exist by then.
   std::uint32_t take(ThreadId thread) {
     const std::lock_guard lock(mMutex);
     const auto known = mNumbers.find(thread);
-    // An entry that was taken belonged to a thread that has ended; the system gives its id again.
+    // A taken entry belongs to a thread that has ended: the system has given its id to this one.
     if (known != mNumbers.end() && known->second.isTaken) mNumbers.erase(known);
     if (mNumbers.count(thread) == 0) numberAll();
     Entry& entry = mNumbers[thread];
@@ -38,6 +38,7 @@ class ThreadNumbers {
 
   void numberAll() {
     std::map<ThreadId, Entry> numbers;
+    // The set is in ascending order of ids, which is the order of creation unless the ids have wrapped.
     for (const ThreadId thread : processThreads()) {
       const auto known = mNumbers.find(thread);
       numbers[thread] = known != mNumbers.end() ? known->second : Entry{++mLast};
@@ -46,13 +47,14 @@ class ThreadNumbers {
   }
 
   std::mutex mMutex;
-  std::map<ThreadId, Entry> mNumbers;  ///< of the threads that lived at the last question
+  std::map<ThreadId, Entry> mNumbers;  ///< of the threads that lived at the last call
   std::uint32_t mLast = 0;
 };
 
 }  // namespace
 
 std::uint32_t threadNumber() {
+  // Once for each thread: every log line asks for the number, and the table takes a lock.
   thread_local const std::uint32_t number = ThreadNumbers::instance().take(currentThread());
   return number;
 }

@@ -16,6 +16,8 @@ namespace {
 pthread_key_t endKey() {
   static const pthread_key_t key = [] {
     pthread_key_t made{};
+    // The value is the run in which the thread became known. Runs count from 1, because the system calls no
+    // destructor for a null value.
     pthread_key_create(&made, [](void* run) { Locked()->threadEnds(reinterpret_cast<std::uintptr_t>(run)); });
     return made;
   }();
@@ -34,6 +36,7 @@ bool WakesSooner::operator()(const Sleeper* a, const Sleeper* b) const {
 
 void Core::makeKnown() {
   const auto registeredIn = reinterpret_cast<std::uintptr_t>(pthread_getspecific(endKey()));
+  // A thread that was known in an earlier run is new to this one: start() forgot it.
   if (registeredIn == run) return;
   pthread_setspecific(endKey(), reinterpret_cast<void*>(static_cast<std::uintptr_t>(run)));
   isWaiting[currentThread()] = false;
@@ -45,12 +48,15 @@ void Core::threadEnds(std::uint64_t registeredIn) {
   assert(running > 0 && "a known thread that ends does not wait");
   isWaiting.erase(currentThread());
   --running;
+  // Its end makes room for the next, exactly as a wait does.
   releaseNextRung();
   quiet.notify_all();
 }
 
 void Core::release(Sleeper& sleeper) {
   sleepers.erase(&sleeper);
+  // Counted as running from here on, not from when it gets the processor: else the main thread would find
+  // everybody quiet too soon.
   if (kind == Kind::kReplay) {
     isWaiting[sleeper.thread] = false;
     ++running;
@@ -67,6 +73,7 @@ void Core::releaseNextRung() {
   release(next);
 }
 
+/// No waiting thread is counted as running again: it registers in the new run at its next wait.
 void Core::releaseEveryone() {
   std::deque<Sleeper*> all(sleepers.begin(), sleepers.end());
   all.insert(all.end(), rung.begin(), rung.end());
@@ -83,6 +90,7 @@ void Core::releaseEveryone() {
 bool Core::wait(Lock& lock, std::uint32_t ms, Bell* bellP) {
   const bool isOnMain = isReplayMain();
   if (kind == Kind::kReplay && !isOnMain) makeKnown();
+  // A ring that came before the wait is used up without waiting, or it would be lost.
   if (bellP != nullptr && bellP->isRung) {
     bellP->isRung = false;
     return true;
@@ -103,6 +111,7 @@ bool Core::wait(Lock& lock, std::uint32_t ms, Bell* bellP) {
   return sleeper.isRung;
 }
 
+/// The main thread never sleeps in a replay: nobody else could advance the time for it.
 bool Core::waitOnMain(Lock& lock, std::uint32_t ms, Bell* bellP) {
   advance(lock, replayMs + ms, bellP == nullptr ? nullptr : &bellP->isRung);
   const bool isRung = bellP != nullptr && bellP->isRung;
@@ -123,11 +132,13 @@ void Core::waitInReplay(Lock& lock, Sleeper& sleeper) {
 void Core::waitInReal(Lock& lock, Sleeper& sleeper) {
   sleepers.insert(&sleeper);
   sleeper.wakeUp.wait_until(lock, realTime.at(sleeper.dueMs), [&sleeper] { return sleeper.isReleased; });
+  // release() has erased it otherwise; the sleeper is on this stack and must not be found after the return.
   if (!sleeper.isReleased) sleepers.erase(&sleeper);
 }
 
 void Core::ring(Lock& lock, Bell& bell) {
   Sleeper* const sleeper = bell.sleeperP;
+  // A thread that has been released but not yet woken is past this ring: its next wait takes it.
   if (sleeper == nullptr || sleeper->isReleased || sleeper->isRung) {
     bell.isRung = true;
     return;
@@ -137,13 +148,15 @@ void Core::ring(Lock& lock, Bell& bell) {
     release(*sleeper);
     return;
   }
+  // Out of the sleepers at once, so that the time cannot end the same wait again.
   sleepers.erase(sleeper);
   rung.push_back(sleeper);
   releaseNextRung();
+  // Only the main thread waits here: a ringing thread that waited for the one it rang could wait for ever.
   if (isReplayMain()) awaitOthers(lock);
 }
 
-/// The system is asked only when the known threads are quiet: that question costs more.
+/// Reads the system's list of threads only when the known ones are quiet: the list costs far more.
 bool Core::isSettled() const {
   if (!isQuiet()) return false;
   const std::set<ThreadId> threads = newThreads();
@@ -158,6 +171,7 @@ std::set<ThreadId> Core::newThreads() const {
   std::set<ThreadId> result;
   std::set_difference(threads.begin(), threads.end(), threadsAtStart.begin(), threadsAtStart.end(),
                       std::inserter(result, result.end()));
+  // The clock's own thread never waits on the clock, so settle() would wait for it in vain.
   result.erase(runner.threadId());
   return result;
 }
@@ -170,7 +184,7 @@ void sleep(std::uint32_t ms) {
 bool settle() {
   Locked core;
   if (core->kind == Kind::kReal) return true;
-  // A thread that has not waited yet cannot tell us: the system's list is read again and again.
+  // A thread that has not waited yet sends no signal, so this polls the system's list.
   constexpr std::chrono::microseconds kLookAgain(200);
   const RealTime::Moment end = std::chrono::steady_clock::now() + core->patience;
   while (!core->isSettled()) {

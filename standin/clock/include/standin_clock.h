@@ -3,7 +3,7 @@
 /// that starts it is the main thread, and functions marked "main" are for that thread alone. Before the first
 /// start() time is real, at speed 1, and the main thread is the process's first.
 ///
-/// Replay: virtual and deterministic. Time stands still while code runs and advances only (a) in advanceTo,
+/// Replay: virtual and deterministic. Time does not pass while code runs; it advances only (a) in advanceTo,
 /// (b) in drawn, (c) by Sleep on the main thread, (d) by 1 ms on a GetTickCount of the main thread when
 /// nothing has advanced since its last (the first one after start() reads 0). An advance goes through
 /// everything that falls due, in order of time. At one time, scheduled calls come first, in order of arrival;
@@ -43,7 +43,7 @@ STANDIN_CLOCK_API Kind kind();
 /// Any thread: whether the calling thread is the one that started the clock.
 STANDIN_CLOCK_API bool isMainThread();
 
-/// Main. The tick count that belongs to 0 ms, 0 after start(): lets a run meet the wrap of the 32-bit count.
+/// Main. The tick count that belongs to 0 ms, 0 after start(): lets a run reach the wrap of the 32-bit count.
 STANDIN_CLOCK_API void setTickBase(std::uint32_t ticks);
 
 /// Main. The UTC time that belongs to 0 ms of a replay, in ms since 1970. After start() it is the beginning
