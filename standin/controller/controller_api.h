@@ -1,3 +1,4 @@
+/// The export mark of the controller stand-in.
 #ifndef STANDIN_CONTROLLER_API_H
 #define STANDIN_CONTROLLER_API_H
 

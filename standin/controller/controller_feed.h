@@ -14,7 +14,7 @@
 namespace standin::controller {
 
 /// One event as the daemon sends it: a code below 0 is a motion record. Of a command event only the code
-/// reaches the reader; axes and extras are handed over as garbage.
+/// reaches the reader; it gets garbage for the axes and extras.
 struct Event {
   std::int32_t code = -1;
   std::array<std::int16_t, 6> axes{};  ///< x, y, z, rx, ry, rz
@@ -42,14 +42,14 @@ STANDIN_CONTROLLER_API void setAdvancedSettings(std::int32_t rotationMode, std::
 /// fails and closes it.
 STANDIN_CONTROLLER_API void setDown(bool isDown);
 
-/// Whether a read waits until an event comes or the connection changes, and not for 50 ms at most; off at
+/// Whether a read waits until an event comes or the connection changes, instead of 50 ms at most; off at
 /// first. Without a connection, or while the device is down, a read fails after 50 ms all the same.
 STANDIN_CONTROLLER_API void setReadsBlock(bool isBlocking);
 
-/// Axis values last handed out by lmGetEvent (zero at start): what the reading thread was last given.
+/// Axis values of the last motion record that lmGetEvent returned; zero at start.
 STANDIN_CONTROLLER_API std::array<std::int16_t, 6> lastHandedOver();
 
-/// Events handed out by lmGetEvent since reset(), of any code.
+/// Events of any code that lmGetEvent has returned since reset().
 STANDIN_CONTROLLER_API std::uint64_t eventsHandedOver();
 
 /// Events queued and not yet fetched.

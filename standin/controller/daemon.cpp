@@ -1,3 +1,4 @@
+/// The state of the simulated daemon, and the feed that tests and the workbench set it with.
 #include "standin/controller/daemon.h"
 
 #include <algorithm>
@@ -6,6 +7,7 @@
 namespace standin::controller {
 namespace {
 
+/// The record is for the order at the start and end of a run; a day's run must not fill the memory.
 constexpr std::size_t kCallsKept = 10000;
 
 }  // namespace
@@ -20,7 +22,8 @@ bool DaemonState::isEventReady(std::int32_t device) const {
 }
 
 void DaemonState::noteCall(const char* operation) {
-  // A reader calls for ever: one line of its reads tells the order, and a long run stays small.
+  // A reader calls for ever: the first read of a row is enough to check the order, and a long run stays
+  // small.
   const bool isReadAgain =
       !calls.empty() && calls.back().operation == "lmGetEvent" && std::string_view(operation) == "lmGetEvent";
   if (isReadAgain) return;
@@ -32,18 +35,23 @@ void DaemonState::noteBreach(const std::string& line) {
   if (std::find(breaches.begin(), breaches.end(), line) == breaches.end()) breaches.push_back(line);
 }
 
+/// Outside the state's lock: on a replay clock ring() returns when the reader has run, and the reader takes
+/// that lock.
 void wakeReader() {
   Daemon::instance().readerAlarm.ring();
 }
 
 // --- the feed ---
 
+/// Made at its first use: the operations register while static objects are initialised, in any order of
+/// files. Never destroyed, because a reader may outlive the statics.
 FaultRegistry& faults() {
   static auto* const registry = new FaultRegistry;
   return *registry;
 }
 
 void reset() {
+  // Before the state: the reader wakes with the change, and must not meet a fault of the last test.
   faults().clear();
   changeAndWake([](DaemonState& state) { state = {}; });
 }
@@ -52,6 +60,7 @@ void deliver(const Event& event) {
   {
     const Locked daemon;
     if (daemon->isDown) return;
+    // No change is counted: the reader looks for an event itself, and a read without one goes on waiting.
     daemon->pending.push_back(event);
   }
   wakeReader();
@@ -61,6 +70,7 @@ void setDevices(const std::vector<std::string>& names) {
   changeAndWake([&names](DaemonState& state) { state.devices = names; });
 }
 
+/// The reader is not woken: the device announces new settings by an event, which the caller delivers.
 void setAdvancedSettings(std::int32_t rotationMode, std::uint8_t zoomAfterView) {
   const Locked daemon;
   daemon->rotationMode = rotationMode;
@@ -74,6 +84,7 @@ void setReadsBlock(bool isBlocking) {
 void setDown(bool isDown) {
   changeAndWake([isDown](DaemonState& state) {
     state.isDown = isDown;
+    // The connection outlives the device: a daemon that comes back finds its client still connected.
     if (isDown) state.pending.clear();
   });
 }

@@ -52,7 +52,7 @@ struct Daemon {
 
   std::mutex mutex;
   DaemonState state;
-  std::uint64_t changes = 0;  ///< of the state that a waiting reader must learn of
+  std::uint64_t changes = 0;  ///< counts what ends a reader's wait
   clock::Alarm readerAlarm;   ///< has a lock of its own
 };
 
@@ -71,7 +71,7 @@ class Locked {
 /// returns, and it takes the lock.
 void wakeReader();
 
-/// Changes what a waiting reader must learn of: its lmGetEvent returns.
+/// Makes a change that ends the wait of a reader in lmGetEvent.
 template <class Change>
 void changeAndWake(Change&& change) {
   {

@@ -33,10 +33,11 @@ constexpr std::int32_t kFailure = 1;
 /// Longest wait of lmGetEvent, unless reads block.
 constexpr std::uint32_t kEventWaitMs = 50;
 
-/// What outputs hold after a failure, and the axes of a command event: values that would be seen to move.
+/// What outputs hold after a failure, and the axes of a command event: values that visibly move the drawing
+/// of a caller that uses them.
 constexpr std::array<std::int16_t, 6> kGarbageAxes{32767, -32768, 12345, -12345, 257, -1};
 constexpr std::int32_t kGarbage = -0x5A5A5A5B;
-/// A caller that goes by it asks for devices that are not there.
+/// A count that is plausible but wrong: a caller that uses it asks for devices that are not there.
 constexpr std::int32_t kGarbageCount = 3;
 constexpr int kGarbageByte = 0x5A;
 
@@ -60,12 +61,14 @@ bool hasDevice(const DaemonState& state, std::int32_t index) {
 void noteCall(const Operation& operation) {
   const Locked daemon;
   daemon->noteCall(operation.name());
+  // A connect counts when it is called, not when it succeeds: a module may try again and again.
   if (&operation == &kConnect) daemon->isConnectCalled = true;
   if (!daemon->isConnectCalled)
     daemon->noteBreach(std::string(operation.name()) + " called before the first lmConnect");
 }
 
-/// A module that is loaded again has a reader of its own, so each connection has.
+/// Checks that one thread reads. Each connection may have its own: a module that is loaded again starts a new
+/// reader.
 void noteReader() {
   const Locked daemon;
   const std::thread::id caller = std::this_thread::get_id();
@@ -87,6 +90,7 @@ std::int32_t operate(const Operation& operation, Work&& work) {
 std::int64_t readingTime() {
   const Locked daemon;
   const bool isBlocking = daemon->isReadBlocking && daemon->isResponding();
+  // Not truly endless: the clock takes 32 bits of ms, and 49 days outlast every run.
   return isBlocking ? std::numeric_limits<std::uint32_t>::max() : kEventWaitMs;
 }
 
@@ -94,12 +98,14 @@ std::int64_t readingTime() {
 bool waitForReader(std::int32_t device, bool isEventEnough, std::int64_t waitMs) {
   Daemon& daemon = Daemon::instance();
   std::unique_lock lock(daemon.mutex);
+  // A change before the call is old news; only one during the wait ends it.
   const std::uint64_t changesBefore = daemon.changes;
   const std::int64_t end = standin::clock::nowMs() + waitMs;
   bool hasWaited = false;
   while (daemon.changes == changesBefore && !(isEventEnough && daemon.state.isEventReady(device))) {
     const std::int64_t remaining = end - standin::clock::nowMs();
     if (remaining <= 0) return true;
+    // The state must be free: whoever delivers the event needs its lock.
     lock.unlock();
     daemon.readerAlarm.wait(static_cast<std::uint32_t>(remaining));
     hasWaited = true;
@@ -130,10 +136,12 @@ std::int32_t fetchEvent(std::int32_t device, Event& event) {
   noteReader();
   if (waitAndHit(device)) return kFailure;
   const Locked daemon;
+  // The wait may have ended by its time or by a change, such as the device going down.
   if (!daemon->isEventReady(device)) return kFailure;
   event = daemon->pending.front();
   daemon->pending.pop_front();
   ++daemon->eventsHandedOver;
+  // Only motion records: the axes of a command event never leave the daemon.
   if (event.code < 0) daemon->lastHandedOver = event.axes;
   return kSuccess;
 }
@@ -147,6 +155,7 @@ std::int32_t lmConnect(std::int32_t reserved, const char* applName) {
     daemon->connectedAs = applName == nullptr ? "" : applName;
     daemon->connectReserved = reserved;
   }
+  // A failed connect leaves an earlier connection as it was.
   if (kConnect.hit() || applName == nullptr || Locked()->isDown) return kFailure;
   changeAndWake([](DaemonState& state) {
     state.isConnected = true;
@@ -155,7 +164,8 @@ std::int32_t lmConnect(std::int32_t reserved, const char* applName) {
   return kSuccess;
 }
 
-/// The client's end of the connection closes even when the daemon no longer responds.
+/// The client's end of the connection closes even when the daemon no longer responds: the call then fails,
+/// but the module is disconnected.
 std::int32_t lmDisconnect() {
   noteCall(kDisconnect);
   if (kDisconnect.hit()) return kFailure;
@@ -193,6 +203,7 @@ std::int32_t lmGetEvent(std::int32_t devIdx, std::int16_t* x, std::int16_t* y, s
 }
 
 std::int32_t lmGetAdvancedSettings(std::int32_t devIdx, LmAdvancedSettings* record) {
+  // Before the call is judged: every path of failure must leave garbage.
   if (record != nullptr) std::memset(record, kGarbageByte, sizeof *record);
   return operate(kGetAdvancedSettings, [=](const DaemonState& state) {
     if (record == nullptr || !hasDevice(state, devIdx)) return kFailure;
@@ -203,11 +214,12 @@ std::int32_t lmGetAdvancedSettings(std::int32_t devIdx, LmAdvancedSettings* reco
 }
 
 std::int32_t lmGetDevInfo(std::int32_t devIdx, LmDevInfo* record) {
-  // Not even a terminator: the name of a device that was not read cannot be printed.
+  // Not even a terminator: printing a name that was never read must go wrong visibly.
   if (record != nullptr) std::memset(record, kGarbageByte, sizeof *record);
   return operate(kGetDevInfo, [=](const DaemonState& state) {
     if (record == nullptr || !hasDevice(state, devIdx)) return kFailure;
     const std::string& name = state.devices[static_cast<std::size_t>(devIdx)];
+    // A name that is too long is cut: the last byte is always the terminator.
     record->name[name.copy(record->name, sizeof record->name - 1)] = '\0';
     return kSuccess;
   });
