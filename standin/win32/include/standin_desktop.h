@@ -1,6 +1,5 @@
-/// A simulated desktop for the native build: windows one inside the other, their scroll bars, the mouse
-/// pointer, and a record of what was sent to them. Main thread only, and so are the Windows functions that
-/// look at it.
+/// A simulated desktop for the native build: nested windows, their scroll bars, the mouse pointer, and
+/// a record of the messages sent to them. Main thread only, and so are the Windows functions that read it.
 #ifndef STANDIN_DESKTOP_H
 #define STANDIN_DESKTOP_H
 
@@ -35,8 +34,8 @@ struct WindowSpec {
   HWND owner = nullptr;   ///< of a top-level window, which stays in front of it
 };
 
-/// A window's handle; null when the parent or the owner is no window. A top-level window comes on top of the
-/// others, a child below its elder siblings, as Windows does it.
+/// Returns the window's handle; null when the parent or the owner is no window. As on Windows, a new
+/// top-level window comes on top of the others, a new child below its siblings.
 STANDIN_WIN32_API HWND createWindow(const WindowSpec& spec);
 
 /// Destroys the window, what is in it and what it owns. False when it is no window, here and below.

@@ -1,3 +1,4 @@
+/// The export mark of the Windows stand-in.
 #ifndef STANDIN_WIN32_API_H
 #define STANDIN_WIN32_API_H
 

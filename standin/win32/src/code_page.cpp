@@ -1,3 +1,4 @@
+/// Conversion between wide text and the two code pages that the native build knows: 1252 and UTF-8.
 #include "operations.h"
 #include "standin_process.h"
 #include "utf8.h"
@@ -22,8 +23,8 @@ const Operation kWideCharToMultiByte("WideCharToMultiByte", Result::kTellsFailur
 
 constexpr UINT kWesternEuropean = 1252;
 
-/// Characters of the page's bytes 0x80 ... 0x9F, in which it differs from Latin-1; five of them stand for
-/// themselves.
+/// Characters of the page's bytes 0x80 ... 0x9F, in which it differs from Latin-1. Windows maps the five
+/// bytes that the page leaves undefined to the control characters of the same value.
 constexpr std::array<std::uint32_t, 32> kUpperControls = {
     0x20AC, 0x81,   0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
     0x2039, 0x0152, 0x8D,   0x017D, 0x8F,   0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
@@ -31,6 +32,8 @@ constexpr std::array<std::uint32_t, 32> kUpperControls = {
 
 std::optional<char> byteOf(wchar_t character) {
   const auto code = static_cast<std::uint32_t>(character);  // NOLINT(bugprone-signed-char-misuse): a wide one
+  // The rest of the page is Latin-1. 0x80 ... 0x9F go through the table: of these only the five map to
+  // themselves.
   if (code < 0x80 || (code >= 0xA0 && code <= 0xFF)) return static_cast<char>(code);
   const auto* const found = std::find(kUpperControls.begin(), kUpperControls.end(), code);
   if (found == kUpperControls.end()) return std::nullopt;
@@ -43,7 +46,7 @@ wchar_t characterOf(char byte) {
   return static_cast<wchar_t>(isUpperControl ? kUpperControls[code - 0x80u] : code);
 }
 
-/// The ANSI code page in force, which CP_ACP stands for.
+/// The code page that CP_ACP means. Atomic: the log converts text on any thread.
 std::atomic<UINT> ansiPage{kWesternEuropean};
 
 UINT pageOf(UINT codePage) {
@@ -77,6 +80,7 @@ int WideCharToMultiByte(UINT codePage, DWORD flags, LPCWSTR wide, int wideCount,
   const UINT page = pageOf(codePage);
   if (wide == nullptr || wideCount == 0 || wideCount < -1 || narrowSize < 0) return 0;
   if (narrow == nullptr && narrowSize > 0) return 0;
+  // A count of -1 takes the terminator with it: it is converted and counted in the result.
   const std::wstring_view text(wide,
                                wideCount < 0 ? std::wcslen(wide) + 1 : static_cast<std::size_t>(wideCount));
   bool isReplaced = false;
@@ -91,6 +95,7 @@ int WideCharToMultiByte(UINT codePage, DWORD flags, LPCWSTR wide, int wideCount,
   } else {
     return 0;
   }
+  // A size of 0 only asks for the size that is needed. A buffer that is too small makes the call fail.
   if (narrowSize == 0) return static_cast<int>(bytes.size());
   if (bytes.size() > static_cast<std::size_t>(narrowSize)) return 0;
   std::copy(bytes.begin(), bytes.end(), narrow);
@@ -109,6 +114,7 @@ int MultiByteToWideChar(UINT codePage, DWORD /*flags*/, LPCSTR narrow, int narro
   if (page == CP_UTF8)
     text = standin::windows::utf8Text(bytes);
   else
+    // Every byte of the page has a character, so this direction cannot fail.
     std::transform(bytes.begin(), bytes.end(), std::back_inserter(text), characterOf);
   if (wideSize == 0) return static_cast<int>(text.size());
   if (text.size() > static_cast<std::size_t>(wideSize)) return 0;

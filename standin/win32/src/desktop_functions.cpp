@@ -28,6 +28,7 @@ Window* find(HWND window) {
 HWND sibling(HWND handle, const Window& window, int step) {
   const std::vector<HWND>& order = Desktop::instance().siblings(window);
   const auto place = std::find(order.begin(), order.end(), handle) - order.begin() + step;
+  // No wrap: the module walks until it gets null.
   return place < 0 || place >= static_cast<std::ptrdiff_t>(order.size())
              ? nullptr
              : order[static_cast<std::size_t>(place)];
@@ -60,7 +61,7 @@ BOOL GetWindowRect(HWND window, LPRECT rect) {
 HWND GetParent(HWND window) {
   const Window* const found = find(window);
   if (found == nullptr) return nullptr;
-  // Its name notwithstanding: of a top-level window it is the owner.
+  // Despite its name the function returns the owner of a top-level window.
   return found->spec.parent != nullptr ? found->spec.parent : found->spec.owner;
 }
 
@@ -87,6 +88,7 @@ HWND GetWindow(HWND window, UINT command) {
 
 BOOL PtInRect(const RECT* rect, POINT point) {
   if (rect == nullptr) return FALSE;
+  // The right and bottom edges are outside, so that neighbours share no point.
   const bool isInside =
       point.x >= rect->left && point.x < rect->right && point.y >= rect->top && point.y < rect->bottom;
   return isInside ? TRUE : FALSE;
@@ -96,6 +98,7 @@ BOOL IsWindowVisible(HWND window) {
   return Desktop::instance().isVisible(window) ? TRUE : FALSE;
 }
 
+/// GA_PARENT never gives the owner, unlike GetParent; GA_ROOTOWNER follows both, so it uses GetParent.
 HWND GetAncestor(HWND window, UINT flags) {
   const Window* const found = find(window);
   if (found == nullptr) return nullptr;
@@ -115,6 +118,7 @@ HWND GetAncestor(HWND window, UINT flags) {
 int GetClassNameW(HWND window, LPWSTR name, int size) {
   const Window* const found = find(window);
   if (kGetClassName.hit() || found == nullptr || name == nullptr || size <= 0) return 0;
+  // A name that is too long is cut, and the length of what was stored is returned: no failure.
   const std::size_t length = found->spec.className.copy(name, static_cast<std::size_t>(size) - 1);
   name[length] = L'\0';
   return static_cast<int>(length);
@@ -122,8 +126,10 @@ int GetClassNameW(HWND window, LPWSTR name, int size) {
 
 BOOL GetScrollInfo(HWND window, int bar, LPSCROLLINFO info) {
   Window* const found = find(window);
+  // A widget that draws its own bars has none that the system knows of.
   if (kGetScrollInfo.hit() || found == nullptr || found->spec.isOwnScrolling) return FALSE;
   const ScrollBar* const held = found->bar(bar);
+  // Windows refuses a record whose size the caller did not set.
   if (held == nullptr || info == nullptr || info->cbSize != sizeof(SCROLLINFO)) return FALSE;
   if ((info->fMask & SIF_RANGE) != 0) {
     info->nMin = held->minimum;
@@ -131,11 +137,12 @@ BOOL GetScrollInfo(HWND window, int bar, LPSCROLLINFO info) {
   }
   if ((info->fMask & SIF_PAGE) != 0) info->nPage = held->page;
   if ((info->fMask & SIF_POS) != 0) info->nPos = held->position;
-  // Nobody drags the box here: it is where the position is.
+  // Nobody drags the scroll box here, so its tracking position is the position itself.
   if ((info->fMask & SIF_TRACKPOS) != 0) info->nTrackPos = held->position;
   return TRUE;
 }
 
+/// Scroll messages and the wheel have no result that a sender could use: 0 in any case.
 LRESULT SendMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   kSendMessage.hit();
   Desktop::instance().send({window, message, wParam, lParam});
@@ -145,6 +152,7 @@ LRESULT SendMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
 BOOL UpdateWindow(HWND window) {
   Window* const found = find(window);
   if (found == nullptr) return FALSE;
+  // Counted, not drawn: tests check that a scrolled control is repainted at once.
   ++found->updates;
   return TRUE;
 }

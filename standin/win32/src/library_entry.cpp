@@ -1,5 +1,5 @@
 // What Windows' loader does with a library: compiled into a native module that has a DllMain. An address
-// inside the module stands for its handle.
+// inside the module serves as its handle.
 #include "windows.h"
 
 extern "C" __attribute__((visibility("hidden"))) BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason,

@@ -1,3 +1,4 @@
+/// Message boxes and beeps: recorded instead of shown.
 #include "operations.h"
 #include "standin_messages.h"
 #include "windows.h"
@@ -14,6 +15,7 @@ const Operation kMessageBox("MessageBoxW", Result::kTellsFailure);
 std::mutex messagesMutex;
 std::vector<UserMessage> recorded;
 std::function<void(const UserMessage&)> listenerInForce;
+/// What a box returns. IDOK is the only button of a plain box.
 int boxAnswer = IDOK;
 
 /// The listener runs outside the lock: it may ask for the record.
@@ -22,6 +24,7 @@ void record(const UserMessage& message) {
   {
     const std::lock_guard lock(messagesMutex);
     recorded.push_back(message);
+    // A copy: the listener may set another one while it runs.
     listener = listenerInForce;
   }
   if (listener) listener(message);
@@ -64,12 +67,13 @@ BOOL Beep(DWORD frequency, DWORD durationMs) {
   message.frequency = frequency;
   message.durationMs = durationMs;
   if (standin::windows::kBeep.hit()) return FALSE;
-  // The range that the speaker's divisor can express.
+  // The range that Windows accepts, in Hz: what the divisor of a PC speaker can express.
   if (frequency < 37 || frequency > 32767) return FALSE;
   standin::windows::record(message);
   return TRUE;
 }
 
+/// Returns at once: a real box waits for the user, and a test would wait for ever.
 int MessageBoxW(HWND /*owner*/, LPCWSTR text, LPCWSTR caption, UINT type) {
   if (standin::windows::kMessageBox.hit()) return 0;
   UserMessage message;

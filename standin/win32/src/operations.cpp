@@ -1,3 +1,4 @@
+/// The registry of the Windows functions' faults.
 #include "operations.h"
 
 namespace standin::windows {

@@ -1,3 +1,4 @@
+/// Scroll positions after messages, limited as Windows limits them.
 #include "scrolling.h"
 
 #include <algorithm>
@@ -6,6 +7,7 @@ namespace standin::desktop {
 namespace {
 
 int pageOf(const ScrollBar& bar) {
+  // A page of 0 means that the page size is unknown: PAGEUP and PAGEDOWN then move by a line.
   return std::max(static_cast<int>(bar.page), 1);
 }
 
@@ -37,6 +39,7 @@ ScrollBar scrolledBy(const ScrollBar& bar, WORD code) {
     case SB_TOP:
       return movedBy(bar, bar.minimum - bar.position);
     case SB_BOTTOM:
+      // Beyond the last page on purpose: movedBy() limits it.
       return movedBy(bar, bar.maximum - bar.position);
     default:
       return bar;
@@ -44,7 +47,8 @@ ScrollBar scrolledBy(const ScrollBar& bar, WORD code) {
 }
 
 ScrollBar wheeledBy(const ScrollBar& bar, int delta) {
-  // The system's default setting. A turn away from the user is positive and shows what is above.
+  // Three lines a notch is the system's default setting. A turn away from the user is positive and shows what
+  // is above, hence the minus sign. What is less than a line is dropped, not kept for the next turn.
   constexpr int kLinesOfATurn = 3;
   return movedBy(bar, -delta * kLinesOfATurn / WHEEL_DELTA);
 }

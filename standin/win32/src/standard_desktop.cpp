@@ -1,3 +1,4 @@
+/// The ready-made desktop of tests and sessions: a canvas, and a palette with every kind of control.
 #include "standin_desktop.h"
 
 #include <array>
@@ -33,6 +34,7 @@ HWND qtWidget(HWND parent, const RECT& rect) {
   spec.parent = parent;
   spec.rect = rect;
   spec.vertical = ScrollBar{0, 500, 20, 0};
+  // The bar is the widget's own: GetScrollInfo must not find it.
   spec.isOwnScrolling = true;
   return createWindow(spec);
 }
@@ -45,7 +47,9 @@ StandardDesktop makeStandardDesktop() {
   made.frame = inside(nullptr, L"CadFrame", {0, 0, 1400, 900});
   made.canvas = inside(made.frame, L"CadView", {0, 50, 1200, 850});
   made.palette = inside(made.frame, L"CadPalette", {1200, 50, 1400, 850});
+  // Class names are those of the Windows controls: the module recognises a control by its class.
   made.tree = inside(made.palette, L"SysTreeView32", {1210, 60, 1390, 260});
+  // Before the list, so in front of it: a group box covers what it frames, and hit tests must look below it.
   made.group = inside(made.palette, L"Button", {1205, 300, 1395, 510});
   made.list = inside(made.palette, L"SysListView32", {1210, 310, 1390, 500});
   made.edit = inside(made.palette, L"Edit", {1210, 550, 1390, 650});
@@ -53,6 +57,7 @@ StandardDesktop makeStandardDesktop() {
   setScrollBar(made.tree, SB_VERT, {0, 2000, 40, 0});
   setScrollBar(made.list, SB_VERT, {0, 150, 20, 0});
   setScrollBar(made.edit, SB_VERT, {0, 60, 10, 0});
+  // The only control with both bars.
   setScrollBar(made.edit, SB_HORZ, {0, 300, 80, 0});
   pointAt("canvas");
   return made;

@@ -10,6 +10,7 @@ namespace {
 constexpr std::int64_t kMsPerSecond = 1000;
 
 void store(const std::tm& fields, std::int64_t utcMs, SYSTEMTIME& time) {
+  // A tm counts years from 1900 and months from 0; a SYSTEMTIME holds the year itself and months from 1.
   time.wYear = static_cast<WORD>(fields.tm_year + 1900);
   time.wMonth = static_cast<WORD>(fields.tm_mon + 1);
   time.wDayOfWeek = static_cast<WORD>(fields.tm_wday);
@@ -36,7 +37,7 @@ void GetSystemTime(LPSYSTEMTIME time) {
 }
 
 void GetLocalTime(LPSYSTEMTIME time) {
-  // A replay is the same in every time zone.
+  // Local time is UTC in a replay, so that its log is the same in every time zone.
   if (standin::clock::kind() == standin::clock::Kind::kReplay) return GetSystemTime(time);
   const std::int64_t utcMs = standin::clock::utcMs();
   const std::time_t seconds = utcMs / kMsPerSecond;

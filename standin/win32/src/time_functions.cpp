@@ -17,8 +17,9 @@ const Operation kGetTickCount("GetTickCount", Result::kTellsNothing);
 }  // namespace
 
 UINT_PTR SetTimer(HWND window, UINT_PTR id, UINT periodMs, TIMERPROC proc) {
+  // Only timers without a window and with a procedure: there is no message loop of a window here.
   if (kSetTimer.hit() || window != nullptr || proc == nullptr) return 0;
-  // Windows raises a period below 10 ms and does not report it.
+  // Windows silently raises a period below 10 ms.
   const UINT period = std::clamp<UINT>(periodMs, USER_TIMER_MINIMUM, USER_TIMER_MAXIMUM);
   return standin::clock::setTimer(
       id, period, [proc](UINT_PTR timer, DWORD ticks) { proc(nullptr, WM_TIMER, timer, ticks); });
@@ -30,6 +31,7 @@ BOOL KillTimer(HWND window, UINT_PTR id) {
 }
 
 DWORD GetTickCount() {
+  // The function cannot report a failure; an ordered fault can only throw.
   kGetTickCount.hit();
   return standin::clock::readTicks();
 }

@@ -1,3 +1,4 @@
+/// UTF-8 both ways, with U+FFFD for what is not well formed, as Windows converts it.
 #include "utf8.h"
 
 #include <cstdint>
@@ -8,6 +9,7 @@ namespace {
 constexpr std::uint32_t kReplacement = 0xFFFD;
 
 bool isCharacter(std::uint32_t code) {
+  // Surrogates are no characters: wide characters have 32 bits here, so none is split in two.
   return code <= 0x10FFFF && (code < 0xD800 || code > 0xDFFF);
 }
 
@@ -32,7 +34,8 @@ void append(std::string& bytes, std::uint32_t code) {
   }
 }
 
-/// Bytes after the first one that the first one announces; -1 when it cannot be a first one.
+/// Bytes that follow a first byte; -1 when it cannot be a first one. 0xC0 and 0xC1 could only begin a
+/// character that one byte holds; above 0xF4 all characters are beyond U+10FFFF.
 int continuationsOf(unsigned char first) {
   if (first < 0x80) return 0;
   if (first >= 0xC2 && first < 0xE0) return 1;
@@ -40,12 +43,13 @@ int continuationsOf(unsigned char first) {
   return first >= 0xF0 && first < 0xF5 ? 3 : -1;
 }
 
-/// Takes one character off the front. One that could have been written shorter is none.
+/// Takes one character off the front. An overlong form, one that fewer bytes could hold, is not accepted.
 std::uint32_t take(std::string_view& bytes) {
   constexpr std::uint32_t kSmallest[] = {0, 0x80, 0x800, 0x10000};
   const auto first = static_cast<unsigned char>(bytes.front());
   const int count = continuationsOf(first);
   const auto length = static_cast<std::size_t>(count + 1);
+  // A first byte carries 5, 4 or 3 bits: one fewer for each byte that follows.
   std::uint32_t code = count <= 0 ? first : first & (0x3Fu >> count);
   bool isWhole = count >= 0 && length <= bytes.size();
   for (std::size_t i = 1; isWhole && i < length; ++i) {
@@ -54,6 +58,7 @@ std::uint32_t take(std::string_view& bytes) {
     code = code << 6 | (byte & 0x3Fu);
   }
   isWhole = isWhole && code >= kSmallest[count] && isCharacter(code);
+  // Decoding resumes at the byte after a bad one, so a whole character there survives.
   bytes.remove_prefix(isWhole ? length : 1);
   return isWhole ? code : kReplacement;
 }
