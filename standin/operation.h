@@ -1,4 +1,4 @@
-/// How each stand-in declares what it can be called for: an operation registers itself with its stand-in's
+/// How each stand-in declares its operations: an operation registers itself with its stand-in's
 /// fault registry, counts its calls and injects the fault that a test ordered.
 #ifndef STANDIN_OPERATION_H
 #define STANDIN_OPERATION_H

@@ -16,7 +16,7 @@ class ActiveCommand {
   enum class Next { kMore, kDone };
 
   virtual ~ActiveCommand() = default;
-  /// What the command asks for at this moment.
+  /// The prompt for the input that the command expects next.
   virtual std::wstring prompt() const = 0;
   /// Takes an input, empty for a lone Enter.
   virtual Next input(const std::wstring& text) = 0;

@@ -1,3 +1,4 @@
+/// Cameras and what they show: fits, moves in the view plane, presets.
 #include "camera_math.h"
 
 #include <algorithm>
@@ -9,10 +10,12 @@ namespace {
 
 /// Room left around what is fitted, on both sides together, as a share of it.
 constexpr double kMargin = 1.05;
+/// Shape of the model tile, width to height.
 constexpr double kPlanAspect = 1.6;
 /// Distance from which a 50 mm lens sees a field of that width on film of 36 mm.
 constexpr double kDistancePerWidth = 50.0 / 36.0;
-/// A direction this near to the Z axis counts as along it, in each of x and y.
+/// A direction this near to the Z axis counts as along it, in each of x and y: the limit of the
+/// arbitrary-axis rule of DXF, so that a stored view and its entities agree. Exact in binary.
 constexpr double kNearZ = 1.0 / 64;
 
 double length(const AcGeVector3d& v) {
@@ -49,6 +52,7 @@ AcGeVector3d halfSize(const ViewFrame& frame, const AcDbExtents& box, const AcGe
 }
 
 Camera fittedParallel(Camera camera, const AcGeVector3d& half) {
+  // The larger of the two: the whole box must fit in both directions.
   const double factor = kMargin * std::max(2 * half.x / camera.fieldWidth, 2 * half.y / camera.fieldHeight);
   if (factor <= 0) return camera;  // a single point has no size to fit
   camera.fieldWidth *= factor;
@@ -56,8 +60,8 @@ Camera fittedParallel(Camera camera, const AcGeVector3d& half) {
   return camera;
 }
 
-/// At the distance d from the target's plane the field is d / distance as large; each corner must lie inside
-/// it.
+/// The field grows in proportion to the distance d from the camera: it is d / distance times as large there.
+/// Each corner must be inside it.
 Camera fittedPerspective(Camera camera, const ViewFrame& frame, const AcDbExtents& box) {
   const AcGeVector3d sight = camera.position - camera.target;
   const double distance = length(sight);
@@ -66,9 +70,11 @@ Camera fittedPerspective(Camera camera, const ViewFrame& frame, const AcDbExtent
     const AcGeVector3d arm = corner - camera.target;
     const double sideways = std::max(2 * std::abs(arm.dotProduct(frame.right)) / camera.fieldWidth,
                                      2 * std::abs(arm.dotProduct(frame.up)) / camera.fieldHeight);
+    // A corner in front of the target needs a camera that is farther out by as much.
     needed = std::max(needed, arm.dotProduct(frame.out) + kMargin * sideways * distance);
   }
   if (needed <= 0) return camera;
+  // Field and distance change by one factor, so the angle of view stays.
   const double factor = needed / distance;
   camera.position = camera.target + sight * factor;
   camera.fieldWidth *= factor;
@@ -81,6 +87,8 @@ Camera fittedPerspective(Camera camera, const ViewFrame& frame, const AcDbExtent
 ViewFrame frameOf(const Camera& camera) {
   ViewFrame frame;
   frame.out = (camera.position - camera.target).normalize();
+  // Up times out, in this order: right, up and out are a right-handed frame. `up` is computed again because
+  // the camera's need not be perpendicular to the line of sight.
   frame.right = camera.up.crossProduct(frame.out).normalize();
   frame.up = frame.out.crossProduct(frame.right);
   return frame;
@@ -93,6 +101,7 @@ ViewFrame frameOf(const AcGeVector3d& direction, double twist) {
   const AcGeVector3d reference = isAlongZ ? AcGeVector3d(0, 1, 0) : AcGeVector3d(0, 0, 1);
   frame.right = reference.crossProduct(frame.out).normalize();
   frame.up = frame.out.crossProduct(frame.right);
+  // A rotation by 0 would still round, and most views are not twisted.
   if (twist == 0) return frame;
   // The twist turns the picture counter-clockwise, so the frame turns the other way.
   frame.right.rotateBy(-twist, frame.out);
@@ -111,10 +120,12 @@ Camera withShown(const Camera& camera, const PaperView& shown) {
   const PaperView now = shownBy(camera);
   const AcGeVector3d shift =
       frame.right * (shown.centerX - now.centerX) + frame.up * (shown.centerY - now.centerY);
+  // Position and target together: the direction of view must not change.
   Camera result = camera;
   result.position += shift;
   result.target += shift;
   if (shown.height != camera.fieldHeight) {
+    // The width follows the height, because the viewport keeps its shape; `shown.width` is not used.
     result.fieldWidth = camera.fieldWidth * (shown.height / camera.fieldHeight);
     result.fieldHeight = shown.height;
   }
@@ -124,6 +135,7 @@ Camera withShown(const Camera& camera, const PaperView& shown) {
 Camera fitted(const Camera& camera, const AcDbExtents& box) {
   const ViewFrame frame = frameOf(camera);
   const AcGeVector3d way = middle(box) - camera.target;
+  // Only in the view plane: the depth of the target is what the view turns about.
   const AcGeVector3d shift = frame.right * way.dotProduct(frame.right) + frame.up * way.dotProduct(frame.up);
   Camera result = camera;
   result.position += shift;
@@ -135,6 +147,7 @@ Camera fitted(const Camera& camera, const AcDbExtents& box) {
 Camera withProjection(const Camera& camera, bool isPerspective) {
   Camera result = camera;
   result.isPerspective = isPerspective;
+  // Back to parallel nothing moves: the camera's distance does not change what a parallel view shows.
   if (isPerspective && !camera.isPerspective)
     result.position = camera.target + frameOf(camera).out * (kDistancePerWidth * camera.fieldWidth);
   return result;
@@ -143,6 +156,7 @@ Camera withProjection(const Camera& camera, bool isPerspective) {
 Camera cameraOf(const Drawing::View& view) {
   const ViewFrame frame = frameOf(view.direction, view.twist);
   Camera camera;
+  // The stored centre is in the view's own plane, measured from the target.
   camera.target = view.target + frame.right * view.centerX + frame.up * view.centerY;
   camera.position = camera.target + view.direction;
   camera.up = frame.up;
@@ -156,8 +170,10 @@ Camera planView(const AcDbExtents& box) {
   Camera camera;
   camera.target = middle(box);
   camera.position = camera.target + AcGeVector3d(0, 0, 1);
+  // With the height of 1 this is the shape alone: the fit scales both.
   camera.fieldWidth = kPlanAspect;
   camera = fitted(camera, box);
+  // After the fit, when the width is known.
   camera.position = camera.target + AcGeVector3d(0, 0, kDistancePerWidth * camera.fieldWidth);
   return camera;
 }

@@ -33,7 +33,8 @@ Camera withShown(const Camera& camera, const PaperView& shown);
 /// must.
 Camera fitted(const Camera& camera, const AcDbExtents& box);
 
-/// With the projection changed. On the way to perspective the camera goes where a 50 mm lens sees the field.
+/// With the projection changed. On the way to perspective the camera moves to where a 50 mm lens sees the
+/// field.
 Camera withProjection(const Camera& camera, bool isPerspective);
 
 /// The stored view as a camera.

@@ -1,3 +1,4 @@
+/// Reads the text of a command line letter by letter and passes each whole input on.
 #include "command_line.h"
 
 #include "commands.h"
@@ -11,6 +12,7 @@ namespace {
 
 constexpr wchar_t kEscape = 27;
 
+/// A blank ends an input as Enter does, as at the host's command line.
 bool isEnd(wchar_t letter) {
   return letter == L' ' || letter == L'\n' || letter == L'\r';
 }
@@ -19,6 +21,7 @@ void beginBuiltIn(CommandLine& line, const BuiltIn& builtIn, bool isTransparent)
   if (isTransparent && line.isCommandActive() && !builtIn.isTransparent)
     return hostPrint(L"** That command may not be invoked transparently **");
   std::unique_ptr<ActiveCommand> commandP = builtIn.make();
+  // Null: the command has already done all it does.
   if (commandP != nullptr) line.push(std::move(commandP));
 }
 
@@ -33,6 +36,7 @@ void begin(CommandLine& line, const std::wstring& input) {
 
 /// Takes one input whole, blanks and all, as AutoLISP gives it.
 void enter(CommandLine& line, const std::wstring& input) {
+  // An apostrophe begins a transparent command in the middle of another.
   if (!line.isCommandActive() || (!input.empty() && input.front() == L'\'')) {
     if (!input.empty()) begin(line, input);
     return;
@@ -44,6 +48,7 @@ void evaluate(CommandLine& line, const std::wstring& expression) {
   try {
     for (const std::wstring& input : commandInputs(expression)) enter(line, input);
   } catch (const LispError& error) {
+    // Byte by byte: the texts are ASCII.
     const std::string what = error.what();
     hostPrint(L"; error: " + std::wstring(what.begin(), what.end()));
   }
@@ -52,6 +57,7 @@ void evaluate(CommandLine& line, const std::wstring& expression) {
 void escape(CommandLine& line) {
   const bool isCancelling = line.isCommandActive();
   line.clear();
+  // With no command to cancel ESC clears the pre-selection.
   if (!isCancelling) return selectNone();
   hostPrint(L"*Cancel*");
 }
@@ -61,10 +67,12 @@ void takeLetter(CommandLine& line, wchar_t letter) {
   std::wstring& pending = line.pending();
   const bool isLisp = !pending.empty() && pending.front() == L'(';
   if (!isEnd(letter) || (isLisp && !isWholeExpression(pending))) {
+    // A line break inside an expression is only a separator.
     pending += letter == L'\n' || letter == L'\r' ? L' ' : letter;
     return;
   }
   const std::wstring input = std::move(pending);
+  // Before it is carried out: a command may be sent more text meanwhile.
   pending.clear();
   if (isLisp) return evaluate(line, input);
   enter(line, input);

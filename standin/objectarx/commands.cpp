@@ -1,3 +1,4 @@
+/// The host's own commands by name, and the commands that modules have registered.
 #include "commands.h"
 
 #include "operation.h"
@@ -41,7 +42,9 @@ const BuiltIn* findBuiltIn(const std::wstring& name) {
 bool runRegisteredCommand(const std::wstring& name) {
   const AcRxFunctionPtr function = functionOf(name);
   if (function == nullptr) return false;
+  // While a registered command runs, the host locks the current document for it.
   addToCommandDepth(1);
+  // Without the host's lock: the command calls the host, and may wait for another thread of the module.
   try {
     function();
   } catch (...) {

@@ -1,3 +1,4 @@
+/// Ellipses, circles and arcs in space by one parametric form.
 #include "conic.h"
 
 #include <algorithm>
@@ -10,7 +11,7 @@ constexpr int kChordsPerTurn = 64;
 /// Parameters that differ by less name the same place of the curve.
 constexpr double kSameParameter = 1e-9;
 
-/// Whether t, or t some turns on, lies between start and end.
+/// Whether t, or t some turns on, is between start and end.
 bool isBetween(double t, double start, double end) {
   const double turns = std::floor((t - start) / kTwoPi);
   return t - turns * kTwoPi <= end;
@@ -24,6 +25,7 @@ AcGePoint3d Conic::at(double t) const {
 
 Polyline3 Conic::chords() const {
   const double sweep = end - start;
+  // The tolerance keeps a full turn at 64 chords when rounding makes its sweep a little larger.
   const int count =
       std::max(1, static_cast<int>(std::ceil(sweep / kTwoPi * kChordsPerTurn - kSameParameter)));
   Polyline3 result;
@@ -33,6 +35,7 @@ Polyline3 Conic::chords() const {
 }
 
 void Conic::addTo(AcDbExtents& extents) const {
+  // The ends, and the extremes of x, y and z that the arc passes: exact, unlike a box of the chords.
   extents.addPoint(at(start));
   extents.addPoint(at(end));
   // A coordinate c + a cos t + b sin t is furthest out at t = atan2(b, a) and half a turn from there.
@@ -42,6 +45,7 @@ void Conic::addTo(AcDbExtents& extents) const {
 }
 
 void Conic::transformBy(const AcGeMatrix3d& by) {
+  // A point takes the translation, the two vectors do not.
   centre = by * centre;
   u = by * u;
   v = by * v;
@@ -51,6 +55,7 @@ Conic makeConic(const AcGePoint3d& centre, const AcGeVector3d& u, const AcGeVect
                 double end) {
   const double turns = std::floor((end - start) / kTwoPi);
   double sweep = end - start - turns * kTwoPi;
+  // Equal ends are a full turn, not an empty arc; the tolerance catches 0 and 2 pi after rounding.
   if (sweep < kSameParameter) sweep += kTwoPi;
   return {centre, u, v, start, start + sweep};
 }
@@ -58,11 +63,14 @@ Conic makeConic(const AcGePoint3d& centre, const AcGeVector3d& u, const AcGeVect
 Conic bulgedSegment(const AcGePoint3d& from, const AcGePoint3d& to, double bulge,
                     const AcGeVector3d& normal) {
   const AcGeVector3d chord = to - from;
-  // The centre lies on the chord's bisector, to the left of the chord for a bulge between 0 and 1.
+  // The centre is on the chord's bisector, to the left of the chord for a bulge between 0 and 1. `left` is as
+  // long as the chord, so the distance needs no square root. A negative bulge puts the centre to the right.
   const AcGeVector3d left = normal.crossProduct(chord);
   const AcGePoint3d centre = from + chord * 0.5 + left * ((1 - bulge * bulge) / (4 * bulge));
   const AcGeVector3d u = from - centre;
+  // The sign makes the arc run clockwise for a negative bulge.
   const AcGeVector3d v = normal.crossProduct(u) * (bulge > 0 ? 1.0 : -1.0);
+  // A bulge is the tangent of a quarter of the arc's angle.
   return {centre, u, v, 0, 4 * std::atan(std::abs(bulge))};
 }
 

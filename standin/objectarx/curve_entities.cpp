@@ -18,6 +18,7 @@ class ConicEntity final : public GeometryEntity {
 
  protected:
   Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override {
+    // An empty box first: the caller's may hold anything.
     extents = {};
     mConic.addTo(extents);
     return Acad::eOk;
@@ -34,6 +35,7 @@ class ConicEntity final : public GeometryEntity {
 
 /// Any unit vector perpendicular to the unit vector.
 AcGeVector3d perpendicularTo(const AcGeVector3d& unit) {
+  // The axis that is farther from it: the product with a nearly parallel one would be rounding errors.
   const AcGeVector3d other = std::abs(unit.x) < 0.5 ? AcGeVector3d(1, 0, 0) : AcGeVector3d(0, 1, 0);
   return unit.crossProduct(other).normalize();
 }
@@ -42,6 +44,7 @@ AcGeVector3d perpendicularTo(const AcGeVector3d& unit) {
 
 std::unique_ptr<DrawnEntity> makeCircle(EntityProperties properties, const AcGePoint3d& centre,
                                         const AcGeVector3d& normal, double radius) {
+  // Where a circle begins is of no importance, so any direction in its plane will do.
   const AcGeVector3d xAxis = perpendicularTo(normal);
   const Conic conic{centre, xAxis * radius, normal.crossProduct(xAxis) * radius, 0, kTwoPi};
   return std::make_unique<ConicEntity>(std::move(properties), "CIRCLE", conic);
@@ -58,6 +61,7 @@ std::unique_ptr<DrawnEntity> makeArc(EntityProperties properties, const AcGePoin
 std::unique_ptr<DrawnEntity> makeEllipse(EntityProperties properties, const AcGePoint3d& centre,
                                          const AcGeVector3d& normal, const AcGeVector3d& majorAxis,
                                          double ratio, double startParameter, double endParameter) {
+  // Start and end are parameters of the ellipse, not angles: they differ when the ratio is not 1.
   const Conic conic =
       makeConic(centre, majorAxis, normal.crossProduct(majorAxis) * ratio, startParameter, endParameter);
   return std::make_unique<ConicEntity>(std::move(properties), "ELLIPSE", conic);

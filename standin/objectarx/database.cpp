@@ -1,4 +1,4 @@
-// Opening and closing of database objects, and what is asked of an entity that is open.
+// Opening and closing of database objects, and the calls on an open entity.
 #include "names.h"
 #include "object_access.h"
 #include "object_id.h"
@@ -28,6 +28,7 @@ AcDbObject* find(AcDbObjectId id) {
   return documentP == nullptr ? nullptr : documentP->object(numberOf(id.value()));
 }
 
+/// The order of the checks decides which status a module sees when several apply.
 Acad::ErrorStatus mayOpen(const AcDbObject& object, AcDb::OpenMode mode, bool openErased) {
   const Document& document = *documentOf(ObjectAccess::key(object));
   const Drawing& drawing = *document.drawing;
@@ -37,12 +38,14 @@ Acad::ErrorStatus mayOpen(const AcDbObject& object, AcDb::OpenMode mode, bool op
   if (mode == AcDb::kForRead) return Acad::eOk;
   if (mode != AcDb::kForWrite) return Acad::eInvalidInput;
   if (!mayWrite(document)) return Acad::eLockViolation;
+  // A locked layer forbids writing only: the entity can be read and selected.
   if (entityP != nullptr && drawing.layer(entityP->properties().layer).isLocked) return Acad::eOnLockedLayer;
   return Acad::eOk;
 }
 
 Acad::ErrorStatus open(AcDbObject*& objectP, AcDbObjectId id, AcDb::OpenMode mode, const AcRxClass* classP,
                        bool openErased) {
+  // Null on every failure, as the host leaves it: a module may look at the pointer alone.
   objectP = nullptr;
   if (id.isNull()) return Acad::eNullObjectId;
   AcDbObject* const foundP = find(id);
@@ -51,6 +54,7 @@ Acad::ErrorStatus open(AcDbObject*& objectP, AcDbObjectId id, AcDb::OpenMode mod
   if (const Acad::ErrorStatus status = mayOpen(*foundP, mode, openErased); status != Acad::eOk) return status;
   if (const Acad::ErrorStatus status = ObjectAccess::addOpening(*foundP, mode); status != Acad::eOk)
     return status;
+  // Only an opening that succeeded must be closed.
   ++counts().openObjects;
   objectP = foundP;
   return Acad::eOk;
@@ -60,6 +64,7 @@ Acad::ErrorStatus open(AcDbObject*& objectP, AcDbObjectId id, AcDb::OpenMode mod
 
 namespace standin::host {
 
+/// Many readers or one writer, as in the host.
 Acad::ErrorStatus ObjectAccess::addOpening(AcDbObject& object, AcDb::OpenMode mode) {
   if (object.mIsWriter) return Acad::eWasOpenForWrite;
   if (mode == AcDb::kForWrite && object.mReaders > 0) return Acad::eWasOpenForRead;
@@ -81,10 +86,12 @@ bool ObjectAccess::removeOpening(AcDbObject& object) {
 
 }  // namespace standin::host
 
+/// Minimum above maximum: an empty box, which the first point that is added replaces.
 AcDbExtents::AcDbExtents() : mMinimum(1e20, 1e20, 1e20), mMaximum(-1e20, -1e20, -1e20) {}
 
 Acad::ErrorStatus AcDbObject::close() {
   const Call call(kClose);
+  // The object stays open then, and the report shows it.
   if (call.isToFail()) return Acad::eNotApplicable;
   if (!ObjectAccess::removeOpening(*this)) {
     breach(kClose, "called for an object that is not open");
@@ -111,6 +118,7 @@ Acad::ErrorStatus AcDbEntity::transformBy(const AcGeMatrix3d& transform) {
     breach(kTransform, "called for an object that is not open for write");
     return Acad::eNotOpenForWrite;
   }
+  // Checked again: the module may have unlocked the document since it opened the object.
   if (!mayWrite(*documentOf(ObjectAccess::key(*this)))) return Acad::eLockViolation;
   return ObjectAccess::transform(*this, transform);
 }
@@ -131,6 +139,7 @@ Acad::ErrorStatus acdbOpenAcDbEntity(AcDbEntity*& entityP, AcDbObjectId id, AcDb
   if (call.isToFail()) return Acad::eNullObjectPointer;
   AcDbObject* objectP = nullptr;
   const Acad::ErrorStatus status = open(objectP, id, mode, AcDbEntity::desc(), openErased);
+  // Safe: open() has checked the class.
   entityP = static_cast<AcDbEntity*>(objectP);
   return status;
 }

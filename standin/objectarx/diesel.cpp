@@ -12,8 +12,9 @@
 namespace standin::host {
 namespace {
 
-/// Expressions in expressions beyond this are taken as not ended.
+/// Deeper nesting counts as an expression that does not end: it must not exhaust the stack.
 constexpr int kDeepestNesting = 64;
+/// Below this every whole number is exact in a double, and is shown without an exponent.
 constexpr double kLargestWhole = 1e15;
 
 // In two pieces: two question marks before a parenthesis would be a trigraph.
@@ -32,6 +33,7 @@ std::wstring numberText(double value) {
 
 std::wstring getVariable(const std::wstring& name) {
   const std::lock_guard lock(hostMutex());
+  // All variables that the stand-in has are whole numbers.
   const std::optional<int> value = readVariable(name);
   return value ? std::to_wstring(*value) : badArguments(L"getvar");
 }
@@ -40,6 +42,7 @@ std::wstring choose(const std::vector<std::wstring>& arguments) {
   double condition = 0;
   if (arguments.size() < 2 || arguments.size() > 3 || !parseNumber(arguments[0], condition))
     return badArguments(L"if");
+  // Both branches have been evaluated by now; none has an effect, so it makes no difference.
   if (condition != 0) return arguments[1];
   return arguments.size() == 3 ? arguments[2] : std::wstring();
 }
@@ -68,6 +71,7 @@ std::wstring call(const std::wstring& name, const std::vector<std::wstring>& arg
   if (isSameName(name, L"getvar"))
     return arguments.size() == 1 ? getVariable(arguments[0]) : badArguments(name);
   if (isSameName(name, L"if")) return choose(arguments);
+  // `eq` compares texts and `=` numbers: 1 and 1.0 are equal only to the second.
   if (isSameName(name, L"eq")) {
     if (arguments.size() != 2) return badArguments(name);
     return arguments[0] == arguments[1] ? L"1" : L"0";
@@ -121,6 +125,7 @@ class Evaluator {
         parts.back() += piece();
       }
     }
+    // The text ended before the closing parenthesis.
     if (mAt >= mText.size()) mIsBroken = true;
     if (mIsBroken) return {};
     ++mAt;

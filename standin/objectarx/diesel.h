@@ -7,10 +7,9 @@
 
 namespace standin::host {
 
-/// The text with every expression replaced by its value. A mistake stands in the result, as the host shows
-/// it:
-/// "$?" for an expression that does not end, "$(name)??" for an unknown function, "$(name,??)" for arguments
-/// it cannot take.
+/// The text with every expression replaced by its value. A mistake appears in the result, as the host
+/// shows it: "$?" for an expression that does not end, "$(name)??" for an unknown function, "$(name,??)" for
+/// arguments it cannot take.
 std::wstring evaluateDiesel(const std::wstring& text);
 
 }  // namespace standin::host

@@ -1,3 +1,4 @@
+/// An open drawing: its sheet, viewports and views as the host sets them up when it opens a file.
 #include "document.h"
 
 #include "camera_math.h"
@@ -10,7 +11,7 @@
 namespace standin::host {
 namespace {
 
-/// Limits of a new drawing.
+/// Limits of a new drawing: what an empty one shows.
 const AcDbExtents kLimits({0, 0, 0}, {12, 9, 0});
 /// A sheet of size A3 in millimetres, and the floating viewport in its middle, with the same margin all
 /// round.
@@ -23,7 +24,7 @@ PaperView placeOf(const Drawing::FloatingViewport& window) {
   return {window.centerX, window.centerY, window.width, window.height};
 }
 
-/// The drawing's sheet is not in its file: one that its floating viewports lie on.
+/// A sheet large enough for the floating viewports, because the file does not hold the sheet's own size.
 PaperView sheetFor(const std::vector<Drawing::FloatingViewport>& windows) {
   if (windows.empty()) return kA3;
   AcDbExtents box;
@@ -39,6 +40,7 @@ PaperView sheetFor(const std::vector<Drawing::FloatingViewport>& windows) {
 /// The model as seen in the tile, fitted into a viewport of that shape.
 Camera viewThrough(const PaperView& window, const Camera& model, const AcDbExtents& box) {
   Camera camera = model;
+  // The tile's width belongs to the tile's shape, not to that of the window.
   camera.fieldWidth = model.fieldHeight * window.width / window.height;
   return fitted(camera, box);
 }
@@ -50,6 +52,7 @@ Camera storedView(const Drawing::View& view, const PaperView& window) {
   return camera;
 }
 
+/// The sheet is looked at from above: the default camera's direction.
 Camera viewOfSheet(const PaperView& sheet) {
   Camera camera;
   camera.fieldWidth = sheet.width;
@@ -74,6 +77,7 @@ Document::Document(std::unique_ptr<Drawing> opened, std::wstring fileName)
       drawing(std::move(opened)),
       tile(drawing->serial()),
       sheet(sheetFor(drawing->mFloatingViewports)) {
+  // The model's view first: windows without a stored view show the model as the tile does.
   const AcDbExtents box = extentsToShow();
   const Camera model = drawing->mView ? cameraOf(*drawing->mView) : planView(box);
   tileView.store(model);
@@ -84,6 +88,7 @@ Document::Document(std::unique_ptr<Drawing> opened, std::wstring fileName)
     windows.push_back(std::make_unique<LayoutWindow>(drawing->serial(), number, place));
     show(*windows.back(), cameraFor(place));
   };
+  // The sheet is number 1, and the floating viewports count on from 2 in the order of the file.
   addWindow(sheet, viewOfSheet);
   for (const Drawing::FloatingViewport& own : drawing->mFloatingViewports)
     addWindow(placeOf(own), [&](const PaperView& place) {
@@ -99,6 +104,7 @@ LayoutWindow* Document::window(int number) {
 }
 
 GraphicsView* Document::viewOf(int viewport) {
+  // Only the viewports of the current tab have a view that can be reached.
   if (isModelTab) return viewport == kTileViewport ? &tileView : nullptr;
   LayoutWindow* const windowP = window(viewport);
   return windowP == nullptr ? nullptr : &windowP->view;
@@ -118,6 +124,7 @@ bool Document::isWritable() const {
 }
 
 AcDbObject* Document::object(std::uint64_t number) {
+  // The tile's record has the number before those of the layout's viewports, which count from 1.
   if (number == kFirstViewport) return &tile;
   if (number > kFirstViewport) {
     LayoutWindow* const windowP = window(static_cast<int>(number - kFirstViewport));
@@ -128,6 +135,7 @@ AcDbObject* Document::object(std::uint64_t number) {
 }
 
 std::uint64_t Document::openObjects() const {
+  // Counted from the objects themselves, which are about to be destroyed with the document.
   std::uint64_t count = ObjectAccess::openings(tile);
   for (const auto& windowP : windows) count += ObjectAccess::openings(windowP->viewport);
   for (const auto& entityP : drawing->entities()) count += ObjectAccess::openings(entityP->entity());

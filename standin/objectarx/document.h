@@ -61,7 +61,7 @@ struct Document final : AcApDocument {
   GraphicsView& currentView() { return *viewOf(currentViewport()); }
   /// The current viewport is the paper-space one.
   bool isOnPaper() const { return !isModelTab && layoutViewport == kPaperViewport; }
-  /// What was shown and not stored is lost.
+  /// Drops what was shown and not stored.
   void revertViews();
   /// What is drawn, or the drawing's limits when there is nothing.
   AcDbExtents extentsToShow() const;

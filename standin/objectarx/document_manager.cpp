@@ -20,8 +20,8 @@ const Operation kSend("AcApDocManager::sendStringToExecute", Result::kTellsFailu
 const Operation kAddReactor("AcApDocManager::addReactor", Result::kTellsNothing);
 const Operation kRemoveReactor("AcApDocManager::removeReactor", Result::kTellsNothing);
 
-/// The open document that is meant, null for none. A pointer to one that was closed is a mistake of the
-/// caller's.
+/// The open document at that address, null for none. The pointer is compared, never
+/// followed: it may be that of a closed document, and using one is a breach.
 Document* openDocumentOf(const Operation& operation, const AcApDocument* documentP) {
   if (documentP == nullptr) return nullptr;
   for (const auto& openP : run().documents)
@@ -39,12 +39,14 @@ class DocManager final : public AcApDocManager {
   Acad::ErrorStatus lockDocument(AcApDocument* documentP, AcAp::DocLockMode mode, const ACHAR* globalCommand,
                                  const ACHAR* localCommand, bool prompt) override {
     const Call call(kLock);
+    // Recorded before the fault: a test sees the arguments of a failed call too.
     callRecord().lockMode = mode;
     callRecord().hasLockNames = globalCommand != nullptr || localCommand != nullptr;
     callRecord().isLockPrompted = prompt;
     if (call.isToFail()) return Acad::eLockViolation;
     Document* openP = openDocumentOf(kLock, documentP);
     if (openP == nullptr) return Acad::eNoDocument;
+    // Locks nest: each needs an unlock of its own.
     openP->locks.push_back(mode);
     ++counts().locks;
     return Acad::eOk;
@@ -59,6 +61,7 @@ class DocManager final : public AcApDocManager {
       breach(kUnlock, "called without a lock");
       return Acad::eNotApplicable;
     }
+    // The newest one: unlockDocument does not say which.
     openP->locks.pop_back();
     ++counts().unlocks;
     return Acad::eOk;
@@ -73,6 +76,7 @@ class DocManager final : public AcApDocManager {
     Document* openP = openDocumentOf(kSend, documentP);
     if (openP == nullptr) return Acad::eNoDocument;
     const std::wstring sent = text;
+    // Queued, not run: the host carries the text out when it is idle, after this call has returned.
     openP->queue.push_back({sent, activate});
     ++counts().textsSent;
     call.leave();

@@ -19,15 +19,17 @@ using Lock = std::unique_lock<std::recursive_mutex>;
 template <class Event, class Argument>
 void callReactors(Event event, Argument argument) {
   Lock lock(hostMutex());
+  // A copy: a reactor may add or remove reactors while it is called.
   const std::vector<AcApDocManagerReactor*> reactors = run().reactors;
   for (AcApDocManagerReactor* reactorP : reactors) {
     const auto& registered = run().reactors;
-    // One that was called may have removed another, which may be gone then.
+    // An earlier reactor may have removed this one, and it may have been destroyed since.
     if (std::find(registered.begin(), registered.end(), reactorP) == registered.end()) continue;
     lock.unlock();
     bool hasThrown = false;
     try {
       (reactorP->*event)(argument);
+      // The host is not built to be unwound through: whatever a module throws ends here and is a breach.
     } catch (...) {
       hasThrown = true;
     }
@@ -61,6 +63,7 @@ void activate(Document* documentP, Document* previousP) {
   if (previousP != nullptr) callReactors(&Reactor::documentToBeDeactivated, previousP);
   callReactors(&Reactor::documentToBeActivated, documentP);
   Lock lock(hostMutex());
+  // The order of the list is the order of activation: the current document is the last.
   run().documents.push_back(take(documentP));
   lock.unlock();
   callReactors(&Reactor::documentBecameCurrent, documentP);
@@ -81,6 +84,7 @@ std::wstring newName() {
 /// Nothing of a document that has been closed can be closed or freed later.
 void endWhatIsLeft(const Document& document) {
   if (!document.locks.empty()) breach("closing the document", "it is still locked");
+  // The objects go with the document, so the count must forget them after the breach is recorded.
   const std::uint64_t open = document.openObjects();
   if (open != 0) breach("closing the document", "objects of it are still open");
   counts().openObjects -= open;
@@ -122,12 +126,14 @@ void closeDocument() {
   callReactors(&Reactor::documentToBeDestroyed, closingP);
   lock.lock();
   endWhatIsLeft(*closingP);
+  // A copy: documentDestroyed is called with the name when the document is gone.
   const std::wstring name = closingP->name;
   take(closingP).reset();
   Document* const nextP = currentDocument();
   lock.unlock();
   callReactors(&Reactor::documentDestroyed, name.c_str());
   if (nextP != nullptr) return activate(nextP, nullptr);
+  // The last document was closed: the host reports null as the current one.
   callReactors(&Reactor::documentBecameCurrent, nextP);
 }
 

@@ -11,7 +11,7 @@
 namespace standin::host {
 namespace {
 
-/// "x,y" or "x,y,z".
+/// "x,y" or "x,y,z"; without a z the point is in the plane z = 0.
 std::optional<AcGePoint3d> parsePoint(const std::wstring& text) {
   double values[3] = {0, 0, 0};
   std::size_t count = 0;
@@ -27,6 +27,7 @@ std::optional<AcGePoint3d> parsePoint(const std::wstring& text) {
 
 void addToDrawing(std::unique_ptr<DrawnEntity> entity) {
   const std::lock_guard lock(hostMutex());
+  // The document may have been closed while the command waited.
   if (currentDrawing() != nullptr) currentDrawing()->add(std::move(entity));
 }
 
@@ -41,6 +42,7 @@ class LineCommand final : public ActiveCommand {
       hostPrint(L"Point or option keyword required.");
       return Next::kMore;
     }
+    // Each segment is a line of its own and is drawn at once, so ESC keeps those before it.
     if (mLast) addToDrawing(makeLine({}, *mLast, *point));
     mLast = point;
     return Next::kMore;
@@ -73,6 +75,7 @@ class CircleCommand final : public ActiveCommand {
       hostPrint(L"Value must be positive and nonzero.");
       return Next::kMore;
     }
+    // The world's Z axis: the stand-in has no user coordinate system.
     addToDrawing(makeCircle({}, *mCentre, {0, 0, 1}, radius));
     return Next::kDone;
   }

@@ -1,3 +1,4 @@
+/// A drawing in memory, with its entities by handle and by the number in their ids.
 #include "drawing.h"
 
 #include "object_access.h"
@@ -15,6 +16,7 @@ namespace {
 std::atomic<std::uint64_t> gDrawings{0};
 
 std::uint64_t nextSerial() {
+  // Serial numbers are 1 ... kLargestSerial, then 1 again: an id must fit a signed 64-bit number.
   return gDrawings++ % host::kLargestSerial + 1;
 }
 
@@ -37,6 +39,7 @@ struct Drawing::Data {
   std::map<std::string, Block> blocks;
   std::vector<std::unique_ptr<DrawnEntity>> entities;
   std::unordered_map<std::uint64_t, DrawnEntity*> byHandle;
+  // Erased entities stay in `entities`: ids and pointers that a module keeps must stay good.
   std::unordered_set<std::uint64_t> erased;
   std::uint64_t nextHandle = 1;
 };
@@ -49,6 +52,7 @@ std::vector<DrawnPart> DrawnEntity::parts() const {
 }
 
 Drawing::Drawing() : mDataP(std::make_unique<Data>()) {
+  // Every drawing has it, and layer() falls back on it.
   addLayer({"0"});
 }
 Drawing::~Drawing() = default;
@@ -69,6 +73,7 @@ const std::map<std::string, Layer>& Drawing::layers() const {
 void Drawing::addBlock(const std::string& name, const AcGePoint3d& basePoint) {
   Block& block = mDataP->blocks[name];
   block.base = basePoint;
+  // A block that is defined twice: the later definition counts.
   block.entities.clear();
 }
 
@@ -98,6 +103,7 @@ std::uint64_t Drawing::add(std::unique_ptr<DrawnEntity> entity) {
     throw std::invalid_argument("handle " + hex(handle) + " is taken");
   // The largest handle has no next one; those below it may still be free.
   if (handle >= mDataP->nextHandle && handle != ~std::uint64_t{0}) mDataP->nextHandle = handle + 1;
+  // The number in the id is the place in `entities` + 1, because an id of 0 is null.
   host::ObjectAccess::setKey(entity->entity(), host::objectId(serial(), mDataP->entities.size() + 1));
   const std::uint64_t given = handle;
   mDataP->entities.push_back(std::move(entity));
@@ -134,6 +140,7 @@ std::optional<AcDbExtents> Drawing::extents() const {
   std::optional<AcDbExtents> result;
   for (const auto& entityP : mDataP->entities) {
     AcDbExtents box;
+    // What is not drawn does not count, as for ZOOM Extents.
     if (isErased(entityP->properties().handle) || !layer(entityP->properties().layer).isVisible) continue;
     if (host::ObjectAccess::extents(entityP->entity(), box) != Acad::eOk) continue;
     if (!result) result.emplace();

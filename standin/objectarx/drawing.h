@@ -55,7 +55,7 @@ class STANDIN_OBJECTARX_API DrawnEntity {
   DrawnEntity(const DrawnEntity&) = delete;
   DrawnEntity& operator=(const DrawnEntity&) = delete;
 
-  /// The database entity this is; it gives open modes, extents and transformBy.
+  /// This entity as a database entity: open modes, extents and transformBy.
   virtual AcDbEntity& entity() = 0;
   /// DXF type name: "LINE", "CIRCLE", "INSERT" ...
   virtual const char* typeName() const = 0;
@@ -136,7 +136,7 @@ class STANDIN_OBJECTARX_API Drawing {
   std::vector<FloatingViewport> mFloatingViewports;
   /// The stored view of the active viewport, when the file has one.
   std::optional<View> mView;
-  /// Entities met in a file that this drawing does not understand, by type.
+  /// Entities of the file whose types the stand-in does not support, counted by type.
   std::map<std::string, std::size_t> mSkipped;
 
  private:
@@ -150,7 +150,7 @@ class STANDIN_OBJECTARX_API Drawing {
 STANDIN_OBJECTARX_API std::unique_ptr<DrawnEntity> makeLine(EntityProperties, const AcGePoint3d& start,
                                                             const AcGePoint3d& end);
 STANDIN_OBJECTARX_API std::unique_ptr<DrawnEntity> makePoint(EntityProperties, const AcGePoint3d& at);
-/// `normal` unit; the circle lies in the plane through `centre` perpendicular to it.
+/// `normal` unit; the circle is in the plane through `centre` perpendicular to it.
 STANDIN_OBJECTARX_API std::unique_ptr<DrawnEntity> makeCircle(EntityProperties, const AcGePoint3d& centre,
                                                               const AcGeVector3d& normal, double radius);
 /// Counter-clockwise about `normal` from `startAngle` to `endAngle`, angles from `xAxis` (unit,

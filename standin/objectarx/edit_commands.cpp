@@ -15,6 +15,7 @@ namespace {
 using Handles = std::vector<std::uint64_t>;
 
 bool parseHandle(const std::wstring& text, std::uint64_t& handle) {
+  // At most 15 hexadecimal digits: 60 bits, so the conversion cannot overflow.
   if (text.empty() || text.size() > 15 ||
       text.find_first_not_of(L"0123456789ABCDEFabcdef") != std::wstring::npos)
     return false;
@@ -56,12 +57,14 @@ class SelectingCommand : public ActiveCommand {
 };
 
 void eraseObjects(const Handles& handles) {
+  // First: the pre-selection must not name an erased entity.
   selectNone();
   const std::lock_guard lock(hostMutex());
   Drawing* drawingP = currentDrawing();
   if (drawingP == nullptr) return;
   for (const std::uint64_t handle : handles) {
     const DrawnEntity* entityP = drawingP->find(handle);
+    // The host passes over entities on locked layers without an error.
     if (entityP != nullptr && !drawingP->layer(entityP->properties().layer).isLocked) drawingP->erase(handle);
   }
 }
@@ -73,6 +76,7 @@ class EraseCommand final : public SelectingCommand {
 
 class SelectCommand final : public SelectingCommand {
  protected:
+  // What the command selected is the pre-selection of the next one.
   void finish(const Handles& handles) override { select(handles); }
 };
 

@@ -36,7 +36,7 @@ class GraphicsView final : public AcGsView {
   void show(const Camera& camera) { mLive = camera; }
   /// Changes what is shown and stored.
   void store(const Camera& camera) { mLive = mCommitted = camera; }
-  /// What was not stored is lost.
+  /// Drops what was not stored.
   void revert() { mLive = mCommitted; }
 
  private:

@@ -38,6 +38,7 @@ bool isFinite(const AcGeVector3d& v) {
 
 bool isUsable(const Camera& camera) {
   const AcGeVector3d sight = camera.position - camera.target;
+  // 0 when the camera is at its target, or looks along its up direction: such a view has no frame.
   const AcGeVector3d side = sight.crossProduct(camera.up);
   return isFinite(camera.position - AcGePoint3d::kOrigin) && isFinite(camera.target - AcGePoint3d::kOrigin) &&
          isFinite(side) && side.dotProduct(side) > 0 && isUsable(camera.fieldWidth) &&
@@ -86,8 +87,10 @@ void GraphicsView::setView(const AcGePoint3d& position, const AcGePoint3d& targe
 
 void GraphicsView::zoom(double factor) {
   const Call call(kZoom);
+  // A factor above 1 enlarges the picture, so the field gets smaller.
   const double width = mLive.fieldWidth / factor;
   const double height = mLive.fieldHeight / factor;
+  // Also refuses a factor that is negative, 0 or not a number.
   if (!isUsable(width) || !isUsable(height))
     return breach(kZoom, "called with a factor that leaves no field");
   mLive.fieldWidth = width;
@@ -96,13 +99,16 @@ void GraphicsView::zoom(double factor) {
 
 bool GraphicsView::isValid() const {
   const Call call(kIsValid);
+  // A view of the tab that was left still exists, but is not one to draw in.
   return !call.isToFail() && run().isViewValid && viewOf(mNumber) == this;
 }
 
 void GraphicsView::update() {
   Call call(kUpdate);
   ++counts().updates;
+  // All is drawn, so the next redraw of an entity begins a new run.
   run().firstRedrawn = 0;
+  // A copy for the listener: it is called without the host's lock.
   const Camera camera = mLive;
   call.leave();
   notify(&Listener::viewUpdated, mNumber, camera);
@@ -134,6 +140,8 @@ Adesk::Boolean acgsSetViewParameters(int viewportNumber, const AcGsView* viewP, 
     return Adesk::kFalse;
   }
   const Camera camera = givenP->live();
+  // The live camera of the given view becomes both what is shown and what is stored. Nothing is drawn: a
+  // module updates the view itself.
   ownP->store(camera);
   ++counts().commits;
   call.leave();

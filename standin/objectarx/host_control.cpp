@@ -1,3 +1,4 @@
+/// The calls with which tests and the workbench act as the user and look at the host.
 #include "host_control.h"
 
 #include "command_line.h"
@@ -16,7 +17,7 @@ namespace {
 
 using Lock = std::unique_lock<std::recursive_mutex>;
 
-/// Text may be typed while no document is open: a module's commands are known then, too.
+/// Text may be typed while no document is open: a module's commands run then, too.
 CommandLine& currentCommandLine() {
   const Lock lock(hostMutex());
   return currentDocument() != nullptr ? currentDocument()->commandLine : run().commandLine;
@@ -44,6 +45,7 @@ std::optional<std::wstring> documentToActivate() {
 void start(std::function<void()> drawnHook) {
   const Lock lock(hostMutex());
   beginRun();
+  // After the run: the end of the old documents is not counted in the new run.
   beginCounting();
   setDrawnHook(std::move(drawnHook));
 }
@@ -51,6 +53,7 @@ void start(std::function<void()> drawnHook) {
 Report report() {
   const Lock lock(hostMutex());
   Report result = counts();
+  // What is alive now is counted here, what has happened was counted as it happened.
   result.selectionSetsAlive = run().selectionSets.size();
   result.reactors = run().reactors.size();
   result.commandsRegistered = run().commands.size();
@@ -76,15 +79,18 @@ std::optional<std::wstring> variable(const std::wstring& name) {
 }
 
 void type(const std::wstring& text) {
+  // Enter ends the input.
   feed(currentCommandLine(), text + L"\n");
 }
 
 bool runQueuedText() {
   std::optional<std::wstring> text = takeQueuedText();
+  // Only when nothing waits for the current document: its own text comes before a switch.
   if (!text) {
     if (const std::optional<std::wstring> name = documentToActivate()) switchDocument(*name);
     text = takeQueuedText();
   }
+  // As it was sent, without an Enter of the host's: a text that does not end with one waits.
   if (text) feed(currentCommandLine(), *text);
   return text.has_value();
 }
@@ -119,6 +125,7 @@ bool setCamera(int viewport, const Camera& camera) {
   GraphicsView* viewP = viewOf(viewport);
   if (viewP == nullptr) return false;
   viewP->store(camera);
+  // The listener may wait for another thread, which may need the host.
   lock.unlock();
   notify(&Listener::viewChanged, viewport, camera);
   return true;

@@ -1,5 +1,6 @@
-/// The other side of the host stand-in: what the workbench and tests do to the host and see of it. The module
-/// never sees this; it calls the host by the names of the SDK headers in `include/`. Main thread only.
+/// The other side of the host stand-in: the calls with which the workbench and tests drive and inspect the
+/// host. The module never sees this; it calls the host by the names of the SDK headers in `include/`. Main
+/// thread only.
 #ifndef STANDIN_HOST_CONTROL_H
 #define STANDIN_HOST_CONTROL_H
 
@@ -34,7 +35,7 @@ STANDIN_OBJECTARX_API void start(std::function<void()> drawn = {});
 STANDIN_OBJECTARX_API Report report();
 
 /// Faults by operation: free functions by name ("acedGetVar"), members as "AcGsView::setView". Operations
-/// whose result cannot tell of a failure can only be made to throw.
+/// whose result cannot report a failure can only be made to throw.
 STANDIN_OBJECTARX_API FaultRegistry& faults();
 
 // --- what the user does, while the host is idle ---

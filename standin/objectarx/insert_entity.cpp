@@ -29,6 +29,7 @@ class InsertEntity final : public GeometryEntity {
   }
 
   std::vector<DrawnPart> parts() const override {
+    // Counted across all insertions of the thread, because each level is another object.
     thread_local int depth = 0;
     if (depth >= kDeepestNesting) return {};
     ++depth;
@@ -44,17 +45,20 @@ class InsertEntity final : public GeometryEntity {
     return boxOf(outline(), extents);
   }
   Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& transform) override {
+    // The new transformation acts in the world, so after the one from the block to the world.
     mTransform = transform * mTransform;
     return Acad::eOk;
   }
 
  private:
+  /// The block's base point goes to the insertion point, so it is subtracted before the transformation.
   /// A block's content on layer "0" and in colour "by block" takes what the insertion has.
   DrawnPart inserted(DrawnPart part) const {
     const AcGeVector3d fromBase = AcGePoint3d::kOrigin - mDrawing.blockBase(mBlock);
     for (Polyline3& wire : part.outline)
       for (AcGePoint3d& point : wire) point = mTransform * (point + fromBase);
     if (part.layer == kLayerOfTheInsertion) part.layer = properties().layer;
+    // Before `colour` is replaced below: "by block" must still be seen here.
     if (part.colourLayer == kLayerOfTheInsertion || part.colour == kByBlock)
       part.colourLayer = properties().layer;
     if (part.colour == kByBlock) part.colour = properties().colour;

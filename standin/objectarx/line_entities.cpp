@@ -18,7 +18,7 @@ const Operation kGetEnd("AcDbLine::getEndPoint", Result::kTellsFailure);
 const Operation kStart("AcDbLine::startPoint", Result::kTellsNothing);
 const Operation kEnd("AcDbLine::endPoint", Result::kTellsNothing);
 
-/// Every AcDbLine is one of these.
+/// Every AcDbLine is one of these, which the casts at the end of the file rely on.
 class LineEntity final : public AcDbLine, public DrawnEntity, public EntityGeometry {
  public:
   LineEntity(EntityProperties properties, const AcGePoint3d& start, const AcGePoint3d& end)
@@ -72,6 +72,7 @@ class PolylineEntity final : public GeometryEntity {
       : GeometryEntity(std::move(properties)), mTypeNameP(typeName), mIsClosed(isClosed) {
     for (const PolylineVertex& vertex : vertices) mVertices.push_back(vertex.at);
     for (std::size_t i = 0; i < segmentCount(); ++i) {
+      // A straight segment: the formula of the arc divides by the bulge.
       if (vertices[i].bulge == 0) continue;
       mArcs.emplace(i, bulgedSegment(mVertices[i], next(i), vertices[i].bulge, normal));
     }
@@ -86,6 +87,7 @@ class PolylineEntity final : public GeometryEntity {
     for (std::size_t i = 0; i < segmentCount(); ++i) {
       if (const auto arc = mArcs.find(i); arc != mArcs.end()) {
         const Polyline3 chords = arc->second.chords();
+        // Without the ends: the vertices themselves are exact, and the first is there already.
         result.insert(result.end(), chords.begin() + 1, chords.end() - 1);
       }
       result.push_back(next(i));
@@ -98,6 +100,7 @@ class PolylineEntity final : public GeometryEntity {
     if (mVertices.empty()) return Acad::eNullExtents;
     extents = {};
     for (const AcGePoint3d& vertex : mVertices) extents.addPoint(vertex);
+    // An arc can reach beyond its vertices.
     for (const auto& [index, arc] : mArcs) arc.addTo(extents);
     return Acad::eOk;
   }
@@ -110,6 +113,7 @@ class PolylineEntity final : public GeometryEntity {
  private:
   std::size_t segmentCount() const {
     if (mVertices.size() < 2) return 0;
+    // The last vertex of a closed polyline has a segment back to the first, and the bulge of it.
     return mIsClosed ? mVertices.size() : mVertices.size() - 1;
   }
   const AcGePoint3d& next(std::size_t i) const { return mVertices[(i + 1) % mVertices.size()]; }

@@ -1,3 +1,4 @@
+/// The few forms of AutoLISP that menu macros send.
 #include "lisp.h"
 
 #include "diesel.h"
@@ -30,12 +31,14 @@ class Reader {
     while (mAt < mText.size() && !std::iswspace(static_cast<wint_t>(mText[mAt])) && mText[mAt] != L'(' &&
            mText[mAt] != L')' && mText[mAt] != L'"')
       ++mAt;
+    // Symbols of AutoLISP are the same in any case of letters.
     return upper(std::wstring_view(mText).substr(start, mAt - start));
   }
   std::wstring string() {
     expect(L'"');
     std::wstring result;
     for (; mAt < mText.size() && mText[mAt] != L'"'; ++mAt) {
+      // A backslash makes the next letter a plain one: \" and \\ are all that file names need.
       if (mText[mAt] == L'\\' && mAt + 1 < mText.size()) ++mAt;
       result += mText[mAt];
     }
@@ -53,10 +56,12 @@ class Reader {
 };
 
 LispError noFunction(const std::wstring& name) {
+  // Symbols of other alphabets lose their upper bytes: it is only the text of an error.
   return LispError{"no function definition: " + std::string(name.begin(), name.end())};
 }
 
-/// menucmd knows the menus of the screen too; "M=" alone evaluates an expression.
+/// Only the "M=" form of menucmd evaluates an expression; the forms for menus on the screen give an empty
+/// text.
 std::wstring menuCommand(Reader& reader) {
   reader.expect(L'(');
   const std::wstring function = reader.symbol();
@@ -73,6 +78,7 @@ bool isWholeExpression(const std::wstring& text) {
   int depth = 0;
   bool isInText = false;
   for (std::size_t i = 0; i < text.size(); ++i) {
+    // An escaped quotation mark does not end the text.
     if (text[i] == L'\\' && isInText)
       ++i;
     else if (text[i] == L'"')
@@ -82,6 +88,8 @@ bool isWholeExpression(const std::wstring& text) {
     else if (!isInText && text[i] == L')')
       --depth;
   }
+  // Too many closing parentheses count as whole: the expression is then refused with a message instead of
+  // waiting for ever.
   return depth <= 0 && !isInText;
 }
 

@@ -18,7 +18,7 @@ class LispError : public std::runtime_error {
 /// Whether the parentheses outside texts are all closed.
 bool isWholeExpression(const std::wstring& text);
 
-/// The inputs that the expression gives to the command line. Throws LispError.
+/// The inputs that the expression passes to the command line. Throws LispError.
 std::vector<std::wstring> commandInputs(const std::wstring& expression);
 
 }  // namespace standin::host

@@ -1,3 +1,4 @@
+/// The observers of a run: one listener, one hook for drawing calls.
 #include "listener.h"
 
 #include <atomic>
@@ -11,6 +12,7 @@ namespace {
 using Hook = std::function<void()>;
 
 struct Observers {
+  // Atomic, because a module may call the host on another thread by mistake.
   std::atomic<Listener*> listenerP{nullptr};
   std::mutex hookMutex;
   std::shared_ptr<const Hook> hookP;
@@ -43,6 +45,7 @@ void drawn() {
   std::unique_lock lock(observers().hookMutex);
   const std::shared_ptr<const Hook> hookP = observers().hookP;
   lock.unlock();
+  // Without the lock: the hook advances the clock, and what falls due may draw again.
   if (hookP != nullptr && *hookP) (*hookP)();
 }
 

@@ -1,4 +1,4 @@
-/// Names of entities and selection sets: an id or number, and a mark of what it is of.
+/// Names of entities and selection sets: an id or number, and a mark of its kind.
 #ifndef STANDIN_NAMES_H
 #define STANDIN_NAMES_H
 

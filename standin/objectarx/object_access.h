@@ -1,4 +1,4 @@
-/// The host's hold on what database objects keep to themselves.
+/// The host's access to what database objects keep private.
 #ifndef STANDIN_OBJECT_ACCESS_H
 #define STANDIN_OBJECT_ACCESS_H
 
@@ -6,7 +6,7 @@
 
 namespace standin {
 
-/// The geometry of an entity, which the host's own class keeps to itself.
+/// The geometry of an entity, which the SDK's class does not expose.
 class EntityGeometry {
  public:
   virtual Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const = 0;

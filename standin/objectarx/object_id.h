@@ -1,5 +1,6 @@
-/// Ids of database objects. A module may keep one of a document that has been closed, so an id is never given
-/// twice: above is the drawing's serial number, below the object's number in the drawing. Any thread.
+/// Ids of database objects. A module may keep one of a document that has been closed, so an id is
+/// never reused: the upper bits are the drawing's serial number, the lower ones the object's number in the
+/// drawing. Any thread.
 #ifndef STANDIN_OBJECT_ID_H
 #define STANDIN_OBJECT_ID_H
 

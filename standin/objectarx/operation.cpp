@@ -1,3 +1,4 @@
+/// How each operation counts its calls, checks the calling thread and reports a breach.
 #include "operation.h"
 
 #include "listener.h"
@@ -7,6 +8,7 @@
 namespace standin::host {
 namespace {
 
+/// A module that breaks a rule does so in every pass: the first lines are enough.
 constexpr std::size_t kBreachesKept = 100;
 
 struct Counting {
@@ -46,8 +48,10 @@ Report& counts() {
 Call::Call(const Operation& operation) : mLock(hostMutex()) {
   if (std::this_thread::get_id() != counting().mainThread) {
     ++counts().callsOffMainThread;
+    // Carried out all the same: the host would, and a test must see what comes of it.
     breach(operation, "called off the main thread");
   }
+  // Last: it may throw, and the breach must be on record by then.
   mIsToFail = operation.hit();
 }
 

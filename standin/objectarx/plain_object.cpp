@@ -35,5 +35,6 @@ AcRxObject* AcRxObject::subQueryX(const AcRxClass* /*classP*/) const {
 void standinReservedSlotCalled(const char* className, int slot) {
   std::fprintf(stderr, "The host has no function in slot %d of %s: the run ends.\n", slot, className);
   std::fflush(stderr);
+  // Not exit(): destructors of a module that called the wrong slot must not run.
   _exit(3);
 }

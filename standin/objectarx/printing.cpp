@@ -1,3 +1,4 @@
+/// What the host and the module print on the command line.
 #include "printing.h"
 
 #include "listener.h"
@@ -31,6 +32,7 @@ std::wstring withWideStrings(const wchar_t* format) {
       continue;
     }
     while (c[1] != L'\0' && std::wcschr(L"-+ #0123456789.*", c[1]) != nullptr) result += *++c;
+    // %c as well: its argument is a wide character there too.
     if (c[1] == L's' || c[1] == L'c') result += L'l';
   }
   return result;
@@ -63,6 +65,7 @@ void hostPrint(const std::wstring& text) {
 int acutPrintf(const ACHAR* format, ...) {
   va_list arguments;
   va_start(arguments, format);
+  // An ordered fault throws out of the call: va_end must follow in that case too.
   struct End {
     va_list& list;
     ~End() { va_end(list); }

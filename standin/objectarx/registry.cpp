@@ -27,6 +27,7 @@ class DynamicLinker final : public AcRxDynamicLinker {
   bool registerAppMDIAware(void* /*appId*/) const override { return !Call(kMdiAware).isToFail(); }
 };
 
+/// A command is identified by group and global name together: two modules may use one name.
 auto findCommand(const ACHAR* group, const ACHAR* globalName) {
   auto& commands = run().commands;
   return std::find_if(commands.begin(), commands.end(), [&](const RegisteredCommand& command) {
@@ -43,12 +44,14 @@ class CommandStack final : public AcEdCommandStack {
     callRecord().commandFlags = flags;
     callRecord().hasCommandContext = contextP != nullptr;
     callRecord().commandResource = fcode;
+    // What the host returns for the likeliest failure: the module was loaded twice.
     if (call.isToFail()) return Acad::eDuplicateKey;
     if (group == nullptr || globalName == nullptr || localName == nullptr || function == nullptr)
       return Acad::eInvalidInput;
     if (findCommand(group, globalName) != run().commands.end()) return Acad::eDuplicateKey;
     callRecord().commands.push_back(std::wstring(group) + L" " + globalName + L" " + localName);
     run().commands.push_back({group, globalName, localName, function});
+    // The stand-in has no command objects.
     if (commandPP != nullptr) *commandPP = nullptr;
     return Acad::eOk;
   }

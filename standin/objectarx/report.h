@@ -16,12 +16,12 @@ struct Report {
   std::uint64_t modulePrints = 0;
   std::uint64_t locks = 0;
   std::uint64_t unlocks = 0;
-  std::uint64_t openObjects = 0;         ///< objects open at this moment
-  std::uint64_t selectionSetsAlive = 0;  ///< selection sets taken and not freed at this moment
-  std::uint64_t reactors = 0;            ///< document reactors registered at this moment
-  std::uint64_t commandsRegistered = 0;  ///< commands on the command stack at this moment
+  std::uint64_t openObjects = 0;         ///< objects open now
+  std::uint64_t selectionSetsAlive = 0;  ///< selection sets taken and not freed now
+  std::uint64_t reactors = 0;            ///< document reactors registered now
+  std::uint64_t commandsRegistered = 0;  ///< commands on the command stack now
   std::uint64_t callsOffMainThread = 0;
-  std::int64_t lockDepth = 0;  ///< locks held on open documents at this moment
+  std::int64_t lockDepth = 0;  ///< locks held on open documents now
   /// One line for each breach of a rule, naming the operation (a call off the main thread, an unlock without
   /// a lock, a close of an object that is not open ...). At most 100 lines are kept; further ones are
   /// counted.

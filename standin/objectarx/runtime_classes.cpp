@@ -1,4 +1,5 @@
-// clang-format off
+/// Run-time class descriptions of the host's classes: isKindOf and the opening of objects use them.
+// The order of these headers is the SDK's.
 // clang-format off
 #include <windows.h>
 #include "accmd.h"
@@ -11,7 +12,6 @@
 #include "dbents.h"
 #include "dbsymtb.h"
 #include "gs.h"
-// clang-format on
 
 struct AcRxClass::Body {
   const ACHAR* name;

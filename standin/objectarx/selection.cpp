@@ -40,6 +40,7 @@ const std::vector<std::uint64_t>* setOf(const Operation& operation, const ads_na
 
 /// Ids of what is pre-selected; the other modes, which ask the user or search, find nothing here.
 std::vector<std::uint64_t> selected(std::wstring_view mode) {
+  // The underscore marks the global keyword; both forms are in use.
   if (currentDocument() == nullptr || !(isSameName(mode, L"I") || isSameName(mode, L"_I"))) return {};
   std::vector<std::uint64_t> ids;
   for (const std::uint64_t handle : currentDocument()->selection)
@@ -65,6 +66,7 @@ bool select(const std::vector<std::uint64_t>& handles) {
   if (currentDocument() == nullptr) return false;
   const Drawing& drawing = *currentDrawing();
   const auto isThere = [&drawing](std::uint64_t handle) { return drawing.find(handle) != nullptr; };
+  // All or nothing: half a selection would hide a mistake in a session.
   if (!std::all_of(handles.begin(), handles.end(), isThere)) return false;
   currentDocument()->selection = handles;
   return true;
@@ -92,9 +94,12 @@ int acedSSGet(const ACHAR* mode, const void* pt1, const void* pt2, const resbuf*
   const Call call(kGet);
   if (call.isToFail() || mode == nullptr || ss == nullptr) return RTERROR;
   if (pt1 != nullptr || pt2 != nullptr || filter != nullptr) return RTERROR;
+  // A new pass over the selection: its first redraw is one that draws.
   run().firstRedrawn = 0;
   std::vector<std::uint64_t> ids = selected(mode);
+  // As the host does: an empty selection is an error, not an empty set.
   if (ids.empty()) return RTERROR;
+  // Never used again in a run: a name that was freed must not become good again.
   ss[0] = run().nextSelectionSet++;
   ss[1] = kSelectionSetMark;
   run().selectionSets.emplace(ss[0], SelectionSet{currentDocument(), std::move(ids)});
@@ -132,8 +137,10 @@ int acedRedraw(const ads_name entity, int mode) {
   if (call.isToFail() || !isEntityName(entity)) return RTERROR;
   const std::uint64_t id = idOf(entity);
   Document* const documentP = documentOf(id);
+  // An entity name is good only in the document that is current.
   if (documentP == nullptr || documentP != currentDocument()) return RTERROR;
   if (documentP->object(numberOf(id)) == nullptr) return RTERROR;
+  // Only the first of a run takes the time of a frame: the host draws all moved entities in one.
   const bool isDrawing = beginsRun(id);
   call.leave();
   if (isDrawing) drawn();

@@ -24,6 +24,7 @@ class VariableCommand final : public ActiveCommand {
     int value = 0;
     if (parseInteger(text, value) && changeVariable(mName, value) == VariableChange::kDone)
       return Next::kDone;
+    // The command asks again, as the host's does; a lone Enter keeps the value.
     hostPrint(mRefusal);
     return Next::kMore;
   }
@@ -37,6 +38,7 @@ class VariableCommand final : public ActiveCommand {
 bool isFileThere(const std::wstring& name) {
   try {
     return std::filesystem::exists(std::filesystem::path(name));
+    // A name that cannot be converted throws as well, and not only a filesystem_error.
   } catch (const std::exception&) {
     return false;
   }

@@ -1,3 +1,4 @@
+/// The run of the host: one at a time, replaced whole by the next.
 #include "state.h"
 
 #include "object_id.h"
@@ -20,6 +21,7 @@ Run& run() {
 }
 
 void beginRun() {
+  // A new object rather than a reset of each field: nothing of the old run can be left.
   instance() = std::make_unique<Run>();
 }
 
@@ -36,6 +38,7 @@ Document* documentOf(std::uint64_t id) {
 }
 
 bool mayWrite(const Document& document) {
+  // While a command runs, the host has locked the current document for it, and only that one.
   return document.isWritable() || (run().commandDepth > 0 && &document == currentDocument());
 }
 

@@ -5,11 +5,9 @@
 #include "document.h"
 
 // clang-format off
-// clang-format off
 #include <windows.h>
 #include "accmd.h"
 #include "acdocman.h"
-// clang-format on
 // clang-format on
 
 #include <cstdint>

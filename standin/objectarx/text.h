@@ -1,4 +1,4 @@
-/// What the host's texts mean: names, keywords, numbers.
+/// Parses and compares the host's texts: names, keywords, numbers.
 #ifndef STANDIN_TEXT_H
 #define STANDIN_TEXT_H
 

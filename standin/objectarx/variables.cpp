@@ -1,3 +1,4 @@
+/// The system variables that a module reads: tab, viewport, projection, command in progress.
 #include "variables.h"
 
 #include "camera_math.h"
@@ -24,6 +25,8 @@ std::optional<Variable> variableOf(std::wstring_view name) {
 
 VariableChange setTileMode(Document& document, int value) {
   if (value != 0 && value != 1) return VariableChange::kNotAllowed;
+  // The host draws a tab anew when it comes to it: what was not committed is lost. Setting the same value
+  // again changes nothing.
   if (document.isModelTab != (value == 1)) document.revertViews();
   document.isModelTab = value == 1;
   return VariableChange::kDone;
@@ -31,12 +34,14 @@ VariableChange setTileMode(Document& document, int value) {
 
 VariableChange setCvport(Document& document, int value) {
   if (document.viewOf(value) == nullptr) return VariableChange::kNotAllowed;
+  // The model tab has one tile, which is current already.
   if (!document.isModelTab) document.layoutViewport = value;
   return VariableChange::kDone;
 }
 
 VariableChange setPerspectiveVariable(Document& document, int value) {
   if ((value != 0 && value != 1) || document.isOnPaper()) return VariableChange::kNotAllowed;
+  // Stored at once, as by a command: it is not a view that a module only shows.
   GraphicsView& view = document.currentView();
   view.store(withProjection(view.live(), value == 1));
   return VariableChange::kDone;
@@ -71,6 +76,7 @@ VariableChange writeVariable(std::wstring_view name, int value) {
       return setCvport(*currentDocument(), value);
     case Variable::kPerspective:
       return setPerspectiveVariable(*currentDocument(), value);
+    // Read only, as in the host.
     case Variable::kCmdActive:
       return VariableChange::kNotAllowed;
   }
@@ -85,6 +91,7 @@ int acedGetVar(const ACHAR* name, resbuf* result) {
   if (call.isToFail() || name == nullptr || result == nullptr) return RTERROR;
   const std::optional<int> value = readVariable(name);
   if (!value) return RTERROR;
+  // One record, not a list: the module must not free anything.
   result->rbnext = nullptr;
   result->restype = RTSHORT;
   result->resval.rint = static_cast<short>(*value);

@@ -8,7 +8,7 @@
 
 namespace standin::host {
 
-/// None for a name the host does not know, or when no drawing is open.
+/// None for an unknown name, or when no drawing is open.
 std::optional<int> readVariable(std::wstring_view name);
 
 enum class VariableChange { kUnknown, kNotAllowed, kDone };

@@ -1,3 +1,4 @@
+/// Views as commands change them: stored at once and reported to the listener.
 #include "view_actions.h"
 
 #include "listener.h"
@@ -11,6 +12,7 @@ namespace {
 
 Camera showAllOfSheet(Document& document) {
   const PaperView& sheet = document.sheet;
+  // The database object and the graphics view hold the sheet's view separately; both must change.
   document.paper().viewport.show({sheet.centerX, sheet.centerY}, sheet.height);
   return withShown(document.paper().view.live(), sheet);
 }
@@ -48,6 +50,7 @@ bool lookFrom(const ViewFrame& frame) {
 VariableChange changeVariable(const std::wstring& name, int value) {
   std::unique_lock lock(hostMutex());
   const VariableChange change = writeVariable(name, value);
+  // No report of a change that was refused. After TILEMODE or CVPORT the current viewport is another one.
   if (change != VariableChange::kDone) return change;
   const int viewport = currentDocument()->currentViewport();
   const Camera camera = currentDocument()->currentView().live();

@@ -29,6 +29,8 @@ const Operation kActiveViewport("acedActiveViewportId", Result::kTellsFailure);
 const Operation kToRecords("acedVports2VportTableRecords", Result::kTellsFailure);
 const Operation kToTiles("acedVportTableRecords2Vports", Result::kTellsFailure);
 
+/// The value, even of an object that is not open: the host returns it too, so the breach is all that shows
+/// it.
 template <class T>
 T readFrom(const Operation& operation, const AcDbObject& object, const T& value) {
   const Call call(operation);
@@ -36,7 +38,7 @@ T readFrom(const Operation& operation, const AcDbObject& object, const T& value)
   return value;
 }
 
-/// Whether the object may be written now; a write of one that is not open for write is a broken rule.
+/// Whether the object may be written now; a write to one that is not open for write breaks a rule.
 Acad::ErrorStatus mayChange(const Operation& operation, const AcDbObject& object) {
   if (!ObjectAccess::isOpenForWrite(object)) {
     breach(operation, "called for an object that is not open for write");
@@ -45,6 +47,7 @@ Acad::ErrorStatus mayChange(const Operation& operation, const AcDbObject& object
   return mayWrite(*documentOf(ObjectAccess::key(object))) ? Acad::eOk : Acad::eLockViolation;
 }
 
+// Safe: the host makes every object of these classes itself.
 LayoutViewport& own(AcDbViewport& viewport) {
   return static_cast<LayoutViewport&>(viewport);
 }
@@ -103,6 +106,7 @@ Acad::ErrorStatus AcDbViewport::updateDisplay() const {
   if (!ObjectAccess::isOpen(*this)) breach(kUpdateDisplay, "called for an object that is not open");
   const PaperView shown = own(*this).shown();
   const int number = own(*this).mNumber;
+  // The database object holds centre and height only; the camera's direction stays.
   GraphicsView& view = documentOf(ObjectAccess::key(*this))->window(number)->view;
   view.store(withShown(view.live(), shown));
   ++counts().paperUpdates;
@@ -146,6 +150,7 @@ AcDbObjectId acedActiveViewportId() {
 Acad::ErrorStatus acedVports2VportTableRecords() {
   const Call call(kToRecords);
   if (call.isToFail() || currentDocument() == nullptr) return Acad::eNotApplicable;
+  // The live view, not the stored one: a module pans on from what is on the screen.
   currentDocument()->tile.show(shownBy(currentDocument()->tileView.live()));
   return Acad::eOk;
 }
@@ -154,10 +159,12 @@ Acad::ErrorStatus acedVportTableRecords2Vports() {
   Call call(kToTiles);
   if (call.isToFail() || currentDocument() == nullptr) return Acad::eNotApplicable;
   TileRecord& record = currentDocument()->tile;
+  // The host reads the record here and would find it half written.
   if (ObjectAccess::isOpen(record)) breach(kToTiles, "called while the table record is open");
   GraphicsView& view = currentDocument()->tileView;
   view.store(withShown(view.live(), record.shown()));
-  // The width is not set by hand: it follows the height, in the tile's proportion.
+  // A module does not set the width: it follows the height in the tile's proportion. The record takes it
+  // back.
   const PaperView shown = shownBy(view.live());
   record.show(shown);
   ++counts().paperUpdates;

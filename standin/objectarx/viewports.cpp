@@ -1,3 +1,4 @@
+/// Database objects of viewports: their ids and what they show at first.
 #include "viewports.h"
 
 #include "object_access.h"
@@ -15,6 +16,7 @@ LayoutViewport::LayoutViewport(std::uint64_t drawing, int number, double width, 
 }
 
 TileRecord::TileRecord(std::uint64_t drawing) {
+  // Number 0 of the viewports: those of the layout count from 1.
   ObjectAccess::setKey(*this, objectId(drawing, kFirstViewport));
 }
 
@@ -24,6 +26,7 @@ Acad::ErrorStatus LayoutViewport::subGetGeomExtents(AcDbExtents& extents) const 
 }
 
 Acad::ErrorStatus LayoutViewport::subTransformBy(const AcGeMatrix3d& /*transform*/) {
+  // The module moves what a viewport shows, never the viewport itself.
   return Acad::eNotApplicable;
 }
 

@@ -46,6 +46,7 @@ class WireEntity final : public GeometryEntity {
 Wire meshWire(std::size_t first, std::size_t step, std::size_t count, bool isClosed) {
   Wire wire;
   for (std::size_t i = 0; i < count; ++i) wire.push_back(first + i * step);
+  // Two points and back would draw one line twice.
   if (isClosed && count > 2) wire.push_back(first);
   return wire;
 }
@@ -53,6 +54,7 @@ Wire meshWire(std::size_t first, std::size_t step, std::size_t count, bool isClo
 }  // namespace
 
 Acad::ErrorStatus boxOf(const std::vector<Polyline3>& wires, AcDbExtents& extents) {
+  // A box of its own: the caller's stays untouched when there are no points.
   AcDbExtents box;
   bool isEmpty = true;
   for (const Polyline3& wire : wires)
@@ -71,6 +73,7 @@ std::unique_ptr<DrawnEntity> makePoint(EntityProperties properties, const AcGePo
 
 std::unique_ptr<DrawnEntity> makeFace(EntityProperties properties,
                                       const std::array<AcGePoint3d, 4>& corners) {
+  // A triangle has its third corner twice in the file: a side of no length does no harm.
   return std::make_unique<WireEntity>(std::move(properties), "3DFACE",
                                       Polyline3(corners.begin(), corners.end()),
                                       std::vector<Wire>{{0, 1, 2, 3, 0}});
@@ -80,6 +83,7 @@ std::unique_ptr<DrawnEntity> makeMesh(EntityProperties properties, std::vector<A
                                       std::size_t m, std::size_t n, bool isClosedM, bool isClosedN) {
   if (vertices.size() != m * n) throw std::invalid_argument("a mesh needs m times n vertices");
   std::vector<Wire> wires;
+  // Vertices are row by row, so neighbours in a row are 1 apart and those in a column n apart.
   for (std::size_t row = 0; row < m; ++row) wires.push_back(meshWire(row * n, 1, n, isClosedN));
   for (std::size_t column = 0; column < n; ++column) wires.push_back(meshWire(column, n, m, isClosedM));
   return std::make_unique<WireEntity>(std::move(properties), "POLYLINE", std::move(vertices),
@@ -91,6 +95,7 @@ std::unique_ptr<DrawnEntity> makePolyface(EntityProperties properties, std::vect
   for (Wire& face : faces) {
     if (face.empty()) throw std::invalid_argument("a face needs vertices");
     for (const std::size_t index : face)
+      // Checked once here: outline() uses the indices unchecked.
       if (index >= vertices.size()) throw std::invalid_argument("a face names a vertex that is not there");
     face.push_back(face.front());
   }
