@@ -5,7 +5,7 @@
 #include "packaging/lm_check/machine.h"
 
 /// Fills in what comes of loading `client.path`, calling it, and disconnecting. When the driver hangs, a
-/// thread stays behind in the library: the program has to end without unloading it.
+/// thread remains in the library: the program has to end without unloading it.
 void probeClient(ClientLibrary& client);
 
 #endif

@@ -9,12 +9,14 @@
 namespace {
 
 constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
+// Little-endian only, which is what Windows editors write.
 constexpr std::string_view kUtf16Mark = "\xFF\xFE";
 
 std::optional<std::string> readFile(const std::string& path) {
   NativeFile file;
   if (!file.openForReading(path)) return std::nullopt;
   std::string text;
+  // Read whole and not by the line reader, because its encoding decides how to split it.
   std::array<char, 4096> piece{};
   while (const std::size_t count = file.read(piece.data(), piece.size())) text.append(piece.data(), count);
   return text;
@@ -23,6 +25,7 @@ std::optional<std::string> readFile(const std::string& path) {
 /// The low bytes of little-endian 16-bit characters; '?' for what has no 8-bit character.
 std::string narrowed(std::string_view bytes) {
   std::string text;
+  // An odd last byte is half a character and is left out.
   for (std::size_t i = kUtf16Mark.size(); i + 1 < bytes.size(); i += 2)
     text.push_back(bytes[i + 1] == 0 ? bytes[i] : '?');
   return text;
@@ -41,6 +44,7 @@ std::vector<std::string_view> linesOf(std::string_view text) {
     std::string_view line = text.substr(0, end);
     if (end != std::string_view::npos && !line.empty() && line.back() == '\r') line.remove_suffix(1);
     lines.push_back(line);
+    // The last line has no end; after a final line feed it is empty, as for the reader.
     if (end == std::string_view::npos) return lines;
     text.remove_prefix(end + 1);
   }
@@ -50,11 +54,13 @@ std::vector<std::string_view> linesOf(std::string_view text) {
 class Walk {
  public:
   FileLine step(std::size_t number, std::string_view text) {
+    // Split by the code that the module uses, so that both see the same pieces.
     const CnfgLine pieces = CnfgLine::split(text);
     FileLine line;
     line.number = number;
     line.kind = pieces.kind;
     line.text = text;
+    // Before the section is noted: a header belongs to the section that it begins.
     if (pieces.kind == CnfgLine::Kind::kHeader) enter(std::string(pieces.section));
     line.section = mSection;
     line.key = pieces.key;

@@ -13,7 +13,7 @@ struct FileLine {
   std::size_t number = 0;  ///< from 1
   CnfgLine::Kind kind = CnfgLine::Kind::kBlank;
   std::string text;
-  std::string section;  ///< that it stands in, or begins; empty before the first header
+  std::string section;  ///< of the line, or begun by it; empty before the first header
   std::string key;
   std::string value;            ///< trimmed
   bool hasSeparator = false;    ///< between key and value

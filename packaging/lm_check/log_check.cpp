@@ -11,7 +11,8 @@
 
 namespace {
 
-/// What an error of the log means to a user. The first row whose text occurs in the error counts.
+/// What an error of the log means to a user. The first row whose text occurs in the error counts, so special
+/// texts come before general ones: "Error " is the last row. The parts are those of the module's fixed texts.
 struct Explanation {
   std::string_view part;
   std::string_view meaning;
@@ -50,7 +51,7 @@ constexpr Explanation kExplanations[] = {
      "an operation failed in AutoCAD and was passed over; send the log to support if it happens often"},
 };
 constexpr std::string_view kOther = "no explanation is known; send the log to support";
-// How the header of a log and the level of an error look.
+// Fixed parts of the log's format: the header that each opening writes, and the columns of a line.
 constexpr std::string_view kHeader = "Lumetra logfile '";
 constexpr std::string_view kErrorLevel = "|ERR|";
 constexpr std::size_t kLevelColumn = 12;
@@ -62,16 +63,18 @@ std::string_view meaningOf(std::string_view error) {
   return kOther;
 }
 
-/// The text of an error's line, behind its columns; empty for any other line.
+/// The text of an error's line, after its columns; empty for any other line.
 std::string_view errorIn(std::string_view line) {
   if (line.size() <= kLevelColumn || line.substr(kLevelColumn, kErrorLevel.size()) != kErrorLevel) return {};
   std::size_t start = 0;
   for (std::size_t column = 0; column < kColumns; ++column) {
+    // By bars and not by columns: a long thread id or line number moves what follows.
     const std::size_t bar = line.find('|', start);
     if (bar == std::string_view::npos) return {};
     start = bar + 1;
   }
   line.remove_prefix(start);
+  // The log writes one blank before the text; more belong to the text.
   return line.empty() || line.front() != ' ' ? line : line.substr(1);
 }
 
@@ -82,9 +85,11 @@ std::vector<std::pair<std::string, int>> lastErrors(const std::string& path) {
   if (!reader.open(path)) return errors;
   while (!reader.isAtEnd()) {
     const std::string_view line = reader.next();
+    // Only the errors since the last opening count: the causes of older ones may be gone.
     if (line.substr(0, kHeader.size()) == kHeader) errors.clear();
     const std::string_view error = errorIn(line);
     if (error.empty()) continue;
+    // A linear search keeps the order of the log; few errors differ.
     auto known = errors.begin();
     while (known != errors.end() && known->first != error) ++known;
     if (known == errors.end())
@@ -107,15 +112,17 @@ struct Place {
 };
 
 Place placeOf(const Profile& profile, const std::string& name, ProfileKind kind) {
+  // The name that the log itself takes for an empty one.
   const std::string file = name.empty() ? "forgot_to_name_this_file_log.txt" : name;
   const std::size_t bar = file.rfind('\\');
+  // Any backslash makes it a path, by the same rule as in the log.
   if (bar == std::string::npos) return {profile.settingsFolder, profile.settingsFolder + "\\" + file, false};
   // A copy of a profile has the log beside the rest, if it has it.
   if (kind == ProfileKind::kCopy) return {"", profile.settingsFolder + file.substr(bar), true};
   return {file.substr(0, bar), file, true};
 }
 
-/// Tries it as the log does, and leaves no file behind that was not there.
+/// Opens the file as the log does, and removes it again if it did not exist before.
 bool isWritable(const std::string& path) {
   const bool wasThere = Util::fileExists(path);
   NativeFile file;
@@ -131,10 +138,12 @@ void checkSwitches(const EffectiveSettings& settings, Findings& findings) {
     findings.push_back({"log.one-file", "Log: 'fileToLog = " + only +
                                             "' keeps all entries out but those of that source "
                                             "file, errors too; leave its value empty."});
+  // The levels do not matter while no file is written.
   if (!settings.isOn("logToFile")) {
     findings.push_back({"log.off", "Log: 'logToFile' is off, so that no error is recorded; write 'on'."});
     return;
   }
+  // The levels that write lines in every movement of the cap.
   for (const char* const levelP : {"trace", "debug", "tmp"})
     if (settings.isOn(levelP))
       findings.push_back(
@@ -144,12 +153,14 @@ void checkSwitches(const EffectiveSettings& settings, Findings& findings) {
 }
 
 void checkPlace(const Place& place, ProfileKind kind, Findings& findings) {
+  // The full path is one of the machine that the copy comes from.
   if (kind == ProfileKind::kCopy && place.isFull) return;
   if (!Util::folderExists(place.folder))
     findings.push_back(
         {"log.folder", "Log: its folder '" + place.folder +
                            "' is missing, and the module does not make it; make it, or write another "
                            "'logFile'."});
+  // A copy is not written to, not even for a test.
   else if (kind == ProfileKind::kOwn && !isWritable(place.path))
     findings.push_back({"log.not-writable", "Log: '" + place.path +
                                                 "' cannot be written, so that nothing is recorded; "
@@ -163,6 +174,7 @@ Findings checkLog(const Profile& profile, const EffectiveSettings& settings, Pro
   checkSwitches(settings, findings);
   const Place place = placeOf(profile, settings.text("logFile"), kind);
   if (settings.isOn("logToFile")) checkPlace(place, kind, findings);
+  // Also when the log is off now: an older file may explain what the user has seen.
   for (const auto& [error, count] : lastErrors(place.path))
     findings.push_back({"log.error", "Log: '" + error + "' " + times(count) + " since it was opened last: " +
                                          std::string(meaningOf(error)) + "."});

@@ -1,5 +1,5 @@
-/// What the log's settings and the log itself tell: a log that cannot be written, one that fills, its last
-/// errors.
+/// Findings from the log's settings and the log itself: a log that cannot be written, one that fills, its
+/// last errors.
 #ifndef PACKAGING_LM_CHECK_LOG_CHECK_H
 #define PACKAGING_LM_CHECK_LOG_CHECK_H
 

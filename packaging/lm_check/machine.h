@@ -1,5 +1,5 @@
-/// What a machine has of what the module needs: facts, found by one of the two gather functions and judged by
-/// checkMachine(). Paths are in Windows' ANSI code page, as the module has them.
+/// Which of the things that the module needs a machine has: facts, found by one of the two gather functions
+/// and judged by checkMachine(). Paths are in Windows' ANSI code page, as the module has them.
 #ifndef PACKAGING_LM_CHECK_MACHINE_H
 #define PACKAGING_LM_CHECK_MACHINE_H
 
@@ -15,7 +15,7 @@ enum class Connection { kNotTried, kHangs, kRefused, kNoCount, kOpen };
 
 struct ClientLibrary {
   std::string path;          ///< empty when it was not found
-  std::string driverFolder;  ///< where the driver is installed; empty when the registry does not tell
+  std::string driverFolder;  ///< where the driver is installed; empty when the registry has no entry
   bool isInDriverFolder = false;
   bool is64Bit = true;
   std::uint32_t loadError = 0;  ///< Windows' number; 0 when it could be loaded
@@ -28,7 +28,7 @@ struct Bundle {
   std::string folder;
   bool isForAllUsers = false;
   std::vector<std::string> missing;  ///< files, relative to the folder
-  std::vector<std::string> blocked;  ///< files that bear the mark of the web
+  std::vector<std::string> blocked;  ///< files with the mark of the web
   std::vector<std::string> not64Bit;
 };
 

@@ -12,6 +12,7 @@ std::string joined(const std::vector<std::string>& texts) {
 
 void checkAutoCad(const Machine& machine, Findings& findings) {
   if (machine.hasAutoCad) return;
+  // A finding of its own: AutoCAD is there, and "missing" would puzzle the user.
   if (machine.has32BitAutoCad)
     findings.push_back({"autocad.bitness",
                         "AutoCAD: the AutoCAD 2013 on this machine is the 32-bit one, which cannot load "
@@ -45,6 +46,7 @@ void checkBundles(const Machine& machine, Findings& findings) {
                         "Bundle: there is no Lumetrapad.bundle in any of the folders that AutoCAD looks "
                         "into (" +
                             joined(machine.bundlePlaces) + "); install the plug-in."});
+  // The text names the last one, the user's own, which can be removed without an administrator.
   if (machine.bundles.size() > 1)
     findings.push_back({"bundle.twice",
                         "Bundle: it is installed for all users and for this user, and AutoCAD finds it "
@@ -55,6 +57,7 @@ void checkBundles(const Machine& machine, Findings& findings) {
 
 void checkClientPlace(const ClientLibrary& client, Findings& findings) {
   const std::string what = "Driver: the client library lmt_ctrlr_64.dll ";
+  // The most special case first, and one finding at most: the others would only follow from it.
   if (client.path.empty() && client.isInDriverFolder)
     findings.push_back(
         {"client.not-on-path", what + "is in '" + client.driverFolder +
@@ -90,6 +93,7 @@ void checkOperations(const ClientLibrary& client, Findings& findings) {
 void checkDevices(const ClientLibrary& client, Findings& findings) {
   if (client.devices.empty())
     findings.push_back({"device.none", "Device: the driver runs and knows no device; plug the device in."});
+  // One such device keeps the module from connecting at all, so each is a finding.
   for (std::size_t i = 0; i < client.devices.size(); ++i)
     if (!client.devices[i])
       findings.push_back(
@@ -99,6 +103,7 @@ void checkDevices(const ClientLibrary& client, Findings& findings) {
 
 void checkConnection(const ClientLibrary& client, Findings& findings) {
   switch (client.connection) {
+    // The library could not be loaded or called, which has its own finding.
     case Connection::kNotTried:
       break;
     case Connection::kHangs:

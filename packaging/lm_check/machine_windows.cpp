@@ -12,6 +12,7 @@
 
 namespace {
 
+// R19.0 is AutoCAD 2013; every other release has a key of its own.
 constexpr const char* kReleaseKey = "SOFTWARE\\Autodesk\\AutoCAD\\R19.0";
 constexpr const char* kDriverKey = "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\App Paths\\lm_daemon.exe";
 constexpr const char* kClientLibrary = "lmt_ctrlr_64.dll";
@@ -29,6 +30,7 @@ std::string registryText(const std::string& key, const char* nameP, REGSAM view)
   if (RegOpenKeyExA(HKEY_LOCAL_MACHINE, key.c_str(), 0, KEY_QUERY_VALUE | view, &handle) != ERROR_SUCCESS)
     return {};
   std::array<char, 1024> text{};
+  // One less than the buffer: the registry does not promise a terminator.
   auto size = static_cast<DWORD>(text.size() - 1);
   DWORD type = REG_NONE;
   const LSTATUS status =
@@ -39,6 +41,7 @@ std::string registryText(const std::string& key, const char* nameP, REGSAM view)
 
 /// Folders of the installed products of AutoCAD 2013 that are there.
 std::vector<std::string> autoCadFolders(REGSAM view) {
+  // Each language and product of the release has a key of its own.
   std::vector<std::string> folders;
   HKEY handle = nullptr;
   if (RegOpenKeyExA(HKEY_LOCAL_MACHINE, kReleaseKey, 0, KEY_ENUMERATE_SUB_KEYS | view, &handle) !=
@@ -51,6 +54,7 @@ std::vector<std::string> autoCadFolders(REGSAM view) {
        ++i, size = static_cast<DWORD>(product.size())) {
     const std::string folder =
         registryText(std::string(kReleaseKey) + "\\" + product.data(), "AcadLocation", view);
+    // An uninstalled AutoCAD may leave its keys.
     if (!folder.empty() && Util::folderExists(folder)) folders.push_back(folder);
   }
   RegCloseKey(handle);
@@ -59,6 +63,7 @@ std::vector<std::string> autoCadFolders(REGSAM view) {
 
 /// Whether the file's header says that it is a 64-bit Windows program.
 bool is64BitProgram(const std::string& path) {
+  // Where a Windows program holds the offset of its PE header; the machine type follows the signature.
   constexpr std::streamoff kHeaderOffset = 0x3C;
   constexpr std::uint16_t kX64 = 0x8664;
   std::ifstream file(path, std::ios::binary);
@@ -81,6 +86,7 @@ bool isBlocked(const std::string& path) {
   const bool isRead = ReadFile(mark, text.data(), static_cast<DWORD>(text.size()), &count, nullptr) != 0;
   CloseHandle(mark);
   const std::string_view zone(text.data(), count);
+  // 3 is the Internet, 4 the restricted sites; lower zones are trusted.
   return isRead && (zone.find("ZoneId=3") != zone.npos || zone.find("ZoneId=4") != zone.npos);
 }
 
@@ -116,6 +122,7 @@ void gatherBundles(Machine& machine) {
 
 /// Where Windows looks for it when AutoCAD loads the module, in that order.
 std::string clientLibraryPath(const Machine& machine, const std::vector<std::string>& autoCads) {
+  // SearchPath takes the places as one text, in the order of its search.
   std::string places;
   for (const Bundle& bundle : machine.bundles) places += bundle.folder + "\\Contents;";
   for (const std::string& folder : autoCads) places += folder + ";";
@@ -131,17 +138,20 @@ std::string clientLibraryPath(const Machine& machine, const std::vector<std::str
 
 ClientLibrary gatherClient(const Machine& machine, const std::vector<std::string>& autoCads) {
   ClientLibrary client;
+  // The 64-bit registry, whatever the bitness of this program.
   const std::string daemon = registryText(kDriverKey, "", KEY_WOW64_64KEY);
   client.driverFolder = daemon.substr(0, daemon.rfind('\\') == std::string::npos ? 0 : daemon.rfind('\\'));
   client.isInDriverFolder =
       !client.driverFolder.empty() && Util::fileExists(client.driverFolder + "\\" + kClientLibrary);
   client.path = clientLibraryPath(machine, autoCads);
   client.is64Bit = client.path.empty() || is64BitProgram(client.path);
+  // A 32-bit library cannot be loaded here, and its finding says more than the error of loading it.
   if (!client.path.empty() && client.is64Bit) probeClient(client);
   return client;
 }
 
 std::string narrow(const std::wstring& text) {
+  // At most three bytes for each 16-bit character, in UTF-8 as the code page.
   std::string result(3 * text.size() + 1, '\0');
   const int count = WideCharToMultiByte(CP_ACP, 0, text.data(), static_cast<int>(text.size()), result.data(),
                                         static_cast<int>(result.size()), nullptr, nullptr);
@@ -160,6 +170,7 @@ std::wstring wide(const std::string& text) {
 /// A character of two bytes whose second is the backslash's.
 bool hasFalseBackslash(const std::string& path) {
   for (std::size_t i = 0; i + 1 < path.size(); ++i) {
+    // Walked in pairs, because the second byte of a pair may itself look like a lead byte.
     if (IsDBCSLeadByteEx(CP_ACP, static_cast<BYTE>(path[i])) == 0) continue;
     if (path[i + 1] == '\\') return true;
     ++i;
@@ -170,9 +181,11 @@ bool hasFalseBackslash(const std::string& path) {
 void gatherCodePage(Machine& machine) {
   machine.codePage = GetACP();
   for (const wchar_t* const nameP : {L"USERPROFILE", L"APPDATA", L"ProgramFiles"}) {
+    // The wide text is the true one; the narrow one is what the module gets.
     const wchar_t* const valueP = _wgetenv(nameP);
     if (valueP == nullptr) continue;
     const std::string path = narrow(valueP);
+    // A letter that does not come back unchanged has been replaced by a similar one or by "?".
     if (wide(path) != valueP) machine.lossyPaths.push_back(path);
     if (hasFalseBackslash(path)) machine.misreadPaths.push_back(path);
   }
@@ -184,6 +197,7 @@ Machine gatherMachine() {
   Machine machine;
   const std::vector<std::string> autoCads = autoCadFolders(KEY_WOW64_64KEY);
   machine.hasAutoCad = !autoCads.empty();
+  // Asked only without a 64-bit one, since both may be installed.
   machine.has32BitAutoCad = !machine.hasAutoCad && !autoCadFolders(KEY_WOW64_32KEY).empty();
   gatherBundles(machine);
   machine.client = gatherClient(machine, autoCads);

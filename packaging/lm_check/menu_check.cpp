@@ -15,6 +15,7 @@ constexpr std::string_view kMenuBar = "MenuBar";
 bool hasUtf8(std::string_view text) {
   for (std::size_t i = 0; i + 1 < text.size(); ++i) {
     const auto first = static_cast<unsigned char>(text[i]), second = static_cast<unsigned char>(text[i + 1]);
+    // A lead byte of UTF-8 and a continuation byte after it.
     if (first >= 0xC3 && first <= 0xF4 && (second & 0xC0u) == 0x80u) return true;
   }
   return false;
@@ -26,6 +27,7 @@ std::string what(const FileLine& line) {
 
 void checkEntry(const FileLine& line, Findings& findings) {
   if (line.section != kMenuBar || line.key.empty() || line.kind != CnfgLine::Kind::kParameter) return;
+  // A hidden entry first: whether it has a macro does not matter to the module.
   if (!line.isRead)
     findings.push_back({"menu.hidden", what(line) +
                                            "comes after a line that ends the section for the module, which "
@@ -46,9 +48,12 @@ Findings checkMenu(const std::string& path) {
                  "', so that keys with menu items do nothing. It is written when AutoCAD starts with the "
                  "module and the menu exporter beside it."}};
   Findings findings;
+  // Twice: as the module reads it, and by line, to name the places.
   const auto table = readMenuFile(path);
   const auto text = readFileText(path);
+  // The file vanished after the first test; the next run reports it.
   if (!table || !text) return findings;
+  // Alone: every other finding would follow from it.
   if (text->encoding == Encoding::kUtf16)
     return {{"menu.utf-16",
              "Menu file: it is stored as Unicode (UTF-16), of which the module can read nothing; let the "
@@ -64,6 +69,7 @@ Findings checkMenu(const std::string& path) {
   bool isUtf8 = false;
   for (const FileLine& line : text->lines) {
     checkEntry(line, findings);
+    // One finding for the whole file, because the exporter writes it in one encoding.
     isUtf8 = isUtf8 || (line.isRead && hasUtf8(line.value));
   }
   if (isUtf8)

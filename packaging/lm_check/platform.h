@@ -9,7 +9,7 @@
 /// The findings of the machine itself. The native build has none: there is no AutoCAD on Linux.
 Findings machineFindings();
 
-/// A text of the module's, in UTF-8.
+/// A text in the module's code page, converted to UTF-8.
 std::string toUtf8(const std::string& text);
 
 #endif

@@ -5,5 +5,6 @@ Findings machineFindings() {
 }
 
 std::string toUtf8(const std::string& text) {
+  // Paths are in UTF-8 there already.
   return text;
 }

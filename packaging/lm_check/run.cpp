@@ -32,7 +32,7 @@ struct Options {
   bool isHelp = false;
 };
 
-/// None for arguments that make no sense.
+/// None for an unknown argument, or for "--profile" without a folder.
 std::optional<Options> optionsOf(const std::vector<std::string>& arguments) {
   Options options;
   for (std::size_t i = 0; i < arguments.size(); ++i) {
@@ -68,6 +68,7 @@ Findings checkProfile(const Profile& profile, ProfileKind kind) {
                  "' is missing, and the module can keep neither settings nor menu file; start the "
                  "driver once as this user."}};
   Findings findings = checkSettings(profile);
+  // By the values in force and not those of the file: a defective file is reset by the module.
   add(findings, checkLog(profile, EffectiveSettings(profile.settingsFile), kind));
   add(findings, checkMenu(profile.menuFile));
   return findings;
@@ -76,6 +77,7 @@ Findings checkProfile(const Profile& profile, ProfileKind kind) {
 void repair(const Profile& profile, Report& report) {
   const std::optional<RepairedSettings> repaired = repairSettings(profile.settingsFile);
   if (!repaired) return;
+  // Beside the original, which AutoCAD overwrites when it ends.
   if (!replaceFile(profile.repairedFile, repaired->text)) {
     report.problem = "'" + profile.repairedFile + "' could not be written";
     return;
@@ -94,6 +96,7 @@ void printText(const Report& report, std::ostream& output) {
 }
 
 void printJson(const Report& report, std::ostream& output) {
+  // Ordered, so that the version comes first.
   nlohmann::ordered_json json;
   json["version"] = kPackageVersion;
   json["findings"] = nlohmann::ordered_json::array();
@@ -123,10 +126,13 @@ int check(const Options& options, std::ostream& output, std::ostream& errors) {
   }
   const Profile profile(folder);
   Report report;
+  // A copy of a profile may come from another machine, of which this one shows nothing.
   if (kind == ProfileKind::kOwn) report.findings = machineFindings();
   add(report.findings, checkProfile(profile, kind));
+  // After the check, so that the findings are those of the file as it was.
   if (options.isFix) repair(profile, report);
   options.isJson ? printJson(report, output) : printText(report, output);
+  // A failed repair counts more than the findings: a script must not take it for done.
   if (!report.problem.empty()) {
     errors << "lm_check: " << report.problem << "\n";
     return kCouldNotCheck;

@@ -1,4 +1,4 @@
-/// The program: what is asked for, and what is printed.
+/// The program: parses its arguments, runs the checks and prints the findings.
 #ifndef PACKAGING_LM_CHECK_RUN_H
 #define PACKAGING_LM_CHECK_RUN_H
 
@@ -10,7 +10,7 @@ constexpr int kNothingFound = 0;
 constexpr int kFindings = 1;
 constexpr int kCouldNotCheck = 2;
 
-/// `arguments` are those behind the program's name. Returns the exit status.
+/// `arguments` are those after the program's name. Returns the exit status.
 int runCheck(const std::vector<std::string>& arguments, std::ostream& output, std::ostream& errors);
 
 #endif

@@ -64,7 +64,7 @@ class Check {
 
   Findings run() {
     checkEncoding();
-    // The module finds nothing in a file of 16-bit characters: nothing more is to be said of its lines.
+    // The module reads nothing from a file of 16-bit characters, so findings about its lines would mislead.
     if (mText.encoding != Encoding::kUtf16) {
       for (const FileLine& line : mText.lines) checkLine(line);
       for (const Section& section : kSections) checkSection(section);
@@ -106,6 +106,7 @@ class Check {
         checkParameter(line);
         break;
     }
+    // For every kind: whatever is not a parameter may end the section.
     checkBreak(line);
   }
 
@@ -126,7 +127,9 @@ class Check {
 
   /// A line that hides parameters.
   void checkBreak(const FileLine& line) {
+    // Outside the two sections the module reads nothing, so nothing can be hidden.
     if (!line.endsParameters || sectionNamed(line.section) == nullptr) return;
+    // It has its own finding.
     if (line.kind == CnfgLine::Kind::kBrokenHeader) return;
     std::string hidden;
     for (const FileLine& later : mText.lines) {
@@ -135,6 +138,7 @@ class Check {
       if (later.kind == CnfgLine::Kind::kParameter && !later.key.empty())
         hidden += (hidden.empty() ? "" : ", ") + later.key;
     }
+    // A break with nothing after it is harmless: most files have one between their sections.
     if (hidden.empty()) return;
     const char* whatP = line.kind == CnfgLine::Kind::kBlank ? "an empty line"
                         : line.kind == CnfgLine::Kind::kComment
@@ -152,12 +156,14 @@ class Check {
     }
     const Section* const sectionP = sectionNamed(line.section);
     if (line.section.empty()) {
+      // The mark makes the first line a parameter, which has its own finding.
       if (mText.encoding != Encoding::kUtf8Mark || line.number > 1)
         add("no-section", at(line) + quoted(line.key) +
                               " is in no section, so that the module does not read it; "
                               "move it below its section's header.");
       return;
     }
+    // The header of an unknown section has its own finding.
     if (sectionP == nullptr) return;
     if (settingNamed(*sectionP, line.key) != nullptr)
       checkRepetition(line);
@@ -177,6 +183,7 @@ class Check {
   }
 
   void checkUnknownKey(const Section& section, const FileLine& line) {
+    // Without a separator the whole line is the key, and no spelling of it could match.
     if (!line.hasSeparator) {
       add("no-separator", at(line) + quoted(line.text) + " has no '='; write a key, '=' and a value.");
       return;
@@ -184,6 +191,7 @@ class Check {
     const std::string meant = meantKey(section, line.key);
     const std::string what =
         at(line) + "the key " + quoted(line.key) + " is unknown in " + quoted("[" + line.section + "]");
+    // The spelling is named only when capitals are the one difference; a guess would mislead.
     if (!meant.empty())
       add("unknown-key", what + "; write it " + quoted(meant) + ".");
     else
@@ -195,6 +203,7 @@ class Check {
 
   void checkSection(const Section& section) {
     for (const Setting* settingP = section.beginP; settingP != section.endP; ++settingP) {
+      // The module's own reader: what it does not find is missing, whatever the lines show.
       Cnfg reader;
       std::string text;
       if (reader.open(mProfile.settingsFile) == Cnfg::kOk &&
@@ -235,6 +244,7 @@ class Check {
   void checkNumber(const Setting& setting, const std::string& text, const std::string& what) {
     std::int32_t number = 0;
     readSetting(number, text);
+    // What reads back differently was cut, limited or not a number; a plus sign is harmless.
     if (settingText(number) != text && "+" + settingText(number) != text)
       add("no-number", what + " is not a whole number that the module can hold; it takes " +
                            settingText(number) + ". Write a number such as " + defaultText(setting) + ".");
@@ -255,12 +265,14 @@ class Check {
 
   /// Numbers that are allowed and keep the cap from moving anything.
   void checkEffect(const Setting& setting, std::int32_t number, const std::string& what) {
+    // The loop of passes does not run at all with 0, so keys are not served either.
     if (setting.key == "maxContMoveTime" && number == 0)
       add("cap-off", what + " switches cap and keys off; write " + defaultText(setting) + ".");
     if (setting.key == "minThreshold" && number >= kFullDeflection)
       add("cap-off",
           what + " takes every movement of the cap for none: pushed as far as it goes it reports about " +
               std::to_string(kFullDeflection) + ". Write " + defaultText(setting) + ".");
+    // Allowed, so it may be on purpose: the finding says what comes of it.
     if (number < 0 && setting.usableNumbers == UsableNumbers::kNotZero)
       add("reversed", what + " turns the directions of the cap round; write " + settingText(-number) +
                           " unless that is wanted.");
@@ -279,6 +291,7 @@ class Check {
   }
 
   void checkReset() {
+    // No key can be read from such a file, and its lines were not checked.
     if (mText.encoding == Encoding::kUtf16) mIsReset = true;
     if (mIsReset)
       add("reset",
@@ -302,8 +315,10 @@ EffectiveSettings::EffectiveSettings(const std::string& path) {
     for (const Setting* settingP = section.beginP; settingP != section.endP; ++settingP) {
       std::string text;
       if (isThere && reader.readParameter(settingP->key, text, section.name) != Cnfg::kOk) mIsReset = true;
+      // Without a file the module begins with its defaults, and nothing is lost by that.
       mTexts[std::string(settingP->key)] = isThere ? text : defaultText(*settingP);
     }
+  // One missing key resets every value, so the values read before count no more.
   if (!mIsReset) return;
   for (const Section& section : kSections)
     for (const Setting* settingP = section.beginP; settingP != section.endP; ++settingP)

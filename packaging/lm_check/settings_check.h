@@ -1,5 +1,5 @@
 /// What is wrong in a settings file. The values are read by the module's own reader and judged by its own
-/// list of settings; where they stand is told by the lines.
+/// list of settings; the lines give their places.
 #ifndef PACKAGING_LM_CHECK_SETTINGS_CHECK_H
 #define PACKAGING_LM_CHECK_SETTINGS_CHECK_H
 

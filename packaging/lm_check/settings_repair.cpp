@@ -15,6 +15,7 @@ bool isSameButForCapitals(std::string_view a, std::string_view b) {
 }
 
 bool isSpace(char c) {
+  // A colon, too: users who know other formats write "key: value".
   return c == ' ' || c == '\t' || c == ':';
 }
 
@@ -22,6 +23,7 @@ bool isSpace(char c) {
 FileLine splitAtBlank(FileLine line) {
   const auto keyEnd = std::find_if(line.key.begin(), line.key.end(), isSpace);
   const auto valueBegin = std::find_if_not(keyEnd, line.key.end(), isSpace);
+  // The reader has found no separator and taken the comment for a part of the key.
   line.value.assign(valueBegin, std::find(valueBegin, line.key.end(), CnfgLine::kComment));
   line.value = CnfgLine::trimmed(line.value);
   line.key.erase(keyEnd, line.key.end());
@@ -42,10 +44,12 @@ const FileLine* lineOf(const std::vector<FileLine>& lines, std::string_view sect
   const auto rank = [&](const FileLine& line) {
     if (!isSameButForCapitals(line.key, key)) return 0;
     if (line.key != key) return 1;
+    // The exact key in another section is better than one with other capitals in the right section.
     return line.section == section ? 3 : 2;
   };
   const FileLine* bestP = nullptr;
   for (const FileLine& line : lines)
+    // Greater and not equal: the first line of a rank stays.
     if (rank(line) > (bestP == nullptr ? 0 : rank(*bestP))) bestP = &line;
   return bestP;
 }
@@ -75,6 +79,7 @@ std::optional<std::string> usableText(const Setting& setting, const std::string&
   if (std::holds_alternative<bool>(setting.defaultValue)) {
     bool isOn = false;
     readSetting(isOn, text);
+    // An empty switch would read as "off", which nobody has chosen.
     if (text.empty()) return std::nullopt;
     return settingText(switchMeant(text).value_or(isOn));
   }
@@ -89,6 +94,7 @@ class Repair {
   explicit Repair(const FileText& text) : mLines(parametersOf(text)) {}
 
   RepairedSettings run() {
+    // The layout is that of Settings::fileText(): the module must find every key again.
     mResult.text = std::string(kSettingsFileTitle) + "\n\n";
     addSection(kProgramSection, std::begin(kProgramSettings), std::end(kProgramSettings));
     mResult.text += "\n";
@@ -111,6 +117,7 @@ class Repair {
       return defaultText(setting);
     }
     const std::string value = usableText(setting, lineP->value).value_or(defaultText(setting));
+    // Each change is listed, because the user has to judge it.
     if (value != lineP->value)
       mResult.changes.push_back("'" + key + "' was '" + lineP->value + "' in line " +
                                 std::to_string(lineP->number) + " and is now '" + value + "'.");
