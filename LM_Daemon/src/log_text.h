@@ -1,5 +1,5 @@
 /// The text of log entries while they are being streamed. Values look as a stream with its default formatting
-/// shows them, without the price of a stream. One thread at a time.
+/// shows them, without the cost of a stream. One thread at a time.
 #ifndef LM_DAEMON_SRC_LOG_TEXT_H
 #define LM_DAEMON_SRC_LOG_TEXT_H
 
@@ -40,7 +40,7 @@ class LogText {
   /// A decimal number, right-aligned in a field of `width` (at most 24).
   void appendPadded(std::size_t value, std::size_t width) noexcept;
 
-  /// As with six significant digits.
+  /// With six significant digits, as a stream shows it by default.
   void appendReal(double value) noexcept;
 
   /// In hexadecimal after "0x"; a null pointer as "0".

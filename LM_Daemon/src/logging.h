@@ -54,7 +54,7 @@ class Logging {
 
   /// Makes the log file the one backup and begins a new one. 0: done, or another process has just done it;
   /// -1: no file is open; -2: the old backup could not be removed; -3: the file could not be renamed, or
-  /// there is no memory for it. After -2 and -3 the file is written on.
+  /// there is no memory for it. After -2 and -3 writing to the file continues.
   int backupLogFile() noexcept;
 
   /// Whether an entry of this level may be written at all.
@@ -193,8 +193,8 @@ class LogEntry {
   Logging* open(LogLevel level, std::string_view sourceFile, std::string_view position) noexcept;
 
   std::uint64_t mNumber = 0;
-  /// Of the thread that opened the entry, and that alone uses it. Kept because asking costs more than a
-  /// piece.
+  /// Id of the thread that opened the entry, the only one that uses it. Kept because querying it costs more
+  /// than streaming a piece.
   std::uint32_t mThread = 0;
   Logging* mLogP;
 };

@@ -97,7 +97,7 @@ bool RotatingLogFile::isReplaced() {
   return mFileP->position(false) >= 0 && !mFileP->hasItsName() && Util::fileExists(mPath);
 }
 
-/// Goes on in the file that the name leads to now, which has a header already.
+/// Continues in the file that has the name now. That one has a header already.
 void RotatingLogFile::follow() {
   const bool isKept = mFileP->isNamed(mBackupPath);
   mFileP->open(mPath);
@@ -121,7 +121,7 @@ RotatingLogFile::Rotation RotatingLogFile::rotate() noexcept {
     follow();
     return Rotation::kNone;
   } catch (const std::exception&) {
-    // Without memory there is no backup, and no entry may be lost to that.
+    // Without memory there is no backup, and that must not lose an entry.
     return mIsResumeDue ? resume(Rotation::kNoMemory) : Rotation::kNoMemory;
   }
 }
@@ -151,7 +151,7 @@ RotatingLogFile::Rotation RotatingLogFile::replace() {
   return Rotation::kDone;
 }
 
-/// No entry is lost to a backup that isn't possible.
+/// Opens the file again after a rotation that failed: an impossible backup must not lose an entry.
 RotatingLogFile::Rotation RotatingLogFile::resume(Rotation result) noexcept try {
   mFileP->open(mPath);
   mIsResumeDue = false;

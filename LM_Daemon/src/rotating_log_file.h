@@ -2,8 +2,8 @@
 /// keeps the limit, the newest backup stays, and no line is lost or mixed with another.
 ///
 /// A file that has reached the limit is renamed to the backup, and a new one is begun. Only the process that
-/// has claimed the file does that; the others notice at their next check that the name leads to another file,
-/// and follow. What they write until then goes to the end of the backup.
+/// has claimed the file does that; the others notice at their next check that the name refers to another
+/// file, and follow. What they write until then goes to the end of the backup.
 ///
 /// Does not log; the caller reports what the operations return. One thread at a time.
 #ifndef LM_DAEMON_SRC_ROTATING_LOG_FILE_H
@@ -28,7 +28,7 @@ class RotatingLogFile {
     kNoMemory
   };
 
-  /// How long a name is trusted to lead to the open file: asking Windows costs as much as dozens of lines.
+  /// How long a name is trusted to refer to the open file: querying Windows costs as much as dozens of lines.
   static constexpr std::uint32_t kCheckMs = 50;
 
   explicit RotatingLogFile(LogFileMaker maker) : mMaker(maker) {}
@@ -43,13 +43,13 @@ class RotatingLogFile {
   const std::string& backupPath() const { return mBackupPath; }
 
   /// To be called before each line, at the time `ms`: rotates a file that has reached the limit. After a
-  /// rotation that failed the file is written on, and the next one is due after as much again.
+  /// failed rotation writing continues, and the next attempt is due after another full size.
   Rotation prepare(std::uint32_t ms) noexcept;
 
   /// `line` ends in a line end.
   void write(std::string_view line) noexcept;
 
-  /// A file that is itself named like its backup is kept, and written on after a new header.
+  /// Rotates now. A file that is itself named like its backup is kept and continued after a new header.
   Rotation rotate() noexcept;
 
  private:
