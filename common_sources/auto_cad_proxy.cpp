@@ -37,7 +37,7 @@ constexpr double kTurnUnits = 0.002;      // radians per unit of the cap and pas
 const AcGeVector3d kWorldY(0, 1, 0);
 const AcGeVector3d kWorldZ(0, 0, 1);
 
-// Neither a Windows timer procedure nor a command handler is given an object.
+// Neither a Windows timer procedure nor a command handler receives an object.
 AutoCadProxy* theProxyP = nullptr;
 
 /// The setting's value, or its default when the module cannot work with it: a divisor of 0, a negative time.
@@ -143,7 +143,7 @@ void AutoCadProxy::doTransform() {
       // Unsigned, so that a wrap of the tick count does no harm. Read before the work: a slow host still gets
       // one pass.
       elapsed = GetTickCount() - start;
-      // Keys before the cap, so that a view chosen by a key is the one that the cap moves.
+      // Keys before the cap, so that the cap moves the view that a key has just chosen.
       handleDeviceKeys();
       // With the other interface the cap belongs to another plug-in; keys are still served, once a tick.
       isToContinue = mUseInt3dIntrfce ? false : handleDeviceCap();
@@ -156,8 +156,8 @@ void AutoCadProxy::doTransform() {
 }
 
 bool AutoCadProxy::handleDeviceCap() {
-  // Read in each pass, other than the divisors: the threshold may change while the module runs. Below 0 even
-  // a cap at rest would count as deflected.
+  // Read in each pass, unlike the divisors: the threshold may change while the module runs. Below 0 even a
+  // cap at rest would count as deflected.
   const std::int32_t threshold = std::max(mLmAutoCadP->minThreshold(), 0);
   const int mode = getNavigationMode();
   const CapValues& cap = mLmAutoCadP->capData();
@@ -199,7 +199,7 @@ void AutoCadProxy::handleCapIsReleased(int mode) {
   } catch (...) {
     LM_LOG(kError, kClass, "AutoCadProxy::handleCapIsReleased") << "Error handleCapIsReleased()";
   }
-  // After a failure too: the next deflection begins a movement of its own.
+  // Also after a failure: the next deflection begins a movement of its own.
   forgetMovement();
   LM_LOG(kTrace, kClass, "AutoCadProxy::handleCapIsReleased") << "Cap released.";
 }
@@ -331,7 +331,7 @@ void AutoCadProxy::loadMenufile() try {
   const std::string path = mLmAutoCadP->applicationsDirPath() + "\\autocad.mnu";
   std::optional<MenuTable> table = readMenuFile(path);
   const bool isRead = table.has_value();
-  // A file that has vanished takes its modes and functions along.
+  // When the file has vanished, its modes and functions go, too.
   if (!isRead) table.emplace();
   mMenuTable = std::move(table->macros);
   mModes.publish(table->modes);
@@ -390,7 +390,7 @@ bool AutoCadProxy::calcScreenAxesRelativeToObject(AcGsView* viewP, AcGeVector3d*
 }
 
 bool AutoCadProxy::getSelObjectsCenter(const ads_name selectionSet, AcGePoint3d* centreP) try {
-  // The centre stays where it was when the movement began, also when the selection changes meanwhile.
+  // The centre stays where it was when the movement began, even if the selection changes meanwhile.
   if (isSelectionRead() && selectionSet == nullptr) return mIsSelCentreValid;
   mIsSelCentreValid = false;
   std::optional<AcGePoint3d> centre;
@@ -428,7 +428,7 @@ bool AutoCadProxy::getSelObjectAxis(AcGeVector3d* directionP, AcGePoint3d* point
   mIsSelAxisValid = true;
   return true;
 } catch (...) {
-  // The text is that of the centre's query, which users' notes and filters go by.
+  // The text is that of the centre's query; users' notes and filters rely on it.
   LM_LOG(kError, kClass, "AutoCadProxy::getSelObjectAxis") << "Error getSelObjectsCenter()";
   return false;
 }
@@ -617,7 +617,7 @@ void AutoCadProxy::move3D(AcGsView* viewP, double distance, const AcGeVector3d* 
   Camera camera = cameraOf(*viewP);
   // In proportion to the visible field, so that panning feels the same at every zoom level.
   const double length = distance * std::sqrt(camera.fieldWidth * camera.fieldHeight);
-  // Like someone who walks: without this, looking down would make every step forward a step down.
+  // As when walking: without this, looking down would make every step forward a step down.
   const bool isElevationKept = isHover && isPerspective;
   moveCamera(camera, {length * axisP->x, length * axisP->y, isElevationKept ? 0.0 : length * axisP->z});
   setCamera(*viewP, camera, isPerspective);

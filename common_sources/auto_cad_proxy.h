@@ -36,7 +36,7 @@ class LmAutoCad;
 /// Navigation modes.
 enum NavigationMode : int { kUnknownMode = 0, k2DMode = 1, k3DMode = 2 };
 
-/// All operations belong to the main thread unless they say otherwise. None throws, but for handleDeviceCap,
+/// All operations belong to the main thread unless they say otherwise. None throws except handleDeviceCap,
 /// getNavigationMode, pan2D, zoom2D and the execution of functions, whose callers catch.
 class AutoCadProxy {
  public:

@@ -29,7 +29,8 @@ void moveCamera(Camera& camera, const AcGeVector3d& step) {
 }
 
 void turnCamera(Camera& camera, double angle, const AcGeVector3d& axis, const AcGePoint3d& centre) {
-  // As in the host's rotateBy: an axis without length turns nothing. normalize() leaves such a one as it is.
+  // As in the host's rotateBy, an axis without length turns nothing; normalize() leaves such a vector
+  // unchanged.
   const double tolerance = AcGeContext::gTol.equalVector();
   if (axis.dotProduct(axis) < tolerance * tolerance) return;
   const Rotation rotation{axis, std::cos(angle), std::sin(angle)};

@@ -13,9 +13,9 @@ bool DocumentLock::lock() {
 
 void DocumentLock::unlock() {
   if (!isHeld()) return;
-  // A host that refuses is asked once more. The lock is forgotten then in any case: a mark that stayed would
-  // keep the next movement from locking. Only what the host throws leaves it, and the next release tries
-  // again.
+  // If the host refuses, it is asked once more. Then the lock is forgotten in any case: a stale mark would
+  // keep the next movement from locking. Only an exception of the host leaves the mark, and the next release
+  // tries again.
   if (acDocManagerPtr()->unlockDocument(mDocumentP) != Acad::eOk)
     acDocManagerPtr()->unlockDocument(mDocumentP);
   mDocumentP = nullptr;

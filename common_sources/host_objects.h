@@ -32,7 +32,7 @@ class ImpliedSelection {
     try {
       free();
     } catch (...) {
-      // Reached only while another failure is on its way, or after freeing has failed twice.
+      // Reached only while another exception propagates, or after freeing has failed twice.
     }
   }
   ImpliedSelection(const ImpliedSelection&) = delete;
@@ -72,7 +72,7 @@ class Opened {
     try {
       close();
     } catch (...) {
-      // Reached only while another failure is on its way, or after closing has failed twice.
+      // Reached only while another exception propagates, or after closing has failed twice.
     }
   }
   Opened(const Opened&) = delete;

@@ -14,7 +14,7 @@ namespace {
 /// Changes the current tile of the model tab through its table record.
 template <typename Change>
 PaperChange changeTile(Change change) {
-  // The record is what the user saw last only after the host has written its own viewports to the table.
+  // The table is up to date only after the host has written its own viewports to it.
   acedVports2VportTableRecords();
   Opened<AcDbViewportTableRecord> tile =
       openObject<AcDbViewportTableRecord>(acedActiveViewportId(), AcDb::kForWrite);

@@ -10,8 +10,8 @@
 #include <variant>
 
 /// Section PROGRAM of the settings file, in the order of its lines. A row: type, field of Settings, key,
-/// default, usable numbers, comment in the file. Section LOGGING is LM_LOG_SETTINGS in log_pars.h, with rows
-/// alike.
+/// default, usable numbers, comment in the file. Section LOGGING is LM_LOG_SETTINGS in log_pars.h, with the
+/// same kind of rows.
 #define LM_PROGRAM_SETTINGS(X)                                                                           \
   X(std::string, mName, name, "AutoCAD Plug-in", kAny, "# program's name")                               \
   X(std::string, mVersion, version, "2.9.0", kAny, "# program's version number")                         \
@@ -34,9 +34,9 @@
 
 inline constexpr std::string_view kProgramSection = "PROGRAM";
 
-/// The numbers that the module can work with. kNotZero: a divisor. kNotNegative: a time or a threshold. In
-/// the place of any other number both take the default, with a line in the log. kPositive: a size; with any
-/// other number every entry begins a new log file.
+/// The numbers that the module can work with. kNotZero: a divisor. kNotNegative: a time or a threshold. For
+/// both, the default replaces any other number, with a line in the log. kPositive: a size; with any other
+/// number every entry begins a new log file.
 enum class UsableNumbers { kAny, kNotZero, kNotNegative, kPositive };
 
 /// A setting as the file and its readers see it. The default's type is the setting's kind: text, number,
@@ -80,9 +80,9 @@ inline constexpr std::string_view kSettingsFileTitle =
 /// The line of a setting, with its end: key and value in columns, the comment after them.
 std::string settingLine(const Setting& setting, std::string value);
 
-/// How a text of the file is read, which never fails. A number: blanks skipped, digits up to the first other
-/// character, 0 without any, the nearest 32-bit value when it is beyond. A switch: on when the text contains
-/// "on".
+/// Reads a value from a text of the file; never fails. A number: blanks skipped, digits up to the first other
+/// character, 0 without any, the nearest 32-bit value when it is out of range. A switch: on when the text
+/// contains "on".
 void readSetting(std::string& value, const std::string& text);
 void readSetting(std::int32_t& value, const std::string& text);
 void readSetting(bool& value, const std::string& text);
