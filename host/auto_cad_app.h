@@ -1,5 +1,5 @@
-/// The application object: what the host's messages do. One for the process, made before the entry point is
-/// first called. Main thread; nothing is thrown out of a handler or a command.
+/// The application object: handles the messages of the host. One for the process, constructed before the
+/// entry point is first called. Main thread; no exception leaves a handler or a command.
 #ifndef HOST_AUTO_CAD_APP_H
 #define HOST_AUTO_CAD_APP_H
 

@@ -74,7 +74,7 @@ class FileClaim {
 
   /// Never waits: false when another process has claimed the file that `path` names, or there is none.
   bool claim(std::string_view path);
-  /// The claim moves with the file when that is renamed, until this.
+  /// Ends the claim. Until then the claim moves with the file when that is renamed.
   void release();
 
  private:

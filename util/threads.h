@@ -1,5 +1,5 @@
-/// What the module asks of threads and time: a pause, the numbers that name a thread and the process, and
-/// whether the process is at its end. Any thread.
+/// What the module needs from the system for threads and time: a pause, the ids of a thread and of the
+/// process, and whether the process is ending. Any thread.
 #ifndef UTIL_THREADS_H
 #define UTIL_THREADS_H
 

@@ -4,7 +4,7 @@
 
 #include "packaging/lm_check/machine.h"
 
-/// Fills in what comes of loading `client.path`, calling it, and disconnecting. When the driver hangs, a
+/// Fills in the results of loading `client.path`, calling it, and disconnecting. When the driver hangs, a
 /// thread remains in the library: the program has to end without unloading it.
 void probeClient(ClientLibrary& client);
 

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-/// What came of connecting to the driver as the module does.
+/// Result of connecting to the driver as the module does.
 enum class Connection { kNotTried, kHangs, kRefused, kNoCount, kOpen };
 
 struct ClientLibrary {
@@ -39,13 +39,13 @@ struct Machine {
   std::vector<Bundle> bundles;
   ClientLibrary client;
   unsigned codePage = 0;
-  /// Paths that do not survive the way into the code page and back.
+  /// Paths that a conversion to the code page and back changes.
   std::vector<std::string> lossyPaths;
   /// Paths with a character whose second byte is that of the backslash, at which the module would cut.
   std::vector<std::string> misreadPaths;
 };
 
-/// Windows only. Loads the client library, connects and leaves.
+/// Windows only. Loads the client library, connects and disconnects.
 Machine gatherMachine();
 
 Findings checkMachine(const Machine& machine);

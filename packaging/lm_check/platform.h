@@ -1,4 +1,4 @@
-/// What the two builds of the checker do in different ways.
+/// Operations of the checker that differ between its two builds.
 #ifndef PACKAGING_LM_CHECK_PLATFORM_H
 #define PACKAGING_LM_CHECK_PLATFORM_H
 
