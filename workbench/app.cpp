@@ -37,6 +37,7 @@ class ProgressLine {
  public:
   ProgressLine(std::ostream& err, bool isShown) : mErr(err), mIsShown(isShown) {}
   ~ProgressLine() {
+    // The line is erased, so messages after it begin in the first column.
     if (mIsDrawn) mErr << "\r\033[K" << std::flush;
   }
   ProgressLine(const ProgressLine&) = delete;
@@ -44,6 +45,7 @@ class ProgressLine {
 
   void show(std::int64_t nowMs, std::int64_t endMs) {
     const auto now = std::chrono::steady_clock::now();
+    // Ten times a second. A terminal that shows every step would slow the run down.
     if (!mIsShown || now < mNext) return;
     mNext = now + std::chrono::milliseconds(100);
     mIsDrawn = true;
@@ -68,6 +70,7 @@ struct Inputs {
   std::optional<fs::path> hostMenus;
 };
 
+/// Whether the session writes the menu file itself; `line` is then the place for messages.
 bool hasMenuEvent(const Session& session, std::size_t& line) {
   for (const TimedUserAction& event : session.user)
     if (std::holds_alternative<WriteMenu>(event.action)) {
@@ -87,10 +90,13 @@ Inputs readInputs(const Options& options) {
   std::size_t line = 0;
   inputs.isMenuLate = hasMenuEvent(inputs.session, line);
   if (options.menu && isCustomizationFile(*options.menu)) inputs.hostMenus = fs::absolute(*options.menu);
+  // The event needs a menu file to write. A customization file is exported when the assembly is loaded, at a
+  // time of its own.
   if (inputs.isMenuLate && (!options.menu || inputs.hostMenus))
     throw InputError({inputs.session.file, line}, "the option --menu beside the event \"menu\"",
                      inputs.hostMenus ? "a customization file" : "none");
   if (options.menu && !inputs.hostMenus) inputs.menu = readBytes(*options.menu, "a menu file");
+  // Last, because it takes longest: a mistake in a small file is reported at once.
   inputs.drawing = readDrawing(options.drawing);
   return inputs;
 }
@@ -115,9 +121,11 @@ void printSummary(const RunResult& result, std::ostream& out) {
 /// A menu file that the user keeps in the profile of the results comes along when that is replaced.
 void keepMenuFile(const Options& options, const Inputs& inputs, const ResultFolder& results) {
   if (!inputs.menu || options.profile) return;
+  // The user's path may contain links or "..", so names alone cannot be compared.
   const fs::path place = fs::weakly_canonical(*options.menu).lexically_relative(results.folder());
   if (place.begin() == place.end() || *place.begin() != "profile") return;
   const fs::path copy = results.partial() / place;
+  // The run may have written a menu file of the same name, which is the newer one.
   if (!fs::exists(copy)) writeFile(copy, *inputs.menu);
 }
 
@@ -128,7 +136,9 @@ RunResult play(const Options& options, Inputs& inputs, const Profile& profile, R
   standin::clock::start(clock, options.frameMs);
   standin::clock::setDate(options.dateMs);
   const RunPlace place(results.partial(), profile.folder(), options.module);
+  // Loaded after RunPlace has set the profile folder, which the module reads while it is loaded.
   Module module(options.module, place.module());
+  // From here on the module may have written its log, which helps to find out why a run failed.
   results.keepPartial();
   ReplayRequest request;
   request.session = inputs.session;
@@ -163,29 +173,38 @@ void flush(std::ostream& out) {
 
 int runReplay(const Options& options, std::ostream& out, std::ostream& err) {
   checkFiles(options);
+  // Locks the folder before the inputs are read, so that two runs cannot both replace the results.
   ResultFolder results(options.out);
   Inputs inputs = readInputs(options);
   const InterruptionGuard guard;
+  // Only now is anything removed: an input may be in the folder that begin() empties.
   results.begin();
   const Profile profile(options.profile.value_or(results.partial() / "profile"));
   profile.make();
+  // Before the module is loaded, to know which entries are older than the run.
   ModuleLog log(profile.settings());
   RunResult result = play(options, inputs, profile, results, log, err);
   const RunNames names{options.drawing.filename().string(), options.session.filename().string()};
   const auto [logText, logNote] = log.finish();
   try {
+    // A full disk must not hide how the run ended: on failure the summary is tried once more, with the
+    // failure as its ending.
     writeResults(results.partial(), result, names, inputs.session, {logText, logNote, profile.menu()});
   } catch (const InputError& error) {
     result.ending = error.what();
     writeFile(results.partial() / "summary.json", summaryJson(result, names));
     throw;
   }
+  // After the results have been written to `partial`: they show how far the run came. Earlier results stay in
+  // place.
   if (result.failure) std::rethrow_exception(result.failure);
   keepMenuFile(options, inputs, results);
   std::vector<fs::path> finished = kTables;
+  // A profile that the user named is elsewhere and is not replaced.
   if (!options.profile) finished.emplace_back("profile/Lumetrapad");
   results.putInPlace(finished);
 
+  // The path is printed last and on a line of its own, also with --quiet, so that scripts can take it.
   if (!options.isQuiet) printSummary(result, out);
   for (const std::string& problem : result.problems) err << "workbench: problem: " << problem << "\n";
   out << (options.out / "index.html").generic_string() << "\n";
@@ -211,6 +230,7 @@ int runWorkbench(const std::vector<std::string>& arguments, std::ostream& out, s
     return runReplay(parseOptions(arguments), out, err);
   } catch (const HelpWanted& help) {
     return printHelp(help, out, err);
+    // Not bad input: a run that the user ended has an exit status other than that of a usage error.
   } catch (const Interrupted& interrupted) {
     err << "workbench: " << interrupted.what() << "\n";
     return kExitUnclean;

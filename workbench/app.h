@@ -1,4 +1,4 @@
-/// The program apart from main().
+/// The program without main(), so that tests can run it in their own process.
 #ifndef WORKBENCH_APP_H
 #define WORKBENCH_APP_H
 

@@ -10,7 +10,7 @@
 
 namespace workbench {
 
-/// A place in a file, for messages. Line 0 stands for the file as a whole.
+/// A place in a file, for messages. Line 0 means the file as a whole.
 struct FilePlace {
   std::string_view file;
   std::size_t line = 0;

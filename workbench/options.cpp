@@ -13,7 +13,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
+// Ten seconds for one drawing call is beyond any slow host; the limit finds a value in the wrong unit.
 constexpr long long kLongestFrameMs = 10000;
+// Each moment adds its camera and changed shapes to the page; more would make it too large to open.
 constexpr long long kMostMoments = 10000;
 constexpr const char* kModuleName = "LMTRAutoCAD2013.arx";
 
@@ -36,23 +38,28 @@ std::int64_t daysSince1970(long long year, long long month, long long day) {
   const long long years = month > 2 ? year : year - 1;
   const long long era = years / 400;
   const long long yearOfEra = years - era * 400;
+  // 153 days are in five months from March on; the integer division yields the 30s and 31s in order.
   const long long dayOfYear = (153 * (month > 2 ? month - 3 : month + 9) + 2) / 5 + day - 1;
+  // 146097 days are in 400 years; 719468 are from 0000-03-01 to 1970-01-01.
   return era * 146097 + yearOfEra * 365 + yearOfEra / 4 - yearOfEra / 100 + dayOfYear - 719468;
 }
 
 std::int64_t dateOf(const std::string& text) {
   const auto part = [&text](std::size_t at, std::size_t size) {
+    // -1 is outside every range below, so a part that is no number gets the same message.
     return parseInteger(text.substr(at, size)).value_or(-1);
   };
   const bool isForm = text.size() == 10 && text[4] == '-' && text[7] == '-';
   const long long year = isForm ? part(0, 4) : 0, month = isForm ? part(5, 2) : 0,
                   day = isForm ? part(8, 2) : 0;
+  // The day is checked against 31 only; what is beyond the end of a month counts on into the next one.
   if (year < 1970 || year > 2999 || month < 1 || month > 12 || day < 1 || day > 31)
     throw UsageError("--date: expected a day, 1970-01-01 to 2999-12-31, found " + inQuotes(text));
   return daysSince1970(year, month, day) * 24 * 3600 * 1000;
 }
 
 std::optional<fs::path> optionalPath(const std::string& text) {
+  // An empty path would mean the current folder, which nobody intends with --profile "".
   if (text.empty()) return std::nullopt;
   return fs::path(text);
 }
@@ -61,6 +68,7 @@ std::optional<fs::path> optionalPath(const std::string& text) {
 fs::path defaultModule() {
   fs::path beside = executableFolder() / kModuleName;
   if (fs::exists(beside)) return beside;
+  // Not checked for existence: the loader's message then names the path that was expected.
   return (executableFolder() / ".." / "host" / kModuleName).lexically_normal();
 }
 
@@ -110,18 +118,23 @@ Options parseOptions(std::vector<std::string> arguments) {
   CLI::App* const replay = app.add_subcommand("replay", "replay a session and write a report");
   app.require_subcommand(1);
   addOptions(*replay, raw, options);
+  // The library takes a vector from its end.
   std::reverse(arguments.begin(), arguments.end());
   try {
     app.parse(arguments);
+    // Thrown as a ParseError, too, so it has to be caught first.
   } catch (const CLI::CallForHelp&) {
     throw HelpWanted{replay->parsed() ? replay->help() : app.help()};
   } catch (const CLI::ParseError& error) {
+    // The library appends lines of help, but a message is one line.
     throw UsageError("command line: " + firstLine(error.what()));
   }
   return finish(raw, options);
 }
 
 void checkFiles(const Options& options) {
+  // Checked before anything is read or written: a run must not fail after minutes over a path that was wrong
+  // from the start.
   const auto requireFile = [](const fs::path& file, const char* expected) {
     if (!fs::exists(file)) throw InputError({file.string()}, expected, "no such file");
     if (!fs::is_regular_file(file))

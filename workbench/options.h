@@ -35,14 +35,14 @@ struct HelpWanted {
   std::string text;
 };
 
-/// Arguments that cannot be understood; one line.
+/// Invalid arguments; the message is one line.
 class UsageError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
 };
 
 /// The options of the arguments (without the program's name). Throws UsageError, and HelpWanted for --help.
-/// Files are not looked at.
+/// Does not access any file.
 Options parseOptions(std::vector<std::string> arguments);
 
 /// Throws InputError at the first file or folder of the options that is not what it must be.

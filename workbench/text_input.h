@@ -1,4 +1,4 @@
-/// Reading what the user gave as text: whole files, strict numbers, and bytes converted to UTF-8.
+/// Reads the user's input as text: whole files, strict numbers, and bytes converted to UTF-8.
 #ifndef WORKBENCH_TEXT_INPUT_H
 #define WORKBENCH_TEXT_INPUT_H
 
@@ -37,7 +37,7 @@ std::string toUtf8(std::string_view bytes);
 std::string toUtf8(std::wstring_view text);
 std::wstring toWide(std::string_view utf8);
 
-/// ASCII letters in upper case; the drawing's names are compared so.
+/// ASCII letters in upper case; names in a drawing are compared in this form.
 std::string upperCase(std::string_view text);
 
 }  // namespace workbench

@@ -10,10 +10,14 @@ namespace workbench {
 
 void writeFile(const std::filesystem::path& file, std::string_view text) {
   errno = 0;
+  // Binary: outputs have LF line ends on every platform, so that runs can be compared byte by byte.
   std::ofstream stream(file, std::ios::binary | std::ios::trunc);
   stream.write(text.data(), static_cast<std::streamsize>(text.size()));
+  // A full disk may only show when the buffer is written out, so the file is closed before the check.
   stream.close();
   if (stream) return;
+  // Streams report no reason; errno of the failed system call is the best there is, and EIO where a library
+  // left it at 0.
   const int reason = errno != 0 ? errno : EIO;
   throw InputError({file.string()}, "a file that can be written", std::generic_category().message(reason));
 }

@@ -1,4 +1,4 @@
-/// Writing files: a failure always names the file and the reason.
+/// Writes files; every failure names the file and the reason.
 #ifndef WORKBENCH_TEXT_OUTPUT_H
 #define WORKBENCH_TEXT_OUTPUT_H
 

@@ -10,6 +10,7 @@
 namespace workbench {
 namespace {
 
+/// Names in $DWGCODEPAGE that carry no number. All others are "ANSI_" or another prefix and the number.
 struct NamedPage {
   std::string_view name;
   int page;
@@ -17,14 +18,18 @@ struct NamedPage {
 constexpr std::array<NamedPage, 5> kNamedPages = {
     {{"GB2312", 936}, {"BIG5", 950}, {"KSC5601", 949}, {"JOHAB", 1361}, {"ISO8859-1", 28591}}};
 
-/// By the digit of `\M+n`.
+/// Code pages by the digit of `\M+n`. The format fixes the order, which is not that of the numbers: 1
+/// Shift-JIS, 2 Big5, 3 Wansung, 4 Johab, 5 GBK.
 constexpr std::array<int, 5> kMultiBytePages = {932, 950, 949, 1361, 936};
 
+// Always four, with leading zeros: a digit after them is text.
 constexpr std::size_t kEscapeDigits = 4;
 
 /// The value of a header variable, which is the group after the one that names it.
 std::string_view headerText(const std::vector<DxfGroup>& groups, std::string_view variable) {
   for (std::size_t i = 0; i + 1 < groups.size(); ++i) {
+    // The header is the first section. The search ends with it, because group 9 means something else in later
+    // sections.
     if (groups[i].code == 0 && trimmed(groups[i].value) == "ENDSEC") break;
     if (groups[i].code == 9 && trimmed(groups[i].value) == variable) return trimmed(groups[i + 1].value);
   }
@@ -34,6 +39,7 @@ std::string_view headerText(const std::vector<DxfGroup>& groups, std::string_vie
 int pageOf(const std::string& name) {
   for (const NamedPage& named : kNamedPages)
     if (named.name == name) return named.page;
+  // Upper-case prefixes only: the caller has converted the name, whose case differs from program to program.
   for (const std::string_view prefix : {"ANSI_", "DOS", "CP"})
     if (name.compare(0, prefix.size(), prefix) == 0)
       return static_cast<int>(parseInteger(std::string_view(name).substr(prefix.size())).value_or(0));
@@ -41,6 +47,7 @@ int pageOf(const std::string& name) {
 }
 
 std::string utf8Of(std::uint32_t code) {
+  // Four digits fit into one UTF-16 unit. Half of a surrogate pair is no character and becomes U+FFFD.
   const wchar_t character[] = {static_cast<wchar_t>(code)};
   return toUtf8(std::wstring_view(character, 1));
 }
@@ -60,6 +67,7 @@ std::optional<Escape> escapeAt(std::string_view text) {
     return std::nullopt;
   const auto code = parseHex(text.substr(4, kEscapeDigits));
   if (!code) return std::nullopt;
+  // The lead byte is written first, whatever the byte order of the machine that wrote the file.
   const char bytes[] = {static_cast<char>(*code >> 8), static_cast<char>(*code & 0xFF)};
   const auto character =
       decodedCodePage({bytes, sizeof bytes}, kMultiBytePages[static_cast<std::size_t>(text[3] - '1')]);
@@ -70,6 +78,8 @@ std::optional<Escape> escapeAt(std::string_view text) {
 }  // namespace
 
 int dxfCodePage(const std::vector<DxfGroup>& groups) {
+  // Release names have equal length, so comparing them as text orders them. A missing name is empty and sorts
+  // before all.
   if (headerText(groups, "$ACADVER") >= "AC1021") return 0;
   return pageOf(upperCase(headerText(groups, "$DWGCODEPAGE")));
 }
@@ -78,12 +88,18 @@ std::string decodeDxfText(std::string_view bytes, int codePage) {
   const bool isAscii =
       std::all_of(bytes.begin(), bytes.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
   std::optional<std::string> decoded;
+  // ASCII is the same in every code page. Most texts take this way out and cost no conversion.
   if (!isAscii && codePage != 0) decoded = decodedCodePage(bytes, codePage);
+  // Some programs name a code page and write UTF-8 all the same. Bytes that the page rejects are tried as
+  // that.
   std::string text = decoded ? *decoded : toUtf8(bytes);
   if (text.find("\\U+") == std::string::npos && text.find("\\M+") == std::string::npos) return text;
   std::string result;
+  // Escapes are replaced after the conversion: in Shift-JIS a backslash can be the second byte of a
+  // character.
   for (std::string_view rest = text; !rest.empty();) {
     const auto escape = escapeAt(rest);
+    // What only looks like an escape stays as it is, so a Windows path in a text survives.
     result += escape ? std::string_view(escape->character) : rest.substr(0, 1);
     rest.remove_prefix(escape ? escape->length : 1);
   }

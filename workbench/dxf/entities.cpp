@@ -10,17 +10,21 @@ namespace {
 
 constexpr double kTwoPi = 2 * 3.14159265358979323846;
 constexpr long long kMostInt16 = 32767;
+// Group 90 is a 32-bit integer, group 70 a 16-bit one.
 constexpr long long kMostVertices = 2147483647;
 constexpr long long kClosedFlag = 1;
 constexpr AcGeVector3d kWorldZ{0, 0, 1};
 
 /// Arcs run counter-clockwise, so the end's angle is above the start's.
 double endAfter(double start, double end) {
+  // Equal angles give a full circle, not an empty arc. Programs write a full ellipse as 0 to 2 pi and a full
+  // arc as 0 to 0.
   return end > start ? end : end + kTwoPi;
 }
 
 double radius(const DxfRecord& record) {
   const double value = record.real(40);
+  // Zero is allowed: degenerate circles occur in real drawings and are drawn as a point.
   if (value < 0) throw record.error(*record.find(40), "a radius of 0 or more");
   return value;
 }
@@ -32,11 +36,14 @@ std::vector<standin::PolylineVertex> readLightVertices(const DxfRecord& record, 
   for (const DxfGroup& group : record) {
     if (group.code == 10) {
       if (!isComplete) throw record.error(group, "group 20 of the vertex before");
+      // The vertices have no z of their own; group 38 gives one elevation for all of them.
       vertices.push_back({{record.realOf(group), 0, elevation}, 0});
       isComplete = false;
+      // Groups are read in file order and not looked up by code, because every vertex repeats the same codes.
     } else if (group.code == 20 && !isComplete) {
       vertices.back().at.y = record.realOf(group);
       isComplete = true;
+      // A missing bulge means a straight segment. Before the first vertex, code 42 belongs to nothing.
     } else if (group.code == 42 && !vertices.empty()) {
       vertices.back().bulge = record.realOf(group);
     }
@@ -49,6 +56,8 @@ std::vector<standin::PolylineVertex> readLightVertices(const DxfRecord& record, 
 
 EntityPtr makeLine(const DxfEntity& entity, DxfInserts&) {
   const DxfRecord& record = entity.record;
+  // Lines and points are in world coordinates even when they have an extrusion direction, which only gives
+  // them thickness.
   return standin::makeLine(entity.properties, record.point(10), record.point(11));
 }
 
@@ -60,12 +69,14 @@ EntityPtr makePoint(const DxfEntity& entity, DxfInserts&) {
 EntityPtr makeCircle(const DxfEntity& entity, DxfInserts&) {
   const DxfRecord& record = entity.record;
   const DxfFrame frame = dxfFrame(record.direction(210, kWorldZ));
+  // The centre is in the object frame, unlike that of an ellipse.
   return standin::makeCircle(entity.properties, frame.toWorld(record.point(10)), frame.z, radius(record));
 }
 
 EntityPtr makeArc(const DxfEntity& entity, DxfInserts&) {
   const DxfRecord& record = entity.record;
   const DxfFrame frame = dxfFrame(record.direction(210, kWorldZ));
+  // Arcs give angles in degrees, ellipses give parameters in radians.
   const double start = radians(record.real(50));
   return standin::makeArc(entity.properties, frame.toWorld(record.point(10)), frame.z, frame.x,
                           radius(record), start, endAfter(start, radians(record.real(51))));
@@ -74,8 +85,11 @@ EntityPtr makeArc(const DxfEntity& entity, DxfInserts&) {
 EntityPtr makeEllipse(const DxfEntity& entity, DxfInserts&) {
   const DxfRecord& record = entity.record;
   const AcGeVector3d normal = record.direction(210, kWorldZ);
+  // The parameter runs from 0 at the major axis. It is an angle only on a circle, so it is not converted from
+  // degrees.
   const double start = record.real(41, 0);
   const double end = endAfter(start, record.real(42, kTwoPi));
+  // Group 11 is the end of the major axis relative to the centre, in world coordinates as the centre is.
   const AcGeVector3d majorAxis = record.point(11) - AcGePoint3d::kOrigin;
   return standin::makeEllipse(entity.properties, record.point(10), normal, majorAxis, record.real(40), start,
                               end);
@@ -84,6 +98,7 @@ EntityPtr makeEllipse(const DxfEntity& entity, DxfInserts&) {
 EntityPtr makeFace(const DxfEntity& entity, DxfInserts&) {
   const DxfRecord& record = entity.record;
   const AcGePoint3d third = record.point(12);
+  // A triangle repeats its third corner, and some programs leave group 13 out.
   const AcGePoint3d fourth = record.find(13) == nullptr ? third : record.point(13);
   return standin::makeFace(entity.properties, {record.point(10), record.point(11), third, fourth});
 }
@@ -96,6 +111,7 @@ EntityPtr makeLightPolyline(const DxfEntity& entity, DxfInserts&) {
   if (record.integer(90, count, 0, kMostVertices) != count)
     throw record.error(*record.find(90),
                        "the number of the vertices that follow (" + std::to_string(count) + ")");
+  // Bulges need no conversion: they turn about the frame's z axis, which is passed on as the normal.
   for (standin::PolylineVertex& point : points) point.at = frame.toWorld(point.at);
   const bool isClosed = (record.integer(70, 0, -kMostInt16 - 1, kMostInt16) & kClosedFlag) != 0;
   return standin::makePolyline(entity.properties, "LWPOLYLINE", points, frame.z, isClosed);

@@ -16,7 +16,8 @@ EntityPtr makeArc(const DxfEntity& entity, DxfInserts&);
 EntityPtr makeEllipse(const DxfEntity& entity, DxfInserts&);
 EntityPtr makeFace(const DxfEntity& entity, DxfInserts&);
 EntityPtr makeLightPolyline(const DxfEntity& entity, DxfInserts&);
-/// 2D with bulges, 3D, polygon mesh or polyface. The frame of a fitted spline is left out, its curve kept.
+/// 2D with bulges, 3D, polygon mesh or polyface. Of a fitted spline the curve is drawn, its frame of control
+/// points is not.
 EntityPtr makePolyline(const DxfEntity& entity, DxfInserts&);
 
 }  // namespace workbench::dxf

@@ -1,4 +1,4 @@
-/// An entity as a DXF file has it, and what makes the drawing's entity of it.
+/// An entity record of a DXF file, and the function that converts it to an entity of the drawing.
 #ifndef WORKBENCH_DXF_ENTITY_H
 #define WORKBENCH_DXF_ENTITY_H
 

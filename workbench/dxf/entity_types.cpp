@@ -26,12 +26,14 @@ const std::vector<DxfEntityType>& dxfEntityTypes() {
 }
 
 DxfEntityMaker dxfEntityMaker(std::string_view type) {
+  // Asked once for each entity of a file, so a hash and not a search through the list.
   static const auto kMakers = [] {
     std::unordered_map<std::string_view, DxfEntityMaker> makers;
     for (const auto& [name, make] : dxfEntityTypes()) makers.emplace(name, make);
     return makers;
   }();
   const auto maker = kMakers.find(type);
+  // Null is no error: the reader counts such entities and reports them in the summary.
   return maker == kMakers.end() ? nullptr : maker->second;
 }
 

@@ -6,8 +6,11 @@ namespace workbench {
 namespace {
 
 constexpr double kPi = 3.14159265358979323846;
+// The format fixes this value. A "better" tolerance would turn the frames of entities that other programs
+// wrote.
 constexpr double kNearWorldZ = 1.0 / 64;
 
+// The frame's axes are the columns, so the matrix maps frame coordinates to the world.
 void setColumn(AcGeMatrix3d& matrix, int column, const AcGeVector3d& v) {
   matrix.entry[0][column] = v.x;
   matrix.entry[1][column] = v.y;
@@ -25,10 +28,13 @@ AcGeMatrix3d DxfFrame::matrix() const {
 }
 
 DxfFrame dxfFrame(const AcGeVector3d& normal) {
+  // Near the world's z axis the product with it would lose all its digits. The sign of z does not matter.
   const bool isNearWorldZ = std::abs(normal.x) < kNearWorldZ && std::abs(normal.y) < kNearWorldZ;
   DxfFrame frame;
   frame.z = normal;
+  // The order of the factors gives a right-handed frame. Swapped, arcs would run clockwise.
   frame.x = (isNearWorldZ ? AcGeVector3d{0, 1, 0} : AcGeVector3d{0, 0, 1}).crossProduct(normal).normalize();
+  // Both factors are unit vectors at right angles; normalising only removes the rounding.
   frame.y = normal.crossProduct(frame.x).normalize();
   return frame;
 }

@@ -19,7 +19,7 @@ struct DxfFrame {
   AcGePoint3d toWorld(const AcGePoint3d& p) const {
     return AcGePoint3d::kOrigin + x * p.x + y * p.y + z * p.z;
   }
-  AcGeMatrix3d matrix() const;  ///< the same as a map
+  AcGeMatrix3d matrix() const;  ///< from the frame to the world
 };
 
 /// Frame of the extrusion direction `normal` (unit): x = worldY x normal when the normal is within 1/64 of

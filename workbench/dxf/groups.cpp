@@ -9,13 +9,17 @@ namespace workbench {
 namespace {
 
 constexpr int kCommentCode = 999;
+// Negative codes occur in application data only. A value outside this range means that the file is out of
+// step.
 constexpr long long kLowestCode = -5;
 constexpr long long kHighestCode = 1071;
+// A short code and a short value, with line ends. A wrong guess only costs a reallocation or some memory.
 constexpr std::size_t kBytesPerGroupGuess = 12;
 constexpr int kHandleBits = 60;
 /// Squares and cubes of what is between these are still numbers, with room for a view to zoom.
 constexpr double kLargestReal = 1e15;
 constexpr double kSmallestReal = 1e-50;
+// A binary file begins with this text, so the message can name the cause instead of a bad group code.
 constexpr std::string_view kBinaryMark = "AutoCAD Binary DXF";
 
 class LineSource {
@@ -28,6 +32,7 @@ class LineSource {
     const std::size_t length = mRest.find('\n');
     std::string_view line = mRest.substr(0, length);
     mRest.remove_prefix(length == std::string_view::npos ? mRest.size() : length + 1);
+    // Windows ends lines with CR LF, and the ends may be mixed in one file that two programs have edited.
     if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
     return line;
   }
@@ -40,6 +45,8 @@ class LineSource {
 };
 
 int parseCode(std::string_view line, const FilePlace& place) {
+  // Codes are padded with blanks to three columns; values are not trimmed here, because blanks matter in
+  // texts.
   const auto code = parseInteger(trimmed(line));
   if (!code || *code < kLowestCode || *code > kHighestCode)
     throw InputError(place, "a group code of a DXF text file", inQuotes(line));
@@ -58,17 +65,22 @@ std::vector<DxfGroup> parseGroups(std::string_view text, const std::string& file
     const int code = parseCode(*codeLine, {file, lines.line()});
     const auto value = lines.next();
     if (!value)
+      // The line that is missing is the one after the last.
       throw InputError({file, lines.line() + 1}, "the value of group " + std::to_string(code),
                        "the end of the file");
+    // A comment may come between any two groups, so it is dropped here and no reader has to expect one.
     if (code == kCommentCode) continue;
     groups.push_back({code, lines.line(), *value});
+    // What follows EOF is not read: some programs pad the file after it.
     if (code == 0 && trimmed(*value) == "EOF") return groups;
   }
+  // A file without EOF has been cut off. Showing the part that arrived would hide that.
   throw InputError({file, lines.line() + 1}, "a group code, up to 0 EOF", "the end of the file");
 }
 
 std::optional<std::uint64_t> parseHandle(std::string_view value) {
   const auto handle = parseHex(trimmed(value));
+  // Handle 0 means "none" in references and cannot be that of an entity.
   if (!handle || *handle == 0 || *handle >> kHandleBits != 0) return std::nullopt;
   return *handle;
 }
@@ -78,6 +90,7 @@ std::string_view DxfRecord::type() const {
 }
 
 const DxfGroup* DxfRecord::find(int code) const {
+  // A record has a few groups; a search is faster than an index for each record.
   for (const DxfGroup& group : *this)
     if (group.code == code) return &group;
   return nullptr;
@@ -97,8 +110,11 @@ std::string DxfRecord::text(int code) const {
 double DxfRecord::realOf(const DxfGroup& group) const {
   const auto value = parseReal(trimmed(group.value));
   if (!value) throw error(group, "a number in group " + std::to_string(group.code));
+  // A value beyond the range is an error and not clamped: the drawing would be another one.
   if (std::abs(*value) > kLargestReal)
     throw error(group, "a number from -1e15 to 1e15 in group " + std::to_string(group.code));
+  // Such values are left-overs of rounding; their squares and cubes would underflow later, where nobody
+  // expects it.
   return std::abs(*value) < kSmallestReal ? 0 : *value;
 }
 
@@ -129,6 +145,7 @@ long long DxfRecord::integer(int code, long long fallback, long long lowest, lon
 }
 
 AcGePoint3d DxfRecord::point(int code) const {
+  // The codes of y and z are 10 and 20 above that of x. Two-dimensional files leave z out.
   return {real(code), real(code + 10), real(code + 20, 0)};
 }
 
@@ -136,7 +153,9 @@ AcGeVector3d DxfRecord::direction(int code, const AcGeVector3d& fallback) const 
   const DxfGroup* const group = find(code);
   if (group == nullptr) return fallback;
   const AcGePoint3d tip = point(code);
+  // hypot does not overflow or underflow where a sum of squares would.
   const double length = std::hypot(tip.x, tip.y, tip.z);
+  // Written as a negation, so that it also catches a length that is not a number.
   if (!(length > 0) || !std::isfinite(length))
     throw error(*group, "a direction of some length in groups " + std::to_string(code) + " to " +
                             std::to_string(code + 20));
@@ -148,6 +167,7 @@ InputError DxfRecord::error(const DxfGroup& group, const std::string& expected) 
 }
 
 InputError DxfRecord::error(const std::string& expected, const std::string& found) const {
+  // A missing group has no line of its own, so the message names the record's.
   return InputError({mSourceP->file, mFirst->line}, expected, found);
 }
 

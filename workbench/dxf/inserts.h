@@ -15,8 +15,9 @@
 
 namespace workbench {
 
-/// Who inserts what in one file. An insertion may name a block that is defined further down, so the names of
-/// all blocks are known before, and the contents are checked when the whole file is.
+/// The insertions of one file and the blocks that they name. An insertion may name a block that is defined
+/// further down. So the names of all blocks are given in advance, and the contents are checked when the whole
+/// file has been read.
 class DxfInserts {
  public:
   /// `mostDrawn`: points that all insertions of model space may draw together with its other entities.
@@ -29,7 +30,7 @@ class DxfInserts {
   /// The block's contents follow; they replace those of an earlier block of that name.
   void beginBlock(const std::string& block) { mContents[block] = {}; }
 
-  /// Notes what an entity, other than an insertion, of a block draws (of model space for the empty name).
+  /// Adds what an entity other than an insertion draws to its block's count (model space: the empty name).
   void countPoints(const std::string& block, std::size_t points) {
     mContents[block].points += static_cast<double>(points);
   }

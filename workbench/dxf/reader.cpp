@@ -20,6 +20,7 @@ using EntityPtr = std::unique_ptr<standin::DrawnEntity>;
 using Records = std::vector<DxfRecord>;
 
 constexpr long long kMostInt16 = 32767;
+// Ten times what one coordinate of the file may be: an insertion of something far out still passes.
 constexpr double kFurthest = 1e16;
 constexpr int kHandleBits = 60;  // the drawing has no larger ones
 
@@ -27,8 +28,10 @@ Records splitRecords(const std::vector<DxfGroup>& groups, const DxfSource& sourc
   Records records;
   const DxfGroup* const end = groups.data() + groups.size();
   if (groups.front().code != 0)
+    // A group's line is that of its value; the code that is wrong is on the line above.
     throw InputError({source.file, groups.front().line - 1}, "group 0 at the start of the file",
                      "group " + std::to_string(groups.front().code));
+  // The records point into the list of groups. Copying the groups would double the memory of a large drawing.
   for (const DxfGroup* first = groups.data(); first != end;) {
     const DxfGroup* const last = std::find_if(first + 1, end, [](const DxfGroup& g) { return g.code == 0; });
     records.emplace_back(source, first, last);
@@ -43,6 +46,7 @@ class Handles {
  public:
   explicit Handles(const std::vector<DxfGroup>& groups) {
     for (const DxfGroup& group : groups)
+      // Also handles of tables and blocks: an id that the module looks up must not mean two objects.
       if (group.code == 5) mHighest = std::max(mHighest, parseHandle(group.value).value_or(0));
   }
 
@@ -50,6 +54,7 @@ class Handles {
     const DxfGroup* const group = record.find(5);
     if (group != nullptr) {
       const std::uint64_t handle = record.handleOf(*group);
+      // A handle that occurs twice goes to the first entity; the second falls through and gets a new one.
       if (mTaken.insert(handle).second) return handle;
     }
     if ((mHighest + 1) >> kHandleBits != 0)
@@ -71,6 +76,7 @@ bool startsWith(const std::string& text, std::string_view start) {
 /// Layouts are blocks too; their names begin with an asterisk, or with a dollar in old files.
 Space spaceOfBlock(const std::string& name) {
   const std::string upper = upperCase(name);
+  // Further layouts have a number after the name, so only the start is compared. There is one model space.
   if (startsWith(upper, "*PAPER_SPACE") || startsWith(upper, "$PAPER_SPACE")) return Space::kPaper;
   if (upper == "*MODEL_SPACE" || upper == "$MODEL_SPACE") return Space::kModel;
   return Space::kBlock;
@@ -78,6 +84,7 @@ Space spaceOfBlock(const std::string& name) {
 
 /// Points that the file's drawing may take: memory and time of a run must be in proportion to its file.
 double mostDrawn(const std::vector<DxfGroup>& groups) {
+  // A small file may draw this much for nothing, so that a handful of arrays is no error.
   constexpr double kFree = 1e6;
   constexpr double kPerGroup = 20;
   return kFree + kPerGroup * static_cast<double>(groups.size());
@@ -93,6 +100,7 @@ std::size_t pointsOf(const standin::DrawnEntity& entity) {
 DxfNames blockNames(const Records& records) {
   DxfNames names;
   for (const DxfRecord& record : records)
+    // The blocks that are layouts cannot be inserted.
     if (record.type() == "BLOCK" && spaceOfBlock(record.text(2)) == Space::kBlock) names.add(record.text(2));
   return names;
 }
@@ -108,6 +116,7 @@ class DxfReader {
 
   std::unique_ptr<standin::Drawing> read() {
     while (current().type() != "EOF") readSection();
+    // Before anything asks for an outline: a block that contains itself would be drawn without end.
     mInserts.check();
     for (const auto& [insertP, line] : mInsertLines) checkReach(*insertP, line);
     for (EntityPtr& entity : mEntities) mDrawingP->add(std::move(entity));
@@ -120,6 +129,7 @@ class DxfReader {
     for (const standin::Polyline3& wire : insert.outline())
       for (const AcGePoint3d& point : wire)
         for (const double value : {point.x, point.y, point.z})
+          // Written as a negation, which also catches a value that is not a number (infinity times 0).
           if (!(std::abs(value) <= kFurthest))
             throw InputError({mSource.file, line}, "an insertion that stays within +-1e16",
                              "one that reaches further");
@@ -138,8 +148,12 @@ class DxfReader {
     if (start.type() != "SECTION") throw start.error(*start.begin(), "SECTION or EOF in group 0");
     const std::string name = upperCase(start.text(2));
     while (current().type() != "ENDSEC") {
+      // Ends here and not at the end of the file, so that the message names the place where ENDSEC is
+      // missing.
       if (current().type() == "EOF" || current().type() == "SECTION")
         throw current().error(*current().begin(), "ENDSEC in group 0");
+      // The sections of a file have a fixed order: layers and blocks are known before the entities that name
+      // them.
       if (name == "TABLES") {
         readTableRecord();
       } else if (name == "BLOCKS") {
@@ -147,6 +161,7 @@ class DxfReader {
       } else if (name == "ENTITIES") {
         readEntity(Space::kModel, {});
       } else {
+        // The other sections hold nothing that a run needs.
         advance();
       }
     }
@@ -159,6 +174,7 @@ class DxfReader {
       const standin::Layer layer = readLayer(record);
       mLayers.add(layer.name);
       mDrawingP->addLayer(layer);
+      // A tiled screen has one record for each tile, all named *Active. The first one is the current tile.
     } else if (record.type() == "VPORT" && !mDrawingP->mView) {
       mDrawingP->mView = readActiveView(record);
     }
@@ -170,6 +186,7 @@ class DxfReader {
     const std::string name = start.text(2);
     const Space space = spaceOfBlock(name);
     if (space == Space::kBlock) {
+      // The base point is optional in old files.
       mDrawingP->addBlock(name, start.find(10) == nullptr ? AcGePoint3d::kOrigin : start.point(10));
       mInserts.beginBlock(name);
     }
@@ -184,17 +201,22 @@ class DxfReader {
   void readEntity(Space space, const std::string& block) {
     const DxfRecord& record = advance();
     const Records vertices = record.type() == "POLYLINE" ? readVertices(record) : Records();
+    // Read before the space is known for good: the attributes have to be consumed in any case.
     if (record.type() == "INSERT") readAttributes(record, space);
+    // The section ENTITIES also holds the entities of the current layout; group 67 marks them.
     if (space == Space::kModel && record.integer(67, 0, 0, kMostInt16) == 1) space = Space::kPaper;
     // What the blocks of paper space hold belongs to layouts that are not shown.
     if (space == Space::kPaper && block.empty() && addFloatingViewport(record)) return;
     EntityPtr entity;
+    // Entities of paper space are not made at all, since an error in one must not end a run that never shows
+    // it.
     if (space != Space::kPaper) entity = makeEntity(record, vertices, space, block);
     if (!entity) {
       ++mDrawingP->mSkipped[skippedName(record, space)];
     } else if (space == Space::kBlock) {
       mDrawingP->addToBlock(block, std::move(entity));
     } else {
+      // The reach is checked at the end, when the block's contents are known.
       if (record.type() == "INSERT") mInsertLines.emplace_back(entity.get(), record.begin()->line);
       mEntities.push_back(std::move(entity));
     }
@@ -219,14 +241,17 @@ class DxfReader {
 
   standin::EntityProperties propertiesOf(const DxfRecord& record, Space space) {
     standin::EntityProperties properties;
+    // Only what can be selected needs a handle.
     if (space == Space::kModel) properties.handle = mHandles.take(record);
     if (record.find(8) != nullptr) properties.layer = mLayers.resolve(record.text(8));
+    // The sign is kept: negative means that the layer was off when the file was written.
     properties.colour = static_cast<int>(record.integer(62, properties.colour, -kMostInt16, kMostInt16));
     return properties;
   }
 
   Records readVertices(const DxfRecord& polyline) {
     Records vertices;
+    // Vertices are records of their own, after the polyline, up to SEQEND.
     while (current().type() == "VERTEX") vertices.push_back(advance());
     if (current().type() != "SEQEND")
       throw current().error(*current().begin(), "VERTEX or SEQEND of the POLYLINE of line " +
@@ -236,12 +261,15 @@ class DxfReader {
   }
 
   void readAttributes(const DxfRecord& insert, Space space) {
+    // Without the flag an ATTRIB that follows is an entity of its own.
     if (insert.integer(66, 0, 0, kMostInt16) == 0) return;
     while (current().type() == "ATTRIB") ++mDrawingP->mSkipped[skippedName(advance(), space)];
+    // Some programs leave SEQEND out after attributes, although the format demands it.
     if (current().type() == "SEQEND") advance();
   }
 
   static std::string skippedName(const DxfRecord& record, Space space) {
+    // A type name comes from the file and ends up in JSON, which must be UTF-8.
     std::string type = toUtf8(record.type());
     switch (space) {
       case Space::kModel:

@@ -1,4 +1,4 @@
-/// The tables of a DXF file that a run needs: layers and the active viewport's view.
+/// The tables of a DXF file that a run needs: layers, the active viewport's view, floating viewports.
 #ifndef WORKBENCH_DXF_TABLES_H
 #define WORKBENCH_DXF_TABLES_H
 
@@ -11,7 +11,7 @@
 
 namespace workbench {
 
-/// Names of one kind, which a file may spell with other letter case where it refers to them.
+/// Names of one kind (layers, blocks). A file may refer to one in another letter case.
 class DxfNames {
  public:
   void add(const std::string& name);
@@ -27,11 +27,11 @@ class DxfNames {
 standin::Layer readLayer(const DxfRecord& record);
 
 /// A VPORT record's view; none when the record is not of "*Active", or when its height, aspect or direction
-/// is nothing to look with (programs that know no views write 0).
+/// is not usable (programs that store no views write 0).
 std::optional<standin::Drawing::View> readActiveView(const DxfRecord& record);
 
 /// A VIEWPORT of the layout; none when it is the sheet itself or off, or has no size. Its view is left out
-/// when it is nothing to look with.
+/// when it is not usable.
 std::optional<standin::Drawing::FloatingViewport> readFloatingViewport(const DxfRecord& record);
 
 }  // namespace workbench

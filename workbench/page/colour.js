@@ -12,6 +12,7 @@ function indexedColour(index) {
   // Indices 10 to 249: 24 hues of 15 degrees, each in five shades, plain and two-thirds washed out.
   const hue = (Math.floor(index / 10) - 1) / 4;
   const value = kShades[Math.floor((index % 10) / 2)];
+  // Odd indices are the washed-out half: no channel falls below two thirds of the shade.
   const floor = index % 2 === 1 ? (value * 2) / 3 : 0;
   const channel = (n) => {
     const k = (n + hue) % 6;
@@ -21,6 +22,7 @@ function indexedColour(index) {
 }
 
 function luminance(rgb) {
+  // Relative luminance and contrast as the accessibility guidelines define them, constants included.
   const linear = rgb.map((v) => (v / 255 <= 0.03928 ? v / 255 / 12.92 : ((v / 255 + 0.055) / 1.055) ** 2.4));
   return 0.2126 * linear[0] + 0.7152 * linear[1] + 0.0722 * linear[2];
 }
@@ -35,6 +37,7 @@ function cssColour(index, ink, paper) {
   const own = indexedColour(index);
   if (!own) return `rgb(${ink.join(" ")})`;
   let share = 0, rgb = own;
+  // 3:1 is what those guidelines ask for graphics. The loop ends at the ink itself.
   while (contrast(rgb, paper) < 3 && share < 1) {
     share += 0.05;
     rgb = own.map((v, i) => Math.round(v + (ink[i] - v) * share));

@@ -3,7 +3,7 @@
 const kBarWidth = 5;
 const kPointerShape = "l0 12l3.2 -2.6l2 4.8l2.2 -0.9l-2 -4.7l4 -0.2z";
 
-/** A row's length, as if it held a text of its own: the same row is always equally long. */
+/** Length of a row, a share of the width. A fixed function of its number, so that rows are recognisable as they scroll. */
 function rowLength(number) {
   return 0.25 + 0.6 * (((number * 2654435761) >>> 8) % 1000) / 1000;
 }
@@ -34,7 +34,7 @@ class DesktopView {
     const [left, top, right, bottom] = this.bounds, margin = 8;
     const width = this.element.clientWidth, height = this.element.clientHeight;
     this.element.setAttribute("viewBox", `0 0 ${width} ${height}`);
-    // The controls matter, the rest of the screen does not: it is shown narrower than it is.
+    // Only the controls matter, so what is to the left of them is narrowed.
     const controls = this.controlsOf(this.desktops[0]).map((w) => w.rect);
     const from = controls.length ? Math.min(...controls.map((r) => r[0])) - 40 : left;
     this.left = Math.max(left, from);

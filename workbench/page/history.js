@@ -3,7 +3,7 @@
 const kPassNumbers = 13;
 const kPerspective = 1, kSheet = 2, kLayout = 4, kViewportStep = 8;
 
-/** Numbers of 64 bits from base64. */
+/** The 64-bit numbers that base64 text holds, little-endian as on every machine with a browser. */
 function numbersOf(base64) {
   const binary = atob(base64), bytes = new Uint8Array(binary.length);
   for (let i = 0; i < bytes.length; i++) bytes[i] = binary.charCodeAt(i);
@@ -26,6 +26,7 @@ class History {
     for (let i = 0, sheet = -1, inside = -1; i < this.count; i++) {
       const state = this.state(i);
       if (state & kSheet) sheet = i;
+      // In the model tab neither changes: a layout is shown again as it was left.
       else if (state & kLayout) inside = i;
       this.lastSheet[i] = sheet;
       this.lastWindow[i] = inside;
@@ -73,6 +74,7 @@ class History {
   }
 
   viewOf(moment, pass) {
+    // The flags are below kViewportStep, so the division drops them.
     const state = this.state(pass), viewport = Math.floor(state / kViewportStep);
     if (!(state & kLayout))
       return { viewport, camera: this.camera(pass), paper: undefined, window: undefined, sheet: undefined, place: undefined };

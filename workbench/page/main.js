@@ -66,6 +66,7 @@ new Tabs(byId("tabs"), [{ id: "page-summary", title: "Summary", isThere: true },
   { id: "page-keys", title: "Keys", isThere: data.keys.length > 0 },
   { id: "page-functions", title: "Functions", isThere: data.functions.length > 0 }]);
 timeline.set(timeline.first);
+// Called once at the start as well, which makes the first layout.
 const sizes = new ResizeObserver(layOut);
 for (const id of ["view", "path", "desktop", "activity"]) sizes.observe(byId(id));
 matchMedia("(prefers-color-scheme: dark)").addEventListener("change", () => {

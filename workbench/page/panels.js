@@ -11,7 +11,7 @@ const byId = (id) => document.getElementById(id);
 const seconds = (ms) => (ms / 1000).toFixed(2);
 const plural = (n, one, many) => `${n} ${n === 1 ? one : many}`;
 
-/** A number of the readout: short, but never so short that it says zero of what is not. */
+/** A number of the readout: short, but a value other than zero never appears as zero. */
 function readable(value) {
   if (!Number.isFinite(value)) return "not a number";
   const size = Math.abs(value);
@@ -208,7 +208,7 @@ class LogPanel {
     return row;
   }
 
-  /** Marks the last line that had been logged by then. */
+  /** Marks the last line that had been logged at that time. */
   show(time) {
     if (!this.follows || !this.found.length) return;
     const last = lastAt(this.found, time, (l) => l.time);
@@ -254,7 +254,7 @@ class EventsPanel {
   }
 }
 
-/** Rows of a table: the keys that were pressed, and what came of each; a click shows the moment after it. */
+/** Rows of a table: the keys that were pressed and their effects; a click shows the moment after one. */
 class KeysPanel {
   constructor(element, keys, jump) {
     this.keys = keys;
@@ -282,7 +282,7 @@ function showFunctions(element, functions) {
     html("td", {}, label), html("td", { class: "macro" }, macro))));
 }
 
-/** Pages that share a place; those that have nothing to show have no tab. */
+/** Pages that share one place. A page without contents has no tab. */
 class Tabs {
   constructor(list, pages) {
     this.pages = pages.filter((page) => page.isThere);

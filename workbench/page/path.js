@@ -24,7 +24,7 @@ class PathView {
     note.textContent = "The camera did not move.";
   }
 
-  /** Lays the picture out anew: after a change of size or of the plane. */
+  /** Lays the picture out again, after a change of its size or of the plane. */
   layOut() {
     const [a, b] = this.axes;
     const width = this.element.clientWidth, height = this.element.clientHeight, margin = 14;
@@ -33,6 +33,7 @@ class PathView {
       .filter((p) => Number.isFinite(p[a]) && Number.isFinite(p[b]));
     const range = (i) => all.reduce(([l, h], p) => [Math.min(l, p[i]), Math.max(h, p[i])], [Infinity, -Infinity]);
     const [[left, right], [bottom, top]] = all.length ? [range(a), range(b)] : [[-1, 1], [-1, 1]];
+    // A camera that never moves along an axis gives a range of 0, which must not become a divisor.
     const scale = Math.min((width - 2 * margin) / (right - left || 1), (height - 2 * margin) / (top - bottom || 1));
     this.at = (p) => [width / 2 + (p[a] - (left + right) / 2) * scale, height / 2 - (p[b] - (bottom + top) / 2) * scale];
     this.width = width;
@@ -88,6 +89,7 @@ class PathView {
     const corner = (s, t) => camera.target.map((v, i) => v + (s * right[i] * camera.width + t * up[i] * camera.height) / 2);
     const corners = [[-1, -1], [1, -1], [1, 1], [-1, 1]].map(([s, t]) => this.at(corner(s, t)));
     const eye = this.at(camera.position);
+    // Perspective sees along the edges of a pyramid, parallel projection along one direction.
     const ends = camera.isPerspective ? corners : [this.at(camera.target)];
     this.field.setAttribute("d", `M${corners.map((c) => c.join(" ")).join("L")}Z`);
     this.sight.setAttribute("d", ends.map((c) => `M${eye.join(" ")}L${c.join(" ")}`).join(""));

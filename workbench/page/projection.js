@@ -18,7 +18,7 @@ function cameraOf(moment) {
     isPerspective: c[11] === 1 };
 }
 
-/** True when every number of the camera can be drawn with. */
+/** Whether the camera can be drawn with: finite numbers and a field of some size. */
 function isUsable(camera) {
   const all = [...camera.position, ...camera.target, ...camera.up, camera.width, camera.height];
   return all.every((v) => Number.isFinite(v)) && camera.width > 0 && camera.height > 0;
@@ -30,10 +30,12 @@ function projectionOf(camera, width, height) {
   if (!(distance > 0)) return null;
   const direction = scaled(minus(camera.target, camera.position), 1 / distance);
   let right = cross(direction, camera.up);
-  // An up vector along the line of sight says nothing about the roll: any upright one will do.
+  // An up vector along the line of sight does not define the roll, so one near the vertical is taken.
   if (!(norm(right) > 1e-9 * norm(camera.up)))
     right = cross(direction, Math.abs(direction[2]) < 0.9 ? [0, 0, 1] : [0, 1, 0]);
   right = scaled(right, 1 / norm(right));
+  // `near` is relative to the distance, since drawings come in all sizes. The smaller scale wins: the whole field
+  // stays in the picture, whatever its proportions.
   return { camera, direction, right, up: cross(right, direction), distance, near: distance * 1e-3,
     scale: Math.min(width / camera.width, height / camera.height), width, height, cx: width / 2, cy: height / 2 };
 }
@@ -59,6 +61,7 @@ class PathPen {
   segment(x1, y1, x2, y2) {
     const dx = x2 - x1, dy = y2 - y1;
     let from = 0, to = 1;
+    // Clipping by parameter (Liang and Barsky): a coordinate far outside would overflow the renderer.
     const sides = [[-dx, x1 - this.left], [dx, this.rightEdge - x1], [-dy, y1 - this.top], [dy, this.bottom - y1]];
     for (const [speed, room] of sides) {
       if (speed === 0) {
@@ -74,6 +77,7 @@ class PathPen {
   }
 
   line(x1, y1, x2, y2) {
+    // A tenth of a pixel is as fine as can be seen, and keeps the path text short.
     const ax = Math.round(x1 * 10) / 10, ay = Math.round(y1 * 10) / 10;
     const bx = Math.round(x2 * 10) / 10, by = Math.round(y2 * 10) / 10;
     const continues = ax === this.lastX && ay === this.lastY;
@@ -89,7 +93,7 @@ function penFor({ width, height, box }) {
   return box ? new PathPen(box.width, box.height, 0, box.x, box.y) : new PathPen(width, height);
 }
 
-/** Draws one polyline (x y z x y z ...) with the pen; what is behind the near plane is cut off. */
+/** Draws one polyline (x y z x y z ...) with the pen, clipped at the near plane. */
 function drawPolyline(projection, pen, points) {
   const { camera, direction: d, right: r, up: u, distance, near, scale } = projection;
   const [tx, ty, tz] = camera.target;
@@ -98,6 +102,7 @@ function drawPolyline(projection, pen, points) {
   const emit = (xa, ya, za, xb, yb, zb) => {
     const sa = camera.isPerspective ? (scale * distance) / za : scale;
     const sb = camera.isPerspective ? (scale * distance) / zb : scale;
+    // The screen's y axis points down, the camera's up.
     pen.segment(cx + xa * sa, cy - ya * sa, cx + xb * sb, cy - yb * sb);
   };
   for (let i = 0; i + 2 < points.length; i += 3) {

@@ -1,6 +1,6 @@
-// What the page was given: groups of shapes (one for each layer and colour), moments, path, lines, log.
+// The data of the page: groups of shapes (one for each layer and colour), moments, path, lines, log.
 
-/** One shape: its handle and its polylines as flat arrays. Points that are no numbers are left out. */
+/** One shape: its handle and its polylines as flat arrays. A polyline with a coordinate that is not a number is left out. */
 function readShape([handle, ...lines]) {
   const isWhole = (line) => line.every((v) => Number.isFinite(v));
   return { handle, lines: lines.filter(isWhole).map((line) => Float64Array.from(line)) };

@@ -52,6 +52,7 @@ class Timeline {
     let before = performance.now();
     const frame = (now) => {
       if (!this.isPlaying) return;
+      // The first frame's time can be before the click, and time must not run backwards.
       this.set(this.time + Math.max(0, now - before) * Number(byId("speed").value));
       before = now;
       if (this.time >= this.last) this.pause();
@@ -72,6 +73,7 @@ class Timeline {
 
   onKey(event) {
     if (event.altKey || event.ctrlKey || event.metaKey) return;
+    // Keys keep their usual meaning in fields and on buttons. The slider is no such field: its arrows step by moments.
     const isTyping = event.target.closest("select, input:not([type=range]):not([type=checkbox])");
     const isPressing = event.target.closest("button, input[type=checkbox]");
     const actions = { ArrowLeft: () => this.step(-1), ArrowRight: () => this.step(1),

@@ -32,7 +32,7 @@ class DrawingView {
     this.paths.forEach((path, i) => path.setAttribute("stroke", this.colours[i]));
   }
 
-  /** Says something in place of the picture; nothing with an empty text. */
+  /** Shows a text in place of the picture; an empty one removes it. */
   say(text) {
     this.note.textContent = text;
     this.note.hidden = text === "";
@@ -57,6 +57,7 @@ class DrawingView {
 
   /** Place of a part of the sheet in the picture. */
   boxOf([x, y, width, height], { camera, scale, cx, cy }) {
+    // Places are centres with y up; a box has its upper left corner with y down.
     return { x: cx + (x - width / 2 - camera.target[0]) * scale, y: cy - (y + height / 2 - camera.target[1]) * scale,
       width: width * scale, height: height * scale };
   }
@@ -100,6 +101,7 @@ class DrawingView {
   /** The world's axes as seen on the screen. */
   drawTriad({ right, up, direction, height, box }, screen) {
     const axes = [["X", 1], ["Y", 3], ["Z", 5]].map(([name, index], i) => ({ name, index, x: right[i], y: up[i], z: direction[i] }));
+    // Far axes first, so that near ones are drawn over them.
     axes.sort((a, b) => b.z - a.z);
     const ink = themeColour("--ink"), paper = themeColour("--paper");
     // In the lower left corner of what is seen of the model.
@@ -108,6 +110,7 @@ class DrawingView {
       const colour = cssColour(a.index, ink, paper), at = corner;
       const label = svg("text", { x: at[0] + a.x * 36, y: at[1] - a.y * 36, fill: colour }, a.name);
       const line = svg("path", { d: `M${at[0]} ${at[1]}l${a.x * 26} ${-a.y * 26}`, stroke: colour, "stroke-width": 2 });
+      // An axis that points at the viewer has no room for its letter.
       return Math.hypot(a.x, a.y) > 0.3 ? [line, label] : [line];
     }));
   }

@@ -13,7 +13,8 @@ namespace workbench {
 /// imports cannot be changed.
 void interceptBeeps(HMODULE library);
 
-/// Hertz and milliseconds of every intercepted beep, before it sounds; an empty listener ends that.
+/// Hertz and milliseconds of every intercepted beep, before it sounds; an empty function removes the
+/// listener.
 void listenToBeeps(std::function<void(DWORD, DWORD)> listener);
 
 }  // namespace workbench

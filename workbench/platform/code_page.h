@@ -8,7 +8,7 @@
 
 namespace workbench {
 
-/// None when the system does not know the code page (Windows number), or it does not have these bytes.
+/// None when the system does not have the code page (Windows number), or when the bytes are invalid in it.
 std::optional<std::string> decodedCodePage(std::string_view bytes, int codePage);
 
 }  // namespace workbench

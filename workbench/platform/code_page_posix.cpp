@@ -16,6 +16,7 @@ std::string nameOf(int codePage) {
 
 std::optional<std::string> decodedCodePage(std::string_view bytes, int codePage) {
   const iconv_t converter = iconv_open("UTF-8", nameOf(codePage).c_str());
+  // The number may come from a drawing, so an unknown one is not a bug of this program.
   if (converter == reinterpret_cast<iconv_t>(-1)) return std::nullopt;
   std::string input(bytes);
   // No character of these pages takes more than four bytes of UTF-8.
@@ -24,6 +25,7 @@ std::optional<std::string> decodedCodePage(std::string_view bytes, int codePage)
   char* to = output.data();
   std::size_t fromLeft = input.size();
   std::size_t toLeft = output.size();
+  // An incomplete character at the end fails as well, since the text is whole.
   const bool isDone = iconv(converter, &from, &fromLeft, &to, &toLeft) != static_cast<std::size_t>(-1);
   iconv_close(converter);
   if (!isDone) return std::nullopt;

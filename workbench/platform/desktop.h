@@ -20,10 +20,10 @@ struct DesktopMessage {
 /// A desktop as new: no listener, the pointer on the drawing canvas. Main thread.
 void resetDesktop();
 
-/// `listener` is called for every message, on the thread that sends it; an empty one ends that.
+/// `listener` is called for every message, on the thread that sends it; an empty one removes it.
 void listenToDesktop(std::function<void(const DesktopMessage&)> listener);
 
-/// Moves the mouse pointer onto a control of that sort. Main thread.
+/// Moves the mouse pointer onto a control of that kind. Main thread.
 void movePointer(PointerTarget target);
 
 /// The windows and the pointer as they are now. Main thread.

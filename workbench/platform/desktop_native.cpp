@@ -57,6 +57,8 @@ void resetDesktop() {
 
 ReportDesktop desktopState() {
   ReportDesktop state;
+  // A parent before its children, as the report expects; the order of the list is that of the drawing on the
+  // page.
   for (const HWND window : {theDesktop.frame, theDesktop.canvas, theDesktop.palette, theDesktop.tree,
                             theDesktop.group, theDesktop.list, theDesktop.edit, theDesktop.qt})
     state.windows.push_back(windowState(window));
@@ -67,6 +69,7 @@ ReportDesktop desktopState() {
 }
 
 void listenToDesktop(std::function<void(const DesktopMessage&)> listener) {
+  // Wrapping an empty function would make a listener that throws when it is called.
   if (!listener) return windows::setUserMessageListener({});
   windows::setUserMessageListener([report = std::move(listener)](const windows::UserMessage& message) {
     report(toDesktopMessage(message));

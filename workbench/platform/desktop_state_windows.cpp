@@ -11,12 +11,14 @@ namespace {
 std::optional<ReportScrollBar> barOf(HWND window, int which) {
   SCROLLINFO info{};
   info.cbSize = sizeof info;
+  // A window without that bar makes the call fail; one with nothing to scroll has an empty range.
   info.fMask = SIF_RANGE | SIF_PAGE | SIF_POS;
   if (!GetScrollInfo(window, which, &info) || info.nMin >= info.nMax) return std::nullopt;
   return ReportScrollBar{info.nMin, info.nMax, static_cast<int>(info.nPage), info.nPos};
 }
 
 ReportWindow windowState(HWND window) {
+  // Longer class names are cut off by the system; the report only shows them.
   wchar_t name[64] = {};
   RECT rect{};
   GetClassNameW(window, name, 64);
@@ -42,6 +44,7 @@ ReportDesktop desktopState() {
   EnumThreadWindows(
       GetCurrentThreadId(),
       [](HWND window, LPARAM stateP) -> BOOL {
+        // EnumThreadWindows gives top-level windows only, so the children are listed after each of them.
         if (!addWindow(window, stateP)) return FALSE;
         if (IsWindowVisible(window)) EnumChildWindows(window, addWindow, stateP);
         return TRUE;

@@ -19,6 +19,7 @@ HWND lastBox = nullptr;
 
 std::wstring textOf(HWND window) {
   std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
+  // The length may be an overestimate; the number of characters copied is exact.
   text.resize(static_cast<std::size_t>(GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
   return text;
 }
@@ -26,6 +27,7 @@ std::wstring textOf(HWND window) {
 bool isBox(HWND window) {
   wchar_t name[16] = {};
   GetClassNameW(window, name, 16);
+  // The system's class of all dialog boxes, message boxes included.
   return std::wstring(name) == L"#32770";
 }
 
@@ -35,11 +37,14 @@ constexpr int kBoxTextId = 0xFFFF;
 /// No user presses the button of a box during a session.
 LRESULT CALLBACK confirmBoxes(int code, WPARAM wParam, LPARAM lParam) {
   const auto window = reinterpret_cast<HWND>(wParam);
+  // A box may be activated several times, but it is reported and confirmed once.
   if (code == HCBT_ACTIVATE && window != lastBox && isBox(window)) {
     lastBox = window;
     if (listener) listener({false, textOf(window) + L"\n" + textOf(GetDlgItem(window, kBoxTextId))});
+    // Posted and not sent: the box handles it in its own message loop, after it has finished opening.
     PostMessageW(window, WM_COMMAND, IDOK, 0);
   }
+  // The system may give the next box the same handle.
   if (code == HCBT_DESTROYWND && window == lastBox) lastBox = nullptr;
   return CallNextHookEx(hook, code, wParam, lParam);
 }
@@ -65,12 +70,14 @@ HWND controlFor(PointerTarget target) {
 }  // namespace
 
 void resetDesktop() {
+  // The old window is destroyed before the new one is made, so that only one of them is under the pointer.
   windowP.reset();
   windowP = std::make_unique<ControlWindow>();
   windowP->pointAt(windowP->canvas());
 }
 
 void listenToDesktop(std::function<void(const DesktopMessage&)> newListener) {
+  // The hook is removed before the listener: it must not call one that is gone.
   if (hook != nullptr) UnhookWindowsHookEx(std::exchange(hook, nullptr));
   listener = nullptr;
   listenToBeeps({});

@@ -1,4 +1,5 @@
-/// A lock on a folder that one process at a time can hold. It ends with the process, however that ends.
+/// A lock on a folder that one process at a time can hold. The system releases it when the process ends, also
+/// when it crashes.
 #ifndef WORKBENCH_FOLDER_LOCK_H
 #define WORKBENCH_FOLDER_LOCK_H
 

@@ -15,12 +15,14 @@ std::optional<FolderLock> FolderLock::take(const std::filesystem::path& folder) 
                                     FILE_ATTRIBUTE_HIDDEN | FILE_FLAG_DELETE_ON_CLOSE, nullptr);
   if (handle != INVALID_HANDLE_VALUE) return FolderLock(reinterpret_cast<std::intptr_t>(handle));
   const DWORD error = GetLastError();
+  // Access is denied, too, while the file of a run that has just ended waits for its deletion.
   if (error == ERROR_SHARING_VIOLATION || error == ERROR_ACCESS_DENIED) return std::nullopt;
   throw InputError({folder.string()}, "a folder that can be written",
                    std::system_category().message(static_cast<int>(error)));
 }
 
 FolderLock::~FolderLock() {
+  // Closing deletes the file. The system does so when the process crashes, too.
   if (mHandle != kNone) CloseHandle(reinterpret_cast<HANDLE>(mHandle));
 }
 

@@ -1,10 +1,10 @@
-/// The user's wish to end the program: Ctrl-C, a request to terminate, the closing of its console.
+/// Requests of the user to end the program: Ctrl-C, a termination signal, the closing of its console.
 #ifndef WORKBENCH_INTERRUPTION_H
 #define WORKBENCH_INTERRUPTION_H
 
 namespace workbench {
 
-/// While one lives, such a wish is noted and does not end the process. One at a time; main thread.
+/// While a guard exists, such a request is recorded and does not end the process. One at a time; main thread.
 class InterruptionGuard {
  public:
   InterruptionGuard();
@@ -13,7 +13,7 @@ class InterruptionGuard {
   InterruptionGuard& operator=(const InterruptionGuard&) = delete;
 };
 
-/// Name of the wish that came first since the guard was made ("SIGINT"); null when none came. Any thread.
+/// Name of the first request since the guard was made ("SIGINT"); null when there was none. Any thread.
 const char* interruption();
 
 }  // namespace workbench

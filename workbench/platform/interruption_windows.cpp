@@ -27,8 +27,10 @@ const char* nameOf(DWORD event) {
 
 BOOL WINAPI note(DWORD event) {
   const char* expected = nullptr;
+  // The system calls this on a thread of its own. The first request is kept, because the report names it.
   theWish.compare_exchange_strong(expected, nameOf(event));
   if (event != CTRL_C_EVENT && event != CTRL_BREAK_EVENT) Sleep(kTimeToWriteMs);
+  // Handled: the system must not call the next handler, which ends the process.
   return TRUE;
 }
 

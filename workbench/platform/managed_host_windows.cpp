@@ -4,6 +4,7 @@
 namespace workbench {
 
 std::string runAssembly(const std::filesystem::path&, const std::filesystem::path& menus) {
+  // The stand-in of the managed host runs under mono, which the Windows build does not come with.
   throw InputError({menus.string()}, "a menu file: assemblies run in native builds only",
                    "a customization file");
 }

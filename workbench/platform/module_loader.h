@@ -10,7 +10,7 @@
 
 namespace workbench {
 
-/// Interface release that a module must say it is built for: 19.0, the major number in the high 16 bits.
+/// Interface release that a module must report: 19.0, the major number in the high 16 bits.
 constexpr int kHostApiVersion = 0x130000;
 
 class Module {
@@ -20,15 +20,15 @@ class Module {
   /// host.
   Module(const std::filesystem::path& file, const std::filesystem::path& loaded);
   explicit Module(const std::filesystem::path& file) : Module(file, file) {}
-  /// Frees the library when it is loaded still.
+  /// Frees the library if it is still loaded.
   ~Module();
   Module(const Module&) = delete;
   Module& operator=(const Module&) = delete;
 
-  /// Calls the entry point. What the module throws passes through.
+  /// Calls the entry point. Exceptions of the module reach the caller.
   AcRx::AppRetCode send(AcRx::AppMsgCode message);
 
-  /// Frees the library. False when it is mapped still: something holds on to it.
+  /// Frees the library. False when it is still mapped because something else refers to it.
   bool unload();
 
   /// Leaves the library in memory for the rest of the process, for a thread that runs in it.

@@ -18,12 +18,14 @@ std::string hex(int value) {
 }
 
 template <typename Function>
+// A missing export is the user's mistake, a wrong file, so it is reported like one.
 Function symbol(void* library, const char* name, const std::string& file) {
   void* const address = dlsym(library, name);
   if (address == nullptr) throw InputError({file}, kExpected, std::string("none of its exports ") + name);
   return reinterpret_cast<Function>(address);
 }
 
+/// Frees the library when the constructor of Module throws after loading it.
 struct Closer {
   void* library;
   ~Closer() {
@@ -39,12 +41,17 @@ Module::Module(const std::filesystem::path& file, const std::filesystem::path& l
   if (!std::filesystem::is_regular_file(mFile)) throw InputError({name}, kExpected, "no such file");
   // Without a slash the system would search for it.
   const std::string path = loaded.has_parent_path() ? loaded.string() : mFile.string();
+  // RTLD_NOW finds missing symbols here and not in the middle of a run. RTLD_LOCAL keeps the module from
+  // sharing symbols with this program by accident.
   Closer guard{dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL)};
   if (guard.library == nullptr) throw InputError({name}, kExpected, inQuotes(dlerror()));
+  // The version is asked for before the entry point is called: a module for another release might crash
+  // there.
   const int version =
       static_cast<int>(symbol<std::uint32_t (*)(std::uint32_t)>(guard.library, "acrxGetApiVersion", name)(0));
   if (version != kHostApiVersion) throw InputError({name}, kExpected, "one for " + hex(version));
   mEntryPoint = symbol<EntryPoint>(guard.library, "acrxEntryPoint", name);
+  // Nothing throws from here on.
   mHandle = std::exchange(guard.library, nullptr);
 }
 
@@ -54,12 +61,14 @@ Module::~Module() {
 
 AcRx::AppRetCode Module::send(AcRx::AppMsgCode message) {
   assert(mEntryPoint != nullptr && mHandle != nullptr && "a message to a module that is not loaded");
-  // The packet is the host's own; the module only hands it back to the host.
+  // The packet is the host's own; the module only passes it back to the host.
   return mEntryPoint(message, this);
 }
 
 bool Module::unload() {
   dlclose(std::exchange(mHandle, nullptr));
+  // RTLD_NOLOAD succeeds only while the library is mapped. A thread-local destructor or a second handle keeps
+  // it so.
   void* const again = dlopen(mFile.c_str(), RTLD_NOW | RTLD_NOLOAD);
   if (again == nullptr) return true;
   dlclose(again);
@@ -67,6 +76,7 @@ bool Module::unload() {
 }
 
 std::filesystem::path executableFolder() {
+  // argv[0] may be a bare name that the shell found in PATH.
   return std::filesystem::read_symlink("/proc/self/exe").parent_path();
 }
 

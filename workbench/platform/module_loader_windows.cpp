@@ -30,12 +30,14 @@ template <typename Function>
 Function symbol(HMODULE library, const char* name, const std::string& file) {
   const FARPROC address = GetProcAddress(library, name);
   if (address == nullptr) throw InputError({file}, kExpected, std::string("none of its exports ") + name);
+  // By way of void*, since compilers warn about a direct cast between function types.
   return reinterpret_cast<Function>(reinterpret_cast<void*>(address));
 }
 
 /// Windows does not say which library it missed: the first of those that the file asks for and that cannot be
 /// loaded; empty when there is none.
 std::string missingImport(const std::wstring& file) {
+  // Mapped without its imports and without running its code, just to read the table.
   const HMODULE image = LoadLibraryExW(file.c_str(), nullptr, DONT_RESOLVE_DLL_REFERENCES);
   if (image == nullptr) return {};
   std::string missing;
@@ -52,11 +54,12 @@ std::string reasonOf(DWORD code, const std::wstring& file) {
   if (code == ERROR_MOD_NOT_FOUND)
     if (const std::string missing = missingImport(file); !missing.empty())
       return "one that needs " + missing + ", which is missing";
+  // Also the code for a 32-bit library.
   if (code == ERROR_BAD_EXE_FORMAT) return "a file that is no 64-bit library";
   return "one that cannot be loaded (error " + std::to_string(code) + ")";
 }
 
-/// No box about what cannot be loaded while it lives.
+/// Keeps the system from showing a message box about a library that cannot be loaded.
 struct ErrorMode {
   ErrorMode() : before(SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX)) {}
   ~ErrorMode() { SetErrorMode(before); }
@@ -81,12 +84,14 @@ Module::Module(const std::filesystem::path& file, const std::filesystem::path&)
   // A box about a missing library would wait for somebody to press its button.
   const ErrorMode quiet;
   Freer guard{LoadLibraryW(mFile.c_str())};
+  // Read at once: any later call may change it.
   const DWORD code = GetLastError();
   if (guard.library == nullptr) throw InputError({name}, kExpected, reasonOf(code, mFile.wstring()));
   const int version =
       static_cast<int>(symbol<std::uint32_t (*)(std::uint32_t)>(guard.library, "acrxGetApiVersion", name)(0));
   if (version != kHostApiVersion) throw InputError({name}, kExpected, "one for " + hex(version));
   mEntryPoint = symbol<EntryPoint>(guard.library, "acrxEntryPoint", name);
+  // Before the module runs, so that no beep is missed.
   interceptBeeps(guard.library);
   mHandle = std::exchange(guard.library, nullptr);
 }
@@ -97,16 +102,18 @@ Module::~Module() {
 
 AcRx::AppRetCode Module::send(AcRx::AppMsgCode message) {
   assert(mEntryPoint != nullptr && mHandle != nullptr && "a message to a module that is not loaded");
-  // The packet is the host's own; the module only hands it back to the host.
+  // The packet is the host's own; the module only passes it back to the host.
   return mEntryPoint(message, this);
 }
 
 bool Module::unload() {
   FreeLibrary(asModule(std::exchange(mHandle, nullptr)));
+  // GetModuleHandle does not count as a reference, so there is nothing to free.
   return GetModuleHandleW(mFile.c_str()) == nullptr;
 }
 
 std::filesystem::path executableFolder() {
+  // The longest path that Windows knows. MAX_PATH would cut it off in a deep folder.
   std::array<wchar_t, 32768> path{};
   GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
   return std::filesystem::path(path.data()).parent_path();

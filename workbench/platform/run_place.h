@@ -14,7 +14,7 @@ class RunPlace {
   /// with links in it to what is elsewhere. Throws InputError.
   RunPlace(const std::filesystem::path& folder, const std::filesystem::path& profile,
            const std::filesystem::path& module);
-  /// Goes back to the folder that was current, and removes the links.
+  /// Restores the current folder and removes the links.
   ~RunPlace();
   RunPlace(const RunPlace&) = delete;
   RunPlace& operator=(const RunPlace&) = delete;

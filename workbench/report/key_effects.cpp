@@ -11,12 +11,14 @@
 namespace workbench {
 namespace {
 
+// Allows for the rounding of a normalised vector, far below an angle that can be seen.
 constexpr double kAlongAnAxis = 1 - 1e-9;
 
 /// None when the event is no key.
 std::optional<std::string> keyName(std::int32_t code, const std::vector<ReportFunction>& functions) {
   if (const SpecialFunction* const functionP = findSpecialFunction(code))
     return std::string("key ") + functionP->nameP;
+  // Motion and announcements are no keys. Application functions have no upper limit.
   if (code < APPL_FUNC_START) return std::nullopt;
   const auto number = static_cast<std::size_t>(code - APPL_FUNC_START);
   const std::string name = "function " + std::to_string(number);
@@ -33,6 +35,7 @@ std::string directionInWords(const standin::host::Camera& camera) {
   const AcGeVector3d from = (camera.position - camera.target).normalize();
   if (from.x > kAlongAnAxis) return "from the right";
   if (from.x < -kAlongAnAxis) return "from the left";
+  // The front view looks along +y, so its camera is at negative y.
   if (from.y > kAlongAnAxis) return "from behind";
   if (from.y < -kAlongAnAxis) return "from the front";
   if (from.z > kAlongAnAxis) return "from above";
@@ -49,6 +52,7 @@ std::vector<ReportKey> keysOf(const Session& session, const std::vector<ReportFu
     if (keys.empty() || keys.back().timeMs != event.timeMs)
       keys.push_back({event.timeMs, *name, {}, {}});
     else
+      // Keys of one time share their effects, since no output says which of them had which.
       keys.back().name += ", " + *name;
   }
   return keys;
@@ -63,6 +67,7 @@ auto firstFrom(const List& list, std::int64_t timeMs) {
 
 /// End of what counts as the effect of a key at `timeMs`, exclusive.
 std::int64_t endOfEffect(const Session& session, std::int64_t timeMs, std::int64_t nextKeyMs) {
+  // A user's event at the key's own time does not end the effect, which would leave nothing of it.
   const auto next = firstFrom(session.user, timeMs + 1);
   return next == session.user.end() ? nextKeyMs : std::min(next->timeMs, nextKeyMs);
 }
@@ -74,6 +79,7 @@ void addEffects(ReportKey& key, std::int64_t endMs, const Recording& recording) 
       key.sent.push_back(line->text);
   const auto& rows = recording.rows;
   for (auto row = firstFrom(rows, key.timeMs); row != rows.end() && row->timeMs < endMs; ++row)
+    // The last view counts; an animated change writes several.
     if (row->kind == RowKind::kView) key.view = viewInWords(*row);
 }
 
@@ -92,6 +98,7 @@ std::vector<ReportKey> keyEffects(const Session& session, const Recording& recor
   std::vector<ReportKey> keys = keysOf(session, functions);
   for (std::size_t i = 0; i < keys.size(); ++i) {
     const bool isLast = i + 1 == keys.size();
+    // The last key's effect lasts to the end of the run.
     const std::int64_t next = isLast ? std::numeric_limits<std::int64_t>::max() : keys[i + 1].timeMs;
     addEffects(keys[i], endOfEffect(session, keys[i].timeMs, next), recording);
   }

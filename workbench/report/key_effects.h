@@ -1,4 +1,4 @@
-/// What each key of a session did: the texts it sent to the command line and what was looked at afterwards.
+/// What each key of a session did: the texts it sent to the command line and the view after it.
 #ifndef WORKBENCH_KEY_EFFECTS_H
 #define WORKBENCH_KEY_EFFECTS_H
 

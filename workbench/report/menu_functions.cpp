@@ -14,6 +14,7 @@ std::string_view trimmed(std::string_view text) {
   return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
 }
 
+/// Takes a line off the text, without its LF or CR LF.
 std::string_view takeLine(std::string_view& text) {
   const std::size_t end = text.find('\n');
   std::string_view line = text.substr(0, end);
@@ -25,6 +26,7 @@ std::string_view takeLine(std::string_view& text) {
 /// The text after the key and its separators.
 std::string_view valueOf(std::string_view line) {
   line = trimmed(line);
+  // The module accepts "=" and TAB, also several in a row, and ends a value at "#".
   const std::size_t separator = line.find_first_of("=\t");
   if (separator == std::string_view::npos) return {};
   const std::size_t value = line.find_first_not_of("=\t", separator);
@@ -34,10 +36,12 @@ std::string_view valueOf(std::string_view line) {
 
 std::optional<ReportFunction> functionOf(std::string_view value) {
   const std::size_t end = value.find('}');
+  // An entry without a macro gets no number: those after it move up.
   if (end == std::string_view::npos || end + 1 == value.size()) return std::nullopt;
   const std::string_view label = value.substr(0, end);
   const std::string_view macro = value.substr(end + 1);
   return ReportFunction{std::string(label.substr(label.find('{') + 1)),
+                        // The help text after "|" is no part of the macro.
                         std::string(macro.substr(0, macro.find('|')))};
 }
 
@@ -56,6 +60,7 @@ bool isParameter(std::string_view line) {
 }  // namespace
 
 std::vector<ReportFunction> menuFunctions(std::string_view menuFile) {
+  // Only the first section of this name counts.
   while (!menuFile.empty() && !isHeader(takeLine(menuFile), "MenuBar")) continue;
   std::vector<ReportFunction> functions;
   while (!menuFile.empty()) {

@@ -1,4 +1,4 @@
-/// The application functions that a menu file holds, with their labels, for people to read.
+/// The application functions that a menu file holds, with their labels, for the report.
 #ifndef WORKBENCH_MENU_FUNCTIONS_H
 #define WORKBENCH_MENU_FUNCTIONS_H
 

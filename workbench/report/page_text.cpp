@@ -15,6 +15,7 @@ std::string dumped(const Json& json) {
 }
 
 std::string validUtf8(std::string_view text) {
+  // The JSON library already replaces broken UTF-8, so it is used for that instead of a second decoder.
   return Json::parse(dumped(Json(text))).get<std::string>();
 }
 
@@ -23,6 +24,7 @@ std::string validUtf8(std::string_view text) {
 double rounded(double value, int digits) {
   if (!std::isfinite(value)) return value;
   char text[32];
+  // By way of decimal text: multiplying by a power of ten would add an error of its own.
   const auto end = std::to_chars(text, text + sizeof text, value, std::chars_format::scientific, digits - 1);
   double result = value;
   std::from_chars(text, end.ptr, result);
@@ -43,6 +45,7 @@ std::string scriptJson(const Json& json) {
 
 std::string escapedForHtml(std::string_view text) {
   std::string escaped;
+  // Quotes are not escaped: the text becomes the content of an element, never an attribute.
   for (const char c : validUtf8(text)) {
     if (c == '&')
       escaped += "&amp;";

@@ -1,4 +1,4 @@
-/// Data and texts as the report page embeds them: they cannot end the element around them. Any thread.
+/// Data and texts as the report page embeds them: no text can end the element around it. Any thread.
 #ifndef WORKBENCH_PAGE_TEXT_H
 #define WORKBENCH_PAGE_TEXT_H
 
@@ -17,7 +17,7 @@ double rounded(double value, int digits);
 /// not UTF-8 become U+FFFD.
 std::string scriptJson(const nlohmann::ordered_json& json);
 
-/// Text for the content of an HTML element, with the same care for bytes that are not UTF-8.
+/// Text for the content of an HTML element, with bytes that are not UTF-8 replaced in the same way.
 std::string escapedForHtml(std::string_view text);
 
 }  // namespace workbench

@@ -15,6 +15,7 @@ namespace {
 constexpr std::string_view kMark = "@@";
 
 std::string pageTitle(const ReportData& data) {
+  // The bytes are an en dash. Source files are ASCII.
   return escapedForHtml(data.drawingName) + " \xE2\x80\x93 " + escapedForHtml(data.sessionName);
 }
 
@@ -23,6 +24,7 @@ std::string valueOf(std::string_view name, const ReportData& data) {
   if (name == "STYLE") return kPageStyle;
   if (name == "SCRIPT") return kPageScript;
   if (name == "DATA") return scriptJson(reportJson(data));
+  // Only a new mark in the page's frame without a value here can lead to this.
   throw std::logic_error("report page: no value for " + std::string(name));
 }
 

@@ -55,11 +55,10 @@ struct ReportMoment {
   standin::host::PaperView sheet;        ///< all of the layout
   standin::host::PaperView window;       ///< place on the sheet of the window that `camera` is of
   std::vector<std::uint64_t> selection;  ///< handles pre-selected at this moment
-  /// Shapes that at this moment look otherwise than in ReportData::shapes (moved), or are not among them
-  /// (new).
+  /// Shapes that differ from those of ReportData::shapes at this moment (moved), or are not among them (new).
   std::vector<ReportShape> changed;
   std::vector<std::uint64_t> gone;       ///< handles of ReportData::shapes that are not there at this moment
-  std::optional<ReportDesktop> desktop;  ///< when the run has to do with it
+  std::optional<ReportDesktop> desktop;  ///< only when the session moves the pointer
 };
 
 /// An application function: an item of the menu file.
@@ -68,12 +67,12 @@ struct ReportFunction {
   std::string macro;
 };
 
-/// A key, or several at one time, and what came of it.
+/// A key, or several at one time, and its effects.
 struct ReportKey {
   std::int64_t timeMs = 0;
   std::string name;               ///< as the session writes it
   std::vector<std::string> sent;  ///< texts for the command line, UTF-8
-  std::string view;               ///< in words, what is looked at then; empty when no view was changed
+  std::string view;               ///< the resulting view in words; empty when no view was changed
 };
 
 struct ReportLine {

@@ -23,12 +23,15 @@ constexpr int kShapeDigits = 10;
 /// A camera may be zoomed far into a drawing that is far from the origin.
 constexpr int kCameraDigits = 15;
 
+// 13 numbers of 11 characters each: about 35 MB of the page at most.
 constexpr std::size_t kMostPasses = 250000;
 
-/// Values written once each, in the order in which they were first asked for.
+/// Values written once each, in the order in which they were first asked for. A selection that lasts for many
+/// moments would otherwise be repeated in each of them.
 class Table {
  public:
   std::size_t indexOf(Json entry) {
+    // Equal text means equal values, since keys and numbers are always written in one way.
     const auto [place, isNew] = mIndices.emplace(entry.dump(), mEntries.size());
     if (isNew) mEntries.push_back(std::move(entry));
     return place->second;
@@ -84,6 +87,7 @@ Json shapeJson(const ReportShape& shape) {
 /// One path of the picture draws each group: shapes that look alike and are hidden together.
 Json groupsJson(const std::vector<ReportShape>& shapes) {
   std::map<std::pair<std::string, int>, std::vector<const ReportShape*>> groups;
+  // An ordered map: equal runs must give equal pages.
   for (const ReportShape& shape : shapes) groups[{shape.layer, shape.colour}].push_back(&shape);
   return array(groups, [](const auto& group) {
     return Json{
@@ -128,6 +132,7 @@ Json desktopJson(const ReportDesktop& desktop) {
 
 Json momentJson(const ReportMoment& moment, Tables& tables) {
   Json json{{"time", moment.timeMs}, {"cap", moment.cap}, {"viewport", moment.viewport}};
+  // Left out in the model tab, where the page draws neither sheet nor window.
   if (moment.isLayout) {
     json["paper"] = paperJson(moment.paper);
     json["sheet"] = paperJson(moment.sheet);
@@ -149,20 +154,22 @@ Json momentJson(const ReportMoment& moment, Tables& tables) {
 std::string base64(const std::vector<double>& values) {
   static constexpr char kDigits[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
   std::vector<unsigned char> bytes(values.size() * sizeof(double));
+  // In the byte order of this machine, which is little-endian as are the machines of browsers.
   std::memcpy(bytes.data(), values.data(), bytes.size());
   std::string text;
   text.reserve((bytes.size() + 2) / 3 * 4);
   for (std::size_t i = 0; i < bytes.size(); i += 3) {
     const std::size_t count = std::min<std::size_t>(3, bytes.size() - i);
     std::uint32_t block = 0;
+    // The first byte is the highest of the block, whatever the machine's byte order.
     for (std::size_t k = 0; k < 3; ++k) block = block << 8 | (k < count ? bytes[i + k] : 0U);
     for (std::size_t k = 0; k < 4; ++k) text += k <= count ? kDigits[block >> (18 - 6 * k) & 63U] : '=';
   }
   return text;
 }
 
-/// For each pass 13 numbers: time, state, position, target, up, width, height. The state has bit 1 for
-/// perspective, 2 for a sheet that is current, 4 for a layout, and the viewport's number from bit 8 on.
+/// For each pass 13 numbers: time, state, position, target, up, width, height. The state is the
+/// sum of 1 for perspective, 2 for a sheet that is current, 4 for a layout and 8 times the viewport's number.
 Json passesJson(const std::vector<ReportPass>& passes) {
   // More would make the page larger than a browser opens at once; a screen has fewer pixels.
   const std::size_t step = passes.size() / kMostPasses + 1;
@@ -211,6 +218,7 @@ Json reportJson(const ReportData& data) {
   json["selected"] = array(data.selections, [&tables](const ReportSelection& change) {
     return Json::array({change.timeMs, tables.selections.indexOf(handlesJson(change.handles))});
   });
+  // The tables are written after the moments and changes that fill them.
   json["selections"] = tables.selections.take();
   json["changes"] = tables.changes.take();
   json["desktops"] = tables.desktops.take();

@@ -11,6 +11,7 @@ namespace {
 
 bool isSame(const standin::host::Camera& a, const standin::host::Camera& b) {
   const auto isSameTriple = [](const auto& p, const auto& q) {
+    // Exact: only rows that are repeated bit by bit may be dropped.
     return p.x == q.x && p.y == q.y && p.z == q.z;
   };
   return isSameTriple(a.position, b.position) && isSameTriple(a.target, b.target) &&
@@ -18,7 +19,7 @@ bool isSame(const standin::host::Camera& a, const standin::host::Camera& b) {
          a.isPerspective == b.isPerspective;
 }
 
-/// A row that shows what the one before it shows adds nothing to the picture.
+/// A row that repeats the view of the one before it adds nothing to the picture.
 std::vector<ReportPass> passesOf(const std::vector<TrajectoryRow>& rows) {
   std::vector<ReportPass> passes;
   for (const TrajectoryRow& row : rows) {
@@ -34,6 +35,7 @@ std::vector<ReportCap> capsOf(const Session& session) {
   std::vector<ReportCap> caps;
   for (const TimedDeviceAction& event : session.device)
     if (const auto* const motionP = std::get_if<DeviceEvent>(&event.action);
+        // From the session and not from the trajectory, which has no rows for deflections that move nothing.
         motionP != nullptr && motionP->code < 0)
       caps.push_back({event.timeMs, motionP->axes});
   return caps;
@@ -44,6 +46,7 @@ std::vector<ReportProblem> problemsOf(const RunResult& result) {
   for (const std::string& text : result.problems) {
     ReportProblem problem{std::nullopt, text};
     for (const Breach& breach : result.recording.breaches)
+      // The text comes from the breach, so it leads back to the time. Other problems have none.
       if (text.rfind("host: " + breach.text + " (", 0) == 0) problem.timeMs = breach.firstMs;
     problems.push_back(std::move(problem));
   }

@@ -7,12 +7,14 @@
 namespace workbench {
 namespace {
 
+// AutoCAD's colour indices: 0 takes the insertion's colour, 256 the layer's.
 constexpr int kByBlock = 0;
 constexpr int kByLayer = 256;
 constexpr int kWhite = 7;
 
 int resolvedColour(const standin::DrawnPart& part, const standin::Drawing& drawing) {
   if (part.colour == kByLayer) return drawing.layer(part.colourLayer).colour;
+  // Outside of any block "by block" is drawn as colour 7. The sign only says that the layer is off.
   return part.colour == kByBlock ? kWhite : std::abs(part.colour);
 }
 
@@ -20,6 +22,7 @@ int resolvedColour(const standin::DrawnPart& part, const standin::Drawing& drawi
 
 std::vector<EntityState> listEntities(const standin::Drawing& drawing) {
   std::vector<EntityState> states;
+  // Layers do not matter here: entities.csv lists hidden entities as well.
   for (const auto& entity : drawing.entities()) {
     const standin::EntityProperties& properties = entity->properties();
     if (drawing.isErased(properties.handle)) continue;
@@ -31,8 +34,10 @@ std::vector<EntityState> listEntities(const standin::Drawing& drawing) {
 std::vector<ReportShape> shapesOf(const standin::DrawnEntity& entity, const standin::Drawing& drawing) {
   std::vector<ReportShape> shapes;
   for (standin::DrawnPart& part : entity.parts()) {
+    // Parts of a block can be on other layers than the insertion.
     if (!drawing.layer(part.layer).isVisible) continue;
     const int colour = resolvedColour(part, drawing);
+    // An entity has a few layers and colours, so a search is cheaper than a map.
     const auto same = std::find_if(shapes.begin(), shapes.end(), [&part, colour](const ReportShape& shape) {
       return shape.layer == part.layer && shape.colour == colour;
     });

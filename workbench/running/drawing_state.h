@@ -1,4 +1,4 @@
-/// What a drawing looks like at one moment, taken out of the host: entities as they are listed and as they
+/// The state of a drawing at one moment, read from the host: entities as they are listed and as they
 /// are drawn. Main thread only.
 #ifndef WORKBENCH_DRAWING_STATE_H
 #define WORKBENCH_DRAWING_STATE_H
@@ -27,7 +27,7 @@ std::vector<EntityState> listEntities(const standin::Drawing& drawing);
 /// Parts on layers that are off or frozen are left out.
 std::vector<ReportShape> shapesOf(const standin::DrawnEntity& entity, const standin::Drawing& drawing);
 
-/// Whether the entity is there to be seen: not erased, on a layer that is neither off nor frozen.
+/// Whether the entity is visible: not erased, on a layer that is neither off nor frozen.
 bool isSeen(const standin::DrawnEntity& entity, const standin::Drawing& drawing);
 
 }  // namespace workbench

@@ -14,6 +14,7 @@ namespace clock = standin::clock;
 
 namespace {
 
+// Short enough for Ctrl-C to seem immediate, long enough not to keep a core busy.
 constexpr std::int64_t kLongestRealWaitMs = 50;
 
 }  // namespace
@@ -21,6 +22,7 @@ constexpr std::int64_t kLongestRealWaitMs = 50;
 void guarded(const std::string& what, std::vector<std::string>& problems, const std::function<void()>& call) {
   try {
     call();
+    // A mistake in the session or the drawing is the user's and no finding about the module.
   } catch (const InputError&) {
     throw;
   } catch (const std::exception& error) {
@@ -37,7 +39,10 @@ void HostLoop::run(const Progress& progress) {
     if (const char* const wish = interruption())
       throw Interrupted("the run was ended by " + std::string(wish) + " at " +
                         std::to_string(clock::nowMs()) + " ms");
+    // Does not move time, but delivers the device's events that are due: they come before everything else of
+    // that time.
     clock::advanceTo(clock::nowMs());
+    // One step, then again from the top: each may have queued a text or used time.
     if (runQueuedText() || runTimer() || runUserEvent()) continue;
     if (isOver()) return;
     clock::advanceTo(nextTime());
@@ -57,6 +62,8 @@ bool HostLoop::runQueuedText() {
 
 bool HostLoop::runTimer() {
   const auto due = clock::nextTimer();
+  // A drawing call may have taken the clock past the user's next event. That event then comes before timers
+  // that were due later.
   if (!due || *due > clock::nowMs() || *due > nextUserTime().value_or(mSession.endMs)) return false;
   guarded("a timer procedure", mProblems, [] { clock::runDueTimer(); });
   return true;
@@ -65,6 +72,7 @@ bool HostLoop::runTimer() {
 bool HostLoop::runUserEvent() {
   const auto due = nextUserTime();
   if (!due || *due > clock::nowMs()) return false;
+  // Counted before it is performed, so that an event that throws is not performed again.
   const TimedUserAction& event = mSession.user[mNextUser++];
   guarded("a command of the session's line " + std::to_string(event.line), mProblems,
           [this, &event] { perform(event, mSession, mSurroundings); });
@@ -73,6 +81,7 @@ bool HostLoop::runUserEvent() {
 }
 
 bool HostLoop::isOver() const {
+  // In real time the device's events arrive on another thread and may be late, so they are waited for.
   return mNextUser == mSession.user.size() && clock::nowMs() >= mSession.endMs && mDevice.isDone();
 }
 
@@ -82,6 +91,7 @@ std::optional<std::int64_t> HostLoop::nextUserTime() const {
 }
 
 std::int64_t HostLoop::nextTime() const {
+  // The device's events need no place here: advancing the clock delivers them on the way.
   const std::int64_t next = nextUserTime().value_or(mSession.endMs);
   const std::int64_t due = std::min(next, clock::nextTimer().value_or(next));
   // In real time a long wait must not keep the user from ending the program.

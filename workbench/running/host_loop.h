@@ -55,8 +55,8 @@ class HostLoop {
   std::size_t mNextUser = 0;
 };
 
-/// Calls `call`; what it throws becomes a line in `problems` that begins with `what`. InputError passes
-/// through.
+/// Calls `call` and turns an exception into a line of `problems` that begins with `what`. InputError is
+/// rethrown.
 void guarded(const std::string& what, std::vector<std::string>& problems, const std::function<void()>& call);
 
 }  // namespace workbench

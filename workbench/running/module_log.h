@@ -11,7 +11,7 @@
 
 namespace workbench {
 
-/// What the settings file says about the log.
+/// The settings of the log, from the settings file.
 struct LogSettings {
   std::string file = "autocad_addin_log.txt";
   bool isToFile = true;
@@ -24,7 +24,7 @@ LogSettings logSettings(std::string_view settingsFile);
 /// Follows one log file while it is written.
 class LogFollower {
  public:
-  /// What is in the file now is of earlier runs.
+  /// The file's present contents count as those of earlier runs.
   explicit LogFollower(std::filesystem::path file);
 
   /// Takes what has been written since the last look. To be called at least once for each rotation.

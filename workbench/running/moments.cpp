@@ -15,10 +15,12 @@ namespace {
 namespace clock = standin::clock;
 namespace host = standin::host;
 
+// Numbers as the host gives them: 1 is the sheet of a layout, windows in it count from 2.
 constexpr int kSheetViewport = 1;
 constexpr int kFirstWindow = 2;
 
 bool isSamePoint(const AcGePoint3d& a, const AcGePoint3d& b) {
+  // Exact: what was not transformed has the same bits, and the smallest motion is a change.
   return a.x == b.x && a.y == b.y && a.z == b.z;
 }
 
@@ -40,8 +42,10 @@ bool isSame(const std::vector<ReportShape>& a, const std::vector<ReportShape>& b
 std::vector<std::int64_t> momentTimes(std::int64_t endMs, std::size_t count) {
   std::vector<std::int64_t> times;
   for (std::size_t i = 0; i + 1 < count; ++i)
+    // Multiplied first: dividing first would add up the rounding. A week times 10000 fits in 64 bits.
     times.push_back(endMs * static_cast<std::int64_t>(i) / static_cast<std::int64_t>(count - 1));
   times.push_back(endMs);
+  // A short session has fewer whole milliseconds than moments were asked for.
   times.erase(std::unique(times.begin(), times.end()), times.end());
   return times;
 }
@@ -50,12 +54,14 @@ void MomentRecorder::begin() {
   const standin::Drawing* const drawing = host::drawing();
   if (drawing == nullptr) return;
   mDrawing = drawing->serial();
+  // New entities are appended, so an index from here on is that of a new one.
   mEntitiesAtStart = drawing->entities().size();
   for (const auto& entity : drawing->entities())
     if (isSeen(*entity, *drawing)) mShapes.emplace(entity->properties().handle, shapesOf(*entity, *drawing));
 }
 
 void MomentRecorder::look() {
+  // Cheap in the usual case: this runs at every drawing call.
   if (!clock::isMainThread() || mMoments.size() == mTimes.size()) return;
   noteCandidates();
   const std::int64_t now = clock::nowMs();
@@ -76,13 +82,15 @@ std::vector<ReportShape> MomentRecorder::takeShapes() {
 void MomentRecorder::take(std::int64_t nowMs) {
   assert(mMoments.size() < mTimes.size() && "a moment was taken after the last one");
   ReportMoment moment;
+  // What the module has fetched and not what the device has sent: the picture shows its effect.
   const auto cap = standin::controller::lastHandedOver();
   std::copy(cap.begin(), cap.end(), moment.cap.begin());
   moment.viewport = host::currentViewport();
   moment.isLayout = host::variable(L"TILEMODE") == L"0";
   moment.isPaper = moment.isLayout && moment.viewport == kSheetViewport;
-  // On the sheet no window is current: the first one stands for all.
+  // While the sheet is current, no window is. The first one is recorded then.
   const int window = moment.isPaper ? kFirstWindow : moment.viewport;
+  // A viewport may have no view yet; the page says so in place of a picture.
   moment.camera = host::camera(window).value_or(host::Camera());
   moment.paper = host::paperView();
   const host::Layout layout = host::layout();
@@ -91,6 +99,7 @@ void MomentRecorder::take(std::int64_t nowMs) {
   noteCandidates();
   moment.selection = mLastSelection;
   if (mDesktop == Desktop::kShown) moment.desktop = desktopState();
+  // Once for all moments that are due: nothing changed on the screen between them.
   compare(moment);
   while (mMoments.size() < mTimes.size() && mTimes[mMoments.size()] <= nowMs) {
     moment.timeMs = mTimes[mMoments.size()];
@@ -107,6 +116,7 @@ void MomentRecorder::noteCandidates() {
 
 void MomentRecorder::compare(ReportMoment& moment) const {
   const standin::Drawing* const drawing = host::drawing();
+  // By serial number: handles and even the address of a closed drawing may recur in the next one.
   if (drawing == nullptr || drawing->serial() != mDrawing) return compareWithAnother(drawing, moment);
   const auto& entities = drawing->entities();
   for (std::size_t i = 0; i < entities.size(); ++i) {
@@ -114,6 +124,7 @@ void MomentRecorder::compare(ReportMoment& moment) const {
     const std::uint64_t handle = entity.properties().handle;
     const bool isNew = i >= mEntitiesAtStart;
     if (!isSeen(entity, *drawing)) {
+      // What was hidden from the beginning is not in the page at all.
       if (mShapes.count(handle) != 0) moment.gone.push_back(handle);
     } else if (isNew || mWasSelected.count(handle) != 0) {
       std::vector<ReportShape> parts = shapesOf(entity, *drawing);

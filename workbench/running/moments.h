@@ -25,10 +25,10 @@ class MomentRecorder {
   /// Remembers the drawing as it is when the session begins.
   void begin();
   /// Notes what is selected, and takes the moments whose time has come. To be called at least once while a
-  /// selection lasts. Does nothing on another thread than the main one, from which a
-  /// module that breaks the rules may draw.
+  /// selection lasts. Does nothing on any thread but the main one: a module
+  /// that breaks the rules may draw from another.
   void look();
-  /// Takes what is left as it is now.
+  /// Takes all remaining moments from the present state.
   void finish();
 
   const std::vector<std::int64_t>& times() const { return mTimes; }

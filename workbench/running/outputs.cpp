@@ -17,6 +17,7 @@ constexpr int kSignificantDigits = 17;
 void appendReal(std::string& out, double value) {
   char text[40];
   const auto result =
+      // Independent of the locale, and equal on all platforms, so that runs can be compared as text.
       std::to_chars(text, text + sizeof text, value, std::chars_format::general, kSignificantDigits);
   out.append(text, result.ptr);
 }
@@ -31,6 +32,7 @@ void appendTriple(std::string& out, const Triple& triple, char separator) {
 }
 
 std::string csvField(const std::string& text) {
+  // Quoted only where the format demands it; most names stay readable.
   if (text.find_first_of(",\"\r\n") == std::string::npos) return text;
   std::string quotedText = "\"";
   for (const char c : text) quotedText += c == '"' ? "\"\"" : std::string(1, c);
@@ -91,6 +93,7 @@ constexpr Column<TrajectoryRow> kTrajectoryColumns[] = {
        out += row.camera.isPerspective ? "perspective" : "parallel";
      }}};
 
+// The layer is the only field that a user names, so it alone needs quoting.
 constexpr Column<EntityState> kEntityColumns[] = {
     {"handle", [](Text& out, const EntityState& entity) { out += handleText(entity.handle); }},
     {"type", [](Text& out, const EntityState& entity) { out += entity.type; }},
@@ -154,6 +157,7 @@ const char* kindName(LineKind kind) {
 
 std::string trajectoryCsv(const std::vector<TrajectoryRow>& rows) {
   std::string text = headerOf(kTrajectoryColumns);
+  // A long run may have a million rows; growing the text step by step would copy it again and again.
   text.reserve(text.size() + rows.size() * kBytesPerRowGuess);
   for (const TrajectoryRow& row : rows) appendRow(text, kTrajectoryColumns, row);
   return text;
@@ -168,6 +172,8 @@ std::string entitiesCsv(const std::vector<EntityState>& entities) {
 std::string commandLineLog(const std::vector<CommandLineEntry>& lines) {
   std::string text;
   for (const CommandLineEntry& line : lines)
+    // JSON keeps every text on one line and shows control characters. The text is valid UTF-8, so dump() does
+    // not throw.
     text += std::to_string(line.timeMs) + " " + kindName(line.kind) + " " + nlohmann::json(line.text).dump() +
             "\n";
   return text;

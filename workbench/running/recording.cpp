@@ -32,6 +32,7 @@ host::Camera sheetCamera(const host::PaperView& view) {
   host::Camera camera;
   camera.position = {view.centerX, view.centerY, 0};
   camera.target = {0, 0, 0};
+  // A sheet has no up vector. In the table, zeros mark the row as one that is no camera.
   camera.up = {0, 0, 0};
   camera.fieldWidth = view.width;
   camera.fieldHeight = view.height;
@@ -67,12 +68,14 @@ void Recorder::begin() {
 void Recorder::noteSelection() {
   std::vector<std::uint64_t> handles = host::selection();
   auto& changes = mRecording.selections;
+  // Noted after each step of the host, most of which do not change the selection.
   if (changes.empty() || changes.back().handles != handles)
     changes.push_back({clock::nowMs(), std::move(handles)});
 }
 
 void Recorder::noteHandleNotFound(std::uint64_t handle) {
   mRecording.handlesNotFound.insert(handle);
+  // Recorded as a line of the host, so that it appears among the other lines at its time.
   hostPrinted(toWide("No object with handle " + handleText(handle) + "."));
 }
 
@@ -89,6 +92,7 @@ void Recorder::viewCommitted(int viewport, const host::Camera& camera) {
 }
 
 void Recorder::viewChanged(int viewport, const host::Camera& camera) {
+  // The camera of the sheet's viewport says nothing; what is seen of it is the paper view.
   if (isSheet(viewport)) return addPaperRow(RowKind::kView, viewport, host::paperView());
   addRow(RowKind::kView, viewport, camera);
 }
@@ -110,6 +114,7 @@ void Recorder::hostPrinted(const std::wstring& text) {
 }
 
 void Recorder::assemblyLoaded(const std::wstring& path) {
+  // Loading an assembly is a success for the module even where none can run.
   if (!mRunAssembly) return;
   std::istringstream shown(mRunAssembly(std::filesystem::path(path)));
   for (std::string line; std::getline(shown, line);)
@@ -117,16 +122,21 @@ void Recorder::assemblyLoaded(const std::wstring& path) {
 }
 
 void Recorder::ruleBroken(const std::string& breach) {
+  // A module that breaks the rules may call from any of its threads. The calls of one that keeps them never
+  // wait here.
   const std::lock_guard lock(mMutex);
   const auto known = std::find_if(mRecording.breaches.begin(), mRecording.breaches.end(),
                                   [&breach](const Breach& other) { return other.text == breach; });
   if (known != mRecording.breaches.end())
+    // A breach may recur at every pass; one line with a count keeps the report readable.
     ++known->count;
   else
     mRecording.breaches.push_back({breach, 1, clock::nowMs()});
 }
 
 void Recorder::addRow(RowKind kind, int viewport, const host::Camera& camera) {
+  // Before the lock is taken, because it locks the host, which may be calling this recorder from another
+  // thread.
   const bool isLayout = isLayoutShown();
   const std::lock_guard lock(mMutex);
   mRecording.rows.push_back(

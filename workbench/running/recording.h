@@ -1,4 +1,4 @@
-/// What happened during a run, as the outputs have it: the path of the views, the command line, the
+/// What happened during a run, as the outputs give it: the path of the views, the command line, the
 /// selections.
 #ifndef WORKBENCH_RECORDING_H
 #define WORKBENCH_RECORDING_H
@@ -78,9 +78,9 @@ class Recorder : public standin::host::Listener {
 
   /// The row of kind `start`: the current view as it is now. Main thread.
   void begin();
-  /// Notes the pre-selection if it is another than before. Main thread.
+  /// Records the pre-selection if it has changed. Main thread.
   void noteSelection();
-  /// Notes that the drawing has no such entity, and what the host prints about it. Main thread.
+  /// Records that the drawing has no such entity, and what the host prints about it. Main thread.
   void noteHandleNotFound(std::uint64_t handle);
   Recording take();
 

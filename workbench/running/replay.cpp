@@ -20,7 +20,8 @@ namespace clock = standin::clock;
 namespace controller = standin::controller;
 namespace host = standin::host;
 
-/// Real time for the system to take down threads that have ended.
+/// Real time for the system to take down threads that have ended. A joined thread may stay in the process's
+/// list for a moment, so one look is not enough.
 constexpr std::chrono::milliseconds kThreadsMayTake(1000);
 
 std::string counted(std::uint64_t count, const char* what) {
@@ -44,12 +45,14 @@ class Run {
 
   RunResult go() {
     mResult.endMs = mRequest.session.endMs;
+    // Taken before the drawing moves into the host.
     mResult.notUnderstood = mRequest.drawing->mSkipped;
     startWorld();
     Recorder recorder(mRequest.runAssembly);
     recorder.begin();
     mMoments.begin();
     runModule(recorder);
+    // Unloaded before collecting: the counts of what is left must include what the module releases last.
     unload();
     collect(recorder);
     // Closing would call a reactor that is still registered, whose code has been unloaded.
@@ -65,21 +68,26 @@ class Run {
     clock::setDate(mRequest.dateMs);
     // Otherwise the first lines that the module and its new threads log come in either order.
     clock::setSettlingNewThreads(mRequest.clock == clock::Kind::kReplay);
+    // Queued events and settings of an earlier run in this process.
     controller::reset();
     host::start([this] {
+      // The screen is recorded before the call's time passes, at the time when the call was made.
       mMoments.look();
       clock::drawn();
     });
     host::openDocument(std::move(mRequest.drawing));
   }
 
-  /// From the init message to the unload message, which is sent whatever the session comes to.
+  /// From the init message to the unload message, which is sent however the session ends.
   void runModule(Recorder& recorder) {
     mDevice.emplace(mRequest.session);
     // Scrolling makes no drawing call, so the clock triggers the capture too.
     for (const std::int64_t timeMs : mMoments.times()) clock::schedule(timeMs, [this] { mMoments.look(); });
     send(AcRx::kInitAppMsg, "the init message");
+    // The host sends this for a document that is open when a module is loaded.
     send(AcRx::kLoadDwgMsg, "the load drawing message");
+    // The module's threads have to reach their first wait before the session begins; otherwise the first
+    // event could find nobody waiting.
     settle("the init message");
     try {
       HostLoop(mRequest.session, *mDevice, {recorder, mRequest.writeMenu}, mResult.problems)
@@ -87,6 +95,7 @@ class Run {
             mMoments.look();
             if (mRequest.progress) mRequest.progress(nowMs, endMs);
           });
+      // Before the unload, so that the last moment does not show what the module does then.
       mMoments.finish();
     } catch (const InputError& error) {
       noteFailure(error);
@@ -107,6 +116,7 @@ class Run {
   void send(AcRx::AppMsgCode message, const std::string& name) {
     guarded(name, mResult.problems, [&] {
       const int result = mModule.send(message);
+      // A module that returns anything else reports that it did not do its work.
       if (result != AcRx::kRetOK)
         mResult.problems.push_back(name + " returned " + std::to_string(result) + ", not 0");
     });
@@ -119,6 +129,7 @@ class Run {
   /// A thread that still runs would crash in unloaded code, so the library stays loaded then and the run ends
   /// with a line that reports the thread.
   void unload() {
+    // Asked before the clock stops, which forgets all timers.
     addProblem(clock::timerCount(), "timers left after the unload message");
     clock::stop();
     const std::size_t threads = threadsLeft();
@@ -131,7 +142,9 @@ class Run {
 
   static std::size_t threadsLeft() {
     const auto deadline = std::chrono::steady_clock::now() + kThreadsMayTake;
+    // Real time: the clock of the run has stopped.
     while (clock::otherThreads() != 0 && std::chrono::steady_clock::now() < deadline)
+      // No sleep: in most runs the threads are gone at the first look.
       std::this_thread::yield();
     return clock::otherThreads();
   }
@@ -148,6 +161,7 @@ class Run {
     mResult.host = host::report();
     mResult.eventsDelivered = controller::eventsHandedOver();
     mResult.eventsNotFetched = controller::eventsPending();
+    // After take(), which moves the recorder's breaches into the result.
     judgeHost(mResult.host);
     addProblem(clock::stalls(), "times a thread neither waited nor ended");
     for (const std::string& breach : controller::breaches())

@@ -15,6 +15,7 @@ constexpr const char* kReplaced = ".replaced";  // in `partial`: earlier results
 /// Folders that have to be made for `folder` to be there, from the outermost.
 std::vector<fs::path> missingFolders(const fs::path& folder) {
   std::vector<fs::path> missing;
+  // Outermost first. The path is absolute, so the loop ends at the root, which exists.
   for (fs::path at = folder; !at.empty() && !fs::exists(at); at = at.parent_path())
     missing.insert(missing.begin(), at);
   return missing;
@@ -37,6 +38,7 @@ class Moves {
   Moves() = default;
   ~Moves() {
     std::error_code ignored;
+    // In reverse: an earlier result can only return to its place when the new one has left it.
     for (; !mDone.empty(); mDone.pop_back()) fs::rename(mDone.back().second, mDone.back().first, ignored);
   }
   Moves(const Moves&) = delete;
@@ -45,6 +47,7 @@ class Moves {
   void move(const fs::path& from, const fs::path& to) {
     makeFolders(to.parent_path());
     std::error_code error;
+    // Within one folder and so on one file system, where a rename is a single step and cannot end half done.
     fs::rename(from, to, error);
     if (error) throw InputError({to.string()}, "a result that can be put in place", error.message());
     mDone.emplace_back(from, to);
@@ -68,6 +71,7 @@ ResultFolder::ResultFolder(const fs::path& folder)
 ResultFolder::~ResultFolder() {
   std::error_code ignored;
   if (!mIsPartialKept) fs::remove_all(partial(), ignored);
+  // First the lock: on Windows it is a file in the folder, which would not be empty.
   mLock.reset();
   // remove() leaves a folder that holds anything.
   for (auto folder = mMade.rbegin(); folder != mMade.rend(); ++folder) fs::remove(*folder, ignored);
@@ -76,6 +80,7 @@ ResultFolder::~ResultFolder() {
 void ResultFolder::begin() {
   mIsPartialKept = false;
   std::error_code error;
+  // What an interrupted run has left there is replaced by this one.
   fs::remove_all(partial(), error);
   if (error) throw InputError({partial().string()}, "a folder that can be removed", error.message());
   makeFolders(partial());
@@ -85,10 +90,12 @@ void ResultFolder::putInPlace(const std::vector<fs::path>& names) const {
   {
     Moves moves;
     for (const fs::path& name : names) {
+      // The status of the link itself: one that leads nowhere takes up the name, too.
       if (fs::exists(fs::symlink_status(mFolder / name)))
         moves.move(mFolder / name, partial() / kReplaced / name);
       moves.move(partial() / name, mFolder / name);
     }
+    // From here on the results are in place, and a failure to clean up does not matter.
     moves.keep();
   }
   std::error_code ignored;

@@ -1,5 +1,5 @@
 /// The folder of a run's results. A run writes into `partial` in that folder; its results are put in place
-/// together at its end, so what an earlier run left stays whole until then. Main thread only.
+/// together at its end, so the results of an earlier run stay complete until then. Main thread only.
 #ifndef WORKBENCH_RESULT_FOLDER_H
 #define WORKBENCH_RESULT_FOLDER_H
 
@@ -29,7 +29,7 @@ class ResultFolder {
   /// Empties `partial`. To be called once everything that the run reads has been read: the user may have
   /// named a file in there. Throws InputError.
   void begin();
-  /// The run is under way: what it leaves in `partial` stays.
+  /// Marks the run as under way: from now on the contents of `partial` are kept.
   void keepPartial() { mIsPartialKept = true; }
   /// Moves `names`, paths in `partial`, to their places in the folder, then removes `partial`. All are moved
   /// or none: when one cannot be, those before it are moved back. Throws InputError.

@@ -34,7 +34,7 @@ Json breachesJson(const std::vector<Breach>& breaches) {
   return json;
 }
 
-// What a value looks like to people: no text leaves the row out, several make as many rows.
+// Values as people read them. An empty list leaves the row out; several texts make as many rows.
 
 Texts plain(const Json& value) {
   return {value.dump()};
@@ -69,7 +69,7 @@ Texts yesOrNo(const Json& value) {
 struct Entry {
   const char* key;
   Json (*value)(const RunResult&);
-  const char* label = nullptr;  ///< of the row for people; null: only programs want it
+  const char* label = nullptr;  ///< of the row for people; null when there is none
   Texts (*show)(const Json& value) = plain;
 };
 
@@ -85,7 +85,8 @@ Json member(const RunResult& result) {
 
 using standin::host::Report;
 
-/// Adding a value: a row here and its row in docs/outputs.md.
+/// Adding a value: a row here and its row in docs/outputs.md. The order is that of the file and of the rows
+/// for people.
 const Entry kEntries[] = {
     {"end_ms", member<&RunResult::endMs>, "session", milliseconds},
     {"ended_by", member<&RunResult::ending>},
@@ -122,6 +123,7 @@ std::string summaryJson(const RunResult& result, const RunNames& names) {
   json["drawing"] = names.drawing;
   json["session"] = names.session;
   for (const Entry& entry : kEntries) json[entry.key] = entry.value(result);
+  // A file name on Linux need not be UTF-8. Its bad bytes are replaced, since dump() would throw otherwise.
   return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 

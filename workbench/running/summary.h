@@ -20,7 +20,7 @@ struct RunNames {
 /// The summary as JSON, with a line end.
 std::string summaryJson(const RunResult& result, const RunNames& names);
 
-/// What people want to know of it, as rows of "what, how much".
+/// The values for people, as rows of label and value.
 std::vector<std::pair<std::string, std::string>> summaryRows(const RunResult& result);
 
 }  // namespace workbench

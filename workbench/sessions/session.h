@@ -19,7 +19,7 @@ struct AdvancedSettings {
   std::int32_t rotationMode = 0;  ///< three decimal digits: hover, level horizon, centre of rotation
   bool isZoomAfterView = false;
 };
-struct DeviceEvent {                   ///< motion, key, function and event alike: what the daemon sends
+struct DeviceEvent {                   ///< any event of the daemon: motion, key, function
   std::int32_t code = -1;              ///< below 0: motion
   std::array<std::int16_t, 6> axes{};  ///< of the cap; all 0 for a command event
 };

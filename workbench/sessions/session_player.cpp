@@ -23,6 +23,7 @@ namespace host = standin::host;
 
 bool isInDrawing(std::uint64_t handle) {
   const standin::Drawing* const drawing = host::drawing();
+  // An erased entity is still in the drawing, but nobody can select it.
   return drawing != nullptr && drawing->find(handle) != nullptr && !drawing->isErased(handle);
 }
 
@@ -42,6 +43,8 @@ struct UserPerformer {
     }
   }
 
+  // The text is typed, so it goes through the command line and can be the input that a running command waits
+  // for.
   void operator()(const Command& command) const { host::type(toWide(command.text)); }
 
   void operator()(const SetVariable& set) const {
@@ -62,6 +65,8 @@ struct UserPerformer {
         return openDocument(document.name);
       case SetDocument::Kind::kClose:
         if (host::drawing() == nullptr) throw InputError(place, "an open document to close", "none");
+        // The current document only. The session has no way to name another one to close, as the user has
+        // none.
         return host::closeDocument();
       case SetDocument::Kind::kSwitch:
         if (!host::switchDocument(toWide(document.name)))
@@ -72,12 +77,14 @@ struct UserPerformer {
 
   void operator()(const SetViewport& viewport) const {
     const std::string number = std::to_string(viewport.number);
+    // Through the system variable, as a user would who types CVPORT.
     if (!host::setVariable(L"CVPORT", toWide(number)))
       throw InputError(place, "a viewport of the current tab", inQuotes(number));
   }
 
   /// A name that ends in .dxf is that of a drawing in the session's folder; any other is a new drawing.
   void openDocument(const std::string& name) const {
+    // Session files are UTF-8; the path's own constructor would take the ANSI code page on Windows.
     const std::filesystem::path file = std::filesystem::u8path(name);
     const std::filesystem::path folder = std::filesystem::path(place.file).parent_path();
     auto drawing =
@@ -100,6 +107,8 @@ struct UserPerformer {
 
 struct DevicePerformer {
   void operator()(const AdvancedSettings& settings) const {
+    // The settings are changed before the event that announces them: the module reads them when it gets the
+    // event.
     controller::setAdvancedSettings(settings.rotationMode, settings.isZoomAfterView ? 1 : 0);
     controller::Event announcement;
     announcement.code = LM_SETTINGS_CHANGED;
@@ -110,6 +119,7 @@ struct DevicePerformer {
     controller::Event sent;
     sent.code = event.code;
     sent.axes = event.axes;
+    // The stand-in queues the event; the module's reading thread fetches it when the clock lets it run.
     controller::deliver(sent);
   }
 
@@ -126,10 +136,13 @@ void perform(const DeviceAction& action) {
   std::visit(DevicePerformer{}, action);
 }
 
+// Scheduled on the clock and not performed by the host loop: the device sends events while the host draws or
+// waits, too.
 DeviceSchedule::DeviceSchedule(const Session& session) : mLeft(session.device.size()) {
   for (const TimedDeviceAction& event : session.device)
     standin::clock::schedule(event.timeMs, [this, &event] {
       perform(event.action);
+      // Counted down after the event, so isDone() is not true while one is being delivered.
       --mLeft;
     });
 }

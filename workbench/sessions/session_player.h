@@ -18,11 +18,11 @@ struct Surroundings {
   std::function<void()> writeMenu;  ///< puts the menu file where the module looks for it
 };
 
-/// Does what the user does at the host. Main thread, while the host is idle. Throws InputError when the host
-/// has no such variable or value.
+/// Performs an action of the user at the host. Main thread, while the host is idle. Throws InputError when
+/// the host has no such variable or value.
 void perform(const TimedUserAction& event, const Session& session, const Surroundings& surroundings);
 
-/// Does what the device does. Any thread.
+/// Performs an action of the device. Any thread.
 void perform(const DeviceAction& action);
 
 /// The device's events on the clock.

@@ -46,6 +46,7 @@ class SessionLine {
     for (const auto& choice : choices) expected += std::string(" ") + choice.name;
     const std::string_view text = word(expected);
     for (const auto& choice : choices)
+      // Exact, with letter case: one way to write a verb keeps sessions searchable.
       if (choice.name == text) return choice.value;
     throw error(expected, inQuotes(text));
   }
@@ -70,6 +71,7 @@ constexpr long long kLowestCode = std::numeric_limits<std::int32_t>::min();
 constexpr Named<bool> kOnOff[] = {{"on", true}, {"off", false}};
 constexpr Named<bool> kDownUp[] = {{"down", true}, {"up", false}};
 constexpr Named<bool> kProjections[] = {{"parallel", false}, {"perspective", true}};
+// A fixed word that makes the line readable. A list of one name gives it the usual message.
 constexpr Named<int> kZoom[] = {{"zoom", 0}};
 
 /// The device's keys, by the names of their functions.
@@ -96,12 +98,16 @@ class SessionParser {
   explicit SessionParser(const std::string& file) { mSession.file = file; }
 
   void parseLine(std::size_t number, std::string_view text) {
+    // Sessions written on Windows have CR LF ends.
     if (!text.empty() && text.back() == '\r') text.remove_suffix(1);
+    // A comment begins at any "#", so no text of a session can contain that character.
     SessionLine line({mSession.file, number}, text.substr(0, text.find('#')));
     if (line.isAtEnd()) return;
     mLine = number;
+    // Comments and blank lines after the end are fine, events are a mistake of the author.
     if (mIsEnded) throw line.error("nothing after the event \"end\"", inQuotes(line.rest("")));
     parseTime(line);
+    // Stored before the verb is read, because reading consumes the line.
     mSession.events.push_back({mSession.endMs, number, toUtf8(line.remaining())});
     parseVerb(line);
     line.end();
@@ -115,6 +121,7 @@ class SessionParser {
     const std::string_view text = line.word(expected);
     const auto time = parseInteger(text);
     if (!time || *time < 0 || *time > kLatestEventMs) throw line.error(expected, inQuotes(text));
+    // Equal times are allowed; the events then happen in the order of their lines.
     if (*time < mSession.endMs)
       throw line.error("a time not before " + std::to_string(mSession.endMs), inQuotes(text));
     mSession.endMs = *time;
@@ -124,6 +131,7 @@ class SessionParser {
 
   void parseAdvancedSettings(SessionLine& line) {
     AdvancedSettings settings;
+    // The digits are not checked further: a session may try codes that the module has to reject.
     settings.rotationMode = static_cast<std::int32_t>(line.integer("a rotation-mode code", 0, 999));
     line.oneOf(kZoom);
     settings.isZoomAfterView = line.oneOf(kOnOff);
@@ -133,14 +141,18 @@ class SessionParser {
   void parseMotion(SessionLine& line) {
     static constexpr std::array<const char*, 6> kAxes = {"x", "y", "z", "rx", "ry", "rz"};
     for (std::size_t i = 0; i < kAxes.size(); ++i)
+      // The whole 16-bit range, far beyond what the cap can reach: the module's limits are to be tried.
       mCap[i] = static_cast<std::int16_t>(line.integer(kAxes[i], std::numeric_limits<std::int16_t>::min(),
                                                        std::numeric_limits<std::int16_t>::max()));
+    // Every negative code means motion; the daemon sends -1.
     addDevice(DeviceEvent{-1, mCap});
   }
 
   void parseKey(SessionLine& line) { addDevice(DeviceEvent{line.oneOf(keys()), {}}); }
 
   void parseFunction(SessionLine& line) {
+    // The upper limit keeps the sum below 32 bits. A number without a menu entry is allowed and has to do no
+    // harm.
     const long long number = line.integer("an application function", 0, kHighestCode - APPL_FUNC_START);
     addDevice(DeviceEvent{static_cast<std::int32_t>(APPL_FUNC_START + number), {}});
   }
@@ -152,12 +164,14 @@ class SessionParser {
     if (text.substr(0, 2) == "0x") {
       if (const auto hex = parseHex(text.substr(2));
           hex && *hex <= static_cast<unsigned long long>(kHighestCode))
+        // Hexadecimal codes have no sign; motion can only be written as a negative decimal.
         code = static_cast<long long>(*hex);
     } else {
       code = parseInteger(text);
     }
     if (!code || *code < kLowestCode || *code > kHighestCode) throw line.error(expected, inQuotes(text));
     DeviceEvent event{static_cast<std::int32_t>(*code), {}};
+    // A motion code repeats the last deflection of the session.
     if (event.code < 0) event.axes = mCap;
     addDevice(event);
   }
@@ -175,6 +189,7 @@ class SessionParser {
     select.kind = Select::Kind::kHandles;
     while (true) {
       const auto handle = parseHex(text);
+      // Handle 0 means "none" in drawings and cannot be selected.
       if (!handle || *handle == 0) throw line.error(expected, inQuotes(text));
       select.handles.push_back(*handle);
       if (line.isAtEnd()) break;
@@ -183,6 +198,7 @@ class SessionParser {
     addUser(select);
   }
 
+  // The rest of the line with the blanks in it: on the command line a blank is an Enter.
   void parseCommand(SessionLine& line) { addUser(Command{toUtf8(line.rest("a command"))}); }
 
   void parseSetVariable(SessionLine& line) {
@@ -199,8 +215,10 @@ class SessionParser {
   void parseDocument(SessionLine& line) {
     const std::string expected = "open, close or the name of a document";
     const std::string text(line.rest(expected));
+    // The whole line decides, so a document named "close it" can be switched to.
     if (text == "close") return addUser(SetDocument{});
     const std::string_view verb = std::string_view(text).substr(0, text.find_first_of(" \t"));
+    // What is not "open" is the name of a document, which may contain blanks.
     if (verb != "open") return addUser(SetDocument{SetDocument::Kind::kSwitch, toUtf8(text)});
     const std::string_view name = trimmed(std::string_view(text).substr(verb.size()));
     if (name.empty()) throw line.error("the name of a document", "the end of the line");
@@ -224,6 +242,7 @@ class SessionParser {
   std::array<std::int16_t, 6> mCap{};
 };
 
+// The order is that of the message that lists all verbs: device first, then the user.
 const std::vector<SessionParser::Verb>& SessionParser::verbs() {
   static const std::vector<Verb> kVerbs = {
       {"rotmode", &SessionParser::parseAdvancedSettings, "CODE zoom on|off"},
