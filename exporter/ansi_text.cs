@@ -15,7 +15,7 @@ sealed class AnsiText {
   }
 
   /// Whether the page has every character of the text, and no second byte of a character looks like one of `marks`
-  /// (ASCII): a reader of bytes would take it for that.
+  /// (ASCII): a reader that works byte by byte would take it for one.
   public bool isWritable(string text, string marks) {
     byte[] coded = mEncoding.GetBytes(text);
     if (mEncoding.GetString(coded) != text) return false;

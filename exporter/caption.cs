@@ -2,7 +2,7 @@ using System.Text;
 
 namespace MenuScribe {
 
-/// What the user reads of a menu or a menu item, and the identifier that stands in where the text cannot be written.
+/// The visible name of a menu or a menu item, and the identifier that replaces a name that cannot be written.
 sealed class Caption {
   public readonly string text;
   public readonly string identifier;

@@ -55,7 +55,7 @@ sealed class CuiFile {
     return mMembers.text(mMembers.value(macro, "macro"), "Name");
   }
 
-  /// The menu that a reference in another menu stands for: an identifier by all that is known.
+  /// The menu that a reference in another menu leads to. The reference may give the menu itself or its identifier only.
   public PopMenu target(PopMenuRef reference) {
     object found = mMembers.value(reference, "MenuReference");
     return found as PopMenu ?? menu(found as string);

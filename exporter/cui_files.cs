@@ -15,7 +15,7 @@ sealed class CuiFiles {
 
   /// Those that could be read.
   public readonly List<CuiFile> files = new List<CuiFile>();
-  /// All that are meant to be there, for seeing when one changes.
+  /// All that should exist, readable or not, so that a change of one is noticed.
   public readonly List<string> paths = new List<string>();
   public CuiFile main { get; private set; }
   public CuiFile enterprise { get; private set; }

@@ -19,7 +19,7 @@ public sealed class Extension : IExtensionApplication {
 }
 
 public sealed class Commands {
-  /// Writes the menu file anew and reports on the command line what is in it.
+  /// Rewrites the menu file and reports its contents on the command line.
   [CommandMethod("LM_EXPORT_MENU")]
   public static void exportMenu() {
     try {

@@ -8,10 +8,10 @@ namespace MenuScribe {
 /// The exporter's own log. It exists only when something has failed. Any thread.
 static class FailureLog {
   public const string kFileName = "menu_exporter_log.txt";
-  /// A longer file begins anew: a fault that recurs every session must not fill the disk.
+  /// A longer file is started over: a fault that recurs every session must not fill the disk.
   const long kLargestBytes = 256 * 1024;
 
-  /// Appends a line, and where `failure` came from. Never throws: there is nobody left to tell.
+  /// Appends a line and the stack trace of `failure`. Never throws, since no place is left to report to.
   public static void write(string text, Exception failure) {
     try {
       append(text, failure);

@@ -5,7 +5,7 @@ using Autodesk.AutoCAD.ApplicationServices.Core;
 
 namespace MenuScribe {
 
-/// What is asked of AutoCAD besides its menus. Main thread. Whatever AutoCAD throws or lacks ends here: each risky call
+/// Calls of AutoCAD that do not concern its menus. Main thread. Whatever AutoCAD throws or lacks ends here: each risky call
 /// is in a method of its own, because a missing member is reported when the method that names it is entered.
 static class Host {
   public static void onIdle(EventHandler handler) {

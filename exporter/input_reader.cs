@@ -3,10 +3,10 @@ using System.Collections.Generic;
 
 namespace MenuScribe {
 
-/// Takes a macro apart into the inputs that the module sends, one after another.
+/// Splits a macro into the inputs that the module sends one after another.
 sealed class InputReader {
   const string kEvaluate = "$M=";
-  /// How the module recognises what it has to evaluate.
+  /// Start of an input that the module evaluates.
   const string kEvaluateInFile = "M=";
 
   readonly string mMacro;
@@ -54,7 +54,7 @@ sealed class InputReader {
     if (MacroSyntax.hasControl(input)) return Loss.ControlCharacter;
     if (MacroSyntax.isExpressionInside(input)) return Loss.Diesel;
     if (MacroSyntax.hasMenuSwitch(input)) return Loss.MenuSwitch;
-    // Meant as it stands, but the module would evaluate it.
+    // Literal text in AutoCAD, but the module would evaluate it.
     if (input.StartsWith(kEvaluateInFile, StringComparison.Ordinal)) return Loss.Diesel;
     bool isChanged = input.IndexOf('"') >= 0 || input.IndexOf("$(", StringComparison.Ordinal) >= 0;
     return mIsEvaluated && isChanged ? Loss.Diesel : Loss.None;
@@ -64,11 +64,11 @@ sealed class InputReader {
     int start = mAt + kEvaluate.Length;
     int end = endOfExpression(start);
     string expression = withoutCancels(mMacro.Substring(start, end - start));
-    // A semicolon would part the expression, a backslash is a pause.
+    // A semicolon would split the expression, and a backslash is a pause.
     if (expression.IndexOfAny(new[] {';', '\\'}) >= 0) return Loss.Diesel;
     if (MacroSyntax.hasFileMark(expression)) return Loss.FileMark;
     if (MacroSyntax.hasControl(expression)) return Loss.ControlCharacter;
-    // The module puts the input between the quotes of an AutoLISP text as it stands.
+    // The module puts the input unchanged between the quotes of an AutoLISP string, so quotes are escaped here.
     inputs.Add(kEvaluateInFile + expression.Replace("\"", "\\\""));
     mIsEvaluated = true;
     mAt = end;
@@ -91,7 +91,7 @@ sealed class InputReader {
     return mMacro.Length;
   }
 
-  /// The module cancels before it sends: an Esc that the expression yields would be sent as text.
+  /// The module cancels before it sends. An Esc in the result of the expression would be sent as text.
   static string withoutCancels(string expression) {
     for (int at = 0; at < expression.Length;) {
       char control = MacroSyntax.controlAt(expression, at);

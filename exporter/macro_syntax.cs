@@ -12,7 +12,7 @@ static class MacroSyntax {
     return (command ?? "").Replace("+\r\n", "").Replace("+\n", "").Replace("+\r", "");
   }
 
-  /// Control characters that stand in the macro as they are, written as AutoCAD writes them. A line end is no Enter.
+  /// Replaces raw control characters of the macro by AutoCAD's notation. A line end is not an Enter.
   public static string withCarets(string macro) {
     StringBuilder text = new StringBuilder();
     foreach (char letter in macro) {
@@ -63,7 +63,7 @@ static class MacroSyntax {
     return macro.Replace("^M", ";").Replace("^m", ";");
   }
 
-  /// Whether the file's reader would take something in the text for the end of the macro or of the value.
+  /// Whether the text has a character that the file's reader takes for the end of the macro or of the value.
   public static bool hasFileMark(string text) {
     return text.IndexOfAny(kFileMarks) >= 0;
   }
@@ -74,7 +74,7 @@ static class MacroSyntax {
     return false;
   }
 
-  /// Whether an expression stands anywhere but at the input's start, where alone the module evaluates it.
+  /// Whether an expression begins after the input's start. The module evaluates one at the start only.
   public static bool isExpressionInside(string text) {
     return text.IndexOf("$M=", StringComparison.OrdinalIgnoreCase) >= 0;
   }

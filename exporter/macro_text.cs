@@ -2,7 +2,7 @@ using System.Collections.Generic;
 
 namespace MenuScribe {
 
-/// A menu macro as the menu file holds it.
+/// A menu macro in the form of the menu file.
 ///
 /// The module sends two Esc, then each input between semicolons followed by Enter; an empty input is an Enter alone,
 /// none stands after a semicolon at the very end, and an input that begins with "M=" is evaluated by menucmd. What AutoCAD

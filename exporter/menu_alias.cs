@@ -5,7 +5,7 @@ using Autodesk.AutoCAD.Customization;
 
 namespace MenuScribe {
 
-/// The aliases POP0 to POP999 tell what a menu is. Main thread.
+/// The aliases POP0 to POP999 give the kind of a menu and its place. Main thread.
 static class MenuAlias {
   const string kPrefix = "POP";
   const int kFirstPullDown = 1;

@@ -5,7 +5,7 @@ using System.Text;
 
 namespace MenuScribe {
 
-/// What an export depended on, for seeing later whether another one is due. Main thread.
+/// The state that an export was made from, to find out later whether another one is due. Main thread.
 sealed class MenuState {
   readonly List<string> mPaths;
   readonly bool mIsWritten;

@@ -21,7 +21,7 @@ sealed class Problems {
   }
 
   /// Result of `read`; `otherwise`, with the problem noted, when that throws or a member that it names is missing. The
-  /// compiler puts `read` into a method of its own, so that a missing member is met inside the try.
+  /// compiler puts `read` into a method of its own, so a missing member throws inside the try.
   public T guard<T>(string what, Func<T> read, T otherwise) {
     try {
       return read();

@@ -60,7 +60,7 @@ sealed class PullDownMenus {
     return isAnyFound;
   }
 
-  /// Identifiers are unique in their file only; the workspace finds a menu by its group too, and tells which is meant.
+  /// Identifiers are unique in their file only. The workspace's lookup by group as well decides between equal ones.
   PullDownMenu menuOf(Workspace workspace, object placed) {
     string identifier = mMembers.text(placed, "PopMenuID");
     PullDownMenu first = null;

@@ -92,7 +92,7 @@ public class Application {
 
 namespace Standin {
 
-/// The other side of the stand-in, for programs and tests.
+/// The controls of the stand-in, for programs and tests.
 public static class HostControl {
   static int sMainThread = Thread.CurrentThread.ManagedThreadId;
 
@@ -101,7 +101,7 @@ public static class HostControl {
   public static bool isDrawingOpen;
   public static bool isPrintingBroken;
 
-  /// An AutoCAD as it stands before its first command: a drawing is open, no menus are named.
+  /// AutoCAD before its first command: a drawing is open, no menus are named.
   public static void start() {
     sMainThread = Thread.CurrentThread.ManagedThreadId;
     variables.Clear();

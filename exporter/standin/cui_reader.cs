@@ -17,7 +17,7 @@ sealed class CuiReader {
   /// Throws FileOpenException for what is no such file.
   public static void read(string path, CustomizationSection section) {
     try {
-      // Others may go on writing it: the host takes no lock.
+      // Other processes may write it meanwhile: the host takes no lock.
       using (FileStream file = new FileStream(path, FileMode.Open, FileAccess.Read, FileShare.ReadWrite | FileShare.Delete)) {
         XmlDocument document = new XmlDocument {PreserveWhitespace = true};
         document.Load(file);

@@ -3,7 +3,8 @@
 //
 // usage: netload_host ASSEMBLY --menu FILE.cuix [--enterprise FILE.cuix] [--workspace NAME] [--code-page N] [COMMAND...]
 //
-// Without --workspace the file's first one is current. The user's profile is USERPROFILE. Status 0; 1 when the assembly cannot be loaded or lacks a command; 2 for bad usage.
+// Without --workspace the file's first one is current. The user's profile is USERPROFILE. Exit status 0; 1 when the
+// assembly cannot be loaded or lacks a command; 2 for bad usage.
 using System;
 using System.Collections.Generic;
 using System.IO;
