@@ -50,7 +50,7 @@ bool DxfNames::has(const std::string& name) const {
 
 std::string DxfNames::resolve(const std::string& name) const {
   const auto found = mByUpperCase.find(upperCase(name));
-  // An entity may name a layer that no table defines; the drawing then uses default values for it.
+  // An entity may name a layer that no table defines; the drawing then shows it as on layer 0.
   return found == mByUpperCase.end() ? name : found->second;
 }
 

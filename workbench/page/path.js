@@ -89,7 +89,7 @@ class PathView {
     const corner = (s, t) => camera.target.map((v, i) => v + (s * right[i] * camera.width + t * up[i] * camera.height) / 2);
     const corners = [[-1, -1], [1, -1], [1, 1], [-1, 1]].map(([s, t]) => this.at(corner(s, t)));
     const eye = this.at(camera.position);
-    // Perspective sees along the edges of a pyramid, parallel projection along one direction.
+    // A perspective view sees along the edges of a pyramid, parallel projection along one direction.
     const ends = camera.isPerspective ? corners : [this.at(camera.target)];
     this.field.setAttribute("d", `M${corners.map((c) => c.join(" ")).join("L")}Z`);
     this.sight.setAttribute("d", ends.map((c) => `M${eye.join(" ")}L${c.join(" ")}`).join(""));
