@@ -10,7 +10,8 @@
 namespace workbench {
 namespace {
 
-/// Names in $DWGCODEPAGE that carry no number. All others are "ANSI_" or another prefix and the number.
+/// Names in $DWGCODEPAGE that do not contain the code page's number. All others are "ANSI_" or another prefix
+/// and the number.
 struct NamedPage {
   std::string_view name;
   int page;

@@ -135,8 +135,7 @@ void Recorder::ruleBroken(const std::string& breach) {
 }
 
 void Recorder::addRow(RowKind kind, int viewport, const host::Camera& camera) {
-  // Before the lock is taken, because it locks the host, which may be calling this recorder from another
-  // thread.
+  // Outside the lock, because this takes the lock of the host.
   const bool isLayout = isLayoutShown();
   const std::lock_guard lock(mMutex);
   mRecording.rows.push_back(
