@@ -29,8 +29,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* dataP, std::size_t siz
   check(host::variable(L"CMDACTIVE") == L"0");
   check(host::selection().empty());
   check(host::camera(host::currentViewport()).has_value());
-  const host::Report report = host::report();
-  check(report.openObjects == 0 && report.lockDepth == 0 && report.breachesInAll == 0);
+  const host::Counts counts = host::counts();
+  check(counts.openObjects == 0 && counts.lockDepth == 0 && counts.breachesInAll == 0);
   host::closeDocument();
   return 0;
 }

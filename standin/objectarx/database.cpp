@@ -55,7 +55,7 @@ Acad::ErrorStatus open(AcDbObject*& objectP, AcDbObjectId id, AcDb::OpenMode mod
   if (const Acad::ErrorStatus status = ObjectAccess::addOpening(*foundP, mode); status != Acad::eOk)
     return status;
   // Only an opening that succeeded must be closed.
-  ++counts().openObjects;
+  ++runningCounts().openObjects;
   objectP = foundP;
   return Acad::eOk;
 }
@@ -97,7 +97,7 @@ Acad::ErrorStatus AcDbObject::close() {
     breach(kClose, "called for an object that is not open");
     return Acad::eNotOpenForRead;
   }
-  --counts().openObjects;
+  --runningCounts().openObjects;
   return Acad::eOk;
 }
 

@@ -48,7 +48,7 @@ class DocManager final : public AcApDocManager {
     if (openP == nullptr) return Acad::eNoDocument;
     // Locks nest: each needs an unlock of its own.
     openP->locks.push_back(mode);
-    ++counts().locks;
+    ++runningCounts().locks;
     return Acad::eOk;
   }
 
@@ -63,7 +63,7 @@ class DocManager final : public AcApDocManager {
     }
     // The newest one: unlockDocument does not say which.
     openP->locks.pop_back();
-    ++counts().unlocks;
+    ++runningCounts().unlocks;
     return Acad::eOk;
   }
 
@@ -78,7 +78,7 @@ class DocManager final : public AcApDocManager {
     const std::wstring sent = text;
     // Queued, not run: the host carries the text out when it is idle, after this call has returned.
     openP->queue.push_back({sent, activate});
-    ++counts().textsSent;
+    ++runningCounts().textsSent;
     call.leave();
     notify(&Listener::textSent, sent, activate);
     return Acad::eOk;

@@ -87,7 +87,7 @@ void endWhatIsLeft(const Document& document) {
   // The objects go with the document, so the count must forget them after the breach is recorded.
   const std::uint64_t open = document.openObjects();
   if (open != 0) breach("closing the document", "objects of it are still open");
-  counts().openObjects -= open;
+  runningCounts().openObjects -= open;
   auto& sets = run().selectionSets;
   for (auto set = sets.begin(); set != sets.end();) {
     if (set->second.ownerP != &document) {

@@ -105,7 +105,7 @@ bool GraphicsView::isValid() const {
 
 void GraphicsView::update() {
   Call call(kUpdate);
-  ++counts().updates;
+  ++runningCounts().updates;
   // All is drawn, so the next redraw of an entity begins a new run.
   run().firstRedrawn = 0;
   // A copy for the listener: it is called without the host's lock.
@@ -143,7 +143,7 @@ Adesk::Boolean acgsSetViewParameters(int viewportNumber, const AcGsView* viewP, 
   // The live camera of the given view becomes both what is shown and what is stored. Nothing is drawn: a
   // module updates the view itself.
   ownP->store(camera);
-  ++counts().commits;
+  ++runningCounts().commits;
   call.leave();
   notify(&Listener::viewCommitted, viewportNumber, camera);
   return Adesk::kTrue;

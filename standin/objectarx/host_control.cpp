@@ -50,9 +50,9 @@ void start(std::function<void()> drawnHook) {
   setDrawnHook(std::move(drawnHook));
 }
 
-Report report() {
+Counts counts() {
   const Lock lock(hostMutex());
-  Report result = counts();
+  Counts result = runningCounts();
   // What is alive now is counted here, what has happened was counted as it happened.
   result.selectionSetsAlive = run().selectionSets.size();
   result.reactors = run().reactors.size();

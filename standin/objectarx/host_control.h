@@ -6,9 +6,9 @@
 
 #include "standin/fault_point.h"
 #include "standin/objectarx/camera.h"
+#include "standin/objectarx/counts.h"
 #include "standin/objectarx/documents.h"
 #include "standin/objectarx/listener.h"
-#include "standin/objectarx/report.h"
 #include "standin/objectarx/selection.h"
 #include "standin_objectarx_api.h"
 
@@ -32,7 +32,7 @@ struct Layout {
 /// main thread. `drawn` is called by every drawing call, after the listener.
 STANDIN_OBJECTARX_API void start(std::function<void()> drawn = {});
 
-STANDIN_OBJECTARX_API Report report();
+STANDIN_OBJECTARX_API Counts counts();
 
 /// Faults by operation: free functions by name ("acedGetVar"), members as "AcGsView::setView". Operations
 /// whose result cannot report a failure can only be made to throw.

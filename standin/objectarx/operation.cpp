@@ -14,7 +14,7 @@ constexpr std::size_t kBreachesKept = 100;
 struct Counting {
   std::recursive_mutex mutex;
   std::thread::id mainThread = std::this_thread::get_id();
-  Report counts;
+  Counts counts;
 };
 
 /// Never destroyed: a module's own static objects may still call the host when the process ends.
@@ -41,13 +41,13 @@ void beginCounting() {
   faultRegistry().clear();
 }
 
-Report& counts() {
+Counts& runningCounts() {
   return counting().counts;
 }
 
 Call::Call(const Operation& operation) : mLock(hostMutex()) {
   if (std::this_thread::get_id() != counting().mainThread) {
-    ++counts().callsOffMainThread;
+    ++runningCounts().callsOffMainThread;
     // Carried out all the same: the host would, and a test must see what comes of it.
     breach(operation, "called off the main thread");
   }
@@ -56,10 +56,10 @@ Call::Call(const Operation& operation) : mLock(hostMutex()) {
 }
 
 void breach(const char* operation, const char* what) {
-  Report& report = counts();
-  ++report.breachesInAll;
+  Counts& counts = runningCounts();
+  ++counts.breachesInAll;
   const std::string text = std::string(operation) + ": " + what;
-  if (report.breaches.size() < kBreachesKept) report.breaches.push_back(text);
+  if (counts.breaches.size() < kBreachesKept) counts.breaches.push_back(text);
   notify(&Listener::ruleBroken, text);
 }
 

@@ -3,7 +3,7 @@
 #ifndef STANDIN_OBJECTARX_OPERATION_H
 #define STANDIN_OBJECTARX_OPERATION_H
 
-#include "standin/objectarx/report.h"
+#include "standin/objectarx/counts.h"
 #include "standin/operation.h"
 
 #include <mutex>
@@ -24,7 +24,7 @@ std::recursive_mutex& hostMutex();
 /// host's lock is held.
 void beginCounting();
 /// What has been counted since. Only while the host's lock is held.
-Report& counts();
+Counts& runningCounts();
 
 /// One call of an operation. Any thread; a call off the main thread is counted and named, then carried out.
 /// Holds the host's lock, so that what such a call does is no race, until leave() or the end.

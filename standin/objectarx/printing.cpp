@@ -50,7 +50,7 @@ int modulePrint(const ACHAR* format, va_list arguments) {
   const int length = std::vswprintf(text.data(), text.size(), wideFormat.c_str(), arguments);
   // One C library returns the length it would have needed, another -1.
   if (length < 0 || static_cast<std::size_t>(length) >= text.size()) return RTERROR;
-  ++counts().modulePrints;
+  ++runningCounts().modulePrints;
   call.leave();
   notify(&Listener::modulePrinted, std::wstring(text.data(), static_cast<std::size_t>(length)));
   return RTNORM;

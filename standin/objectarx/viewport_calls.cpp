@@ -109,7 +109,7 @@ Acad::ErrorStatus AcDbViewport::updateDisplay() const {
   // The database object holds centre and height only; the camera's direction stays.
   GraphicsView& view = documentOf(ObjectAccess::key(*this))->window(number)->view;
   view.store(withShown(view.live(), shown));
-  ++counts().paperUpdates;
+  ++runningCounts().paperUpdates;
   run().firstRedrawn = 0;
   call.leave();
   notify(&Listener::paperChanged, number, shown);
@@ -167,7 +167,7 @@ Acad::ErrorStatus acedVportTableRecords2Vports() {
   // back.
   const PaperView shown = shownBy(view.live());
   record.show(shown);
-  ++counts().paperUpdates;
+  ++runningCounts().paperUpdates;
   run().firstRedrawn = 0;
   call.leave();
   notify(&Listener::paperChanged, kTileViewport, shown);

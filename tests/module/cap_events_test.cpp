@@ -179,7 +179,7 @@ TEST_F(CapEvents, ReleaseInTwoDimensionsLogsTheUnlockEvenWithoutALock) {
   proxy().handleDeviceCap();
   proxy().handleCapIsReleased(k2DMode);
   EXPECT_THAT(logTexts("TRC", "handleCapIsReleased"), ElementsAre("Document unlocked", "Cap released."));
-  EXPECT_EQ(host::report().unlocks, 0u);
+  EXPECT_EQ(host::counts().unlocks, 0u);
 }
 
 TEST_F(CapEvents, ReleaseWithoutAValidViewIsLoggedAndEndsTheMovement) {
@@ -281,7 +281,7 @@ TEST_P(UnusableSettings, AreReplacedByTheirDefaults) {
   clock_::advanceTo(*clock_::nextTimer());
   clock_::runDueTimer();
   EXPECT_EQ(mHost.mUpdates.size(), 33u);
-  EXPECT_THAT(host::report().breaches, IsEmpty());
+  EXPECT_THAT(host::counts().breaches, IsEmpty());
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -369,7 +369,7 @@ TEST_F(CapEvents, LockIsGivenBackBeforeTheViewIsCommitted) {
   ASSERT_TRUE(host::setVariable(L"CVPORT", L"2"));
   class LockAtCommit : public host::Listener {
    public:
-    void viewCommitted(int, const host::Camera&) override { mDepth = host::report().lockDepth; }
+    void viewCommitted(int, const host::Camera&) override { mDepth = host::counts().lockDepth; }
     std::int64_t mDepth = -1;
   } listener;
   host::setListener(&listener);

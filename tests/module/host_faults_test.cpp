@@ -107,11 +107,11 @@ class HostFaults : public ModuleTest {
   }
 
   void expectNothingLeft() {
-    const host::Report report = host::report();
-    EXPECT_EQ(report.openObjects, 0u);
-    EXPECT_EQ(report.selectionSetsAlive, 0u);
-    EXPECT_EQ(report.lockDepth, 0);
-    EXPECT_THAT(report.breaches, IsEmpty());
+    const host::Counts counts = host::counts();
+    EXPECT_EQ(counts.openObjects, 0u);
+    EXPECT_EQ(counts.selectionSetsAlive, 0u);
+    EXPECT_EQ(counts.lockDepth, 0);
+    EXPECT_THAT(counts.breaches, IsEmpty());
   }
 
   void expectOnlyKnownErrors() {

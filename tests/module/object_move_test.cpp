@@ -46,11 +46,11 @@ class ObjectMove : public ModuleTest {
   }
   std::vector<std::string> errors() const { return logTexts("ERR"); }
   void expectNothingHeld() {
-    const host::Report report = host::report();
-    EXPECT_EQ(report.lockDepth, 0);
-    EXPECT_EQ(report.openObjects, 0u);
-    EXPECT_EQ(report.selectionSetsAlive, 0u);
-    EXPECT_THAT(report.breaches, IsEmpty());
+    const host::Counts counts = host::counts();
+    EXPECT_EQ(counts.lockDepth, 0);
+    EXPECT_EQ(counts.openObjects, 0u);
+    EXPECT_EQ(counts.selectionSetsAlive, 0u);
+    EXPECT_THAT(counts.breaches, IsEmpty());
   }
 };
 
@@ -165,7 +165,7 @@ TEST_F(ObjectMove, WithNothingSelectedTheViewMoves) {
   start();
   movement({100, 0, 0, 0, 0, 0});
   EXPECT_NE(host::camera(2)->position.x, 0);
-  EXPECT_EQ(host::report().locks, 0u);
+  EXPECT_EQ(host::counts().locks, 0u);
 }
 
 TEST_F(ObjectMove, WithoutADocumentTheViewMoves) {
@@ -193,7 +193,7 @@ TEST_F(ObjectMove, DocumentIsLockedSilentlyUntilTheRelease) {
   deflect({10, 0, 0, 0, 0, 0});
   proxy().handleDeviceCap();
   proxy().handleDeviceCap();
-  EXPECT_EQ(host::report().lockDepth, 1);
+  EXPECT_EQ(host::counts().lockDepth, 1);
   EXPECT_THAT(logTexts("TRC", "transformSelection3d"), IsEmpty());
   deflect({});
   proxy().handleDeviceCap();

@@ -32,9 +32,9 @@ class PaperMotion : public ModuleTest {
     proxy().handleDeviceCap();
   }
   void expectNothingHeld() {
-    EXPECT_EQ(host::report().lockDepth, 0);
-    EXPECT_EQ(host::report().openObjects, 0u);
-    EXPECT_THAT(host::report().breaches, IsEmpty());
+    EXPECT_EQ(host::counts().lockDepth, 0);
+    EXPECT_EQ(host::counts().openObjects, 0u);
+    EXPECT_THAT(host::counts().breaches, IsEmpty());
   }
 };
 
@@ -97,8 +97,8 @@ TEST_F(PaperMotion, DocumentIsLockedFromTheFirstPassToTheRelease) {
   deflect({10, 0, 0, 0, 0, 0});
   proxy().handleDeviceCap();
   proxy().handleDeviceCap();
-  EXPECT_EQ(host::report().lockDepth, 1);
-  EXPECT_EQ(host::report().locks, 1u);
+  EXPECT_EQ(host::counts().lockDepth, 1);
+  EXPECT_EQ(host::counts().locks, 1u);
   deflect({});
   proxy().handleDeviceCap();
   EXPECT_THAT(logTexts("TRC", "handleCapIsDeflectedIn2DMode"), ElementsAre("Document locked"));
@@ -128,7 +128,7 @@ TEST_F(PaperMotion, MovementThatBeginsInThreeDimensionsTakesNoLock) {
   proxy().handleDeviceCap();
   deflect({});
   proxy().handleDeviceCap();
-  EXPECT_EQ(host::report().locks, 0u);
+  EXPECT_EQ(host::counts().locks, 0u);
   EXPECT_THAT(logTexts("TRC", "handleCapIsReleased"), ElementsAre("Document unlocked", "Cap released."));
   expectNothingHeld();
 }
@@ -210,7 +210,7 @@ TEST_F(PaperMotion, RefusedUnlockLetsTheNextMovementLockAndPan) {
     const double centre = host::paperView().centerX;
     movement();
     EXPECT_FALSE(proxy().isDocLocked());
-    EXPECT_EQ(host::report().locks, number);
+    EXPECT_EQ(host::counts().locks, number);
     EXPECT_NE(host::paperView().centerX, centre);
   }
   EXPECT_THAT(errors(), IsEmpty());
@@ -224,7 +224,7 @@ TEST_F(PaperMotion, UnlockThatThrowsIsTriedAgainByTheNextRelease) {
   EXPECT_THAT(errors(), ElementsAre("Error handleCapIsReleased()"));
   movement();
   EXPECT_FALSE(proxy().isDocLocked());
-  EXPECT_EQ(host::report().locks, 1u);
+  EXPECT_EQ(host::counts().locks, 1u);
   expectNothingHeld();
 }
 
@@ -232,7 +232,7 @@ TEST_F(PaperMotion, UnloadInTheMiddleOfAMovementUnlocksTheDocument) {
   start();
   deflect({10, 0, 0, 0, 0, 0});
   proxy().handleDeviceCap();
-  ASSERT_EQ(host::report().lockDepth, 1);
+  ASSERT_EQ(host::counts().lockDepth, 1);
   unload();
   expectNothingHeld();
 }
@@ -272,7 +272,7 @@ TEST_F(DocumentClosedInAMovement, LetsTheHeldCapMoveTheNextDocument) {
   const double centre = host::paperView().centerX;
   idle(500);
   EXPECT_TRUE(proxy().isDocLocked());
-  EXPECT_EQ(host::report().locks, 2u);
+  EXPECT_EQ(host::counts().locks, 2u);
   EXPECT_NE(host::paperView().centerX, centre);
   EXPECT_THAT(errors(), IsEmpty());
   deflect({});

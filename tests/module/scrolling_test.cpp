@@ -161,7 +161,7 @@ TEST_F(Scrolling, DrawingStaysStillWhileAListScrolls) {
   EXPECT_THAT(mHost.mUpdates, IsEmpty());
   EXPECT_FALSE(proxy().isCapMoving());
   EXPECT_FALSE(hasLogged("Cap moving."));
-  EXPECT_EQ(standin::host::report().locks, 0u);
+  EXPECT_EQ(standin::host::counts().locks, 0u);
   deflect({});
   idle(200);
   EXPECT_FALSE(hasLogged("Cap released."));

@@ -40,10 +40,10 @@ class SeveralDocuments : public ModuleTest {
   }
   void pass() { proxy().handleDeviceCap(); }
   static void expectNothingHeld() {
-    EXPECT_EQ(host::report().lockDepth, 0);
-    EXPECT_EQ(host::report().openObjects, 0u);
-    EXPECT_EQ(host::report().selectionSetsAlive, 0u);
-    EXPECT_THAT(host::report().breaches, IsEmpty());
+    EXPECT_EQ(host::counts().lockDepth, 0);
+    EXPECT_EQ(host::counts().openObjects, 0u);
+    EXPECT_EQ(host::counts().selectionSetsAlive, 0u);
+    EXPECT_THAT(host::counts().breaches, IsEmpty());
   }
 
   std::unique_ptr<DocDataManager> mManagerP;
@@ -91,7 +91,7 @@ TEST_F(SeveralDocuments, ClosingTheLockedDocumentLetsTheOtherOneMove) {
   EXPECT_NE(host::paperView().centerX, centre);
   deflect({});
   pass();
-  EXPECT_EQ(host::report().locks, 2u);
+  EXPECT_EQ(host::counts().locks, 2u);
   expectNothingHeld();
 }
 

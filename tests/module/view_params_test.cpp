@@ -109,8 +109,8 @@ TEST_F(ViewParams, SelectionCentreIsTheMeanOfTheBoxesCentres) {
   ASSERT_TRUE(proxy().getSelObjectsCenter(nullptr, &centre));
   EXPECT_THAT((std::vector<double>{centre.x, centre.y, centre.z}), ElementsAre(3, 0, 0));
   EXPECT_THAT(logTexts("TMP"), ElementsAre("selCenterPoint: 3, 0, 0"));
-  EXPECT_EQ(host::report().selectionSetsAlive, 0u);
-  EXPECT_EQ(host::report().openObjects, 0u);
+  EXPECT_EQ(host::counts().selectionSetsAlive, 0u);
+  EXPECT_EQ(host::counts().openObjects, 0u);
 }
 
 TEST_F(ViewParams, NothingSelectedMeansNoCentreAndNoLogLine) {
@@ -129,8 +129,8 @@ TEST_F(ViewParams, OneSelectedLineIsTheAxis) {
   ASSERT_TRUE(proxy().getSelObjectAxis(&direction, &point));
   EXPECT_THAT((std::vector<double>{direction.x, direction.y, direction.z}), ElementsAre(0, 0, 1));
   EXPECT_THAT((std::vector<double>{point.x, point.y, point.z}), ElementsAre(1, 1, 0));
-  EXPECT_EQ(host::report().selectionSetsAlive, 0u);
-  EXPECT_EQ(host::report().openObjects, 0u);
+  EXPECT_EQ(host::counts().selectionSetsAlive, 0u);
+  EXPECT_EQ(host::counts().openObjects, 0u);
 }
 
 class NoAxis : public ViewParams, public ::testing::WithParamInterface<std::vector<std::uint64_t>> {};
@@ -143,8 +143,8 @@ TEST_P(NoAxis, FromAnythingButOneLine) {
   AcGePoint3d point;
   EXPECT_FALSE(proxy().getSelObjectAxis(&direction, &point));
   EXPECT_TRUE(errors().empty());
-  EXPECT_EQ(host::report().selectionSetsAlive, 0u);
-  EXPECT_EQ(host::report().openObjects, 0u);
+  EXPECT_EQ(host::counts().selectionSetsAlive, 0u);
+  EXPECT_EQ(host::counts().openObjects, 0u);
 }
 
 INSTANTIATE_TEST_SUITE_P(TwoLinesOneCircleLinesTooShort, NoAxis,
@@ -201,8 +201,8 @@ TEST_P(SelectionFaults, MeanNoCentreAndLeakNothing) {
   EXPECT_FALSE(proxy().getSelObjectsCenter(nullptr, &centre));
   EXPECT_EQ(errors(), GetParam().isLogged ? std::vector<std::string>{"Error getSelObjectsCenter()"}
                                           : std::vector<std::string>{});
-  EXPECT_EQ(host::report().selectionSetsAlive, 0u);
-  EXPECT_EQ(host::report().openObjects, 0u);
+  EXPECT_EQ(host::counts().selectionSetsAlive, 0u);
+  EXPECT_EQ(host::counts().openObjects, 0u);
   EXPECT_TRUE(proxy().getSelObjectsCenter(nullptr, &centre)) << "the next query works";
 }
 
@@ -233,8 +233,8 @@ TEST_P(AxisFaults, ShareTheTextOfTheCentreAndLeakNothing) {
   EXPECT_FALSE(proxy().getSelObjectAxis(&direction, &point));
   EXPECT_EQ(errors(), GetParam().isLogged ? std::vector<std::string>{"Error getSelObjectsCenter()"}
                                           : std::vector<std::string>{});
-  EXPECT_EQ(host::report().selectionSetsAlive, 0u);
-  EXPECT_EQ(host::report().openObjects, 0u);
+  EXPECT_EQ(host::counts().selectionSetsAlive, 0u);
+  EXPECT_EQ(host::counts().openObjects, 0u);
   EXPECT_TRUE(proxy().getSelObjectAxis(&direction, &point)) << "the next query works";
 }
 
@@ -257,8 +257,8 @@ TEST_P(RefusedOnce, IsAskedAgainAndLeaksNothing) {
   orderHost(GetParam(), Misbehaviour::kFail);
   AcGePoint3d centre;
   EXPECT_TRUE(proxy().getSelObjectsCenter(nullptr, &centre));
-  EXPECT_EQ(host::report().selectionSetsAlive, 0u);
-  EXPECT_EQ(host::report().openObjects, 0u);
+  EXPECT_EQ(host::counts().selectionSetsAlive, 0u);
+  EXPECT_EQ(host::counts().openObjects, 0u);
 }
 
 INSTANTIATE_TEST_SUITE_P(Operations, RefusedOnce, ::testing::Values("acedSSFree", "AcDbObject::close"));

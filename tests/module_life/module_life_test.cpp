@@ -71,8 +71,8 @@ TEST_F(ModuleLife, VersionIsReadWithoutACallTwoBytesAfterTheExport) {
 
 TEST_F(ModuleLife, LoadingAloneTouchesNothing) {
   const LoadedModule module(LM_MODULE_FILE);
-  EXPECT_EQ(host::report().reactors, 0u);
-  EXPECT_EQ(host::report().commandsRegistered, 0u);
+  EXPECT_EQ(host::counts().reactors, 0u);
+  EXPECT_EQ(host::counts().commandsRegistered, 0u);
   EXPECT_EQ(clock_::timerCount(), 0u);
   EXPECT_EQ(controller::faults().calls("lmConnect"), 0u);
 }
@@ -82,8 +82,8 @@ TEST_F(ModuleLife, InitMessageRegistersConnectsAndPrints) {
   EXPECT_EQ(module.send(AcRx::kInitAppMsg), AcRx::kRetOK);
   EXPECT_EQ(host::faults().calls("AcRxDynamicLinker::unlockApplication"), 1u);
   EXPECT_EQ(host::faults().calls("AcRxDynamicLinker::registerAppMDIAware"), 1u);
-  EXPECT_EQ(host::report().commandsRegistered, 4u);
-  EXPECT_EQ(host::report().reactors, 1u);
+  EXPECT_EQ(host::counts().commandsRegistered, 4u);
+  EXPECT_EQ(host::counts().reactors, 1u);
   EXPECT_TRUE(controller::isConnected());
   EXPECT_THAT(mHost.mPrinted, ElementsAre(L"\nmLmAutoCadP constructed\n"));
   module.send(AcRx::kUnloadAppMsg);
@@ -97,11 +97,11 @@ TEST_F(ModuleLife, UnloadMessageLeavesNothingBehind) {
     EXPECT_EQ(clock_::otherThreads(), 0u);
   }
   EXPECT_FALSE(LoadedModule::isMapped(LM_MODULE_FILE));
-  EXPECT_EQ(host::report().commandsRegistered, 0u);
-  EXPECT_EQ(host::report().reactors, 0u);
+  EXPECT_EQ(host::counts().commandsRegistered, 0u);
+  EXPECT_EQ(host::counts().reactors, 0u);
   EXPECT_EQ(clock_::timerCount(), 0u);
   EXPECT_FALSE(controller::isConnected());
-  EXPECT_THAT(host::report().breaches, IsEmpty());
+  EXPECT_THAT(host::counts().breaches, IsEmpty());
   EXPECT_THAT(controller::breaches(), IsEmpty());
 }
 
@@ -130,7 +130,7 @@ TEST_F(ModuleLife, ClosedDocumentIsForgottenWithoutComplaint) {
   module.send(AcRx::kInitAppMsg);
   host::closeDocument();
   module.send(AcRx::kUnloadAppMsg);
-  EXPECT_THAT(host::report().breaches, IsEmpty());
+  EXPECT_THAT(host::counts().breaches, IsEmpty());
 }
 
 class InitFaults : public ModuleLife, public ::testing::WithParamInterface<const char*> {};
@@ -143,7 +143,7 @@ TEST_P(InitFaults, DoNotKeepTheCoreFromRunning) {
   EXPECT_EQ(clock_::timerCount(), 1u);
   module.send(AcRx::kUnloadAppMsg);
   EXPECT_EQ(clock_::otherThreads(), 0u);
-  EXPECT_EQ(host::report().reactors, 0u);
+  EXPECT_EQ(host::counts().reactors, 0u);
 }
 
 INSTANTIATE_TEST_SUITE_P(Operations, InitFaults,
@@ -161,8 +161,8 @@ TEST_P(UnloadFaults, LeaveNothingThatLeadsIntoTheModule) {
     ASSERT_TRUE(host::faults().order(GetParam(), {standin::Misbehaviour::kThrow, 1, true}));
     EXPECT_EQ(module.send(AcRx::kUnloadAppMsg), AcRx::kRetOK);
   }
-  EXPECT_EQ(host::report().commandsRegistered, 0u);
-  EXPECT_EQ(host::report().reactors, 0u);
+  EXPECT_EQ(host::counts().commandsRegistered, 0u);
+  EXPECT_EQ(host::counts().reactors, 0u);
   EXPECT_EQ(clock_::timerCount(), 0u);
   EXPECT_EQ(clock_::otherThreads(), 0u);
   host::closeDocument();
@@ -201,7 +201,7 @@ TEST_F(ModuleLife, CommandsFlipTheSwitchesOfTheirNames) {
                   L"\n=> Scroll Trees and Lists:  off", L"\n=> Move Selected Object:  on"));
   ASSERT_TRUE(host::faults().order("acutPrintf", {standin::Misbehaviour::kThrow, 1, true}));
   host::type(L"LM_Toggle_Scroll_Mode\n");
-  EXPECT_THAT(host::report().breaches, IsEmpty()) << "nothing is thrown into the host";
+  EXPECT_THAT(host::counts().breaches, IsEmpty()) << "nothing is thrown into the host";
   module.send(AcRx::kUnloadAppMsg);
 }
 
@@ -288,9 +288,9 @@ TEST_F(ModuleLife, DeviceThatNeverRestsIsNoHarmToInitAndUnload) {
   isEnding = true;
   device.join();
   EXPECT_GT(controller::eventsHandedOver(), 100u);
-  EXPECT_THAT(host::report().breaches, IsEmpty());
-  EXPECT_EQ(host::report().callsOffMainThread, 0u);
-  EXPECT_EQ(host::report().lockDepth, 0);
+  EXPECT_THAT(host::counts().breaches, IsEmpty());
+  EXPECT_EQ(host::counts().callsOffMainThread, 0u);
+  EXPECT_EQ(host::counts().lockDepth, 0);
 }
 
 TEST_F(ModuleLife, TwoHundredLivesUnderAHundredThousandEvents) {
@@ -313,11 +313,11 @@ TEST_F(ModuleLife, TwoHundredLivesUnderAHundredThousandEvents) {
     ASSERT_FALSE(LoadedModule::isMapped(LM_MODULE_FILE)) << "life " << life;
   }
   EXPECT_GE(controller::eventsHandedOver(), 100000u);
-  EXPECT_GT(host::report().updates, 1000u);
-  EXPECT_THAT(host::report().breaches, IsEmpty());
-  EXPECT_EQ(host::report().callsOffMainThread, 0u);
-  EXPECT_EQ(host::report().openObjects, 0u);
-  EXPECT_EQ(host::report().selectionSetsAlive, 0u);
+  EXPECT_GT(host::counts().updates, 1000u);
+  EXPECT_THAT(host::counts().breaches, IsEmpty());
+  EXPECT_EQ(host::counts().callsOffMainThread, 0u);
+  EXPECT_EQ(host::counts().openObjects, 0u);
+  EXPECT_EQ(host::counts().selectionSetsAlive, 0u);
   EXPECT_THAT(controller::breaches(), IsEmpty());
 }
 

@@ -111,10 +111,10 @@ class Soak {
   }
 
   void endHost() {
-    const host::Report report = host::report();
-    mTotals.passes += report.updates;
-    mTotals.paperPasses += report.paperUpdates;
-    mTotals.texts += report.textsSent;
+    const host::Counts counts = host::counts();
+    mTotals.passes += counts.updates;
+    mTotals.paperPasses += counts.paperUpdates;
+    mTotals.texts += counts.textsSent;
     clearFaults();
     host::start({});
     // Kept from run to run, and it would be all that grows.
@@ -163,18 +163,18 @@ class Soak {
   }
 
   void check(bool isFaulty) {
-    const host::Report report = host::report();
+    const host::Counts counts = host::counts();
     expect(clock_::otherThreads() == 1, "a thread outlives the unload message");
     expect(clock_::timerCount() == 0 || isFaulty, "a timer outlives the unload message");
-    expect(report.callsOffMainThread == 0, "the host was called off the main thread");
+    expect(counts.callsOffMainThread == 0, "the host was called off the main thread");
     if (isFaulty) return;
-    for (const std::string& breach : report.breaches) mProblems.push_back("rule broken: " + breach);
+    for (const std::string& breach : counts.breaches) mProblems.push_back("rule broken: " + breach);
     for (const std::string& breach : controller::breaches()) mProblems.push_back("rule broken: " + breach);
-    expect(report.commandsRegistered == 0, "a command outlives the unload message");
-    expect(report.reactors == 0, "a reactor outlives the unload message");
-    expect(report.openObjects == 0, "an object is left open");
-    expect(report.selectionSetsAlive == 0, "a selection set is not freed");
-    expect(report.lockDepth == 0, "a document is left locked");
+    expect(counts.commandsRegistered == 0, "a command outlives the unload message");
+    expect(counts.reactors == 0, "a reactor outlives the unload message");
+    expect(counts.openObjects == 0, "an object is left open");
+    expect(counts.selectionSetsAlive == 0, "a selection set is not freed");
+    expect(counts.lockDepth == 0, "a document is left locked");
   }
 
   void checkFootprints() {

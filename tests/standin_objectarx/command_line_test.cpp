@@ -308,7 +308,7 @@ TEST_F(CommandLineTest, CommandStackRefusesTakenAndUnknownNames) {
   EXPECT_EQ(stackP->addCommand(L"G", nullptr, L"B", 0, writeWithoutALock), Acad::eInvalidInput);
   EXPECT_EQ(stackP->removeCmd(L"H", L"A"), Acad::eKeyNotFound);
   EXPECT_EQ(stackP->removeCmd(L"G", L"A"), Acad::eOk);
-  EXPECT_EQ(host::report().commandsRegistered, 0u);
+  EXPECT_EQ(host::counts().commandsRegistered, 0u);
 }
 
 }  // namespace

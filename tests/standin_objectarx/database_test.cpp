@@ -19,10 +19,10 @@ TEST_F(Database, SeveralReadersOpenOneObject) {
   EXPECT_EQ(open(firstP, 0x10, AcDb::kForRead), Acad::eOk);
   EXPECT_EQ(open(secondP, 0x10, AcDb::kForRead), Acad::eOk);
   EXPECT_EQ(firstP, secondP);
-  EXPECT_EQ(host::report().openObjects, 2u);
+  EXPECT_EQ(host::counts().openObjects, 2u);
   EXPECT_EQ(firstP->close(), Acad::eOk);
   EXPECT_EQ(secondP->close(), Acad::eOk);
-  EXPECT_EQ(host::report().openObjects, 0u);
+  EXPECT_EQ(host::counts().openObjects, 0u);
 }
 
 TEST_F(Database, ReaderKeepsWritersOut) {
@@ -92,9 +92,9 @@ TEST_F(Database, ObjectPointerOpensAndCloses) {
     const AcDbObjectPointer<AcDbLine> line(AcDbObjectId(host::objectIdOf(0x10)), AcDb::kForRead);
     ASSERT_EQ(line.openStatus(), Acad::eOk);
     expectPoint(line->endPoint(), 10, 0, 0);
-    EXPECT_EQ(host::report().openObjects, 1u);
+    EXPECT_EQ(host::counts().openObjects, 1u);
   }
-  EXPECT_EQ(host::report().openObjects, 0u);
+  EXPECT_EQ(host::counts().openObjects, 0u);
   const AcDbObjectPointer<AcDbLine> circle(AcDbObjectId(host::objectIdOf(0x11)), AcDb::kForRead);
   EXPECT_EQ(circle.openStatus(), Acad::eNotThatKindOfClass);
 }

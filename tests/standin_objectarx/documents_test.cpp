@@ -24,14 +24,14 @@ struct Data {
 TEST_F(Documents, LocksNestAndAreCounted) {
   lock();
   lock();
-  EXPECT_EQ(host::report().lockDepth, 2);
+  EXPECT_EQ(host::counts().lockDepth, 2);
   EXPECT_EQ(acDocManager->unlockDocument(document()), Acad::eOk);
-  EXPECT_EQ(host::report().lockDepth, 1);
+  EXPECT_EQ(host::counts().lockDepth, 1);
   EXPECT_EQ(acDocManager->unlockDocument(document()), Acad::eOk);
-  EXPECT_EQ(host::report().lockDepth, 0);
-  EXPECT_EQ(host::report().locks, 2u);
-  EXPECT_EQ(host::report().unlocks, 2u);
-  EXPECT_EQ(host::report().breachesInAll, 0u);
+  EXPECT_EQ(host::counts().lockDepth, 0);
+  EXPECT_EQ(host::counts().locks, 2u);
+  EXPECT_EQ(host::counts().unlocks, 2u);
+  EXPECT_EQ(host::counts().breachesInAll, 0u);
 }
 
 TEST_F(Documents, UnlockWithoutALockBreaksARule) {
@@ -51,7 +51,7 @@ TEST_F(Documents, ManagerRefusesLocksAndTextsWithoutADocument) {
   EXPECT_EQ(document(), nullptr);
   EXPECT_EQ(acDocManager->lockDocument(nullptr), Acad::eNoDocument);
   EXPECT_EQ(acDocManager->sendStringToExecute(nullptr, L"x "), Acad::eNoDocument);
-  EXPECT_EQ(host::report().breachesInAll, 0u);
+  EXPECT_EQ(host::counts().breachesInAll, 0u);
   EXPECT_EQ(acDocManager->lockDocument(closedP), Acad::eNoDocument);
   EXPECT_EQ(breaches(),
             std::vector<std::string>{"AcApDocManager::lockDocument: called for a document that is not open"});
@@ -68,12 +68,12 @@ TEST_F(Documents, SentTextsRunInOrderWhenTheHostIsIdle) {
   EXPECT_TRUE(host::runQueuedText());
   EXPECT_EQ(host::variable(L"TILEMODE"), L"1");
   EXPECT_FALSE(host::runQueuedText());
-  EXPECT_EQ(host::report().textsSent, 2u);
+  EXPECT_EQ(host::counts().textsSent, 2u);
 }
 
 TEST_F(Documents, DataOfADocumentEndsWithIt) {
   AcApDataManager<Data> manager;
-  EXPECT_EQ(host::report().reactors, 1u);
+  EXPECT_EQ(host::counts().reactors, 1u);
   AcApDocument* documentP = document();
   manager.docData().value = 5;
   EXPECT_EQ(manager.docData(documentP).value, 5);
@@ -83,8 +83,8 @@ TEST_F(Documents, DataOfADocumentEndsWithIt) {
 
 TEST_F(Documents, DataManagerRemovesItself) {
   { const AcApDataManager<Data> manager; }
-  EXPECT_EQ(host::report().reactors, 0u);
-  EXPECT_EQ(host::report().breachesInAll, 0u);
+  EXPECT_EQ(host::counts().reactors, 0u);
+  EXPECT_EQ(host::counts().breachesInAll, 0u);
 }
 
 TEST_F(Documents, RemovalOfAnUnknownReactorBreaksARule) {
@@ -103,7 +103,7 @@ TEST_F(Documents, RemovalThatThrowsRemovesTheReactor) {
     const AcApDataManager<Data> manager;
     host::faults().order("AcApDocManager::removeReactor", {Misbehaviour::kThrow});
   }
-  EXPECT_EQ(host::report().reactors, 0u);
+  EXPECT_EQ(host::counts().reactors, 0u);
   host::closeDocument();
 }
 
@@ -177,7 +177,7 @@ TEST_F(Documents, LockOfADocumentInTheBackgroundIsItsOwn) {
   AcApDocument* const firstP = document();
   openAnother();
   EXPECT_EQ(acDocManager->lockDocument(firstP), Acad::eOk);
-  EXPECT_EQ(host::report().lockDepth, 1);
+  EXPECT_EQ(host::counts().lockDepth, 1);
   EXPECT_EQ(acDocManager->unlockDocument(document()), Acad::eNotApplicable);
   EXPECT_EQ(breaches(), std::vector<std::string>{"AcApDocManager::unlockDocument: called without a lock"});
   EXPECT_EQ(acDocManager->unlockDocument(firstP), Acad::eOk);
@@ -227,7 +227,7 @@ TEST_F(Documents, SelectionSetLeftInAClosedDocumentBreaksARule) {
   acedSSGet(L"I", nullptr, nullptr, nullptr, ss);
   host::closeDocument();
   EXPECT_EQ(breaches(), std::vector<std::string>{"closing the document: a selection set of it is not freed"});
-  EXPECT_EQ(host::report().selectionSetsAlive, 0u);
+  EXPECT_EQ(host::counts().selectionSetsAlive, 0u);
 }
 
 TEST_F(Documents, ClosingADocumentCountsItsOwnOpenObjectsOnly) {
@@ -235,8 +235,8 @@ TEST_F(Documents, ClosingADocumentCountsItsOwnOpenObjectsOnly) {
   open(entityP, 0x10, AcDb::kForRead);
   openAnother();
   host::closeDocument();
-  EXPECT_EQ(host::report().breachesInAll, 0u);
-  EXPECT_EQ(host::report().openObjects, 1u);
+  EXPECT_EQ(host::counts().breachesInAll, 0u);
+  EXPECT_EQ(host::counts().openObjects, 1u);
   entityP->close();
 }
 
@@ -360,7 +360,7 @@ TEST_F(Documents, ReactorThatAnotherRemovedIsNotCalled) {
   acDocManager->addReactor(&reactor);
   acDocManager->addReactor(reactor.mOtherP.get());
   host::closeDocument();
-  EXPECT_EQ(host::report().reactors, 1u);
+  EXPECT_EQ(host::counts().reactors, 1u);
   acDocManager->removeReactor(&reactor);
 }
 

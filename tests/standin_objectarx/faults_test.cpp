@@ -273,13 +273,13 @@ TEST_P(EachOperation, OperationFailsOnceWhenItsResultCanReportIt) {
   if (!canFail) return;
   EXPECT_FALSE(call());
   EXPECT_TRUE(call());
-  EXPECT_EQ(host::report().breachesInAll, 0u);
+  EXPECT_EQ(host::counts().breachesInAll, 0u);
 }
 
 TEST_P(EachOperation, OperationThrowsOnceAndWorksAfterwards) {
   ASSERT_TRUE(host::faults().order(GetParam(), {Misbehaviour::kThrow}));
   EXPECT_THROW(call(), InjectedFault);
-  EXPECT_EQ(host::report().breachesInAll, 0u);
+  EXPECT_EQ(host::counts().breachesInAll, 0u);
   EXPECT_EQ(mDrawnCount, 0);
   // A reactor is taken out even when that throws, so it is not there to be taken out again.
   if (GetParam() == "AcApDocManager::removeReactor") mOperands.managerP->addReactor(&mOperands.reactor);
@@ -291,7 +291,7 @@ TEST_P(EachOperation, OperationOffTheMainThreadIsCountedAndCarriedOut) {
   const std::uint64_t before = host::faults().calls(GetParam());
   std::thread([&] { isDone = call(); }).join();
   EXPECT_TRUE(isDone);
-  EXPECT_GE(host::report().callsOffMainThread, 1u);
+  EXPECT_GE(host::counts().callsOffMainThread, 1u);
   ASSERT_FALSE(breaches().empty());
   EXPECT_NE(std::find(breaches().begin(), breaches().end(), GetParam() + ": called off the main thread"),
             breaches().end());
@@ -316,24 +316,24 @@ TEST_F(Faults, FailedReadOfAVariableLeavesTheBufferUntouched) {
 }
 
 TEST_F(Faults, FailedCloseLeavesTheObjectOpen) {
-  const std::uint64_t open = host::report().openObjects;
+  const std::uint64_t open = host::counts().openObjects;
   host::faults().order("AcDbObject::close", {Misbehaviour::kFail});
   mOperands.lineP->close();
-  EXPECT_EQ(host::report().openObjects, open);
+  EXPECT_EQ(host::counts().openObjects, open);
 }
 
 TEST_F(Faults, HostKeepsAHundredBreachesAndCountsAll) {
   for (int i = 0; i < 150; ++i) mOperands.viewP->zoom(-1);
   EXPECT_EQ(breaches().size(), 100u);
-  EXPECT_EQ(host::report().breachesInAll, 150u);
+  EXPECT_EQ(host::counts().breachesInAll, 150u);
 }
 
 TEST_F(Faults, StartEndsAllFaultsAndCounts) {
   mOperands.viewP->zoom(-1);
   host::faults().order("acgsGetGsView", {Misbehaviour::kThrow, 1, false});
   host::start();
-  EXPECT_EQ(host::report().breachesInAll, 0u);
-  EXPECT_EQ(host::report().openObjects, 0u);
+  EXPECT_EQ(host::counts().breachesInAll, 0u);
+  EXPECT_EQ(host::counts().openObjects, 0u);
   EXPECT_EQ(host::faults().calls("AcGsView::zoom"), 0u);
   EXPECT_EQ(acgsGetGsView(2, true), nullptr);
 }
@@ -344,7 +344,7 @@ TEST_F(Faults, TwoThreadsCallTheHostAtOnce) {
   });
   for (int i = 0; i < 200; ++i) mOperands.viewP->zoom(i % 2 == 0 ? 4 : 0.25);
   other.join();
-  EXPECT_EQ(host::report().callsOffMainThread, 200u);
+  EXPECT_EQ(host::counts().callsOffMainThread, 200u);
   EXPECT_EQ(host::faults().calls("AcGsView::zoom"), 400u);
 }
 

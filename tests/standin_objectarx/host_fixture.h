@@ -43,7 +43,7 @@ class HostTest : public testing::Test {
                                 bool openErased = false) {
     return acdbOpenAcDbEntity(entityP, AcDbObjectId(standin::host::objectIdOf(handle)), mode, openErased);
   }
-  static std::vector<std::string> breaches() { return standin::host::report().breaches; }
+  static std::vector<std::string> breaches() { return standin::host::counts().breaches; }
   static standin::Polyline3 pointsOf(std::uint64_t handle) {
     return standin::host::drawing()->find(handle)->points();
   }

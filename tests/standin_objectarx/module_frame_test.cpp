@@ -53,11 +53,11 @@ TEST_F(ModuleFrame, InitUnlocksAndRegistersTheApplication) {
 }
 
 TEST_F(ModuleFrame, CommandsExistFromInitToUnload) {
-  EXPECT_EQ(host::report().commandsRegistered, 0u);
+  EXPECT_EQ(host::counts().commandsRegistered, 0u);
   send(AcRx::kInitAppMsg);
-  EXPECT_EQ(host::report().commandsRegistered, 2u);
+  EXPECT_EQ(host::counts().commandsRegistered, 2u);
   send(AcRx::kUnloadAppMsg);
-  EXPECT_EQ(host::report().commandsRegistered, 0u);
+  EXPECT_EQ(host::counts().commandsRegistered, 0u);
 }
 
 TEST_F(ModuleFrame, CommandRunsByItsGlobalOrLocalName) {
@@ -85,7 +85,7 @@ TEST_F(ModuleFrame, CommandIsUnknownAfterUnload) {
 TEST_F(ModuleFrame, InitSucceedsWithoutRegistryEntries) {
   host::faults().order("AcRxDictionary::at", {Misbehaviour::kFail, 1, false});
   EXPECT_EQ(send(AcRx::kInitAppMsg), AcRx::kRetOK);
-  EXPECT_EQ(host::report().commandsRegistered, 0u);
+  EXPECT_EQ(host::counts().commandsRegistered, 0u);
 }
 
 }  // namespace

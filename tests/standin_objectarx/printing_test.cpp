@@ -13,7 +13,7 @@ using Printing = HostTest;
 TEST_F(Printing, PrintfReportsTheFormattedText) {
   EXPECT_EQ(acutPrintf(L"\nx = %d, %.2f%%\n", 7, 0.5), RTNORM);
   EXPECT_EQ(mHost.mPrinted, std::vector<std::wstring>{L"\nx = 7, 0.50%\n"});
-  EXPECT_EQ(host::report().modulePrints, 1u);
+  EXPECT_EQ(host::counts().modulePrints, 1u);
 }
 
 TEST_F(Printing, PrintfTakesWideStrings) {

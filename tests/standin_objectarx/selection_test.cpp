@@ -44,11 +44,11 @@ TEST_F(Selection, HostCountsSetsUntilTheyAreFreed) {
   ads_name second;
   acedSSGet(L"I", nullptr, nullptr, nullptr, first);
   acedSSGet(L"_i", nullptr, nullptr, nullptr, second);
-  EXPECT_EQ(host::report().selectionSetsAlive, 2u);
+  EXPECT_EQ(host::counts().selectionSetsAlive, 2u);
   acedSSFree(first);
-  EXPECT_EQ(host::report().selectionSetsAlive, 1u);
+  EXPECT_EQ(host::counts().selectionSetsAlive, 1u);
   acedSSFree(second);
-  EXPECT_EQ(host::report().selectionSetsAlive, 0u);
+  EXPECT_EQ(host::counts().selectionSetsAlive, 0u);
 }
 
 TEST_F(Selection, UseOfAFreedSetBreaksARule) {
@@ -68,7 +68,7 @@ TEST_F(Selection, OnlyTheImpliedModeFindsEntities) {
   host::selectAll();
   ads_name ss;
   EXPECT_EQ(acedSSGet(L"X", nullptr, nullptr, nullptr, ss), RTERROR);
-  EXPECT_EQ(host::report().selectionSetsAlive, 0u);
+  EXPECT_EQ(host::counts().selectionSetsAlive, 0u);
 }
 
 TEST_F(Selection, SelectAllLeavesOutErasedAndInvisibleEntities) {

@@ -52,7 +52,7 @@ TEST_F(Paper, UpdateDisplayReportsAndDrawsTheChange) {
   EXPECT_EQ(shown.width, 210);
   EXPECT_EQ(shown.height, 148.5);
   EXPECT_EQ(mDrawnCount, 1);
-  EXPECT_EQ(host::report().paperUpdates, 1u);
+  EXPECT_EQ(host::counts().paperUpdates, 1u);
   EXPECT_EQ(host::paperView().width, 210);
   expectPoint(host::camera(1)->target, 100, 50, 0);
   EXPECT_EQ(host::camera(1)->fieldHeight, 148.5);
@@ -129,8 +129,8 @@ TEST_F(Tile, ConversionWithAnOpenRecordBreaksARule) {
   acedVports2VportTableRecords();
   const Record record(acedActiveViewportId(), AcDb::kForWrite);
   acedVportTableRecords2Vports();
-  ASSERT_EQ(host::report().breaches.size(), 1u);
-  EXPECT_EQ(host::report().breaches[0],
+  ASSERT_EQ(host::counts().breaches.size(), 1u);
+  EXPECT_EQ(host::counts().breaches[0],
             "acedVportTableRecords2Vports: called while the table record is open");
 }
 
@@ -153,7 +153,7 @@ TEST_F(Tile, RecordIsNotWrittenWhileOpenForRead) {
   record->setHeight(1);
   record->setCenterPoint({0, 0});
   EXPECT_EQ(record->height(), 8);
-  EXPECT_EQ(host::report().breachesInAll, 2u);
+  EXPECT_EQ(host::counts().breachesInAll, 2u);
 }
 
 TEST_F(Tile, NoDocumentMeansNoViewport) {

@@ -83,7 +83,7 @@ TEST_F(Views, UpdateReportsThenDraws) {
   acgsGetGsView(2, true)->update();
   EXPECT_EQ(drawnWhenTold, 0);
   EXPECT_EQ(mDrawnCount, 1);
-  EXPECT_EQ(host::report().updates, 1u);
+  EXPECT_EQ(host::counts().updates, 1u);
 }
 
 TEST_F(Views, CommitStoresTheChangedView) {
@@ -96,7 +96,7 @@ TEST_F(Views, CommitStoresTheChangedView) {
   EXPECT_EQ(host::committedCamera(2)->fieldWidth, before / 2);
   ASSERT_EQ(mHost.mCommits.size(), 1u);
   EXPECT_EQ(mHost.mCommits[0].fieldWidth, before / 2);
-  EXPECT_EQ(host::report().commits, 1u);
+  EXPECT_EQ(host::counts().commits, 1u);
 }
 
 TEST_F(Views, SwitchingTabsDropsAnUncommittedView) {
@@ -116,7 +116,7 @@ TEST_F(Views, CommitNeedsAViewportAndAView) {
   EXPECT_FALSE(acgsSetViewParameters(2, viewP, true, true));
   EXPECT_EQ(breaches(),
             std::vector<std::string>{"acgsSetViewParameters: called with a view that is not valid"});
-  EXPECT_EQ(host::report().commits, 0u);
+  EXPECT_EQ(host::counts().commits, 0u);
 }
 
 TEST_F(Views, ViewOfTheOtherTabIsNotValid) {

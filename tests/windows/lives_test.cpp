@@ -40,7 +40,7 @@ TEST_F(ModuleRun, FiftyLivesWithTheCapMovingLeaveNothing) {
   // library that is linked into the module, that library makes an event which it never frees; they seldom do.
   EXPECT_LT(handleCount(), handlesAfterTheFirst + 12);
   EXPECT_EQ(mHost.mPrinted.size(), 51u);
-  EXPECT_THAT(host::report().breaches, IsEmpty());
+  EXPECT_THAT(host::counts().breaches, IsEmpty());
 }
 
 }  // namespace

@@ -51,7 +51,7 @@ TEST_F(IncompleteHost, AMissingFunctionIsToldOnceAndTheRestWorks) {
   EXPECT_EQ(countOf(kMissing, printed), 1u) << printed;
   EXPECT_EQ(countOf(kMissing, log), 1u) << log;
   EXPECT_GE(countOf("Error getSelObjectsCenter()", log), 1u) << log;
-  EXPECT_TRUE(host::report().breaches.empty());
+  EXPECT_TRUE(host::counts().breaches.empty());
 }
 
 }  // namespace

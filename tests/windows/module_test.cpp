@@ -19,11 +19,11 @@ TEST_F(ModuleRun, TheTimerTicksAndTheCapMovesTheView) {
   moveCap(100, 0);
   EXPECT_TRUE(serve(0, [this] { return mHost.mUpdates.size() > 5; }));
   moveCap(0, 0);
-  EXPECT_TRUE(serve(0, [] { return host::report().commits > 0; }));
+  EXPECT_TRUE(serve(0, [] { return host::counts().commits > 0; }));
   EXPECT_NE(host::camera(2)->target.x, before.target.x);
   module.send(AcRx::kUnloadAppMsg);
-  EXPECT_THAT(host::report().breaches, IsEmpty());
-  EXPECT_EQ(host::report().callsOffMainThread, 0u);
+  EXPECT_THAT(host::counts().breaches, IsEmpty());
+  EXPECT_EQ(host::counts().callsOffMainThread, 0u);
 }
 
 TEST_F(ModuleRun, AKeySendsItsViewCommand) {
@@ -61,13 +61,13 @@ TEST_F(ModuleRun, TheDaemonIsLostAndFoundWhileTheCapMoves) {
   EXPECT_TRUE(serve(0, [] { return controller::isConnected(); }));
   // The release may have come while nobody listened.
   moveCap(0, 0);
-  EXPECT_TRUE(serve(0, [] { return host::report().commits > 0; }));
+  EXPECT_TRUE(serve(0, [] { return host::counts().commits > 0; }));
   const std::size_t before = mHost.mUpdates.size();
   moveCap(100, 0);
   EXPECT_TRUE(serve(0, [this, before] { return mHost.mUpdates.size() > before + 2; }));
   moveCap(0, 0);
   module.send(AcRx::kUnloadAppMsg);
-  EXPECT_THAT(host::report().breaches, IsEmpty());
+  EXPECT_THAT(host::counts().breaches, IsEmpty());
 }
 
 TEST_F(ModuleRun, SettingsAndLogLieInTheUsersFolderWhateverItsName) {

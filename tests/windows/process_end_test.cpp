@@ -88,7 +88,7 @@ TEST_F(ProcessEnd, ComesAlsoWhileTheModuleLogs) {
 
 TEST_F(ProcessEnd, CallsNothingOfTheHost) {
   for (int life = 0; life < 20; ++life)
-    EXPECT_EXIT(end([] { host::report(); }, [] { return host::report().reactors > 0; }),
+    EXPECT_EXIT(end([] { host::counts(); }, [] { return host::counts().reactors > 0; }),
                 testing::ExitedWithCode(kExitStatus), "");
 }
 

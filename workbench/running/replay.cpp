@@ -158,7 +158,7 @@ class Run {
     mResult.recording = recorder.take();
     mResult.shapes = mMoments.takeShapes();
     mResult.moments = mMoments.takeMoments();
-    mResult.host = host::report();
+    mResult.host = host::counts();
     mResult.eventsDelivered = controller::eventsHandedOver();
     mResult.eventsNotFetched = controller::eventsPending();
     // After take(), which moves the recorder's breaches into the result.
@@ -169,18 +169,18 @@ class Run {
     if (const standin::Drawing* const drawing = host::drawing()) mResult.entities = listEntities(*drawing);
   }
 
-  void judgeHost(const host::Report& report) {
+  void judgeHost(const host::Counts& counts) {
     for (const Breach& breach : mResult.recording.breaches)
       mResult.problems.push_back("host: " + breach.text + " (" + counted(breach.count, "times, first at ") +
                                  std::to_string(breach.firstMs) + " ms)");
-    addProblem(report.callsOffMainThread, "host calls off the main thread");
-    addProblem(report.openObjects, "objects left open");
-    addProblem(report.selectionSetsAlive, "selection sets not freed");
-    addProblem(report.reactors, "document reactors left registered");
-    addProblem(report.commandsRegistered, "commands left registered");
-    if (report.lockDepth != 0)
+    addProblem(counts.callsOffMainThread, "host calls off the main thread");
+    addProblem(counts.openObjects, "objects left open");
+    addProblem(counts.selectionSetsAlive, "selection sets not freed");
+    addProblem(counts.reactors, "document reactors left registered");
+    addProblem(counts.commandsRegistered, "commands left registered");
+    if (counts.lockDepth != 0)
       mResult.problems.push_back("the document lock is held at the end, depth " +
-                                 std::to_string(report.lockDepth));
+                                 std::to_string(counts.lockDepth));
   }
 
   ReplayRequest mRequest;

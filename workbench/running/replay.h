@@ -37,7 +37,7 @@ struct ReplayRequest {
 
 struct RunResult {
   Recording recording;
-  standin::host::Report host;         ///< after the unload, with the drawing open still
+  standin::host::Counts host;         ///< after the unload, with the drawing open still
   std::uint64_t eventsDelivered = 0;  ///< fetched by the module
   std::uint64_t eventsNotFetched = 0;
   std::int64_t endMs = 0;             ///< of the session

@@ -83,26 +83,26 @@ Json member(const RunResult& result) {
   return result.*Member;
 }
 
-using standin::host::Report;
+using standin::host::Counts;
 
 /// Adding a value: a row here and its row in docs/outputs.md. The order is that of the file and of the rows
 /// for people.
 const Entry kEntries[] = {
     {"end_ms", member<&RunResult::endMs>, "session", milliseconds},
     {"ended_by", member<&RunResult::ending>},
-    {"passes_3d", hostCount<&Report::updates>, "passes in 3D"},
-    {"passes_2d", hostCount<&Report::paperUpdates>, "passes in 2D"},
-    {"commits", hostCount<&Report::commits>, "views committed"},
-    {"texts_sent", hostCount<&Report::textsSent>, "texts sent"},
-    {"prints", hostCount<&Report::modulePrints>, "prints"},
-    {"locks", hostCount<&Report::locks>, "document locks taken"},
-    {"unlocks", hostCount<&Report::unlocks>, "document locks released"},
-    {"lock_depth_at_end", hostCount<&Report::lockDepth>},
-    {"open_objects", hostCount<&Report::openObjects>},
-    {"selection_sets_not_freed", hostCount<&Report::selectionSetsAlive>},
-    {"calls_off_main_thread", hostCount<&Report::callsOffMainThread>},
-    {"reactors_left", hostCount<&Report::reactors>},
-    {"commands_left", hostCount<&Report::commandsRegistered>},
+    {"passes_3d", hostCount<&Counts::updates>, "passes in 3D"},
+    {"passes_2d", hostCount<&Counts::paperUpdates>, "passes in 2D"},
+    {"commits", hostCount<&Counts::commits>, "views committed"},
+    {"texts_sent", hostCount<&Counts::textsSent>, "texts sent"},
+    {"prints", hostCount<&Counts::modulePrints>, "prints"},
+    {"locks", hostCount<&Counts::locks>, "document locks taken"},
+    {"unlocks", hostCount<&Counts::unlocks>, "document locks released"},
+    {"lock_depth_at_end", hostCount<&Counts::lockDepth>},
+    {"open_objects", hostCount<&Counts::openObjects>},
+    {"selection_sets_not_freed", hostCount<&Counts::selectionSetsAlive>},
+    {"calls_off_main_thread", hostCount<&Counts::callsOffMainThread>},
+    {"reactors_left", hostCount<&Counts::reactors>},
+    {"commands_left", hostCount<&Counts::commandsRegistered>},
     {"device_events_delivered", member<&RunResult::eventsDelivered>, "device events"},
     {"device_events_not_fetched", member<&RunResult::eventsNotFetched>},
     {"entities", [](const RunResult& result) { return Json(countByType(result.entities)); }, "entities",
@@ -112,7 +112,7 @@ const Entry kEntries[] = {
      [](const RunResult& result) { return Json(handleTexts(result.recording.handlesNotFound)); },
      "handles not found", listed},
     {"host_breaches", [](const RunResult& result) { return breachesJson(result.recording.breaches); }},
-    {"host_breaches_in_all", hostCount<&Report::breachesInAll>},
+    {"host_breaches_in_all", hostCount<&Counts::breachesInAll>},
     {"problems", member<&RunResult::problems>, "problem", oneEach},
     {"clean", [](const RunResult& result) { return Json(result.isClean()); }, "clean", yesOrNo}};
 

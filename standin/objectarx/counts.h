@@ -1,6 +1,6 @@
 /// What a run of the host counts, and the rules that the module broke.
-#ifndef STANDIN_REPORT_H
-#define STANDIN_REPORT_H
+#ifndef STANDIN_OBJECTARX_COUNTS_H
+#define STANDIN_OBJECTARX_COUNTS_H
 
 #include <cstdint>
 #include <string>
@@ -8,7 +8,7 @@
 
 namespace standin::host {
 
-struct Report {
+struct Counts {
   std::uint64_t updates = 0;       ///< AcGsView::update
   std::uint64_t commits = 0;       ///< acgsSetViewParameters
   std::uint64_t paperUpdates = 0;  ///< updateDisplay and acedVportTableRecords2Vports
