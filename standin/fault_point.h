@@ -1,4 +1,4 @@
-/// Faults on demand: every operation of a stand-in counts its calls and can be ordered to fail or to
+/// Faults on demand: every operation of a stand-in counts its calls and can be made to fail or to
 /// throw, once or from the nth call on. Any thread.
 #ifndef STANDIN_FAULT_POINT_H
 #define STANDIN_FAULT_POINT_H
@@ -16,16 +16,16 @@ namespace standin {
 
 enum class Misbehaviour { kNone, kFail, kThrow };
 
-/// What an operation throws when a fault of that kind was ordered.
+/// What an operation throws when a fault of that kind was injected.
 class InjectedFault : public std::runtime_error {
  public:
   explicit InjectedFault(const std::string& operation) : std::runtime_error("told to throw: " + operation) {}
 };
 
-/// The fault that a test orders of an operation.
-struct FaultOrder {
+/// The fault that a test injects into an operation.
+struct Fault {
   Misbehaviour kind = Misbehaviour::kNone;
-  std::uint64_t fromCall = 1;  ///< counted from the order on; 1 is the next call
+  std::uint64_t fromCall = 1;  ///< counted from the injection on; 1 is the next call
   bool isOnce = true;          ///< only that one call, else every call from it on
 };
 
@@ -43,26 +43,26 @@ class FaultRegistry {
   bool hit(std::size_t index) {
     const std::lock_guard lock(mMutex);
     assert(index < mOperations.size() && "an operation hits the registry that numbered it");
-    Operation& operation = mOperations[index];
+    FaultPoint& operation = mOperations[index];
     ++operation.calls;
-    if (operation.order.kind == Misbehaviour::kNone) return false;
-    ++operation.callsSinceOrder;
-    const FaultOrder order = operation.order;
-    if (operation.callsSinceOrder < order.fromCall) return false;
-    if (order.isOnce) operation.order = {};
-    if (order.kind == Misbehaviour::kThrow) throw InjectedFault(operation.name);
+    if (operation.fault.kind == Misbehaviour::kNone) return false;
+    ++operation.callsSinceInjection;
+    const Fault fault = operation.fault;
+    if (operation.callsSinceInjection < fault.fromCall) return false;
+    if (fault.isOnce) operation.fault = {};
+    if (fault.kind == Misbehaviour::kThrow) throw InjectedFault(operation.name);
     return true;
   }
 
-  /// Orders a fault of the operation; an order of kind kNone ends it. False when there is no such
+  /// Injects a fault into the operation; one of kind kNone ends it. False when there is no such
   /// operation, or when it is to fail and cannot.
-  bool order(std::string_view name, const FaultOrder& order) {
+  bool inject(std::string_view name, const Fault& fault) {
     const std::lock_guard lock(mMutex);
-    for (Operation& operation : mOperations) {
+    for (FaultPoint& operation : mOperations) {
       if (name != operation.name) continue;
-      if (order.kind == Misbehaviour::kFail && !operation.canFail) return false;
-      operation.order = order;
-      operation.callsSinceOrder = 0;
+      if (fault.kind == Misbehaviour::kFail && !operation.canFail) return false;
+      operation.fault = fault;
+      operation.callsSinceInjection = 0;
       return true;
     }
     return false;
@@ -70,13 +70,13 @@ class FaultRegistry {
 
   void clear() {
     const std::lock_guard lock(mMutex);
-    for (Operation& operation : mOperations) operation = {operation.name, operation.canFail, {}, 0, 0};
+    for (FaultPoint& operation : mOperations) operation = {operation.name, operation.canFail, {}, 0, 0};
   }
 
   /// Calls counted since the last clear(); 0 for an unknown name.
   std::uint64_t calls(std::string_view name) const {
     const std::lock_guard lock(mMutex);
-    for (const Operation& operation : mOperations)
+    for (const FaultPoint& operation : mOperations)
       if (name == operation.name) return operation.calls;
     return 0;
   }
@@ -84,28 +84,28 @@ class FaultRegistry {
   std::vector<std::string> names() const {
     const std::lock_guard lock(mMutex);
     std::vector<std::string> result;
-    for (const Operation& operation : mOperations) result.emplace_back(operation.name);
+    for (const FaultPoint& operation : mOperations) result.emplace_back(operation.name);
     return result;
   }
 
   bool canFail(std::string_view name) const {
     const std::lock_guard lock(mMutex);
-    for (const Operation& operation : mOperations)
+    for (const FaultPoint& operation : mOperations)
       if (name == operation.name) return operation.canFail;
     return false;
   }
 
  private:
-  struct Operation {
+  struct FaultPoint {
     const char* name;
     bool canFail;
-    FaultOrder order;
+    Fault fault;
     std::uint64_t calls;
-    std::uint64_t callsSinceOrder;
+    std::uint64_t callsSinceInjection;
   };
 
   mutable std::mutex mMutex;
-  std::deque<Operation> mOperations;
+  std::deque<FaultPoint> mOperations;
 };
 
 }  // namespace standin

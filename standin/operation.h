@@ -1,5 +1,5 @@
 /// How each stand-in declares its operations: an operation registers itself with its stand-in's
-/// fault registry, counts its calls and injects the fault that a test ordered.
+/// fault registry, counts its calls and carries out the fault that a test injected.
 #ifndef STANDIN_OPERATION_H
 #define STANDIN_OPERATION_H
 

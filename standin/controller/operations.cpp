@@ -1,6 +1,6 @@
 /// The seven operations as the client library exports them. Each takes its arguments, notes a breach of the
-/// calling order, injects an ordered fault and fails when the daemon does not respond. Until it succeeds its
-/// outputs hold garbage: a caller that uses them after a failure shows itself.
+/// calling order, carries out an injected fault and fails when the daemon does not respond. Until it succeeds
+/// its outputs hold garbage: a caller that uses them after a failure shows itself.
 #if !defined(_WIN32)
 #pragma GCC visibility push(default)
 #endif

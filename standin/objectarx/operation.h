@@ -1,5 +1,5 @@
-/// How every operation of the host begins: the call is counted, its thread checked, and an ordered fault
-/// injected.
+/// How every operation of the host begins: the call is counted, its thread checked, and an injected fault
+/// carried out.
 #ifndef STANDIN_OBJECTARX_OPERATION_H
 #define STANDIN_OBJECTARX_OPERATION_H
 

@@ -16,7 +16,7 @@ namespace {
 class CapEvents : public ModuleTest {
  protected:
   void orderHost(const char* operation, Misbehaviour kind, bool isOnce = true) {
-    ASSERT_TRUE(host::faults().order(operation, {kind, 1, isOnce})) << operation;
+    ASSERT_TRUE(host::faults().inject(operation, {kind, 1, isOnce})) << operation;
   }
   std::vector<std::string> errors() const { return logTexts("ERR"); }
 };
@@ -314,14 +314,14 @@ TEST_F(CapEvents, WrapOfTheTickCountIsHarmless) {
 TEST_F(CapEvents, FailureOfTheTickIsLoggedAndTheTimerStaysOff) {
   load();
   clock_::advanceTo(*clock_::nextTimer());
-  ASSERT_TRUE(standin::windows::faults().order("GetTickCount", {Misbehaviour::kThrow, 1, true}));
+  ASSERT_TRUE(standin::windows::faults().inject("GetTickCount", {Misbehaviour::kThrow, 1, true}));
   clock_::runDueTimer();
   EXPECT_THAT(errors(), ElementsAre("Error TimerProc()"));
   EXPECT_EQ(clock_::timerCount(), 0u);
 }
 
 TEST_F(CapEvents, TimerThatCannotBeSetIsLogged) {
-  ASSERT_TRUE(standin::windows::faults().order("SetTimer", {Misbehaviour::kFail, 1, true}));
+  ASSERT_TRUE(standin::windows::faults().inject("SetTimer", {Misbehaviour::kFail, 1, true}));
   load();
   EXPECT_THAT(errors(), ElementsAre("Error SetTimer()"));
 }

@@ -20,8 +20,8 @@ class DaemonProxyTest : public ModuleTest {
   std::vector<std::string> logged(const std::string& method) const {
     return logTexts("", "DaemonProxy::" + method);
   }
-  void order(const char* operation, Misbehaviour kind, bool isOnce = true) {
-    ASSERT_TRUE(controller::faults().order(operation, {kind, 1, isOnce}));
+  void inject(const char* operation, Misbehaviour kind, bool isOnce = true) {
+    ASSERT_TRUE(controller::faults().inject(operation, {kind, 1, isOnce}));
   }
   DaemonProxy& daemon() { return *mCoreP->daemonProxy(); }
 };
@@ -67,7 +67,7 @@ class ConnectFails : public DaemonProxyTest,
 
 TEST_P(ConnectFails, NamesTheOperationAndAnswersFalse) {
   load();
-  order(std::get<0>(GetParam()).operation, std::get<1>(GetParam()));
+  inject(std::get<0>(GetParam()).operation, std::get<1>(GetParam()));
   EXPECT_FALSE(daemon().connect());
   EXPECT_FALSE(daemon().isConnected());
   EXPECT_EQ(logTexts("ERR", "DaemonProxy::connect"), std::vector<std::string>{std::get<0>(GetParam()).text});
@@ -84,7 +84,7 @@ TEST_F(DaemonProxyTest, FailedDeviceInfoKeepsLaterDevicesFromBeingAsked) {
   controller::setDevices({"First", "Second"});
   load();
   const std::uint64_t before = controller::faults().calls("lmGetDevInfo");
-  order("lmGetDevInfo", Misbehaviour::kFail);
+  inject("lmGetDevInfo", Misbehaviour::kFail);
   EXPECT_FALSE(daemon().connect());
   EXPECT_EQ(controller::faults().calls("lmGetDevInfo"), before + 1);
 }
@@ -97,7 +97,7 @@ TEST_F(DaemonProxyTest, CheckedConnectionThatAnswersStays) {
 
 TEST_F(DaemonProxyTest, CheckedConnectionThatIsLostIsClosedAndNotRestored) {
   load();
-  order("lmGetDevNum", Misbehaviour::kFail);
+  inject("lmGetDevNum", Misbehaviour::kFail);
   EXPECT_FALSE(daemon().checkConnection());
   EXPECT_FALSE(daemon().isConnected());
   EXPECT_FALSE(controller::isConnected());
@@ -106,8 +106,8 @@ TEST_F(DaemonProxyTest, CheckedConnectionThatIsLostIsClosedAndNotRestored) {
 
 TEST_F(DaemonProxyTest, FailedDisconnectOfALostConnectionIsLogged) {
   load();
-  order("lmGetDevNum", Misbehaviour::kFail);
-  order("lmDisconnect", Misbehaviour::kFail);
+  inject("lmGetDevNum", Misbehaviour::kFail);
+  inject("lmDisconnect", Misbehaviour::kFail);
   EXPECT_FALSE(daemon().checkConnection());
   EXPECT_THAT(logTexts("ERR", "DaemonProxy::checkConnection"),
               ElementsAre("Error in lmGetDevNum()!", "Error in lmDisconnect()!"));
@@ -115,7 +115,7 @@ TEST_F(DaemonProxyTest, FailedDisconnectOfALostConnectionIsLogged) {
 
 TEST_F(DaemonProxyTest, FailedDisconnectOfTheDestructorIsLoggedWithItsOwnSpelling) {
   load();
-  order("lmDisconnect", Misbehaviour::kFail);
+  inject("lmDisconnect", Misbehaviour::kFail);
   unload();
   EXPECT_EQ(logTexts("ERR", "DaemonProxy::~DaemonProxy"),
             std::vector<std::string>{"Error in lmDisConnect()!"});
@@ -125,7 +125,7 @@ TEST_F(DaemonProxyTest, FailedSettingsReadLeavesRotationModeZeroInForce) {
   controller::setAdvancedSettings(113, 1);
   load();
   ASSERT_EQ(proxy().rotationMode().rotCenterMode, 3);
-  order("lmGetAdvancedSettings", Misbehaviour::kFail);
+  inject("lmGetAdvancedSettings", Misbehaviour::kFail);
   daemon().retrieveRotMode();
   const RotationMode mode = proxy().rotationMode();
   EXPECT_EQ(mode.rotCenterMode, 0);
@@ -187,12 +187,12 @@ class ReadFails : public DaemonProxyTest, public ::testing::WithParamInterface<M
 TEST_P(ReadFails, IsSilentAndKeepsTheMotion) {
   load();
   deflect({9, 0, 0, 0, 0, 0});
-  order("lmGetEvent", GetParam(), false);
+  inject("lmGetEvent", GetParam(), false);
   deflect({10, 0, 0, 0, 0, 0});
   idle(500);
   EXPECT_EQ(mCoreP->capData().axes[0], 9);
   EXPECT_TRUE(logTexts("ERR").empty());
-  order("lmGetEvent", Misbehaviour::kNone);
+  inject("lmGetEvent", Misbehaviour::kNone);
   idle(100);
   EXPECT_EQ(mCoreP->capData().axes[0], 10);
 }
@@ -263,7 +263,7 @@ TEST_F(DaemonProxyTest, ModeIsReportedAfterEveryConnectionEvenIfUnchanged) {
 }
 
 TEST_F(DaemonProxyTest, FailedReportOfAChangedModeIsTriedInTheNextIteration) {
-  order("lmSetApplMode", Misbehaviour::kFail);
+  inject("lmSetApplMode", Misbehaviour::kFail);
   load();
   idle(200);
   EXPECT_THAT(reportedModes(), ElementsAre("AutoCAD:Unknown"));
@@ -273,7 +273,7 @@ TEST_F(DaemonProxyTest, FailedReportOfAChangedModeIsTriedInTheNextIteration) {
 TEST_F(DaemonProxyTest, FailedReportOfAnUnchangedModeIsNotTriedAgain) {
   load();
   idle(100);
-  order("lmSetApplMode", Misbehaviour::kFail);
+  inject("lmSetApplMode", Misbehaviour::kFail);
   daemon().connect();
   idle(200);
   EXPECT_THAT(reportedModes(), ElementsAre("AutoCAD:Unknown"));
@@ -311,7 +311,7 @@ TEST_F(DaemonProxyTest, DestructionEndsAReadThatWaitsWithoutEnd) {
 TEST_F(DaemonProxyTest, DestructionWaitsForTheReadingThreadInStepsOf200Milliseconds) {
   controller::setReadsBlock(true);
   load();
-  order("lmDisconnect", Misbehaviour::kFail);
+  inject("lmDisconnect", Misbehaviour::kFail);
   // The watch thread ends within the first 2000 ms of the unload; the read of the other one goes on.
   const std::int64_t eventMs = standin::clock::nowMs() + 2250;
   standin::clock::schedule(eventMs, [] { controller::deliver({-1, {}, 0, 0}); });

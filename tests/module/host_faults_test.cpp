@@ -11,7 +11,6 @@
 
 namespace controller = standin::controller;
 namespace host = standin::host;
-using standin::FaultOrder;
 using standin::Misbehaviour;
 using ::testing::IsEmpty;
 
@@ -126,9 +125,9 @@ class HostFaults : public ModuleTest {
     SCOPED_TRACE(operation + (kind == Misbehaviour::kFail ? " fails" : " throws") + " at call " +
                  std::to_string(nth));
     restart();
-    ASSERT_TRUE(host::faults().order(operation, {kind, nth, true}));
+    ASSERT_TRUE(host::faults().inject(operation, {kind, nth, true}));
     liveALife();
-    host::faults().order(operation, {});
+    host::faults().inject(operation, {});
     expectTheNextMovementToWork();
     expectNothingLeft();
     expectOnlyKnownErrors();
@@ -164,9 +163,9 @@ TEST_F(HostFaults, HostThatAlwaysFailsIsSurvived) {
     for (const Misbehaviour kind : kinds(operation)) {
       SCOPED_TRACE(operation);
       restart();
-      ASSERT_TRUE(host::faults().order(operation, {kind, 1, false}));
+      ASSERT_TRUE(host::faults().inject(operation, {kind, 1, false}));
       liveALife();
-      ASSERT_TRUE(host::faults().order(operation, {}));
+      ASSERT_TRUE(host::faults().inject(operation, {}));
       expectTheNextMovementToWork();
       expectOnlyKnownErrors();
       unload();

@@ -39,7 +39,7 @@ class KeyFunctions : public ModuleTest {
   }
   void function(std::int32_t number) { key(0x20020 + number); }
   void orderHost(const char* operation, Misbehaviour kind, bool isOnce = true) {
-    ASSERT_TRUE(host::faults().order(operation, {kind, 1, isOnce})) << operation;
+    ASSERT_TRUE(host::faults().inject(operation, {kind, 1, isOnce})) << operation;
   }
   std::vector<std::string> errors() const { return logTexts("ERR"); }
 };

@@ -42,7 +42,7 @@ class ObjectMove : public ModuleTest {
     return host::drawing()->find(handle)->points().at(index);
   }
   void orderHost(const char* operation, Misbehaviour kind, bool isOnce = true) {
-    ASSERT_TRUE(host::faults().order(operation, {kind, 1, isOnce})) << operation;
+    ASSERT_TRUE(host::faults().inject(operation, {kind, 1, isOnce})) << operation;
   }
   std::vector<std::string> errors() const { return logTexts("ERR"); }
   void expectNothingHeld() {

@@ -21,7 +21,7 @@ class PaperMotion : public ModuleTest {
   }
   void pass(short x, short y, short z) { proxy().handleCapIsDeflectedIn2DMode(x, y, z); }
   void orderHost(const char* operation, Misbehaviour kind, bool isOnce = true) {
-    ASSERT_TRUE(host::faults().order(operation, {kind, 1, isOnce})) << operation;
+    ASSERT_TRUE(host::faults().inject(operation, {kind, 1, isOnce})) << operation;
   }
   std::vector<std::string> errors() const { return logTexts("ERR"); }
   /// One pass of a push to the right, and the release.

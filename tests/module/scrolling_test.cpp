@@ -39,7 +39,7 @@ TEST_F(Scrolling, LongTreeScrollsTenLinesAPass) {
 TEST_F(Scrolling, CodePageThatRefusesAReplacementNamesTheClassesToo) {
   ASSERT_TRUE(desktop::pointAt("tree"));
   ASSERT_TRUE(
-      standin::windows::faults().order("WideCharToMultiByte", {standin::Misbehaviour::kFail, 1, true}));
+      standin::windows::faults().inject("WideCharToMultiByte", {standin::Misbehaviour::kFail, 1, true}));
   EXPECT_TRUE(scroll(0, 0, 100));
   EXPECT_EQ(sent(), 10u);
   standin::windows::faults().clear();

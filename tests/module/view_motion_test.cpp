@@ -37,7 +37,7 @@ class ViewMotion : public ModuleTest {
     proxy().handleCapIsDeflectedIn3DMode(x, y, z, rx, ry, rz);
   }
   void orderHost(const char* operation, Misbehaviour kind) {
-    ASSERT_TRUE(host::faults().order(operation, {kind, 1, true})) << operation;
+    ASSERT_TRUE(host::faults().inject(operation, {kind, 1, true})) << operation;
   }
   std::uint64_t setViews() { return host::faults().calls("AcGsView::setView"); }
   std::vector<std::string> errors() const { return logTexts("ERR"); }

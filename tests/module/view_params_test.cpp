@@ -20,7 +20,7 @@ class ViewParams : public ModuleTest {
     host::setCamera(2, {{0, 0, 10}, {0, 0, 0}, {0, 2, 0}, 4, 3, false});
   }
   void orderHost(const char* operation, Misbehaviour kind, bool isOnce = true) {
-    ASSERT_TRUE(host::faults().order(operation, {kind, 1, isOnce})) << operation;
+    ASSERT_TRUE(host::faults().inject(operation, {kind, 1, isOnce})) << operation;
   }
   std::vector<std::string> errors() const { return logTexts("ERR"); }
   AcGsView* view() {

@@ -137,7 +137,7 @@ class InitFaults : public ModuleLife, public ::testing::WithParamInterface<const
 
 TEST_P(InitFaults, DoNotKeepTheCoreFromRunning) {
   const LoadedModule module(LM_MODULE_FILE);
-  ASSERT_TRUE(host::faults().order(GetParam(), {standin::Misbehaviour::kThrow, 1, true}));
+  ASSERT_TRUE(host::faults().inject(GetParam(), {standin::Misbehaviour::kThrow, 1, true}));
   EXPECT_EQ(module.send(AcRx::kInitAppMsg), AcRx::kRetOK);
   EXPECT_TRUE(controller::isConnected());
   EXPECT_EQ(clock_::timerCount(), 1u);
@@ -158,7 +158,7 @@ TEST_P(UnloadFaults, LeaveNothingThatLeadsIntoTheModule) {
   {
     const LoadedModule module(LM_MODULE_FILE);
     module.send(AcRx::kInitAppMsg);
-    ASSERT_TRUE(host::faults().order(GetParam(), {standin::Misbehaviour::kThrow, 1, true}));
+    ASSERT_TRUE(host::faults().inject(GetParam(), {standin::Misbehaviour::kThrow, 1, true}));
     EXPECT_EQ(module.send(AcRx::kUnloadAppMsg), AcRx::kRetOK);
   }
   EXPECT_EQ(host::counts().commandsRegistered, 0u);
@@ -199,7 +199,7 @@ TEST_F(ModuleLife, CommandsFlipTheSwitchesOfTheirNames) {
       mHost.mPrinted,
       ElementsAre(L"\n=> Selection as Rotation Center:  off", L"\n=> Selected Line as Rotation Axis:  on",
                   L"\n=> Scroll Trees and Lists:  off", L"\n=> Move Selected Object:  on"));
-  ASSERT_TRUE(host::faults().order("acutPrintf", {standin::Misbehaviour::kThrow, 1, true}));
+  ASSERT_TRUE(host::faults().inject("acutPrintf", {standin::Misbehaviour::kThrow, 1, true}));
   host::type(L"LM_Toggle_Scroll_Mode\n");
   EXPECT_THAT(host::counts().breaches, IsEmpty()) << "nothing is thrown into the host";
   module.send(AcRx::kUnloadAppMsg);

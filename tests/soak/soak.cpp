@@ -70,10 +70,10 @@ class Soak {
   std::size_t report() const {
     std::printf(
         "%llu lives, %llu ticks, %llu passes, %llu on paper, %llu texts sent, %llu events, %llu losses,\n"
-        "%llu documents, %llu faults ordered; heap %zu -> %zu bytes, files %zu -> %zu\n",
+        "%llu documents, %llu faults injected; heap %zu -> %zu bytes, files %zu -> %zu\n",
         ull(mTotals.lives), ull(mTotals.ticks), ull(mTotals.passes), ull(mTotals.paperPasses),
         ull(mTotals.texts), ull(mDevice.eventsSent()), ull(mDevice.losses()), ull(mUser.documentsOpened()),
-        ull(mUser.faultsOrdered()), settled().heapBytes, mFootprints.back().heapBytes, settled().files,
+        ull(mUser.faultsInjected()), settled().heapBytes, mFootprints.back().heapBytes, settled().files,
         mFootprints.back().files);
     for (const std::string& problem : mProblems) std::printf("PROBLEM: %s\n", problem.c_str());
     return mProblems.size();
@@ -89,7 +89,7 @@ class Soak {
     startHost();
     {
       const LoadedModule module(LM_MODULE_FILE);
-      if (isFaulty && mRandom.once(4)) mUser.orderFault();
+      if (isFaulty && mRandom.once(4)) mUser.injectFault();
       send(module, AcRx::kInitAppMsg);
       while (clock_::nowMs() < end) {
         act(isFaulty);
@@ -131,7 +131,7 @@ class Soak {
   }
 
   void act(bool isFaulty) {
-    if (isFaulty && mRandom.once(3)) mUser.orderFault();
+    if (isFaulty && mRandom.once(3)) mUser.injectFault();
     if (isFaulty && mRandom.once(8)) clearFaults();
     guarded("an action of the user's", [this] { mUser.act(); });
   }

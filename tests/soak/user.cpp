@@ -110,7 +110,7 @@ void User::changeMenuFile() {
     std::filesystem::remove(mMenuFile);
 }
 
-void User::orderFault() {
+void User::injectFault() {
   standin::FaultRegistry* const registries[] = {&host::faults(), &standin::windows::faults(),
                                                 &standin::controller::faults()};
   standin::FaultRegistry& registry = *mRandom.of(registries);
@@ -121,7 +121,8 @@ void User::orderFault() {
   // real one cannot fail.
   const bool isOnce = name == "GetTickCount" || !mRandom.once(5);
   const auto kind = isThrown ? standin::Misbehaviour::kThrow : standin::Misbehaviour::kFail;
-  if (registry.order(name, {kind, static_cast<std::uint64_t>(mRandom.from(1, 20)), isOnce})) ++mFaultsOrdered;
+  if (registry.inject(name, {kind, static_cast<std::uint64_t>(mRandom.from(1, 20)), isOnce}))
+    ++mFaultsInjected;
 }
 
 }  // namespace soak

@@ -17,10 +17,10 @@ class User {
   /// One action, picked by chance.
   void act();
 
-  /// Orders a fault of an operation, picked by chance.
-  void orderFault();
+  /// Injects a fault into an operation, picked by chance.
+  void injectFault();
 
-  std::uint64_t faultsOrdered() const { return mFaultsOrdered; }
+  std::uint64_t faultsInjected() const { return mFaultsInjected; }
   std::uint64_t documentsOpened() const { return mDocumentsOpened; }
 
  private:
@@ -35,7 +35,7 @@ class User {
 
   Random mRandom;
   std::filesystem::path mMenuFile;
-  std::uint64_t mFaultsOrdered = 0;
+  std::uint64_t mFaultsInjected = 0;
   std::uint64_t mDocumentsOpened = 0;
 };
 

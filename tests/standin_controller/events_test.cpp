@@ -122,7 +122,7 @@ TEST_F(EventsInReplay, BlockingReadWithoutAConnectionWaitsOnlyFiftyMilliseconds)
 
 TEST_F(EventsInReplay, FaultOfABlockingReadTakesEffectWithTheEvent) {
   controller::setReadsBlock(true);
-  controller::faults().order("lmGetEvent", {standin::Misbehaviour::kFail, 1, true});
+  controller::faults().inject("lmGetEvent", {standin::Misbehaviour::kFail, 1, true});
   clock::schedule(70, [] { controller::deliver(command(0x20009)); });
   EXPECT_EQ(readOnce().timeMs, 70);
   EXPECT_EQ(controller::eventsPending(), 1u);
@@ -302,7 +302,7 @@ TEST_F(EventsInReplay, DisconnectOfAnotherThreadEndsTheWait) {
 TEST_F(EventsInReplay, FaultTakesEffectAfterTheWaitAndLeavesTheEventPending) {
   ReadingThread reader;
   ASSERT_TRUE(clock::settle());
-  controller::faults().order("lmGetEvent", {standin::Misbehaviour::kFail, 1, true});
+  controller::faults().inject("lmGetEvent", {standin::Misbehaviour::kFail, 1, true});
   clock::schedule(10, [] { controller::deliver(command(0x20009)); });
   clock::advanceTo(10);
   ASSERT_EQ(reader.readings().size(), 2u);
@@ -313,7 +313,7 @@ TEST_F(EventsInReplay, FaultTakesEffectAfterTheWaitAndLeavesTheEventPending) {
 TEST_F(EventsInReplay, LastingFaultDoesNotMakeTheReaderSpin) {
   for (const auto kind : {standin::Misbehaviour::kFail, standin::Misbehaviour::kThrow}) {
     const std::int64_t start = clock::nowMs();
-    controller::faults().order("lmGetEvent", {kind, 1, false});
+    controller::faults().inject("lmGetEvent", {kind, 1, false});
     controller::deliver(command(0x20009));
     ReadingThread reader;
     ASSERT_TRUE(clock::settle());

@@ -151,7 +151,7 @@ TEST_F(ConnectedOperations, FailedOperationsLeaveGarbageInTheirOutputs) {
 
 TEST_F(ConnectedOperations, ThrowingOperationLeavesGarbageInItsOutput) {
   LmAdvancedSettings settings{};
-  ASSERT_TRUE(controller::faults().order("lmGetAdvancedSettings", {standin::Misbehaviour::kThrow, 1, true}));
+  ASSERT_TRUE(controller::faults().inject("lmGetAdvancedSettings", {standin::Misbehaviour::kThrow, 1, true}));
   EXPECT_THROW(lmGetAdvancedSettings(0, &settings), standin::InjectedFault);
   EXPECT_NE(settings.rotationMode, 0);
 }
@@ -221,11 +221,11 @@ TEST_F(ConnectedOperations, OrderedOperationFailsOnceOrForGood) {
       "lmConnect",    "lmDisconnect", "lmGetEvent",   "lmGetAdvancedSettings",
       "lmGetDevInfo", "lmGetDevNum",  "lmSetApplMode"};
   EXPECT_EQ(controller::faults().names(), names);
-  ASSERT_TRUE(controller::faults().order("lmGetDevNum", {Misbehaviour::kFail, 2, true}));
+  ASSERT_TRUE(controller::faults().inject("lmGetDevNum", {Misbehaviour::kFail, 2, true}));
   EXPECT_EQ(deviceCount().status, 0);
   EXPECT_NE(deviceCount().status, 0);
   EXPECT_EQ(deviceCount().status, 0);
-  ASSERT_TRUE(controller::faults().order("lmGetDevNum", {Misbehaviour::kFail, 1, false}));
+  ASSERT_TRUE(controller::faults().inject("lmGetDevNum", {Misbehaviour::kFail, 1, false}));
   EXPECT_NE(deviceCount().status, 0);
   EXPECT_NE(deviceCount().status, 0);
   EXPECT_EQ(controller::faults().calls("lmGetDevNum"), 5u);
@@ -235,7 +235,7 @@ TEST_F(ConnectedOperations, EveryOperationThrowsWhenOrdered) {
   LmDevInfo info;
   LmAdvancedSettings settings;
   for (const std::string& name : controller::faults().names())
-    ASSERT_TRUE(controller::faults().order(name, {standin::Misbehaviour::kThrow, 1, true}));
+    ASSERT_TRUE(controller::faults().inject(name, {standin::Misbehaviour::kThrow, 1, true}));
   EXPECT_THROW(lmConnect(0, "acad"), standin::InjectedFault);
   EXPECT_THROW(lmGetDevInfo(0, &info), standin::InjectedFault);
   EXPECT_THROW(lmGetAdvancedSettings(0, &settings), standin::InjectedFault);
@@ -246,7 +246,7 @@ TEST_F(ConnectedOperations, EveryOperationThrowsWhenOrdered) {
 }
 
 TEST_F(Operations, InjectedConnectFailureLeavesNoConnection) {
-  ASSERT_TRUE(controller::faults().order("lmConnect", {standin::Misbehaviour::kFail, 1, true}));
+  ASSERT_TRUE(controller::faults().inject("lmConnect", {standin::Misbehaviour::kFail, 1, true}));
   EXPECT_NE(lmConnect(0, "acad"), 0);
   EXPECT_FALSE(controller::isConnected());
   EXPECT_EQ(controller::connectedAs(), "acad");

@@ -101,7 +101,7 @@ TEST_F(Documents, RemovalOfAnUnknownReactorBreaksARule) {
 TEST_F(Documents, RemovalThatThrowsRemovesTheReactor) {
   {
     const AcApDataManager<Data> manager;
-    host::faults().order("AcApDocManager::removeReactor", {Misbehaviour::kThrow});
+    host::faults().inject("AcApDocManager::removeReactor", {Misbehaviour::kThrow});
   }
   EXPECT_EQ(host::counts().reactors, 0u);
   host::closeDocument();

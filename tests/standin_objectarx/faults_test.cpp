@@ -254,7 +254,7 @@ std::vector<std::string> callNames() {
   return names;
 }
 
-TEST_F(Faults, EveryOperationTakesAFaultOrder) {
+TEST_F(Faults, EveryOperationTakesAFault) {
   const std::vector<std::string> listed = host::faults().names();
   const std::vector<std::string> called = callNames();
   EXPECT_EQ(std::set<std::string>(listed.begin(), listed.end()),
@@ -269,7 +269,7 @@ TEST_P(EachOperation, OperationSucceedsWithoutAFault) {
 
 TEST_P(EachOperation, OperationFailsOnceWhenItsResultCanReportIt) {
   const bool canFail = host::faults().canFail(GetParam());
-  EXPECT_EQ(host::faults().order(GetParam(), {Misbehaviour::kFail}), canFail);
+  EXPECT_EQ(host::faults().inject(GetParam(), {Misbehaviour::kFail}), canFail);
   if (!canFail) return;
   EXPECT_FALSE(call());
   EXPECT_TRUE(call());
@@ -277,7 +277,7 @@ TEST_P(EachOperation, OperationFailsOnceWhenItsResultCanReportIt) {
 }
 
 TEST_P(EachOperation, OperationThrowsOnceAndWorksAfterwards) {
-  ASSERT_TRUE(host::faults().order(GetParam(), {Misbehaviour::kThrow}));
+  ASSERT_TRUE(host::faults().inject(GetParam(), {Misbehaviour::kThrow}));
   EXPECT_THROW(call(), InjectedFault);
   EXPECT_EQ(host::counts().breachesInAll, 0u);
   EXPECT_EQ(mDrawnCount, 0);
@@ -310,14 +310,14 @@ INSTANTIATE_TEST_SUITE_P(Host, EachOperation, testing::ValuesIn(callNames()), te
 TEST_F(Faults, FailedReadOfAVariableLeavesTheBufferUntouched) {
   resbuf result{};
   result.resval.rint = 77;
-  host::faults().order("acedGetVar", {Misbehaviour::kFail});
+  host::faults().inject("acedGetVar", {Misbehaviour::kFail});
   EXPECT_EQ(acedGetVar(L"CVPORT", &result), RTERROR);
   EXPECT_EQ(result.resval.rint, 77);
 }
 
 TEST_F(Faults, FailedCloseLeavesTheObjectOpen) {
   const std::uint64_t open = host::counts().openObjects;
-  host::faults().order("AcDbObject::close", {Misbehaviour::kFail});
+  host::faults().inject("AcDbObject::close", {Misbehaviour::kFail});
   mOperands.lineP->close();
   EXPECT_EQ(host::counts().openObjects, open);
 }
@@ -330,7 +330,7 @@ TEST_F(Faults, HostKeepsAHundredBreachesAndCountsAll) {
 
 TEST_F(Faults, StartEndsAllFaultsAndCounts) {
   mOperands.viewP->zoom(-1);
-  host::faults().order("acgsGetGsView", {Misbehaviour::kThrow, 1, false});
+  host::faults().inject("acgsGetGsView", {Misbehaviour::kThrow, 1, false});
   host::start();
   EXPECT_EQ(host::counts().breachesInAll, 0u);
   EXPECT_EQ(host::counts().openObjects, 0u);

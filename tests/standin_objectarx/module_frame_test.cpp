@@ -83,7 +83,7 @@ TEST_F(ModuleFrame, CommandIsUnknownAfterUnload) {
 }
 
 TEST_F(ModuleFrame, InitSucceedsWithoutRegistryEntries) {
-  host::faults().order("AcRxDictionary::at", {Misbehaviour::kFail, 1, false});
+  host::faults().inject("AcRxDictionary::at", {Misbehaviour::kFail, 1, false});
   EXPECT_EQ(send(AcRx::kInitAppMsg), AcRx::kRetOK);
   EXPECT_EQ(host::counts().commandsRegistered, 0u);
 }

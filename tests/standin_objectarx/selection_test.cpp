@@ -139,7 +139,7 @@ TEST_F(Selection, RedrawAfterADrawingOfAllDrawsAnew) {
 
 TEST_F(Selection, RefusedRedrawDrawsNothing) {
   host::select({0x10});
-  host::faults().order("acedRedraw", {Misbehaviour::kFail});
+  host::faults().inject("acedRedraw", {Misbehaviour::kFail});
   ads_name ss;
   ads_name name;
   acedSSGet(L"I", nullptr, nullptr, nullptr, ss);

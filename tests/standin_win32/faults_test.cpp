@@ -83,7 +83,7 @@ TEST_F(WindowsFaults, EveryFunctionThatCanFailFailsExactlyWhenOrdered) {
     if (!faults().canFail(name)) continue;
     const auto& call = calls().at(name);
     EXPECT_TRUE(call()) << name;
-    ASSERT_TRUE(faults().order(name, {Misbehaviour::kFail, 1, true}));
+    ASSERT_TRUE(faults().inject(name, {Misbehaviour::kFail, 1, true}));
     EXPECT_FALSE(call()) << name;
     EXPECT_TRUE(call()) << name;
   }
@@ -92,15 +92,15 @@ TEST_F(WindowsFaults, EveryFunctionThatCanFailFailsExactlyWhenOrdered) {
 TEST_F(WindowsFaults, EveryFunctionThrowsWhenOrdered) {
   EXPECT_EQ(faults().names().size(), calls().size());
   for (const auto& [name, call] : calls()) {
-    ASSERT_TRUE(faults().order(name, {Misbehaviour::kThrow, 1, true})) << name;
+    ASSERT_TRUE(faults().inject(name, {Misbehaviour::kThrow, 1, true})) << name;
     EXPECT_THROW(call(), standin::InjectedFault) << name;
     EXPECT_TRUE(call()) << name;
   }
 }
 
 TEST_F(WindowsFaults, FunctionsWithoutAFailureResultOnlyThrow) {
-  EXPECT_FALSE(faults().order("GetTickCount", {Misbehaviour::kFail, 1, true}));
-  EXPECT_FALSE(faults().order("SendMessageW", {Misbehaviour::kFail, 1, true}));
+  EXPECT_FALSE(faults().inject("GetTickCount", {Misbehaviour::kFail, 1, true}));
+  EXPECT_FALSE(faults().inject("SendMessageW", {Misbehaviour::kFail, 1, true}));
 }
 
 }  // namespace

@@ -42,7 +42,7 @@ Result ask(int (*row)(Result*, Parameters...), Arguments... arguments) {
 
 /// Calls a row of the table that has none.
 template <class... Parameters, class... Arguments>
-void order(int (*row)(Parameters...), Arguments... arguments) {
+void call(int (*row)(Parameters...), Arguments... arguments) {
   if (row(arguments...) != 0) throw HostException();
 }
 
@@ -93,10 +93,10 @@ class DocManager final : public AcApDocManager {
     return askStatus(host().unlockDocument, hostDocument(documentP));
   }
   void addReactor(AcApDocManagerReactor* reactorP) override {
-    order(host().addReactor, static_cast<void*>(reactorP), &toBeDestroyed);
+    call(host().addReactor, static_cast<void*>(reactorP), &toBeDestroyed);
   }
   void removeReactor(AcApDocManagerReactor* reactorP) override {
-    order(host().removeReactor, static_cast<void*>(reactorP));
+    call(host().removeReactor, static_cast<void*>(reactorP));
   }
   Acad::ErrorStatus sendStringToExecute(AcApDocument* documentP, const ACHAR* text, bool activate,
                                         bool wrapUp, bool echo) override {
@@ -164,7 +164,7 @@ class View final : public AcGsView {
   const void* hostView() const { return mHostP; }
   void setView(const AcGePoint3d& position, const AcGePoint3d& target, const AcGeVector3d& up, double width,
                double height, Projection projection) override {
-    order(host().viewSet, mHostP, &position, &target, &up, width, height, static_cast<int>(projection));
+    call(host().viewSet, mHostP, &position, &target, &up, width, height, static_cast<int>(projection));
   }
   AcGePoint3d position() const override { return ask(host().viewPosition, hostView()); }
   AcGePoint3d target() const override { return ask(host().viewTarget, hostView()); }
@@ -173,8 +173,8 @@ class View final : public AcGsView {
   double fieldWidth() const override { return ask(host().viewFieldWidth, hostView()); }
   double fieldHeight() const override { return ask(host().viewFieldHeight, hostView()); }
   bool isValid() const override { return ask(host().viewIsValid, hostView()); }
-  void update() override { order(host().viewUpdate, mHostP); }
-  void zoom(double factor) override { order(host().viewZoom, mHostP, factor); }
+  void update() override { call(host().viewUpdate, mHostP); }
+  void zoom(double factor) override { call(host().viewZoom, mHostP, factor); }
 
  private:
   void* mHostP;
@@ -241,13 +241,13 @@ AcDbObject* objectOf(void* hostP) {
 }  // namespace
 
 AcApDocManager* acDocManagerPtr() {
-  order(host().docManager);
+  call(host().docManager);
   static DocManager manager;
   return &manager;
 }
 
 AcRxDictionary* acrxSysRegistry() {
-  order(host().sysRegistry);
+  call(host().sysRegistry);
   static Registry registry;
   return &registry;
 }
@@ -397,7 +397,7 @@ AcGePoint2d AcDbAbstractViewTableRecord::centerPoint() const {
   return ask(host().recordCenterPoint, static_cast<const void*>(hostOf(this)));
 }
 void AcDbAbstractViewTableRecord::setCenterPoint(const AcGePoint2d& centre) {
-  order(host().recordSetCenterPoint, hostOf(this), &centre);
+  call(host().recordSetCenterPoint, hostOf(this), &centre);
 }
 double AcDbAbstractViewTableRecord::width() const {
   return ask(host().recordWidth, static_cast<const void*>(hostOf(this)));
@@ -406,5 +406,5 @@ double AcDbAbstractViewTableRecord::height() const {
   return ask(host().recordHeight, static_cast<const void*>(hostOf(this)));
 }
 void AcDbAbstractViewTableRecord::setHeight(double height) {
-  order(host().recordSetHeight, hostOf(this), height);
+  call(host().recordSetHeight, hostOf(this), height);
 }
