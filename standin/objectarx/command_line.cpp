@@ -3,9 +3,12 @@
 
 #include "commands.h"
 #include "lisp.h"
+#include "operation.h"
 #include "printing.h"
 #include "selection.h"
 #include "text.h"
+
+#include <cassert>
 
 namespace standin::host {
 namespace {
@@ -81,6 +84,7 @@ void takeLetter(CommandLine& line, wchar_t letter) {
 }  // namespace
 
 void feed(CommandLine& line, const std::wstring& text) {
+  assert(isMainThread() && "the command line is typed at on the main thread");
   for (const wchar_t letter : text) takeLetter(line, letter);
   if (line.isCommandActive() && line.pending().empty()) hostPrint(line.top().prompt());
 }

@@ -10,6 +10,8 @@
 #include "dbents.h"
 // clang-format on
 
+#include <cassert>
+
 using namespace standin;
 using namespace standin::host;
 
@@ -30,7 +32,9 @@ AcDbObject* find(AcDbObjectId id) {
 
 /// The order of the checks decides which status a module sees when several apply.
 Acad::ErrorStatus mayOpen(const AcDbObject& object, AcDb::OpenMode mode, bool openErased) {
-  const Document& document = *documentOf(ObjectAccess::key(object));
+  const Document* const documentP = documentOf(ObjectAccess::key(object));
+  assert(documentP != nullptr && "an object that was found has an open document");
+  const Document& document = *documentP;
   const Drawing& drawing = *document.drawing;
   const DrawnEntity* const entityP = drawing.findByNumber(numberOf(ObjectAccess::key(object)));
   if (entityP != nullptr && !openErased && drawing.isErased(entityP->properties().handle))
@@ -97,6 +101,7 @@ Acad::ErrorStatus AcDbObject::close() {
     breach(kClose, "called for an object that is not open");
     return Acad::eNotOpenForRead;
   }
+  assert(runningCounts().openObjects > 0 && "every opening of an object is counted");
   --runningCounts().openObjects;
   return Acad::eOk;
 }
@@ -118,8 +123,10 @@ Acad::ErrorStatus AcDbEntity::transformBy(const AcGeMatrix3d& transform) {
     breach(kTransform, "called for an object that is not open for write");
     return Acad::eNotOpenForWrite;
   }
+  const Document* const documentP = documentOf(ObjectAccess::key(*this));
+  assert(documentP != nullptr && "an object that is open has an open document");
   // Checked again: the module may have unlocked the document since it opened the object.
-  if (!mayWrite(*documentOf(ObjectAccess::key(*this)))) return Acad::eLockViolation;
+  if (!mayWrite(*documentP)) return Acad::eLockViolation;
   return ObjectAccess::transform(*this, transform);
 }
 

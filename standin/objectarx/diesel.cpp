@@ -4,6 +4,7 @@
 #include "text.h"
 #include "variables.h"
 
+#include <cassert>
 #include <cmath>
 #include <cwchar>
 #include <mutex>
@@ -97,6 +98,7 @@ class Evaluator {
 
   /// An expression's value, a quoted text without its quotes, or one letter.
   std::wstring piece() {
+    assert(mAt < mText.size() && "a piece begins before the end of the text");
     if (isAtExpression()) return expression();
     if (mText[mAt] == L'"') return quoted();
     return {mText[mAt++]};

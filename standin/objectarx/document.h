@@ -10,6 +10,7 @@
 
 #include "acdocman.h"
 
+#include <cassert>
 #include <cstdint>
 #include <deque>
 #include <memory>
@@ -51,14 +52,21 @@ struct Document final : AcApDocument {
   std::deque<QueuedText> queue;                        ///< sent for the command line
   CommandLine commandLine;
 
-  LayoutWindow& paper() { return *windows.front(); }
+  LayoutWindow& paper() {
+    assert(!windows.empty() && "the sheet has a window");
+    return *windows.front();
+  }
   /// Null when there is none of that number.
   LayoutWindow* window(int number);
   /// The view of a viewport of the current tab, null when there is none of that number.
   GraphicsView* viewOf(int viewport);
   /// Number of the current viewport.
   int currentViewport() const { return isModelTab ? kTileViewport : layoutViewport; }
-  GraphicsView& currentView() { return *viewOf(currentViewport()); }
+  GraphicsView& currentView() {
+    GraphicsView* const viewP = viewOf(currentViewport());
+    assert(viewP != nullptr && "the current viewport has a view");
+    return *viewP;
+  }
   /// The current viewport is the paper-space one.
   bool isOnPaper() const { return !isModelTab && layoutViewport == kPaperViewport; }
   /// Drops what was shown and not stored.

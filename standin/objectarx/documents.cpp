@@ -6,6 +6,7 @@
 #include "text.h"
 
 #include <algorithm>
+#include <cassert>
 #include <mutex>
 #include <utility>
 
@@ -42,6 +43,7 @@ using Reactor = AcApDocManagerReactor;
 
 void reportCurrentView() {
   Lock lock(hostMutex());
+  assert(currentDocument() != nullptr && "a document that was made current is open");
   const int viewport = currentDocument()->currentViewport();
   const Camera camera = currentDocument()->currentView().live();
   lock.unlock();
@@ -53,6 +55,7 @@ std::unique_ptr<Document> take(const Document* documentP) {
   auto& documents = run().documents;
   const auto found = std::find_if(documents.begin(), documents.end(),
                                   [documentP](const auto& openP) { return openP.get() == documentP; });
+  assert(found != documents.end() && "only an open document can be taken");
   std::unique_ptr<Document> takenP = std::move(*found);
   documents.erase(found);
   return takenP;
@@ -87,6 +90,7 @@ void endWhatIsLeft(const Document& document) {
   // The objects go with the document, so the count must forget them after the breach is recorded.
   const std::uint64_t open = document.openObjects();
   if (open != 0) breach("closing the document", "objects of it are still open");
+  assert(open <= runningCounts().openObjects && "every opening of an object is counted");
   runningCounts().openObjects -= open;
   auto& sets = run().selectionSets;
   for (auto set = sets.begin(); set != sets.end();) {
@@ -102,6 +106,7 @@ void endWhatIsLeft(const Document& document) {
 }  // namespace
 
 bool openDocument(std::unique_ptr<Drawing> drawing, const std::wstring& name) {
+  assert(isMainThread() && "documents are opened on the main thread");
   Lock lock(hostMutex());
   if (documentNamed(name) != nullptr) return false;
   auto openedP = std::make_unique<Document>(std::move(drawing), name.empty() ? newName() : name);
@@ -119,6 +124,7 @@ bool openDocument(std::unique_ptr<Drawing> drawing, const std::wstring& name) {
 }
 
 void closeDocument() {
+  assert(isMainThread() && "documents are closed on the main thread");
   Lock lock(hostMutex());
   Document* const closingP = currentDocument();
   if (closingP == nullptr) return;
@@ -138,6 +144,7 @@ void closeDocument() {
 }
 
 bool switchDocument(const std::wstring& name) {
+  assert(isMainThread() && "documents are switched on the main thread");
   Lock lock(hostMutex());
   Document* const documentP = documentNamed(name);
   Document* const previousP = currentDocument();

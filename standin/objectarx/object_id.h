@@ -4,6 +4,7 @@
 #ifndef STANDIN_OBJECT_ID_H
 #define STANDIN_OBJECT_ID_H
 
+#include <cassert>
 #include <cstdint>
 
 namespace standin::host {
@@ -16,6 +17,7 @@ constexpr std::uint64_t kLargestSerial = (std::uint64_t{1} << 23) - 1;
 constexpr std::uint64_t kFirstViewport = std::uint64_t{1} << (kNumberBits - 1);
 
 constexpr std::uint64_t objectId(std::uint64_t drawing, std::uint64_t number) {
+  assert(drawing <= kLargestSerial && number >> kNumberBits == 0 && "either part of an id fits its bits");
   return drawing << kNumberBits | number;
 }
 constexpr std::uint64_t drawingOf(std::uint64_t id) {

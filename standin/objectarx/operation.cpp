@@ -45,8 +45,12 @@ Counts& runningCounts() {
   return counting().counts;
 }
 
+bool isMainThread() {
+  return std::this_thread::get_id() == counting().mainThread;
+}
+
 Call::Call(const Operation& operation) : mLock(hostMutex()) {
-  if (std::this_thread::get_id() != counting().mainThread) {
+  if (!isMainThread()) {
     ++runningCounts().callsOffMainThread;
     // Carried out all the same: the host would, and a test must see what comes of it.
     breach(operation, "called off the main thread");

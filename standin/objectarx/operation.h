@@ -6,6 +6,7 @@
 #include "standin/objectarx/counts.h"
 #include "standin/operation.h"
 
+#include <cassert>
 #include <mutex>
 
 namespace standin::host {
@@ -26,6 +27,9 @@ void beginCounting();
 /// What has been counted since. Only while the host's lock is held.
 Counts& runningCounts();
 
+/// The calling thread began the counting.
+bool isMainThread();
+
 /// One call of an operation. Any thread; a call off the main thread is counted and named, then carried out.
 /// Holds the host's lock, so that what such a call does is no race, until leave() or the end.
 class Call {
@@ -36,7 +40,10 @@ class Call {
   /// The operation must report a failure and change nothing.
   bool isToFail() const { return mIsToFail; }
   /// Before anything outside the host is called: that may wait for another thread.
-  void leave() { mLock.unlock(); }
+  void leave() {
+    assert(mLock.owns_lock() && "a call leaves the host once");
+    mLock.unlock();
+  }
 
  private:
   std::unique_lock<std::recursive_mutex> mLock;

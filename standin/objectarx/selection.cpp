@@ -13,6 +13,7 @@
 #include "acedads.h"
 
 #include <algorithm>
+#include <cassert>
 #include <mutex>
 #include <string_view>
 
@@ -43,8 +44,11 @@ std::vector<std::uint64_t> selected(std::wstring_view mode) {
   // The underscore marks the global keyword; both forms are in use.
   if (currentDocument() == nullptr || !(isSameName(mode, L"I") || isSameName(mode, L"_I"))) return {};
   std::vector<std::uint64_t> ids;
-  for (const std::uint64_t handle : currentDocument()->selection)
-    ids.push_back(ObjectAccess::key(currentDrawing()->find(handle)->entity()));
+  for (const std::uint64_t handle : currentDocument()->selection) {
+    standin::DrawnEntity* const entityP = currentDrawing()->find(handle);
+    assert(entityP != nullptr && "what is selected is in the drawing");
+    ids.push_back(ObjectAccess::key(entityP->entity()));
+  }
   return ids;
 }
 

@@ -5,6 +5,7 @@
 #include "operation.h"
 #include "state.h"
 
+#include <cassert>
 #include <mutex>
 
 namespace standin::host {
@@ -21,6 +22,7 @@ Camera showAllOfSheet(Document& document) {
 template <class Change>
 void changeCurrentView(const Change& change) {
   std::unique_lock lock(hostMutex());
+  assert(currentDocument() != nullptr && "only a document has a view to change");
   const int viewport = currentDocument()->currentViewport();
   GraphicsView& view = currentDocument()->currentView();
   view.store(change(view.live()));
@@ -52,6 +54,7 @@ VariableChange changeVariable(const std::wstring& name, int value) {
   const VariableChange change = writeVariable(name, value);
   // No report of a change that was refused. After TILEMODE or CVPORT the current viewport is another one.
   if (change != VariableChange::kDone) return change;
+  assert(currentDocument() != nullptr && "only a document has variables that can change");
   const int viewport = currentDocument()->currentViewport();
   const Camera camera = currentDocument()->currentView().live();
   lock.unlock();

@@ -7,6 +7,7 @@
 
 #include "aced.h"
 
+#include <cassert>
 #include <cmath>
 
 using namespace standin::host;
@@ -106,8 +107,10 @@ Acad::ErrorStatus AcDbViewport::updateDisplay() const {
   if (!ObjectAccess::isOpen(*this)) breach(kUpdateDisplay, "called for an object that is not open");
   const PaperView shown = own(*this).shown();
   const int number = own(*this).mNumber;
+  Document* const documentP = documentOf(ObjectAccess::key(*this));
+  assert(documentP != nullptr && documentP->window(number) != nullptr && "a viewport has a window");
   // The database object holds centre and height only; the camera's direction stays.
-  GraphicsView& view = documentOf(ObjectAccess::key(*this))->window(number)->view;
+  GraphicsView& view = documentP->window(number)->view;
   view.store(withShown(view.live(), shown));
   ++runningCounts().paperUpdates;
   run().firstRedrawn = 0;
@@ -144,7 +147,9 @@ AcDbObjectId acedActiveViewportId() {
   if (call.isToFail() || currentDocument() == nullptr) return {};
   Document& document = *currentDocument();
   if (document.isModelTab) return AcDbObjectId(ObjectAccess::key(document.tile));
-  return AcDbObjectId(ObjectAccess::key(document.window(document.layoutViewport)->viewport));
+  LayoutWindow* const windowP = document.window(document.layoutViewport);
+  assert(windowP != nullptr && "the current viewport has a window");
+  return AcDbObjectId(ObjectAccess::key(windowP->viewport));
 }
 
 Acad::ErrorStatus acedVports2VportTableRecords() {

@@ -1,6 +1,7 @@
 // Points, faces and meshes: points, and wires drawn between them.
 #include "entity_base.h"
 
+#include <cassert>
 #include <stdexcept>
 
 namespace standin {
@@ -22,7 +23,10 @@ class WireEntity final : public GeometryEntity {
     std::vector<Polyline3> result;
     for (const Wire& wire : mWires) {
       Polyline3& line = result.emplace_back();
-      for (const std::size_t index : wire) line.push_back(mPoints[index]);
+      for (const std::size_t index : wire) {
+        assert(index < mPoints.size() && "a wire joins points of its entity");
+        line.push_back(mPoints[index]);
+      }
     }
     return result;
   }

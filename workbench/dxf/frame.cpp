@@ -1,5 +1,6 @@
 #include "workbench/dxf/frame.h"
 
+#include <cassert>
 #include <cmath>
 
 namespace workbench {
@@ -12,6 +13,7 @@ constexpr double kNearWorldZ = 1.0 / 64;
 
 // The frame's axes are the columns, so the matrix maps frame coordinates to the world.
 void setColumn(AcGeMatrix3d& matrix, int column, const AcGeVector3d& v) {
+  assert(column >= 0 && column <= 2 && "a vector is one of the first three columns");
   matrix.entry[0][column] = v.x;
   matrix.entry[1][column] = v.y;
   matrix.entry[2][column] = v.z;

@@ -26,6 +26,7 @@ constexpr int kHandleBits = 60;  // the drawing has no larger ones
 
 Records splitRecords(const std::vector<DxfGroup>& groups, const DxfSource& source) {
   Records records;
+  assert(!groups.empty() && "a file ends with a group 0 EOF");
   const DxfGroup* const end = groups.data() + groups.size();
   if (groups.front().code != 0)
     // A group's line is that of its value; the code that is wrong is on the line above.

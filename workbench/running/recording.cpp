@@ -6,6 +6,7 @@
 #include "workbench/text_input.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cstdio>
 #include <sstream>
 #include <utility>
@@ -60,12 +61,14 @@ Recorder::~Recorder() {
 }
 
 void Recorder::begin() {
+  assert(clock::isMainThread() && "the start is recorded on the main thread");
   const int viewport = host::currentViewport();
   if (const auto camera = host::camera(viewport)) addRow(RowKind::kStart, viewport, *camera);
   noteSelection();
 }
 
 void Recorder::noteSelection() {
+  assert(clock::isMainThread() && "the selection is read on the main thread");
   std::vector<std::uint64_t> handles = host::selection();
   auto& changes = mRecording.selections;
   // Noted after each step of the host, most of which do not change the selection.
