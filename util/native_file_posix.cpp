@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
 
 namespace {
 
@@ -52,9 +53,8 @@ std::string replaceable(const std::string& path) {
   // No file yet: the replacement creates it under the given name.
   if (::stat(path.c_str(), &status) != 0) return path;
   struct stat resolvedStatus = {};
-  char* const resolvedP = ::realpath(path.c_str(), nullptr);
-  const std::string resolved = resolvedP != nullptr ? resolvedP : "";
-  std::free(resolvedP);
+  const std::unique_ptr<char, decltype(&std::free)> resolvedP(::realpath(path.c_str(), nullptr), &std::free);
+  const std::string resolved = resolvedP != nullptr ? resolvedP.get() : "";
   // Compared by inode: a link under /proc may resolve to a text that names no file, or another
   // one.
   const bool isFound = ::stat(resolved.c_str(), &resolvedStatus) == 0 && isSame(status, resolvedStatus);

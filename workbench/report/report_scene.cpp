@@ -155,7 +155,7 @@ std::string base64(const std::vector<double>& values) {
   static constexpr char kDigits[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
   std::vector<unsigned char> bytes(values.size() * sizeof(double));
   // In the byte order of this machine, which is little-endian as are the machines of browsers.
-  std::memcpy(bytes.data(), values.data(), bytes.size());
+  if (!values.empty()) std::memcpy(bytes.data(), values.data(), bytes.size());
   std::string text;
   text.reserve((bytes.size() + 2) / 3 * 4);
   for (std::size_t i = 0; i < bytes.size(); i += 3) {
