@@ -32,9 +32,12 @@ class LogText {
     // A stream shows negative numbers in hexadecimal by their bits.
     if constexpr (std::is_signed_v<T>)
       if (mBase != kDecimal) return appendInteger(static_cast<std::make_unsigned_t<T>>(value));
-    char digits[24];
-    const auto result = std::to_chars(digits, digits + sizeof digits, value, mBase);
-    append({digits, static_cast<std::size_t>(result.ptr - digits)});
+    // In place: digits that are copied as soon as they are written make the processor wait.
+    constexpr std::size_t kLongestInteger = 24;
+    char* const startP = extend(kLongestInteger);
+    if (startP == nullptr) return;
+    char* const endP = std::to_chars(startP, startP + kLongestInteger, value, mBase).ptr;
+    mSize -= static_cast<std::size_t>(startP + kLongestInteger - endP);
   }
 
   /// A decimal number, right-aligned in a field of `width` (at most 24).

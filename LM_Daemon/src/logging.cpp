@@ -22,6 +22,8 @@ namespace {
 // Where the pieces of mStart begin.
 constexpr std::size_t kTypeStart = 13;
 constexpr std::size_t kThreadStart = 17;
+/// Of mStart when the thread's number has no more than six digits.
+constexpr std::size_t kUsualStartSize = kThreadStart + 7;
 
 constexpr std::int64_t kBytesPerKilobyte = 1000;
 
@@ -163,7 +165,7 @@ int Logging::report(RotatingLogFile::Rotation rotation) noexcept try {
 void Logging::logError(std::string_view position, std::string_view text) noexcept {
   if (!isLogged(LogLevel::kError) || !isFileWanted(LM_LOG_SOURCE_FILE)) return;
   LogText line;
-  appendStart(line, LogLevel::kError, position);
+  appendStart(line, LogLevel::kError, position, currentThreadId());
   line.append(text);
   line.append("\n");
   emit(line.from(0));
@@ -197,16 +199,23 @@ bool Logging::openEntry(LogLevel level, std::string_view sourceFile, std::string
     if (!isNested) Lock::release(*this);
     return false;
   }
-  mOpenEntries[mDepth++] = {++mEntryNumber, mText.size(), level, sourceFile, false, mText.isHexadecimal()};
+  // Field by field: a record that is put together first and copied then makes the processor wait.
+  OpenEntry& entry = mOpenEntries[mDepth++];
+  entry.number = ++mEntryNumber;
+  entry.start = mText.size();
+  entry.level = level;
+  entry.sourceFile = sourceFile;
+  entry.isHexDumpNext = false;
+  entry.isHexadecimal = mText.isHexadecimal();
   mText.setHexadecimal(false);
-  appendStart(mText, level, position);
+  appendStart(mText, level, position, thread);
   return true;
 }
 
 /// The line up to its text. Time and thread rarely change between lines, so their formatted text is cached.
-void Logging::appendStart(LogText& text, LogLevel level, std::string_view position) noexcept {
+void Logging::appendStart(LogText& text, LogLevel level, std::string_view position,
+                          std::uint32_t thread) noexcept {
   const std::uint32_t msOfDay = Util::utcMsOfDay();
-  const std::uint32_t thread = currentThreadId();
   if (msOfDay != mMsOfDay || thread != mStartThread) {
     mMsOfDay = msOfDay;
     mStartThread = thread;
@@ -217,7 +226,10 @@ void Logging::appendStart(LogText& text, LogLevel level, std::string_view positi
   }
   char* const startP = text.extend(mStartSize + position.size() + LogPosition::kGap.size());
   if (startP == nullptr) return;
-  std::memcpy(startP, mStart.data(), mStartSize);
+  // A copy of constant size is a few instructions, and few threads have a longer number.
+  std::memcpy(startP, mStart.data(), kUsualStartSize);
+  if (mStartSize > kUsualStartSize)
+    std::memcpy(startP + kUsualStartSize, &mStart[kUsualStartSize], mStartSize - kUsualStartSize);
   std::memcpy(startP + kTypeStart, logLevelType(level), kLogLevelTypeSize);
   position.copy(startP + mStartSize, position.size());
   LogPosition::kGap.copy(startP + mStartSize + position.size(), LogPosition::kGap.size());
@@ -237,12 +249,13 @@ void Logging::emit(std::string_view line) noexcept {
 
 void Logging::endEntry() noexcept {
   assert(mDepth > 0 && isOwner() && "an entry is closed by the thread that has it open");
-  const OpenEntry entry = mOpenEntries[--mDepth];
+  const OpenEntry& entry = mOpenEntries[--mDepth];
+  const std::size_t start = entry.start;
+  mText.setHexadecimal(entry.isHexadecimal);
   // The line end is part of the text, so that each line reaches the file in one write.
   mText.append("\n");
-  writeEntry(entry, mText.from(entry.start));
-  mText.cut(entry.start);
-  mText.setHexadecimal(entry.isHexadecimal);
+  writeEntry(entry, mText.from(start));
+  mText.cut(start);
   if (mDepth == 0) Lock::release(*this);
 }
 

@@ -123,7 +123,7 @@ class Logging {
   }
   bool isOwner() const noexcept;
   bool isFileWanted(std::string_view sourceFile) const noexcept;
-  void appendStart(LogText& text, LogLevel level, std::string_view position) noexcept;
+  void appendStart(LogText& text, LogLevel level, std::string_view position, std::uint32_t thread) noexcept;
   void endEntry() noexcept;
   void writeEntry(const OpenEntry& entry, std::string_view line) noexcept;
   void emit(std::string_view line) noexcept;

@@ -54,27 +54,29 @@ void RotatingLogFile::close() {
   mUnconfirmed.cut(0);
 }
 
-/// The next check asks the system.
+/// The next line is checked, and the check asks the system.
 void RotatingLogFile::expectLimitAt(std::int64_t size) noexcept {
   mFullAt = size;
-  mWritesSinceCheck = kMaxTrustedWrites;
+  mTrustedWrites = 0;
   // No time of day has this value.
   mMsOfSize = ~0u;
 }
 
 bool RotatingLogFile::isFull(bool isExact) noexcept {
   const std::int64_t size = mFileP->position(isExact);
+  mTrustedBytes =
+      std::min(mFullAt - size, static_cast<std::int64_t>(kMaxUnconfirmed + 1 - mUnconfirmed.size()));
   return size >= 0 && size >= mFullAt;
 }
 
 /// Other processes may write to the same file, so the system is asked for the size whenever time has moved
 /// on, and until then every few lines, because asking costs a third of a line. They may also replace it.
-RotatingLogFile::Rotation RotatingLogFile::prepare(std::uint32_t ms) noexcept try {
+RotatingLogFile::Rotation RotatingLogFile::check(std::uint32_t ms) noexcept try {
   assert(isOpen() && "a line needs an open log");
   if (mIsResumeDue) return resume(Rotation::kNone);
-  const bool isExact = ms != mMsOfSize || ++mWritesSinceCheck > kMaxTrustedWrites;
+  const bool isExact = ms != mMsOfSize || mTrustedWrites <= 0;
   mMsOfSize = ms;
-  if (isExact) mWritesSinceCheck = 0;
+  if (isExact) mTrustedWrites = kMaxTrustedWrites;
   // At midnight the difference is huge, and the check is due.
   if (ms - mMsOfCheck >= kCheckMs || mUnconfirmed.size() > kMaxUnconfirmed) {
     mMsOfCheck = ms;
@@ -84,11 +86,6 @@ RotatingLogFile::Rotation RotatingLogFile::prepare(std::uint32_t ms) noexcept tr
   return isFull(isExact) ? rotate() : Rotation::kNone;
 } catch (const std::exception&) {
   return Rotation::kNoMemory;
-}
-
-void RotatingLogFile::write(std::string_view line) noexcept {
-  mFileP->write(line);
-  mUnconfirmed.append(line);
 }
 
 /// Whether another process has made the open file its backup, or removed it. A file that is gone altogether
@@ -134,6 +131,7 @@ RotatingLogFile::Rotation RotatingLogFile::replace() {
   mFileP->close();
   // From here on the file is closed: whatever fails below, resume() opens it again.
   mIsResumeDue = true;
+  mTrustedWrites = 0;
   if (!isItsOwnBackup && renameFile(mBackupPath, aside) == FileChange::kFailed)
     return resume(Rotation::kBackupKept);
   const FileChange change = isItsOwnBackup ? FileChange::kDone : renameFile(mPath, mBackupPath);

@@ -44,10 +44,16 @@ class RotatingLogFile {
 
   /// To be called before each line, at the time `ms`: rotates a file that has reached the limit. After a
   /// failed rotation writing continues, and the next attempt is due after another full size.
-  Rotation prepare(std::uint32_t ms) noexcept;
+  Rotation prepare(std::uint32_t ms) noexcept { return isTrusted(ms) ? Rotation::kNone : check(ms); }
 
   /// `line` ends in a line end.
-  void write(std::string_view line) noexcept;
+  void write(std::string_view line) noexcept {
+    mFileP->write(line);
+    mUnconfirmed.append(line);
+    --mTrustedWrites;
+    // Twice, as if all were line ends of two characters: a check that comes too early finds nothing.
+    mTrustedBytes -= 2 * static_cast<std::int64_t>(line.size());
+  }
 
   /// Rotates now. A file that is itself named like its backup is kept and continued after a new header.
   Rotation rotate() noexcept;
@@ -57,6 +63,11 @@ class RotatingLogFile {
   static constexpr int kMaxTrustedWrites = 32;
   static constexpr std::size_t kMaxUnconfirmed = std::size_t{30} * 1024;
 
+  /// Whether the next line needs no check: most do not, so this is all that they pay.
+  bool isTrusted(std::uint32_t ms) const noexcept {
+    return ms == mMsOfSize && mTrustedWrites > 0 && mTrustedBytes > 0;
+  }
+  Rotation check(std::uint32_t ms) noexcept;
   bool isFull(bool isExact) noexcept;
   bool isReplaced();
   void follow();
@@ -76,7 +87,9 @@ class RotatingLogFile {
   bool mIsResumeDue = false;
   std::uint32_t mMsOfCheck = 0;
   std::uint32_t mMsOfSize = 0;
-  int mWritesSinceCheck = 0;
+  int mTrustedWrites = 0;
+  /// No more than may be written before the file is full, or too much is unconfirmed.
+  std::int64_t mTrustedBytes = 0;
   int mRotations = 0;
   /// Lines written since the name was last seen to lead to the open file. Another process may have made that
   /// the backup, and then removed it, between the check and a write.

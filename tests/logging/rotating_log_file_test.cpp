@@ -88,6 +88,23 @@ TEST_F(SharedLogs, LinesOfOtherProcessesCountAfterAFewLinesAlsoWithinOneMoment) 
   EXPECT_LT(lines, 40);
 }
 
+TEST_F(SharedLogs, OwnLinesCountForTheLimitAlsoWithinOneMoment) {
+  EXPECT_EQ(mOne.prepare(1), Rotation::kNone);
+  mOne.write(full('1'));
+  EXPECT_EQ(mOne.prepare(1), Rotation::kDone);
+}
+
+TEST_F(SharedLogs, RotationOfAnotherProcessIsNoticedAfterThirtyKilobytesAlsoWithinOneMoment) {
+  RotatingLogFile busy(makeLogFile);
+  ASSERT_TRUE(busy.open(mFolder.path("a.log"), "a.log", 1000000));
+  EXPECT_EQ(busy.prepare(1), Rotation::kNone);
+  EXPECT_EQ(mOther.rotate(), Rotation::kDone);
+  busy.write(std::string(std::size_t{31} * 1024, 'b') + "\n");
+  EXPECT_EQ(busy.prepare(1), Rotation::kNone);
+  busy.write("next\n");
+  EXPECT_EQ(log(), logHeader("a.log") + "next\n");
+}
+
 TEST_F(SharedLogs, ClaimedFileIsWrittenOnUntilTheClaimEnds) {
   FileClaim claim;
   ASSERT_TRUE(claim.claim(mFolder.path("a.log")));
