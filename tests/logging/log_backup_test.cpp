@@ -72,7 +72,7 @@ class LogBackups : public LogTest {
   void blockBackup() { std::filesystem::create_directory(mFolder.root() / "a.bak"); }
 };
 
-TEST_F(LogBackups, AreMadeAsSoonAsTheFileHoldsTheLimit) {
+TEST_F(LogBackups, BackupIsMadeAsSoonAsTheFileHoldsTheLimit) {
   const std::size_t header = file().size();
   log(std::string(1000 - header - kPrefixWidth - 1 - 1, 'x'));
   log("at 999");
@@ -83,7 +83,7 @@ TEST_F(LogBackups, AreMadeAsSoonAsTheFileHoldsTheLimit) {
   EXPECT_THAT(texts(), ElementsAre("new file"));
 }
 
-TEST_F(LogBackups, AreMadeAtExactlyTheLimit) {
+TEST_F(LogBackups, BackupIsMadeAtExactlyTheLimit) {
   log(std::string(1000 - file().size() - kPrefixWidth - 1, 'x'));
   ASSERT_EQ(file().size(), 1000u);
   log("new file");
@@ -91,7 +91,7 @@ TEST_F(LogBackups, AreMadeAtExactlyTheLimit) {
   EXPECT_THAT(texts(), ElementsAre("new file"));
 }
 
-TEST_F(LogBackups, KeepOneGeneration) {
+TEST_F(LogBackups, BackupsKeepOneGeneration) {
   fill();
   log("second");
   fill();
@@ -100,7 +100,7 @@ TEST_F(LogBackups, KeepOneGeneration) {
   EXPECT_THAT(texts(), ElementsAre("third"));
 }
 
-TEST_F(LogBackups, AreMadeOfAFileThatWasTooLargeBefore) {
+TEST_F(LogBackups, BackupIsMadeOfAFileThatWasTooLargeBefore) {
   mFolder.write("a.log", std::string(2000, 'z') + "\n");
   init();
   log("new");
@@ -108,7 +108,7 @@ TEST_F(LogBackups, AreMadeOfAFileThatWasTooLargeBefore) {
   EXPECT_THAT(texts(), ElementsAre("new"));
 }
 
-TEST_F(LogBackups, AreMadeOnDemand) {
+TEST_F(LogBackups, BackupIsMadeOnDemand) {
   log("text");
   const std::string before = file();
   EXPECT_EQ(mLog.backupLogFile(), 0);
@@ -116,27 +116,27 @@ TEST_F(LogBackups, AreMadeOnDemand) {
   EXPECT_EQ(file(), headerOf(mPars.mLogFile) + "\n");
 }
 
-TEST_F(LogBackups, NeedAnOpenFile) {
+TEST_F(LogBackups, BackupNeedsAnOpenFile) {
   mPars.mIsLogToFile = false;
   init();
   EXPECT_EQ(mLog.backupLogFile(), -1);
 }
 
-TEST_F(LogBackups, TakeThePathBeforeItsLastDot) {
+TEST_F(LogBackups, BackupTakesThePathBeforeItsLastDot) {
   mPars.mLogFile = mFolder.path("b.x.log");
   init();
   mLog.backupLogFile();
   EXPECT_TRUE(mFolder.has("b.x.bak"));
 }
 
-TEST_F(LogBackups, AppendToAPathWithoutADot) {
+TEST_F(LogBackups, BackupAppendsToAPathWithoutADot) {
   mPars.mLogFile = mFolder.path("b");
   init();
   mLog.backupLogFile();
   EXPECT_TRUE(mFolder.has("b.bak"));
 }
 
-TEST_F(LogBackups, DoNotRemoveALogThatIsNamedLikeItsBackup) {
+TEST_F(LogBackups, BackupDoesNotRemoveALogOfTheSameName) {
   mPars.mLogFile = mFolder.path("b.bak");
   init();
   fill();
@@ -149,7 +149,7 @@ TEST_F(LogBackups, DoNotRemoveALogThatIsNamedLikeItsBackup) {
   EXPECT_EQ(mLog.backupLogFile(), 0);
 }
 
-TEST_F(LogBackups, WithALimitOfNothingAreMadeForEveryEntry) {
+TEST_F(LogBackups, LimitOfNothingMakesABackupForEveryEntry) {
   mPars.mMaxSize = 0;
   init();
   log("first");
@@ -158,7 +158,7 @@ TEST_F(LogBackups, WithALimitOfNothingAreMadeForEveryEntry) {
   EXPECT_THAT(texts(), ElementsAre("second"));
 }
 
-TEST_F(LogBackups, ThatCannotBeRemovedAreToldAndNothingIsLost) {
+TEST_F(LogBackups, BackupThatCannotBeRemovedIsReportedAndNothingIsLost) {
   blockBackup();
   fill();
   log("next");
@@ -169,7 +169,7 @@ TEST_F(LogBackups, ThatCannotBeRemovedAreToldAndNothingIsLost) {
   EXPECT_EQ(mLog.backupLogFile(), -2);
 }
 
-TEST_F(LogBackups, ThatCouldNotBeMadeAreTriedAgainAfterAsMuchAgain) {
+TEST_F(LogBackups, BackupThatCouldNotBeMadeIsTriedAgainAfterAsMuchAgain) {
   blockBackup();
   fill();
   fill();
@@ -179,14 +179,14 @@ TEST_F(LogBackups, ThatCouldNotBeMadeAreTriedAgainAfterAsMuchAgain) {
   EXPECT_TRUE(mFolder.has("a.bak"));
 }
 
-TEST_F(LogBackups, OfAFileThatIsGoneBeginANewOne) {
+TEST_F(LogBackups, BackupOfAFileThatIsGoneBeginsANewOne) {
   std::filesystem::remove(mFolder.root() / "a.log");
   EXPECT_EQ(mLog.backupLogFile(), 0);
   EXPECT_EQ(file(), headerOf(mPars.mLogFile) + "\n");
   EXPECT_FALSE(mFolder.has("a.bak"));
 }
 
-TEST_F(LogBackups, ThatCannotBeRenamedAreToldOnStandardOutputAndNothingIsLost) {
+TEST_F(LogBackups, BackupThatCannotBeRenamedIsReportedOnStandardOutputAndNothingIsLost) {
   log("first");
   testing::internal::CaptureStdout();
   const RenamesFail renamesFail(mFolder / "a.log");
@@ -198,7 +198,7 @@ TEST_F(LogBackups, ThatCannotBeRenamedAreToldOnStandardOutputAndNothingIsLost) {
   EXPECT_THAT(texts(), ElementsAre("first", "next"));
 }
 
-TEST_F(LogBackups, ThatCannotBeReplacedAreKept) {
+TEST_F(LogBackups, BackupThatCannotBeReplacedIsKept) {
   log("first");
   ASSERT_EQ(mLog.backupLogFile(), 0);
   testing::internal::CaptureStdout();
@@ -222,7 +222,7 @@ class OpensOnce : public LogFile {
   int mOpenings = 0;
 };
 
-TEST_F(LogBackups, WhoseNewFileCannotBeOpenedAreTold) {
+TEST_F(LogBackups, BackupWhoseNewFileCannotBeOpenedIsReported) {
   Logging log([]() -> std::unique_ptr<LogFile> { return std::make_unique<OpensOnce>(); });
   mPars.mIsLogToCnsl = true;
   testing::internal::CaptureStdout();
@@ -233,7 +233,7 @@ TEST_F(LogBackups, WhoseNewFileCannotBeOpenedAreTold) {
   EXPECT_EQ(message, "Opening of stream of'" + mPars.mLogFile + "' failed!\n\n");
 }
 
-TEST_F(LogBackups, MayBeMadeByTheThreadThatHasAnEntryOpen) {
+TEST_F(LogBackups, BackupMayBeMadeByTheThreadThatHasAnEntryOpen) {
   LM_LOG(kInfo, "A", "A::b") << "result " << mLog.backupLogFile();
   EXPECT_THAT(texts(), ElementsAre("result 0"));
 }

@@ -25,7 +25,7 @@ int raise() {
   throw std::runtime_error("raised");
 }
 
-TEST_F(LogEntries, HaveTimeTypeThreadPositionAndText) {
+TEST_F(LogEntries, EntryHasTimeTypeThreadPositionAndText) {
   LM_LOG(kInfo, "Proxy", "Proxy::run") << "text";
   const std::string thread = std::to_string(currentThreadId());
   const std::string expected = "|INF|" + std::string(threadWidth(currentThreadId()) - thread.size(), ' ') +
@@ -44,7 +44,7 @@ std::uint32_t msOf(const std::string& line) {
   return ((number(0, 2) * 60 + number(3, 2)) * 60 + number(6, 2)) * 1000 + number(9, 3);
 }
 
-TEST_F(LogEntries, HaveTheTimeOfTheClockToTheMillisecond) {
+TEST_F(LogEntries, EntryHasTheTimeOfTheClockToTheMillisecond) {
   const std::uint32_t before = Util::utcMsOfDay();
   LM_LOG(kInfo, "A", "A::b") << "text";
   // A later millisecond, so that a time kept from the first entry is noticed.
@@ -60,7 +60,7 @@ TEST_F(LogEntries, HaveTheTimeOfTheClockToTheMillisecond) {
   EXPECT_LE(msOf(entries()[1]), after);
 }
 
-TEST_F(LogEntries, NameTheThreadThatLogs) {
+TEST_F(LogEntries, EntryNamesTheThreadThatLogs) {
   LM_LOG(kInfo, "A", "A::b") << "one";
   std::uint32_t otherId = 0;
   std::thread([&otherId] {
@@ -77,12 +77,12 @@ TEST_F(LogEntries, NameTheThreadThatLogs) {
   EXPECT_EQ(threadOf(2), currentThreadId());
 }
 
-TEST_F(LogEntries, EndWithALineEnd) {
+TEST_F(LogEntries, EntryEndsWithALineEnd) {
   LM_LOG(kInfo, "A", "A::b") << "text";
   EXPECT_EQ(file().substr(file().size() - 6), " text\n");
 }
 
-TEST_F(LogEntries, AppendNumbersAsAStreamDoes) {
+TEST_F(LogEntries, EntryAppendsNumbersAsAStreamDoes) {
   std::ostringstream expected;
   const auto streamInto = [](auto& stream) {
     stream << -5 << ' ' << 7u << ' ' << std::int16_t{-3} << ' ' << std::numeric_limits<std::int64_t>::min()
@@ -99,7 +99,7 @@ TEST_F(LogEntries, AppendNumbersAsAStreamDoes) {
   EXPECT_THAT(texts(), ElementsAre(expected.str()));
 }
 
-TEST_F(LogEntries, AppendUnscopedEnumeratorsAndPointersAsAStreamDoes) {
+TEST_F(LogEntries, EntryAppendsUnscopedEnumeratorsAndPointersAsAStreamDoes) {
   enum Status { eOk = 0, eFailed = 3 };
   const void* const addressP = reinterpret_cast<const void*>(0xabc);
   LM_LOG(kInfo, "A", "A::b") << eFailed << ' ' << addressP << ' ' << static_cast<const void*>(nullptr) << ' '
@@ -107,19 +107,19 @@ TEST_F(LogEntries, AppendUnscopedEnumeratorsAndPointersAsAStreamDoes) {
   EXPECT_THAT(texts(), ElementsAre("3 0xabc 0 x"));
 }
 
-TEST_F(LogEntries, DropANullText) {
+TEST_F(LogEntries, EntryDropsANullText) {
   LM_LOG(kInfo, "A", "A::b") << "a" << static_cast<const char*>(nullptr) << "b";
   EXPECT_THAT(texts(), ElementsAre("ab"));
 }
 
-TEST_F(LogEntries, DoNotCarryAStreamStateToTheNext) {
+TEST_F(LogEntries, EntryCarriesNoStreamStateToTheNext) {
   LM_LOG(kInfo, "A", "A::b") << std::hex << 255 << ' ' << std::int16_t{-1} << std::dec << ' ' << 255
                              << std::hex;
   LM_LOG(kInfo, "A", "A::b") << 255;
   EXPECT_THAT(texts(), ElementsAre("ff ffff 255", "255"));
 }
 
-TEST_F(LogEntries, DumpTheNextStringInHexadecimal) {
+TEST_F(LogEntries, EntryDumpsTheNextStringInHexadecimal) {
   LM_LOG(kInfo, "A", "A::b") << 271828 << "hello world\xff"
                              << "end";
   EXPECT_THAT(linesOf(file().substr(file().find("| \n") + 3)),
@@ -127,7 +127,7 @@ TEST_F(LogEntries, DumpTheNextStringInHexadecimal) {
                           "  10: 64 ffffffff end"));
 }
 
-TEST_F(LogEntries, DumpAnEmptyStringAsTheHeaderAlone) {
+TEST_F(LogEntries, EntryDumpsAnEmptyStringAsTheHeaderAlone) {
   LM_LOG(kInfo, "A", "A::b") << 271828 << "" << 255;
   EXPECT_THAT(linesOf(file().substr(file().find("| \n") + 3)),
               ElementsAre("       0  1  2  3  4  5  6  7  8  9255"));
@@ -138,19 +138,19 @@ TEST_F(LogEntries, ADumpRowNumberTakesTheRoomItNeeds) {
   EXPECT_EQ(linesOf(file()).back(), "10000: 61 ");
 }
 
-TEST_F(LogEntries, EndWhenTheSentinelIsStreamedAsData) {
+TEST_F(LogEntries, EntryEndsWhenTheSentinelIsStreamedAsData) {
   LM_LOG(kInfo, "A", "A::b") << "a" << 314159 << "lost";
   LM_LOG(kInfo, "A", "A::b") << 314158 << ' ' << 314159L;
   EXPECT_THAT(texts(), ElementsAre("a", "314158 314159"));
 }
 
-TEST_F(LogEntries, DumpStringsOnlyNotCharacters) {
+TEST_F(LogEntries, EntryDumpsStringsOnlyNotCharacters) {
   LM_LOG(kInfo, "A", "A::b") << 271828 << 'c' << 7 << "x";
   EXPECT_THAT(linesOf(file().substr(file().find("| c7") + 4)),
               ElementsAre("", "       0  1  2  3  4  5  6  7  8  9", "   0: 78 "));
 }
 
-TEST_F(LogEntries, DoNotDumpAStringOfAnEntryInside) {
+TEST_F(LogEntries, EntryDoesNotDumpAStringOfAnEntryInside) {
   const auto inner = [] {
     LM_LOG(kInfo, "A", "A::c") << "inner";
     return "x";
@@ -160,7 +160,7 @@ TEST_F(LogEntries, DoNotDumpAStringOfAnEntryInside) {
   EXPECT_EQ(linesOf(file()).back(), "   0: 78 ");
 }
 
-TEST_F(LogEntries, EndOnlyThemselvesWhenAnEnumeratorIsTheSentinel) {
+TEST_F(LogEntries, EntryEndsOnlyItselfWhenAnEnumeratorIsTheSentinel) {
   enum Code { eSentinel = 314159 };
   const auto inner = [] {
     LM_LOG(kInfo, "A", "A::c") << "inner" << eSentinel << "lost";
@@ -170,7 +170,7 @@ TEST_F(LogEntries, EndOnlyThemselvesWhenAnEnumeratorIsTheSentinel) {
   EXPECT_THAT(texts(), ElementsAre("inner", "outer 10 goes on"));
 }
 
-TEST_F(LogEntries, ThatASentinelEndedDoNotStreamIntoTheNext) {
+TEST_F(LogEntries, EntryThatASentinelEndedDoesNotStreamIntoTheNext) {
   LogEntry ended(LogLevel::kInfo, "a.cpp", LM_LOG_POSITION("A", "A::b"));
   ended << "a" << 314159;
   LogEntry next(LogLevel::kInfo, "a.cpp", LM_LOG_POSITION("A", "A::b"));
@@ -181,25 +181,25 @@ TEST_F(LogEntries, ThatASentinelEndedDoNotStreamIntoTheNext) {
   EXPECT_THAT(texts(), ElementsAre("a", "b"));
 }
 
-TEST_F(LogEntries, TakeAnEmptyTextWithoutAnAddress) {
+TEST_F(LogEntries, EntryTakesAnEmptyTextWithoutAnAddress) {
   LM_LOG(kInfo, std::string_view(), std::string_view())
       << "a" << std::string_view() << 271828 << std::string_view();
   EXPECT_EQ(texts()[0], "a");
   EXPECT_EQ(linesOf(file()).back(), "       0  1  2  3  4  5  6  7  8  9");
 }
 
-TEST_F(LogEntries, AreClosedWhenAnOperandThrows) {
+TEST_F(LogEntries, EntryIsClosedWhenAnOperandThrows) {
   EXPECT_THROW(LM_LOG(kError, "A", "A::b") << "before " << raise(), std::runtime_error);
   LM_LOG(kInfo, "A", "A::b") << "next";
   EXPECT_THAT(texts(), ElementsAre("before ", "next"));
 }
 
-TEST_F(LogEntries, OfALevelThatIsOffDoNotEvaluateTheirOperands) {
+TEST_F(LogEntries, EntryOfALevelThatIsOffDoesNotEvaluateItsOperands) {
   LM_LOG(kDebug, "A", "A::b") << raise();
   EXPECT_THAT(texts(), ElementsAre());
 }
 
-TEST_F(LogEntries, OpenedInsideAnotherComeBeforeIt) {
+TEST_F(LogEntries, EntryOpenedInsideAnotherComesBeforeIt) {
   const auto inner = [] {
     LM_LOG(kInfo, "A", "A::c") << std::hex << "inner";
     return 10;
@@ -208,7 +208,7 @@ TEST_F(LogEntries, OpenedInsideAnotherComeBeforeIt) {
   EXPECT_THAT(texts(), ElementsAre("inner", "outer 10"));
 }
 
-TEST_F(LogEntries, NestedTooDeeplyAreLeftOut) {
+TEST_F(LogEntries, EntryNestedTooDeeplyIsLeftOut) {
   const std::function<int(int)> nest = [&nest](int depth) {
     LM_LOG(kInfo, "A", "A::c") << depth << ' ' << (depth < 20 ? nest(depth + 1) : 0);
     return depth;
@@ -218,7 +218,7 @@ TEST_F(LogEntries, NestedTooDeeplyAreLeftOut) {
   EXPECT_THAT(texts(), ElementsAre("8 9", "7 8", "6 7", "5 6", "4 5", "3 4", "2 3", "1 2", "next"));
 }
 
-TEST_F(LogEntries, AreAStatementThatAnElseMayFollow) {
+TEST_F(LogEntries, EntryIsAStatementThatAnElseMayFollow) {
   if (texts().empty())
     LM_LOG(kInfo, "A", "A::b") << "empty";
   else
@@ -226,7 +226,7 @@ TEST_F(LogEntries, AreAStatementThatAnElseMayFollow) {
   EXPECT_THAT(texts(), ElementsAre("empty"));
 }
 
-TEST_F(LogEntries, AreMadeOfThreeStepsThatACallerMayTakeItself) {
+TEST_F(LogEntries, EntryIsMadeOfThreeStepsThatACallerMayTakeItself) {
   const LogPosition position("x\\a.cpp", 7, "A", "A::b");
   ASSERT_TRUE(mLog.openEntry(LogLevel::kWarning, "x\\a.cpp", position.text()) == false);
   ASSERT_TRUE(mLog.openEntry(LogLevel::kError, "x\\a.cpp", position.text()));
@@ -234,13 +234,13 @@ TEST_F(LogEntries, AreMadeOfThreeStepsThatACallerMayTakeItself) {
   EXPECT_THAT(texts(), ElementsAre("count 3"));
 }
 
-TEST_F(LogEntries, ThatWereNotOpenedTakeNoText) {
+TEST_F(LogEntries, EntryThatWasNotOpenedTakesNoText) {
   mLog << "lost" << 1 << 2.5 << true << 314159 << 271828;
   LM_LOG(kInfo, "A", "A::b") << "text";
   EXPECT_THAT(texts(), ElementsAre("text"));
 }
 
-TEST_F(LogEntries, OfAnUncommonLengthAreWhole) {
+TEST_F(LogEntries, EntryOfAnUncommonLengthIsWhole) {
   LM_LOG(kInfo, "A", "A::b") << std::string(1000000, 'x');
   LM_LOG(kInfo, "A", "A::b") << "next";
   EXPECT_THAT(texts(), ElementsAre(std::string(1000000, 'x'), "next"));

@@ -23,7 +23,7 @@ class LogLevels : public LogTest, public testing::WithParamInterface<LevelCase> 
   void log(LogLevel level) { LogEntry(level, "a.cpp", LM_LOG_POSITION("A", "A::b")) << "text"; }
 };
 
-TEST_P(LogLevels, AreWrittenWhenTheirSwitchIsOn) {
+TEST_P(LogLevels, LevelIsWrittenWhenItsSwitchIsOn) {
   mPars.*GetParam().switchP = true;
   init();
   for (int level = 1; level <= 9; ++level) log(static_cast<LogLevel>(level));

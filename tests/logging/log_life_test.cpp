@@ -14,7 +14,7 @@ class FailedMaker {
   static std::unique_ptr<LogFile> make() { return nullptr; }
 };
 
-TEST_F(LogTest, BeginsWithTheHeaderBlock) {
+TEST_F(LogTest, LogBeginsWithTheHeaderBlock) {
   init();
   EXPECT_EQ(file(), headerOf(mPars.mLogFile) + "\n");
 }
@@ -24,7 +24,7 @@ TEST_F(LogTest, TheDateIsTheDayWithoutATime) {
       std::regex_match(Util::localDate(), std::regex("[A-Z][a-z][a-z] [A-Z][a-z][a-z] [ 1-3]\\d \\d{4}")));
 }
 
-TEST_F(LogTest, IsAppendedToWhatTheFileHolds) {
+TEST_F(LogTest, LogIsAppendedToWhatTheFileHolds) {
   mFolder.write("a.log", "earlier\n");
   init();
   EXPECT_EQ(file(), "earlier\n" + headerOf(mPars.mLogFile) + "\n");
@@ -66,7 +66,7 @@ TEST_F(LogTest, WithoutAFileNothingIsOpened) {
   EXPECT_FALSE(mFolder.has("a.log"));
 }
 
-TEST_F(LogTest, ToTheConsoleHeaderAndEntriesGoToStandardOutput) {
+TEST_F(LogTest, ConsoleLogWritesHeaderAndEntriesToStandardOutput) {
   mPars.mIsLogToCnsl = true;
   testing::internal::CaptureStdout();
   init();
@@ -75,7 +75,7 @@ TEST_F(LogTest, ToTheConsoleHeaderAndEntriesGoToStandardOutput) {
   EXPECT_THAT(texts(), ElementsAre("text"));
 }
 
-TEST_F(LogTest, ToTheConsoleAloneThereIsNoHeader) {
+TEST_F(LogTest, LogToTheConsoleAloneHasNoHeader) {
   mPars.mIsLogToCnsl = true;
   mPars.mIsLogToFile = false;
   testing::internal::CaptureStdout();
@@ -121,7 +121,7 @@ TEST_F(LogTest, ADiskThatIsFullLosesTheEntriesSilently) {
   EXPECT_EQ(lines[6].substr(kPrefixWidth), "more");
 }
 
-TEST(LogLife, AFileThatCannotBeMadeIsToldAndNotUsed) {
+TEST(LogLife, AFileThatCannotBeMadeIsReportedAndNotUsed) {
   Logging log(&FailedMaker::make);
   LogPars pars;
   pars.mLogFile = "x.log";
@@ -145,7 +145,7 @@ TEST(LogLife, AFileThatCannotBeMadeGetsNoBackup) {
   EXPECT_EQ(log.backupLogFile(), -1);
 }
 
-TEST(LogLife, ItsOwnErrorsNameTheOperation) {
+TEST(LogLife, ErrorsOfTheLogNameTheOperation) {
   Logging log(&FailedMaker::make);
   LogPars pars;
   pars.mLogFile = "x.log";
@@ -157,7 +157,7 @@ TEST(LogLife, ItsOwnErrorsNameTheOperation) {
   EXPECT_EQ(line.substr(kPrefixWidth - 34, 32), "Logging::Logging::init          ");
 }
 
-TEST(LogLife, ItsOwnErrorsAreLeftOutWhenAnotherFileIsToBeLogged) {
+TEST(LogLife, ErrorsOfTheLogAreLeftOutWhenAnotherFileIsToBeLogged) {
   Logging log(&FailedMaker::make);
   LogPars pars;
   pars.mIsLogToCnsl = true;
@@ -177,7 +177,7 @@ TEST(LogLife, WithoutALogNothingIsDone) {
   EXPECT_EQ(evaluated, 0);
 }
 
-TEST(LogLife, ANewLogTellsOfItsConstructionInTheOneBefore) {
+TEST(LogLife, ANewLogReportsItsConstructionInTheOneBefore) {
   const TempFolder folder;
   Logging first;
   LogPars pars;

@@ -12,7 +12,7 @@ void log(const char* textP) {
   LM_LOG(kInfo, "A", "A::b") << textP;
 }
 
-TEST_F(LogWithoutMemory, LosesNoEntryToABackupThatFindsNone) {
+TEST_F(LogWithoutMemory, LogLosesNoEntryToABackupThatFindsNoMemory) {
   bool isComplete = false;
   for (int left = 0; !isComplete; ++left) {
     ASSERT_LT(left, 100) << "the backup has never been made";
@@ -31,7 +31,7 @@ TEST_F(LogWithoutMemory, LosesNoEntryToABackupThatFindsNone) {
   }
 }
 
-TEST_F(LogWithoutMemory, WritesOnIntoAFileThatIsDueForABackup) {
+TEST_F(LogWithoutMemory, LogWritesOnIntoAFileThatIsDueForABackup) {
   mPars.mMaxSize = 1;
   init();
   log(std::string(1000, 'x').c_str());

@@ -6,7 +6,7 @@
 
 namespace {
 
-TEST(LogPars, DumpItsFieldsInOrder) {
+TEST(LogPars, DumpShowsTheFieldsInOrder) {
   LogPars pars;
   pars.mSettingsDirPath = "c:\\p";
   pars.mExclFileToLog = "a.cpp";
@@ -34,7 +34,7 @@ struct SwitchCase {
   const char* line;
 };
 
-TEST(LogPars, DumpEachSwitchInItsOwnLine) {
+TEST(LogPars, DumpShowsEachSwitchInItsOwnLine) {
   const SwitchCase table[] = {
       {&LogPars::mIsLogToFile, "mIsLogToFile"}, {&LogPars::mIsLogToCnsl, "mIsLogToCnsl"},
       {&LogPars::mIsWarning, "mIsWarning"},     {&LogPars::mIsCreation, "mIsCreation"},

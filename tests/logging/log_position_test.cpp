@@ -12,12 +12,12 @@ std::string positionText(std::string_view file, int line, std::string_view class
   return std::string(LogPosition(file, line, className, method).text());
 }
 
-TEST(LogPosition, HasColumnsOfFixedWidth) {
+TEST(LogPosition, PositionHasColumnsOfFixedWidth) {
   EXPECT_EQ(positionText("c:\\src\\proxy.cpp", 42, "Proxy", "Proxy::run"),
             "       proxy.cpp|   42| Proxy::Proxy::run               ");
 }
 
-TEST(LogPosition, ShowsTheWholePathWithoutABackslash) {
+TEST(LogPosition, PositionShowsTheWholePathWithoutABackslash) {
   EXPECT_EQ(positionText("src/proxy.cpp", 1, "A", "b").substr(0, 18), "   src/proxy.cpp| ");
 }
 
@@ -29,7 +29,7 @@ TEST(LogPosition, AFileNameOfSeventeenCharactersShowsItsEnd) {
   EXPECT_EQ(positionText("x\\0123456789ABC.cpp", 1, "A", "b").substr(0, 16), "*23456789ABC.cpp");
 }
 
-TEST(LogPosition, DoublesTheClassOfAQualifiedMethod) {
+TEST(LogPosition, PositionDoublesTheClassOfAQualifiedMethod) {
   EXPECT_EQ(positionText("a.cpp", 1, "Cnfg", "Cnfg::open").substr(24), "Cnfg::Cnfg::open                ");
 }
 

@@ -17,20 +17,20 @@ void runModule(const std::string& logPath) {
   tests::closeLibrary(moduleP);
 }
 
-TEST(LogOfAModule, IsClosedWhenTheModuleIsUnloaded) {
+TEST(LogOfAModule, LogIsClosedWhenTheModuleIsUnloaded) {
   const TempFolder folder;
   runModule(folder.path("a.log"));
   EXPECT_EQ(linesOf(folder.read("a.log")).back().substr(kPrefixWidth),
             "Logging::~Logging(): destructing ...");
 }
 
-TEST(LogOfAModule, DoesNotKeepTheModuleInMemory) {
+TEST(LogOfAModule, LogDoesNotKeepTheModuleInMemory) {
   const TempFolder folder;
   runModule(folder.path("a.log"));
   EXPECT_FALSE(tests::isMapped(LOG_MODULE));
 }
 
-TEST(LogOfAModule, BeginsAnewWhenTheModuleIsLoadedAgain) {
+TEST(LogOfAModule, LogBeginsAnewWhenTheModuleIsLoadedAgain) {
   const TempFolder folder;
   runModule(folder.path("a.log"));
   runModule(folder.path("b.log"));
