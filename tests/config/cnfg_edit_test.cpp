@@ -34,7 +34,7 @@ TEST_F(CnfgEditing, OpeningLeavesEditingMode) {
   EXPECT_EQ(mFolder.read("a.ini"), "[A]\nk=1\n");
 }
 
-TEST_F(CnfgEditing, ANewValueKeepsWhatStandsAroundIt) {
+TEST_F(CnfgEditing, ANewValueKeepsWhatIsAroundIt) {
   load("[A]\n\tkey  = old     # comment\n");
   EXPECT_EQ(mCnfg.setParameter("key", "longer"), 0);
   EXPECT_EQ(mCnfg.save(), 0);
@@ -119,7 +119,7 @@ TEST_F(CnfgEditing, EmptyLinesAtTheEndAreDroppedFromMemoryOnly) {
   EXPECT_EQ(mFolder.read("a.ini"), "k=1\n\n\n");
 }
 
-TEST_F(CnfgEditing, AShorterTextLeavesTheOldTailBehindIt) {
+TEST_F(CnfgEditing, AShorterTextLeavesTheOldTailAfterIt) {
   load("k=12345\nz=1\n");
   mCnfg.setParameter("k", "1");
   EXPECT_EQ(mCnfg.save(), 0);

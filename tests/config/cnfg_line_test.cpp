@@ -21,7 +21,7 @@ void PrintTo(const LineCase& lineCase, std::ostream* streamP) {
 
 class CnfgLineKinds : public testing::TestWithParam<LineCase> {};
 
-TEST_P(CnfgLineKinds, GiveTheirPieces) {
+TEST_P(CnfgLineKinds, LineGivesItsPieces) {
   const LineCase& expected = GetParam();
   const CnfgLine line = CnfgLine::split(expected.line);
   EXPECT_EQ(line.kind, expected.kind);
@@ -62,7 +62,7 @@ INSTANTIATE_TEST_SUITE_P(
         LineCase{"NulBytes", "k\0y=v\0"sv, Kind::kParameter, "", "", "k\0y"sv, "=", "v\0"sv, ""}),
     [](const auto& testCase) { return std::string(testCase.param.name); });
 
-TEST(CnfgLine, KeepsTheBlanksBehindTheKey) {
+TEST(CnfgLine, LineKeepsTheBlanksAfterTheKey) {
   EXPECT_EQ(CnfgLine::split("key  = 1").keyBlanks, "  ");
 }
 

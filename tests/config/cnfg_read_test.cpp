@@ -239,7 +239,7 @@ TEST_F(CnfgReading, ParametersAreReadInAnyOrder) {
   EXPECT_EQ(mValue, "1");
 }
 
-TEST_F(CnfgReading, AnEmptySectionNameSearchesFromWhereTheFileStands) {
+TEST_F(CnfgReading, AnEmptySectionNameSearchesFromTheFilesPosition) {
   open("first=1\n[A]\na=1\nb=2\n");
   EXPECT_EQ(mCnfg.readParameter("first", mValue, ""), 0);
   EXPECT_EQ(mValue, "1");
