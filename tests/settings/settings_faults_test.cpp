@@ -29,7 +29,7 @@ TEST_F(SettingsTest, AFileThatCannotBeOpenedChangesNoValue) {
   EXPECT_EQ(settings.transSensBase(), 5);
 }
 
-TEST_F(SettingsTest, AnIncompleteFileIsTold) {
+TEST_F(SettingsTest, AnIncompleteFileIsReported) {
   Settings settings;
   mProfile.write("a.ini", "[PROGRAM]\n");
   EXPECT_EQ(settings.readSettingsFile(mProfile.path("a.ini")), -2);
@@ -41,7 +41,7 @@ TEST_F(SettingsTest, AFolderInThePlaceOfTheFileLeavesTheDefaults) {
   EXPECT_TRUE(std::filesystem::is_directory(mProfile.root() / kSettingsFile));
 }
 
-TEST_F(SettingsTest, AFileThatCannotBeReplacedIsTold) {
+TEST_F(SettingsTest, AFileThatCannotBeReplacedIsReported) {
   Settings settings;
   EXPECT_EQ(settings.writeSettingsFile("\\dev\\full"), -1);
   EXPECT_EQ(file(), tests::kDefaultSettings);

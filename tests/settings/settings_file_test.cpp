@@ -21,7 +21,7 @@ void expectDefaults(const Settings& settings) {
   EXPECT_FALSE(settings.useInt3dIntrfce());
 }
 
-TEST_F(SettingsTest, FoldersLieInTheUsersProfile) {
+TEST_F(SettingsTest, FoldersAreInTheUsersProfile) {
   const Settings settings;
   EXPECT_EQ(settings.userProfileDir(), profile());
   EXPECT_EQ(settings.settingsDirPath(), profile() + "\\Lumetrapad");
@@ -110,7 +110,7 @@ class SettingsNumbers : public SettingsTest {
   }
 };
 
-TEST_F(SettingsNumbers, EndAtTheFirstOtherCharacter) {
+TEST_F(SettingsNumbers, NumberEndsAtTheFirstOtherCharacter) {
   EXPECT_EQ(thresholdOf("12abc"), 12);
   EXPECT_EQ(thresholdOf("-5"), -5);
   EXPECT_EQ(thresholdOf("+5"), 5);
@@ -120,7 +120,7 @@ TEST_F(SettingsNumbers, EndAtTheFirstOtherCharacter) {
   EXPECT_EQ(thresholdOf("0x10"), 0);
 }
 
-TEST_F(SettingsNumbers, BeyondTheirRangeStopAtItsEnds) {
+TEST_F(SettingsNumbers, NumberBeyondItsRangeStopsAtTheEnds) {
   EXPECT_EQ(thresholdOf("99999999999999999999"), std::numeric_limits<std::int32_t>::max());
   EXPECT_EQ(thresholdOf("-3000000000"), std::numeric_limits<std::int32_t>::min());
 }

@@ -60,7 +60,7 @@ class SettingsLog : public SettingsTest {
   Logging mLog;
 };
 
-TEST_F(SettingsLog, TellsOfConstructionAndDestruction) {
+TEST_F(SettingsLog, LogReportsConstructionAndDestruction) {
   write(tests::kDefaultSettings);
   { const Settings settings; }
   EXPECT_THAT(entries(), ElementsAre("CRT|Constructing ...", "CRT|Constructed.",
@@ -68,7 +68,7 @@ TEST_F(SettingsLog, TellsOfConstructionAndDestruction) {
                                      "TRC|Default settings file written.", "CRT|Destructed."));
 }
 
-TEST_F(SettingsLog, TellsTheWholeWayToTheDefaults) {
+TEST_F(SettingsLog, LogReportsTheWholeWayToTheDefaults) {
   initAllLevels();
   const Settings settings;
   EXPECT_THAT(entries(),
@@ -77,7 +77,7 @@ TEST_F(SettingsLog, TellsTheWholeWayToTheDefaults) {
                           "INF|", "CRT|Constructed."));
 }
 
-TEST_F(SettingsLog, TellsTheSameOfAnIncompleteFile) {
+TEST_F(SettingsLog, LogReportsTheSameOfAnIncompleteFile) {
   initAllLevels();
   write(replaced(tests::kDefaultSettings, "\tname ", "\tnaem "));
   const Settings settings;
@@ -90,7 +90,7 @@ TEST_F(SettingsLog, TellsTheSameOfAnIncompleteFile) {
                                      "TRC|Default settings file written.", "INF|", "CRT|Constructed."));
 }
 
-TEST_F(SettingsLog, TellsEveryMissingKeyAndThatReadingFailed) {
+TEST_F(SettingsLog, LogReportsEveryMissingKeyAndThatReadingFailed) {
   write(tests::kDefaultSettings);
   Settings settings;
   mLog.init(mPars);
@@ -106,7 +106,7 @@ TEST_F(SettingsLog, TellsEveryMissingKeyAndThatReadingFailed) {
                           "ERR|Error reading settings file!"));
 }
 
-TEST_F(SettingsLog, NamesTheOperationsBehindTheEntries) {
+TEST_F(SettingsLog, LogNamesTheOperationsOfTheEntries) {
   write(replaced(tests::kDefaultSettings, "\tname ", "\tnaem "));
   { const Settings settings; }
   std::vector<std::string> methods;
@@ -125,7 +125,7 @@ class OpenSettings : public Settings {
   void setLogSection(const char* nameP) { mLogPars.mSectionName = nameP; }
 };
 
-TEST_F(SettingsLog, TellsThatASectionHasNoFurtherParameter) {
+TEST_F(SettingsLog, LogReportsThatASectionHasNoFurtherParameter) {
   write(tests::kDefaultSettings);
   const OpenSettings settings;
   mIgnored = allLines();
@@ -140,7 +140,7 @@ TEST_F(SettingsLog, TellsThatASectionHasNoFurtherParameter) {
   EXPECT_THAT(entries(), ElementsAre("ERR|No further parameter in section 'A'!"));
 }
 
-TEST_F(SettingsLog, HaveTheirValuesInTheSectionThatIsNamed) {
+TEST_F(SettingsLog, LogParametersAreInTheSectionThatIsNamed) {
   write(tests::kDefaultSettings);
   OpenSettings settings;
   settings.setLogSection("OTHER");
@@ -152,7 +152,7 @@ TEST_F(SettingsLog, HaveTheirValuesInTheSectionThatIsNamed) {
   EXPECT_NE(mProfile.read("d.ini").find("\n\n[OTHER]\n\tlogFile "), std::string::npos);
 }
 
-TEST_F(SettingsLog, TellsOfAFileThatCannotBeWritten) {
+TEST_F(SettingsLog, LogReportsAFileThatCannotBeWritten) {
   write(tests::kDefaultSettings);
   Settings settings;
   mProfile.write("a.log", "");
@@ -162,13 +162,13 @@ TEST_F(SettingsLog, TellsOfAFileThatCannotBeWritten) {
   EXPECT_NE(log.find("| Writing default settings file 'autocad_addin.ini' failed!\n"), std::string::npos);
 }
 
-TEST_F(SettingsLog, TellsOfAMissingUserProfile) {
+TEST_F(SettingsLog, LogReportsAMissingUserProfile) {
   tests::clearEnvironment("USERPROFILE");
   const Settings settings;
   EXPECT_THAT(entries(), testing::Contains("ERR|Environment variable USERPROFILE is not set!"));
 }
 
-TEST_F(SettingsLog, HoldsTheDumpAtInfoLevel) {
+TEST_F(SettingsLog, LogHoldsTheDumpAtInfoLevel) {
   LogPars pars;
   pars.mLogFile = mProfile.path("b.log");
   pars.mIsCreation = false;
@@ -179,7 +179,7 @@ TEST_F(SettingsLog, HoldsTheDumpAtInfoLevel) {
   EXPECT_NE(log.find("| \n" + settings.dump() + "\n"), std::string::npos);
 }
 
-TEST_F(SettingsLog, GetsItsDirectoryFromTheSettings) {
+TEST_F(SettingsLog, LogGetsItsDirectoryFromTheSettings) {
   const Settings settings;
   processLog().init(settings.logPars());
   EXPECT_TRUE(mProfile.has("Lumetrapad/autocad_addin_log.txt"));

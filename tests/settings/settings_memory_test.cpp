@@ -8,7 +8,7 @@ namespace {
 
 class SettingsWithoutMemory : public SettingsTest {};
 
-TEST_F(SettingsWithoutMemory, EndWithAFileThatIsWholeOldOrNew) {
+TEST_F(SettingsWithoutMemory, SettingsEndWithAFileThatIsWholeOldOrNew) {
   std::string newFile;
   bool isWritten = false;
   for (int left = 0; !isWritten; ++left) {
