@@ -13,7 +13,7 @@ TEST(AnsiText, WhatTheCodePageLacksBecomesAQuestionMark) {
   EXPECT_EQ(ansiFromWide(L"a\u4E2Db"), "a?b");
 }
 
-TEST(AnsiText, OfNothingIsEmpty) {
+TEST(AnsiText, TextOfNothingIsEmpty) {
   EXPECT_EQ(wideFromAnsi(""), L"");
   EXPECT_EQ(ansiFromWide(L""), "");
 }

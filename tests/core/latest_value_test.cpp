@@ -9,12 +9,12 @@ namespace {
 
 using Six = std::array<int, 6>;
 
-TEST(LatestValue, IsTheDefaultBeforeTheFirstStore) {
+TEST(LatestValue, ValueIsTheDefaultBeforeTheFirstStore) {
   LatestValue<int> value;
   EXPECT_EQ(value.load(), 0);
 }
 
-TEST(LatestValue, KeepsTheNewest) {
+TEST(LatestValue, NewestValueIsKept) {
   LatestValue<int> value;
   value.store(1);
   value.store(2);

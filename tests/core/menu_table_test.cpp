@@ -16,7 +16,7 @@ struct ValueCase {
 
 class MenuValues : public ::testing::TestWithParam<ValueCase> {};
 
-TEST_P(MenuValues, AreCutToTheMacro) {
+TEST_P(MenuValues, ValueIsCutToTheMacro) {
   EXPECT_EQ(menuMacro(GetParam().value), GetParam().macro);
 }
 
@@ -62,7 +62,7 @@ TEST_F(MenuFile, EmptyFileHasNothing) {
   EXPECT_THAT(table->macros, IsEmpty());
 }
 
-TEST_F(MenuFile, MenuBarMayStandBeforeTheModes) {
+TEST_F(MenuFile, MenuBarMayPrecedeTheModes) {
   const auto table = read("[MenuBar]\n1 = {A}_LINE\n\n[Modes]\nDrafting =\n");
   ASSERT_TRUE(table);
   EXPECT_THAT(table->modes, ElementsAre("Drafting"));

@@ -4,7 +4,7 @@
 
 namespace {
 
-TEST(PendingSlot, HoldsItsFirstValue) {
+TEST(PendingSlot, SlotHoldsItsFirstValue) {
   EXPECT_EQ(PendingSlot(-1).get().value, -1);
 }
 

@@ -6,11 +6,11 @@
 
 namespace {
 
-TEST(PublishedNames, IsEmptyAtFirst) {
+TEST(PublishedNames, ListIsEmptyAtFirst) {
   EXPECT_TRUE(PublishedNames().current().empty());
 }
 
-TEST(PublishedNames, ShowsTheListLastPublished) {
+TEST(PublishedNames, ReaderSeesTheListLastPublished) {
   PublishedNames names;
   names.publish({"Model"});
   names.publish({"Sheet", "Model"});

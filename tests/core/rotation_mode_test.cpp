@@ -15,7 +15,7 @@ struct Case {
 
 class DecodeRotationMode : public ::testing::TestWithParam<Case> {};
 
-TEST_P(DecodeRotationMode, SplitsTheDigits) {
+TEST_P(DecodeRotationMode, DecodingSplitsTheDigits) {
   const RotationMode mode = decodeRotationMode(GetParam().code, false);
   EXPECT_EQ(mode.rotCenterMode, GetParam().centreMode);
   EXPECT_EQ(mode.isKeepHorizon, GetParam().isKeepHorizon);
@@ -36,7 +36,7 @@ TEST(RotationMode, ZoomAfterViewIsTakenOver) {
   EXPECT_TRUE(decodeRotationMode(0, true).isZoomAllAfterView);
 }
 
-TEST(RotationMode, IsPublishedWithoutALock) {
+TEST(RotationMode, ModeIsPublishedWithoutALock) {
   EXPECT_TRUE(std::atomic<RotationMode>::is_always_lock_free);
 }
 

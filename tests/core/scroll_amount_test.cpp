@@ -11,7 +11,7 @@ TEST(ScrollAmount, ClassNamesAreFoundAsParts) {
     EXPECT_EQ(scrollKind(name), ScrollKind::kScrollBar) << name;
 }
 
-TEST(ScrollAmount, QtWidgetIsToldByItsWholeName) {
+TEST(ScrollAmount, QtWidgetIsRecognisedByItsWholeName) {
   EXPECT_EQ(scrollKind("QWidget"), ScrollKind::kWheel);
   EXPECT_EQ(scrollKind("QWidgetWindow"), ScrollKind::kNone);
   EXPECT_EQ(scrollKind("MyQWidget"), ScrollKind::kNone);
