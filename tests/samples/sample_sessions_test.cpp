@@ -83,9 +83,13 @@ void expectCleanAndTheSameTwice(const Played& played, const fs::path& drawing) {
   Counts expected = played.drawing.entities;
   for (const auto& [type, count] : played.session.drawn) expected[type] += count;
   EXPECT_EQ(entities, expected);
-  for (const char* const name :
-       {"trajectory.csv", "commandline.log", "entities.csv", "summary.json", "index.html",
-        "profile/Lumetrapad/autocad_addin_log.txt", "profile/Lumetrapad/Applications/autocad_addin.ini"})
+  std::vector<const char*> same = {"trajectory.csv", "commandline.log", "entities.csv", "summary.json",
+                                   "profile/Lumetrapad/Applications/autocad_addin.ini"};
+#ifndef __SANITIZE_THREAD__
+  // The thread sanitizer holds new threads back, so their first lines in the log have no fixed order.
+  same.insert(same.end(), {"profile/Lumetrapad/autocad_addin_log.txt", "index.html"});
+#endif
+  for (const char* const name : same)
     EXPECT_EQ(process.bytes(first / name), process.bytes(second / name)) << name;
 }
 
