@@ -216,7 +216,7 @@ TEST_F(ReplayThreads, EndingThreadLeavesTheClock) {
 TEST_F(ReplayThreads, SettleWaitsForThreadsThatHaveNotWaitedYet) {
   std::atomic<bool> hasRun{false};
   std::thread thread([&] {
-    for (int i = 0; i < 10000; ++i) std::this_thread::yield();
+    for (int i = 0; i < 500; ++i) std::this_thread::yield();
     hasRun = true;
     Sleep(5);
   });

@@ -80,7 +80,8 @@ struct SessionEvent {
 };
 
 struct Session {
-  std::string file;  ///< for messages
+  std::string file;              ///< for messages
+  std::filesystem::path folder;  ///< absolute, since a run has a working folder of its own
   std::vector<TimedDeviceAction> device;
   std::vector<TimedUserAction> user;
   std::vector<SessionEvent> events;

@@ -30,6 +30,7 @@ bool isInDrawing(std::uint64_t handle) {
 /// Performs one action of the user; the place is the session's line.
 struct UserPerformer {
   FilePlace place;
+  const std::filesystem::path& sessionFolder;
   const Surroundings& surroundings;
 
   void operator()(const Select& select) const {
@@ -86,9 +87,8 @@ struct UserPerformer {
   void openDocument(const std::string& name) const {
     // Session files are UTF-8; the path's own constructor would take the ANSI code page on Windows.
     const std::filesystem::path file = std::filesystem::u8path(name);
-    const std::filesystem::path folder = std::filesystem::path(place.file).parent_path();
     auto drawing =
-        file.extension() == ".dxf" ? readDrawing(folder / file) : std::make_unique<standin::Drawing>();
+        file.extension() == ".dxf" ? readDrawing(sessionFolder / file) : std::make_unique<standin::Drawing>();
     if (!host::openDocument(std::move(drawing), toWide(name)))
       throw InputError(place, "the name of a document that is not open", inQuotes(name));
   }
@@ -129,7 +129,7 @@ struct DevicePerformer {
 }  // namespace
 
 void perform(const TimedUserAction& event, const Session& session, const Surroundings& surroundings) {
-  std::visit(UserPerformer{{session.file, event.line}, surroundings}, event.action);
+  std::visit(UserPerformer{{session.file, event.line}, session.folder, surroundings}, event.action);
 }
 
 void perform(const DeviceAction& action) {

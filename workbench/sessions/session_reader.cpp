@@ -282,7 +282,9 @@ Session parseSession(std::string_view text, const std::string& file) {
 }
 
 Session readSession(const std::filesystem::path& file) {
-  return parseSession(readFile(file, "a session"), file.string());
+  Session session = parseSession(readFile(file, "a session"), file.string());
+  session.folder = std::filesystem::absolute(file).parent_path();
+  return session;
 }
 
 }  // namespace workbench
