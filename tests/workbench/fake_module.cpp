@@ -64,14 +64,16 @@ void move() {
   AcGsView* const view = acgsGetGsView(2, true);
   if (view == nullptr) return;
   const AcGeVector3d step{1, 0, 0};
-  if (gCapX != 0) {
+  // Read once: a release during the drawing belongs to the next tick.
+  const bool isDeflected = gCapX != 0;
+  if (isDeflected) {
     view->setView(view->position() + step, view->target() + step, view->upVector(), view->fieldWidth(),
                   view->fieldHeight());
     view->update();
   } else if (gIsMoving) {
     acgsSetViewParameters(2, view, true, true);
   }
-  gIsMoving = gCapX != 0;
+  gIsMoving = isDeflected;
 }
 
 void CALLBACK tick(HWND, UINT, UINT_PTR, DWORD) {

@@ -140,7 +140,7 @@ TEST(Replay, ErasedEntityCannotBeSelected) {
 TEST(Replay, RealTimeRunsTheSameSession) {
   const FakeModuleProcess process;
   const Outcome outcome =
-      process.replay("20 motion 9 0 0 0 0 0\n700 motion 0 0 0 0 0 0\n4000 end\n", "--realtime");
+      process.replay("20 motion 9 0 0 0 0 0\n700 motion 0 0 0 0 0 0\n2000 end\n", "--realtime");
   EXPECT_EQ(outcome.status, 0) << outcome.err;
   EXPECT_NE(process.read("out/trajectory.csv").find("pass3d"), std::string::npos);
   EXPECT_NE(process.read("out/trajectory.csv").find("commit"), std::string::npos);
