@@ -4,8 +4,6 @@
 
 #include <new>
 
-namespace {}  // namespace
-
 // Not in the unnamed namespace: the class name is visible in the module's file (its type information), and an
 // unnamed namespace would make it depend on the folder of the sources.
 class NativeLogFile : public LogFile {
@@ -41,8 +39,6 @@ class NativeLogFile : public LogFile {
   std::int64_t mPosition = 0;
   bool mHasFailed = false;
 };
-
-namespace {}  // namespace
 
 std::unique_ptr<LogFile> makeLogFile() {
   // A null result is a case that the caller handles: the log must not throw into the host.

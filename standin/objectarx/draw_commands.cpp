@@ -5,6 +5,7 @@
 #include "state.h"
 #include "text.h"
 
+#include <algorithm>
 #include <mutex>
 #include <optional>
 
