@@ -33,33 +33,68 @@ def tables(text):
     return found
 
 
-def main(table, probe, commands, headers):
-    with open(table, encoding="ascii") as file:
-        rows = [line.rstrip("\n").split("\t") for line in file if not line.startswith("#")][1:]
-    checks = []
+def layouts(text):
+    """Class to the set of (offset, declaration) of its fields, those of its bases with it."""
+    found = {}
+    for part in re.split(r"^\*\*\* Dumping AST Record Layout\n", text, flags=re.M)[1:]:
+        # Bit fields, whose offsets are written otherwise, are in the system's classes only.
+        rows = re.findall(r"^ *(\d+) \| +(.*)$", part, re.M)
+        name = re.fullmatch(r"(?:class|struct|union) (\w+)", rows[0][1]) if rows else None
+        if name:
+            found[name.group(1)] = {(int(offset), declaration) for offset, declaration in rows[1:]}
+    return found
+
+
+def assertions(rows):
+    """What the compiler itself can compare, as source."""
+    lines = []
     for kind, owner, number, name in rows:
         if kind == "size":
-            checks.append(f'static_assert(sizeof({owner}) == {number}, "size of {owner}");')
+            lines.append(f'static_assert(sizeof({owner}) == {number}, "size of {owner}");')
+        if kind == "align":
+            lines.append(f'static_assert(alignof({owner}) == {number}, "alignment of {owner}");')
         if kind == "value":
             full = f"{owner}::{name}" if owner else name
-            checks.append(f'static_assert({full} == {number}, "value of {full}");')
+            lines.append(f'static_assert({full} == {number}, "value of {full}");')
+    return lines
+
+
+def dump(commands, headers, probe, checks):
+    """What the compiler prints of the probe's classes: tables and layouts."""
     with tempfile.TemporaryDirectory() as folder:
         with open(os.path.join(folder, "checks.inc"), "w", encoding="ascii") as file:
             file.write("\n".join(checks) + "\n")
-        told = subprocess.run([*compiler(commands), f"-I{headers}", f"-I{folder}", "-Xclang", "-fdump-vtable-layouts", "-c", "-o",
-                               os.path.join(folder, "probe.o"), probe], capture_output=True, text=True, check=False)
+        return subprocess.run(
+            [*compiler(commands), f"-I{headers}", f"-I{folder}", "-Xclang", "-fdump-vtable-layouts", "-Xclang",
+             "-fdump-record-layouts", "-c", "-o", os.path.join(folder, "probe.o"), probe],
+            capture_output=True, text=True, check=False)
+
+
+def main(table, probe, commands, headers):
+    with open(table, encoding="ascii") as file:
+        rows = [line.rstrip("\n").split("\t") for line in file if not line.startswith("#")][1:]
+    unknown = {row[0] for row in rows} - {"size", "align", "field", "value", "slots", "slot"}
+    if unknown:
+        print(f"{table}: rows of no known kind: {sorted(unknown)}")
+        return 1
+    checks = assertions(rows)
+    told = dump(commands, headers, probe, checks)
     if told.returncode != 0:
         print(told.stderr)
         return 1
-    found, problems, compared = tables(told.stdout), [], len(checks)
+    found, fields, problems = tables(told.stdout), layouts(told.stdout), []
     for kind, owner, number, name in rows:
         slots = found.get(owner, [])
-        compared += kind in ("slots", "slot")
+        if kind == "field" and (int(number), name) not in fields.get(owner, ()):
+            problems.append(f"{owner}: no '{name}' at {number}, found {sorted(fields.get(owner, ()))}")
         if kind == "slots" and len(slots) != int(number):
             problems.append(f"{owner}: {len(slots)} slots, expected {number}")
         if kind == "slot" and not (int(number) < len(slots) and re.search(rf"::{re.escape(name)}\b", slots[int(number)])):
             problems.append(f"{owner}: slot {number} is {slots[int(number):int(number) + 1]}, expected {name}")
-    print("\n".join(problems) or f"{compared} sizes, values and slots are as the table has them")
+    counts = ", ".join(f"{sum(row[0] == kind for row in rows)} {word}" for kind, word in
+                       (("size", "sizes"), ("align", "alignments"), ("field", "fields"), ("value", "values"),
+                        ("slots", "tables"), ("slot", "slots")))
+    print("\n".join(problems) or f"as the table has them: {counts}")
     return 1 if problems else 0
 
 

@@ -41,6 +41,7 @@ struct OfAcDbViewportTableRecord : AcDbViewportTableRecord {
 };
 struct OfAcApDocManagerReactor : AcApDocManagerReactor {
   OfAcApDocManagerReactor();
+  char mFirstOfTheModules = 0;
 };
 OfAcApDocManager::OfAcApDocManager() = default;
 OfAcEdCommandStack::OfAcEdCommandStack() = default;
