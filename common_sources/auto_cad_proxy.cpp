@@ -117,15 +117,21 @@ void CALLBACK TimerProc(HWND, UINT, UINT_PTR, DWORD) {
 }
 
 void AutoCadProxy::armTimer() {
-  mTimerId = SetTimer(nullptr, 0, mIsCapMoving ? kMovingPeriodMs : kIdlePeriodMs, TimerProc);
-  if (mTimerId == 0) LM_LOG(kError, kClass, "AutoCadProxy::armTimer") << "Error SetTimer()";
+  // The id is 0 unless the last timer could not be killed. That one is armed again: its id would be lost
+  // otherwise, and it would run on in code that has been unloaded.
+  const UINT_PTR timerId =
+      SetTimer(nullptr, mTimerId, mIsCapMoving ? kMovingPeriodMs : kIdlePeriodMs, TimerProc);
+  if (timerId == 0)
+    LM_LOG(kError, kClass, "AutoCadProxy::armTimer") << "Error SetTimer()";
+  else
+    mTimerId = timerId;
 }
 
 void AutoCadProxy::tick() try {
   assert(isMainThread() && "timers run on the thread that made the proxy");
   // A Windows timer repeats. This one is armed again at the end, so that a pass in which the host handles
   // messages does not begin another tick.
-  KillTimer(nullptr, mTimerId);
+  if (KillTimer(nullptr, mTimerId)) mTimerId = 0;
   // In every tick until it succeeds: the exporter writes the file some time after the module is loaded.
   if (!mIsMenuLoaded) loadMenufile();
   doTransform();

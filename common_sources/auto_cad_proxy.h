@@ -212,7 +212,7 @@ class AutoCadProxy {
   DocumentLock mDocumentLock;
   std::atomic<RotationMode> mRotationMode{RotationMode{}};
   bool mIsObjectMoveMode = false;
-  UINT_PTR mTimerId = 0;
+  UINT_PTR mTimerId = 0;  ///< of the timer that is set, 0 when there is none
 
   PublishedNames mModes;
   std::vector<std::string> mMenuTable;

@@ -326,6 +326,25 @@ TEST_F(CapEvents, TimerThatCannotBeSetIsLogged) {
   EXPECT_THAT(errors(), ElementsAre("Error SetTimer()"));
 }
 
+/// Only one that the module still knows can be killed before the host unmaps its procedure.
+TEST_F(CapEvents, TimerThatCannotBeKilledIsArmedAgain) {
+  load();
+  ASSERT_TRUE(standin::windows::faults().inject("KillTimer", {Misbehaviour::kFail, 1, true}));
+  idle(1000);
+  EXPECT_EQ(clock_::timerCount(), 1u);
+  unload();
+  EXPECT_EQ(clock_::timerCount(), 0u);
+}
+
+TEST_F(CapEvents, TimerThatCanBeNeitherKilledNorSetEndsWithTheModule) {
+  load();
+  ASSERT_TRUE(standin::windows::faults().inject("KillTimer", {Misbehaviour::kFail, 1, true}));
+  ASSERT_TRUE(standin::windows::faults().inject("SetTimer", {Misbehaviour::kFail, 1, true}));
+  idle(1000);
+  unload();
+  EXPECT_EQ(clock_::timerCount(), 0u);
+}
+
 TEST_F(CapEvents, ThresholdIsReadAnewAndDivisorsAreNot) {
   load();
   deflect({15, 0, 0, 0, 0, 0});

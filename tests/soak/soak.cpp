@@ -165,7 +165,7 @@ class Soak {
   void check(bool isFaulty) {
     const host::Counts counts = host::counts();
     expect(clock_::otherThreads() == 1, "a thread outlives the unload message");
-    expect(clock_::timerCount() == 0 || isFaulty, "a timer outlives the unload message");
+    expect(clock_::timerCount() == 0, "a timer outlives the unload message");
     expect(counts.callsOffMainThread == 0, "the host was called off the main thread");
     if (isFaulty) return;
     for (const std::string& breach : counts.breaches) mProblems.push_back("rule broken: " + breach);
