@@ -8,7 +8,7 @@ import { join } from "node:path";
 import { pathToFileURL } from "node:url";
 
 const folder = process.env.REPORT_FOLDER;
-const { chromium } = createRequire(join(folder, "package.json"))("playwright-core");
+const { chromium } = createRequire(join(process.env.REPORT_PACKAGES, "package.json"))("playwright-core");
 const profile = mkdtempSync(join(folder, "profile-"));
 
 let browser, page, complaints, requests;

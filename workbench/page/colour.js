@@ -33,7 +33,7 @@ function contrast(a, b) {
 }
 
 /** CSS colour of a group: the index's own, moved toward the ink until it can be told from the paper. */
-function cssColour(index, ink, paper) {
+export function cssColour(index, ink, paper) {
   const own = indexedColour(index);
   if (!own) return `rgb(${ink.join(" ")})`;
   let share = 0, rgb = own;
@@ -46,7 +46,7 @@ function cssColour(index, ink, paper) {
 }
 
 /** A colour of the style sheet as RGB. */
-function themeColour(name) {
+export function themeColour(name) {
   const hex = getComputedStyle(document.documentElement).getPropertyValue(name).trim();
   return [1, 3, 5].map((i) => parseInt(hex.slice(i, i + 2), 16));
 }

@@ -1,5 +1,7 @@
 // The desktop beside the drawing: windows as rectangles, what is scrolled in them as rows, and the mouse pointer.
 
+import { byId, svg } from "./dom.js";
+
 const kBarWidth = 5;
 const kPointerShape = "l0 12l3.2 -2.6l2 4.8l2.2 -0.9l-2 -4.7l4 -0.2z";
 
@@ -21,7 +23,7 @@ function pointedAt({ windows, pointer }) {
   return best;
 }
 
-class DesktopView {
+export class DesktopView {
   constructor(element, scene) {
     this.element = element;
     this.desktops = scene.desktops;

@@ -1,5 +1,4 @@
-# Writes OUT, the C++ source that holds the page's SOURCES: the first is the frame, the second the style, the rest
-# are the scripts in their order.
+# Writes OUT, the C++ source that holds the page NAME as HEADER declares it: its FRAME, STYLE and SCRIPT.
 
 function(literal file result)
   file(READ ${file} text)
@@ -10,22 +9,21 @@ function(literal file result)
   set(${result} "R\"PAGE(${text})PAGE\"" PARENT_SCOPE)
 endfunction()
 
-list(POP_FRONT SOURCES frame style)
-literal(${frame} frame_text)
-literal(${style} style_text)
-set(scripts_text "")
-foreach(script IN LISTS SOURCES)
-  literal(${script} text)
-  string(APPEND scripts_text "\n    ${text}")
-endforeach()
+literal(${FRAME} frame)
+literal(${STYLE} style)
+literal(${SCRIPT} script)
+string(SUBSTRING ${NAME} 0 1 initial)
+string(TOUPPER ${initial} initial)
+string(SUBSTRING ${NAME} 1 -1 rest)
+set(constant k${initial}${rest})
 
-file(WRITE ${OUT} "#include \"workbench/report/report_page.h\"
+file(WRITE ${OUT} "#include \"${HEADER}\"
 
 namespace workbench {
 
-const char* const kPageFrame = ${frame_text};
-const char* const kPageStyle = ${style_text};
-const char* const kPageScript =${scripts_text};
+const char* const ${constant}Frame = ${frame};
+const char* const ${constant}Style = ${style};
+const char* const ${constant}Script = ${script};
 
 }  // namespace workbench
 ")

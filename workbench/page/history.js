@@ -1,5 +1,7 @@
 // What happened between the moments: every pass, every deflection of the cap, every change of the selection.
 
+import { lastAt } from "./scene.js";
+
 const kPassNumbers = 13;
 const kPerspective = 1, kSheet = 2, kLayout = 4, kViewportStep = 8;
 
@@ -10,7 +12,7 @@ function numbersOf(base64) {
   return new Float64Array(bytes.buffer);
 }
 
-class History {
+export class History {
   constructor(data) {
     this.count = data.passes.count;
     this.passes = numbersOf(data.passes.data);
@@ -93,54 +95,5 @@ class History {
     for (let i = 0; i < this.caps.length; i += 7)
       for (let k = begin; k < end; k++) most = Math.max(most, Math.abs(this.caps[i + 1 + k]));
     return moments.reduce((m, moment) => Math.max(m, ...moment.cap.slice(begin, end).map(Math.abs)), most);
-  }
-}
-
-/** A long list of rows of one height, of which only those in sight are built. `row(i)` makes the row `i`. */
-class LongList {
-  static kShort = 400;
-
-  constructor(element) {
-    this.element = element;
-    this.count = 0;
-    this.height = 18;
-    element.addEventListener("scroll", () => this.draw());
-  }
-
-  fill(count, row) {
-    this.count = count;
-    this.row = row;
-    this.first = this.end = -1;
-    this.draw();
-  }
-
-  draw() {
-    const isShort = this.count <= LongList.kShort;
-    const inSight = Math.ceil(this.element.clientHeight / this.height) + 40;
-    const first = isShort ? 0 : Math.max(0, Math.floor(this.element.scrollTop / this.height) - 20);
-    const end = isShort ? this.count : Math.min(this.count, first + inSight);
-    if (first === this.first && end === this.end) return;
-    this.first = first;
-    this.end = end;
-    const rows = [];
-    for (let i = first; i < end; i++) rows.push(this.row(i));
-    this.element.replaceChildren(...rows);
-    if (isShort) return;
-    this.element.prepend(html("li", { style: `height:${first * this.height}px`, "aria-hidden": "true" }));
-    this.element.append(html("li", { style: `height:${(this.count - end) * this.height}px`, "aria-hidden": "true" }));
-  }
-
-  /** The row `i` when it is built. */
-  built(i) {
-    return i >= this.first && i < this.end ? this.element.children[i - this.first + (this.count > LongList.kShort ? 1 : 0)] : null;
-  }
-
-  /** Scrolls so that the row `i` is the last one in sight. */
-  reveal(i) {
-    const element = this.element, row = this.built(i);
-    if (this.count <= LongList.kShort)
-      element.scrollTop = row ? row.offsetTop - element.offsetTop - element.clientHeight + 2 * row.offsetHeight : 0;
-    else element.scrollTop = (i + 2) * this.height - element.clientHeight;
-    this.draw();
   }
 }

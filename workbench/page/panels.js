@@ -1,24 +1,11 @@
 // The lists and tables around the picture.
 
-function html(name, attributes = {}, ...children) {
-  const element = document.createElement(name);
-  for (const [key, value] of Object.entries(attributes)) element.setAttribute(key, value);
-  element.append(...children);
-  return element;
-}
+import { byId, html, plural, readable, seconds } from "./dom.js";
+import { LongList } from "./long_list.js";
+import { cameraOf } from "./projection.js";
+import { lastAt } from "./scene.js";
 
-const byId = (id) => document.getElementById(id);
-const seconds = (ms) => (ms / 1000).toFixed(2);
-const plural = (n, one, many) => `${n} ${n === 1 ? one : many}`;
-
-/** A number of the readout: short, but a value other than zero never appears as zero. */
-function readable(value) {
-  if (!Number.isFinite(value)) return "not a number";
-  const size = Math.abs(value);
-  return size !== 0 && (size < 0.01 || size >= 1e7) ? value.toExponential(2) : String(Number(value.toFixed(2)));
-}
-
-class CapPanel {
+export class CapPanel {
   constructor(element, range) {
     this.range = range;
     this.rows = ["x", "y", "z", "rx", "ry", "rz"].map((name, i) => {
@@ -40,7 +27,7 @@ class CapPanel {
 }
 
 /** The camera in words, in the corner of the picture. */
-function showReadout(element, moment) {
+export function showReadout(element, moment) {
   const rows = [];
   if (moment) {
     const camera = cameraOf(moment);
@@ -55,7 +42,7 @@ function showReadout(element, moment) {
   element.replaceChildren(...rows.flatMap(([name, value]) => [html("dt", {}, name), html("dd", {}, value)]));
 }
 
-class LayersPanel {
+export class LayersPanel {
   constructor(element, view, changed) {
     this.view = view;
     this.changed = changed;
@@ -113,7 +100,7 @@ function visibleText(text) {
       : piece);
 }
 
-class CommandsPanel {
+export class CommandsPanel {
   constructor(element, lines, jump) {
     this.lines = lines;
     this.jump = jump;
@@ -169,7 +156,7 @@ function readLog(text) {
   });
 }
 
-class LogPanel {
+export class LogPanel {
   constructor(element, data, jump) {
     this.element = element;
     this.jump = jump;
@@ -224,7 +211,7 @@ class LogPanel {
 }
 
 /** The session's events; a click goes to the time of one. */
-class EventsPanel {
+export class EventsPanel {
   constructor(element, events, jump) {
     this.events = events;
     this.jump = jump;
@@ -255,7 +242,7 @@ class EventsPanel {
 }
 
 /** Rows of a table: the keys that were pressed and their effects; a click shows the moment after one. */
-class KeysPanel {
+export class KeysPanel {
   constructor(element, keys, jump) {
     this.keys = keys;
     this.rows = keys.map(([time, name, sent, view]) => {
@@ -277,13 +264,13 @@ class KeysPanel {
   }
 }
 
-function showFunctions(element, functions) {
+export function showFunctions(element, functions) {
   functions.forEach(([label, macro], number) => element.append(html("tr", {}, html("td", { class: "number" }, String(number)),
     html("td", {}, label), html("td", { class: "macro" }, macro))));
 }
 
 /** Pages that share one place. A page without contents has no tab. */
-class Tabs {
+export class Tabs {
   constructor(list, pages) {
     this.pages = pages.filter((page) => page.isThere);
     for (const page of this.pages) {
@@ -303,7 +290,7 @@ class Tabs {
   }
 }
 
-function showSummary(data) {
+export function showSummary(data) {
   const verdict = data.clean ? "\u2713 Clean" : "\u2717 Not clean";
   const meaning = data.clean ? "\u2713 Clean: no rule was broken" : "\u2717 Not clean: a rule was broken";
   for (const [id, text] of [["verdict", verdict], ["summary-verdict", meaning]]) {

@@ -1,6 +1,10 @@
 // The small view: the camera's path around the drawing, seen along one of the world's axes.
 
-class PathView {
+import { svg } from "./dom.js";
+import { PathPen, cameraOf, projectionOf } from "./projection.js";
+import { boundsOf, lastAt } from "./scene.js";
+
+export class PathView {
   constructor(element, note, scene, history) {
     this.element = element;
     this.scene = scene;

@@ -7,12 +7,12 @@ const cross = (a, b) => [a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a
 const norm = (a) => Math.hypot(a[0], a[1], a[2]);
 
 /** What is seen of a sheet, as a camera that looks down on it. */
-function sheetCamera([x, y, width, height]) {
+export function sheetCamera([x, y, width, height]) {
   return { position: [x, y, 1], target: [x, y, 0], up: [0, 1, 0], width, height, isPerspective: false };
 }
 
 /** The camera that looks at the model: the current view's, or of the window in the sheet. */
-function cameraOf(moment) {
+export function cameraOf(moment) {
   const c = moment.camera || moment.window;
   return { position: c.slice(0, 3), target: c.slice(3, 6), up: c.slice(6, 9), width: c[9], height: c[10],
     isPerspective: c[11] === 1 };
@@ -25,7 +25,7 @@ function isUsable(camera) {
 }
 
 /** Frame of a camera in a picture of width x height pixels; null when the camera looks nowhere. */
-function projectionOf(camera, width, height) {
+export function projectionOf(camera, width, height) {
   const distance = isUsable(camera) ? norm(minus(camera.target, camera.position)) : 0;
   if (!(distance > 0)) return null;
   const direction = scaled(minus(camera.target, camera.position), 1 / distance);
@@ -41,13 +41,13 @@ function projectionOf(camera, width, height) {
 }
 
 /** The same frame in a part of the picture: `box` has x, y, width and height in pixels. */
-function projectionInto(camera, box) {
+export function projectionInto(camera, box) {
   const projection = projectionOf(camera, box.width, box.height);
   return projection && { ...projection, cx: box.x + box.width / 2, cy: box.y + box.height / 2, box };
 }
 
 /** A pen that writes straight pieces as SVG path text, each clipped to the picture and a margin around it. */
-class PathPen {
+export class PathPen {
   constructor(width, height, margin = 20, left = 0, top = 0) {
     this.left = left - margin;
     this.top = top - margin;
@@ -89,12 +89,12 @@ class PathPen {
 }
 
 /** A pen for what a projection shows: all of the picture, or its part of it exactly. */
-function penFor({ width, height, box }) {
+export function penFor({ width, height, box }) {
   return box ? new PathPen(box.width, box.height, 0, box.x, box.y) : new PathPen(width, height);
 }
 
 /** Draws one polyline (x y z x y z ...) with the pen, clipped at the near plane. */
-function drawPolyline(projection, pen, points) {
+export function drawPolyline(projection, pen, points) {
   const { camera, direction: d, right: r, up: u, distance, near, scale } = projection;
   const [tx, ty, tz] = camera.target;
   const { cx, cy } = projection;

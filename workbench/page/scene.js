@@ -6,7 +6,7 @@ function readShape([handle, ...lines]) {
   return { handle, lines: lines.filter(isWhole).map((line) => Float64Array.from(line)) };
 }
 
-function readScene(data) {
+export function readScene(data) {
   const groups = data.groups.map((g) => ({ layer: g.layer, colour: g.colour, shapes: g.shapes.map(readShape) }));
   const changes = data.changes.map((c) => ({ layer: c.layer, colour: c.colour, shape: readShape(c.shape) }));
   for (const change of changes) change.group = groupFor(groups, change);
@@ -22,7 +22,7 @@ function groupFor(groups, change) {
 }
 
 /** The shapes of a group as they are at a moment. */
-function shapesAt(scene, moment, group) {
+export function shapesAt(scene, moment, group) {
   const changed = (moment.changed || []).map((i) => scene.changes[i]);
   if (changed.length === 0 && !moment.gone) return group.shapes;
   const replaced = new Set([...changed.map((c) => c.shape.handle), ...(moment.gone || [])]);
@@ -31,7 +31,7 @@ function shapesAt(scene, moment, group) {
 }
 
 /** Smallest box of all shapes as [min, max]; null for an empty drawing. */
-function boundsOf(groups) {
+export function boundsOf(groups) {
   const min = [Infinity, Infinity, Infinity], max = [-Infinity, -Infinity, -Infinity];
   for (const group of groups)
     for (const shape of group.shapes)
@@ -44,7 +44,7 @@ function boundsOf(groups) {
 }
 
 /** Index of the last entry of a list, ordered by time, that is not later than `time`; -1 before the first. */
-function lastAt(list, time, timeOf) {
+export function lastAt(list, time, timeOf) {
   let low = 0, high = list.length;
   while (low < high) {
     const middle = (low + high) >> 1;

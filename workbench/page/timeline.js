@@ -1,6 +1,9 @@
 // Time: the slider, the play button, the keys, and the strip that shows when something happened.
 
-class Timeline {
+import { byId, seconds, svg } from "./dom.js";
+import { lastAt } from "./scene.js";
+
+export class Timeline {
   /** `show(index, time)` is called whenever the moment or the time changes. */
   constructor(moments, lines, history, problems, show) {
     this.moments = moments;

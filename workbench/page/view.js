@@ -1,15 +1,11 @@
 // The big picture: the drawing at a moment, one SVG path for each layer and colour.
 
-const kSvg = "http://www.w3.org/2000/svg";
+import { cssColour, themeColour } from "./colour.js";
+import { svg } from "./dom.js";
+import { cameraOf, drawPolyline, penFor, projectionInto, projectionOf, sheetCamera } from "./projection.js";
+import { shapesAt } from "./scene.js";
 
-function svg(name, attributes = {}, ...children) {
-  const element = document.createElementNS(kSvg, name);
-  for (const [key, value] of Object.entries(attributes)) element.setAttribute(key, value);
-  element.append(...children);
-  return element;
-}
-
-class DrawingView {
+export class DrawingView {
   constructor(element, note, scene) {
     this.element = element;
     this.note = note;

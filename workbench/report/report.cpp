@@ -21,8 +21,8 @@ std::string pageTitle(const ReportData& data) {
 
 std::string valueOf(std::string_view name, const ReportData& data) {
   if (name == "TITLE") return pageTitle(data);
-  if (name == "STYLE") return kPageStyle;
-  if (name == "SCRIPT") return kPageScript;
+  if (name == "STYLE") return kReportStyle;
+  if (name == "SCRIPT") return kReportScript;
   if (name == "DATA") return scriptJson(reportJson(data));
   // Only a new mark in the page's frame without a value here can lead to this.
   throw std::logic_error("report page: no value for " + std::string(name));
@@ -33,7 +33,7 @@ std::string valueOf(std::string_view name, const ReportData& data) {
 std::string reportPage(const ReportData& data) {
   // One walk over the frame, so that a mark inside a value stays what it is: text.
   std::string page;
-  std::string_view rest = kPageFrame;
+  std::string_view rest = kReportFrame;
   for (std::size_t mark = rest.find(kMark); mark != std::string_view::npos; mark = rest.find(kMark)) {
     page += rest.substr(0, mark);
     rest.remove_prefix(mark + kMark.size());

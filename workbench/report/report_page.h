@@ -5,9 +5,9 @@
 namespace workbench {
 
 /// The page's frame; `@@TITLE@@`, `@@STYLE@@`, `@@SCRIPT@@` and `@@DATA@@` mark where these go.
-extern const char* const kPageFrame;
-extern const char* const kPageStyle;
-extern const char* const kPageScript;
+extern const char* const kReportFrame;
+extern const char* const kReportStyle;
+extern const char* const kReportScript;
 
 }  // namespace workbench
 

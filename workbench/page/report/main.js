@@ -1,5 +1,15 @@
 // Puts the page together.
 
+import "./report.css";
+import { DesktopView } from "../desktop.js";
+import { byId, plural, seconds } from "../dom.js";
+import { History } from "../history.js";
+import { CapPanel, CommandsPanel, EventsPanel, KeysPanel, LayersPanel, LogPanel, Tabs, showFunctions, showReadout, showSummary } from "../panels.js";
+import { PathView } from "../path.js";
+import { lastAt, readScene } from "../scene.js";
+import { Timeline } from "../timeline.js";
+import { DrawingView } from "../view.js";
+
 const data = JSON.parse(byId("data").textContent);
 const scene = readScene(data);
 const history = new History(data);
