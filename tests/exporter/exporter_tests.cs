@@ -142,7 +142,7 @@ static class ExporterTests {
     }
   }
 
-  public static void FailureIsToldOnceAndNotTriedAgainBeforeAChange() {
+  public static void FailureIsReportedOnceAndNotTriedAgainBeforeAChange() {
     using (Menus menus = new Menus()) {
       started();
       for (int i = 0; i < 5; ++i) pass(kLookMs);
@@ -154,7 +154,7 @@ static class ExporterTests {
     }
   }
 
-  public static void FolderThatIsMissingIsTold() {
+  public static void MissingFolderIsReported() {
     using (Menus menus = new Menus()) {
       menus.write("acad.cuix", "ACAD", kLine);
       Directory.Delete(Path.GetDirectoryName(menus.menuFile));
@@ -166,7 +166,7 @@ static class ExporterTests {
     }
   }
 
-  public static void ProfileThatIsNotSetIsTold() {
+  public static void ProfileThatIsNotSetIsReported() {
     using (Menus menus = new Menus()) {
       menus.write("acad.cuix", "ACAD", kLine);
       Environment.SetEnvironmentVariable("USERPROFILE", null);
@@ -190,7 +190,7 @@ static class ExporterTests {
     }
   }
 
-  public static void LineWithoutADrawingIsToldWhenOneIsOpen() {
+  public static void LineWithoutADrawingIsPrintedWhenOneIsOpen() {
     using (Menus menus = new Menus()) {
       started();
       HostControl.isDrawingOpen = false;

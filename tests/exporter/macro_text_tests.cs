@@ -23,7 +23,7 @@ static class MacroTextTests {
             "^C^C^P_line", "_line", "^P^C^C_line", "_line", "*_point", "_point");
   }
 
-  public static void CancelCharactersThatStandAsTheyAreCountToo() {
+  public static void CancelCharactersThemselvesCountToo() {
     written("\x03\x03_line", "_line");
   }
 
@@ -130,7 +130,7 @@ static class MacroTextTests {
     written("_circle \\5#6|7", "_circle");
   }
 
-  public static void NoMacroIsNoEntry() {
+  public static void ItemWithoutAMacroIsNoEntry() {
     lost(Loss.NoMacro, null, "");
     lost(Loss.OnlyCancels, "^C^C", "*^C", "^C^C^Z");
   }

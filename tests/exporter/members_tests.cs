@@ -19,7 +19,7 @@ static class MembersTests {
     Checks.equal(problems.count, 0, "problems");
   }
 
-  public static void MissingMemberIsToldOnceByName() {
+  public static void MissingMemberIsReportedOnceByName() {
     Problems problems = new Problems();
     Members members = new Members(problems);
     Checks.equal(members.value(new Mixed(), "Gone"), null, "value");
@@ -28,13 +28,13 @@ static class MembersTests {
     Checks.equal(problems.summary(), "AutoCAD's Mixed has no Gone", "text of the problem");
   }
 
-  public static void MemberThatThrowsIsTold() {
+  public static void MemberThatThrowsIsReported() {
     Problems problems = new Problems();
     Checks.equal(new Members(problems).text(new Mixed(), "Broken"), "", "text");
     Checks.equal(problems.summary(), "AutoCAD's Mixed.Broken fails: no", "problem");
   }
 
-  public static void ProblemIsToldOnce() {
+  public static void ProblemIsReportedOnce() {
     Problems problems = new Problems();
     problems.add("one");
     problems.add("one");

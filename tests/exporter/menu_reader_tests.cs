@@ -18,7 +18,7 @@ static class MenuReaderTests {
     }
   }
 
-  public static void WithoutTheWorkspaceTheAliasesGiveTheOrder() {
+  public static void AliasesGiveTheOrderWithoutTheWorkspace() {
     using (Menus menus = new Menus()) {
       menus.write("acad.cuix", "ACAD",
                   kLine + kArc + Menus.menu("PM_1", "POP20", "One", "I1 ID_Line") +
@@ -78,14 +78,14 @@ static class MenuReaderTests {
     }
   }
 
-  public static void ReferenceToAMissingMacroHasNone() {
+  public static void ReferenceToAMissingMacroHasNoMacro() {
     using (Menus menus = new Menus()) {
       menus.write("acad.cuix", "ACAD", kLine + Menus.menu("PM_1", "POP1", "One", "I1 ID_Gone <Name>Gone</Name>"));
       Checks.lines(menus.items(), "One > Gone=", "Other commands > Line=_line");
     }
   }
 
-  public static void WhatElseHasAMacroComesOnceUnderItsHeading() {
+  public static void OtherItemWithAMacroComesOnceUnderItsHeading() {
     using (Menus menus = new Menus()) {
       menus.write("acad.cuix", "ACAD",
                   kLine + kArc + Menus.macro("ID_Box", "Box", "_box") + Menus.macro("ID_Pan", "Pan", "'_pan") +

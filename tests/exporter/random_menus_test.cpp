@@ -37,7 +37,7 @@ void expectReportAgrees(const std::filesystem::path& folder, const Expected& exp
   }
 }
 
-TEST(RandomMenus, AreReadEntryForEntryAsTheyWereWritten) {
+TEST(RandomMenus, RandomMenusAreReadEntryForEntryAsTheyWereWritten) {
   const MadeMenus made("random " + std::to_string(kMenus) + " 1");
   std::size_t entries = 0;
   for (int i = 0; i < kMenus && !HasFailure(); ++i) {

@@ -86,7 +86,7 @@ def TwoRunsAreEqualByteForByte(runs):
     require(not different, f"different: {different}")
 
 
-def MenusThatCannotBeReadAreToldOnTheCommandLine(runs):
+def MenusThatCannotBeReadAreReportedOnTheCommandLine(runs):
     out, _ = runs.play("out", runs.file("a.session", "500 function 0\n1000 end\n"), runs.file("bad.cuix", "no menus"))
     told = [line for line in read(out, "commandline.log").decode().splitlines() if "Menu export" in line]
     require(len(told) == 1 and told[0].startswith('0 host "Menu export: main menu file '), f"told: {told}")

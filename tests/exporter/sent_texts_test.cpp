@@ -108,7 +108,7 @@ class SentTexts : public ::testing::Test {
   Sent mSent;
 };
 
-TEST_F(SentTexts, OfEveryMacroInTheTableAreWhatAutoCadWouldHaveRead) {
+TEST_F(SentTexts, SentTextsOfEveryMacroAreWhatAutoCadWouldHaveRead) {
   const std::vector<Row> rows = readTable();
   ASSERT_GE(rows.size(), kFewestMacros);
   const auto functions = workbench::menuFunctions(MadeMenus::read(menuFile()));

@@ -138,7 +138,7 @@ void PrintTo(const Known& known, std::ostream* streamP) {
 
 class LogCheckError : public ::testing::TestWithParam<Known> {};
 
-TEST_P(LogCheckError, HasItsOwnExplanation) {
+TEST_P(LogCheckError, KnownErrorHasItsOwnExplanation) {
   const UserProfile profile;
   profile.write("Lumetrapad/autocad_addin_log.txt", kHeader + entry("ERR", GetParam().error));
   EXPECT_THAT(textsOf(found(profile)),

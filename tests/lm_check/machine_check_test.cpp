@@ -40,7 +40,7 @@ void PrintTo(const Broken& broken, std::ostream* streamP) {
 
 class MachineCheck : public ::testing::TestWithParam<Broken> {};
 
-TEST_P(MachineCheck, FindsWhatIsBroken) {
+TEST_P(MachineCheck, CheckFindsWhatIsBroken) {
   Machine machine = wholeMachine();
   GetParam().breakIt(machine);
   EXPECT_THAT(textsOf(checkMachine(machine)), ElementsAre(GetParam().text));
@@ -153,7 +153,7 @@ INSTANTIATE_TEST_SUITE_P(
                "cuts the path there; use a folder without it."}),
     [](const ::testing::TestParamInfo<Broken>& broken) { return broken.param.name; });
 
-TEST(MachineCheckWhole, HasNoFindings) {
+TEST(MachineCheckWhole, WholeMachineHasNoFindings) {
   EXPECT_THAT(textsOf(checkMachine(wholeMachine())), IsEmpty());
 }
 

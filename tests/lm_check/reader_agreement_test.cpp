@@ -31,7 +31,7 @@ std::string valueInLines(const FileText& text, const std::string& section, const
   return "not found";
 }
 
-TEST(FileLines, AgreeWithTheModulesReader) {
+TEST(FileLines, LinesAgreeWithTheModulesReader) {
   std::mt19937 random(1);
   for (int i = 0; i < kFiles; ++i) {
     const TempFolder folder;
@@ -52,7 +52,7 @@ TEST(FileLines, AgreeWithTheModulesReader) {
   }
 }
 
-TEST(FileLines, FileThatCannotBeOpenedHasNone) {
+TEST(FileLines, FileThatCannotBeOpenedHasNoLines) {
   EXPECT_FALSE(readFileText("/nowhere/a.ini"));
 }
 

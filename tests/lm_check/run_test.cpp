@@ -43,7 +43,7 @@ class RunCheck : public ::testing::Test {
   UserProfile profile;
 };
 
-TEST_F(RunCheck, WholeProfileHasStatusNought) {
+TEST_F(RunCheck, WholeProfileHasStatusZero) {
   const Result result = run({"--profile", folder()});
   EXPECT_EQ(result.status, 0);
   EXPECT_EQ(result.output, "Nothing found.\n");
@@ -58,7 +58,7 @@ TEST_F(RunCheck, FindingsAreOneALine) {
             "Log: 'logToFile' is off, so that no error is recorded; write 'on'.\n");
 }
 
-TEST_F(RunCheck, MissingDriversFolderIsAllThatIsSaid) {
+TEST_F(RunCheck, MissingDriversFolderIsAllThatIsReported) {
   std::filesystem::remove_all(profile / "Lumetrapad");
   const Result result = run({"--profile", folder()});
   EXPECT_EQ(result.status, 1);
@@ -106,7 +106,7 @@ TEST_F(RunCheck, JsonOfAnotherCodePageIsWhole) {
   EXPECT_EQ(nlohmann::json::parse(run({"--profile", folder(), "--json"}).output)["findings"].size(), 1u);
 }
 
-TEST_F(RunCheck, FixWritesBesideAndTellsWhatItChanged) {
+TEST_F(RunCheck, FixWritesBesideAndReportsWhatItChanged) {
   const std::string broken =
       tests::replaced(settingsText({{"trace", "ON"}, {"maxSize", "77"}}), "minThreshold ", "minTreshold ");
   profile.writeSettings(broken);

@@ -126,7 +126,7 @@ TEST(SettingsCheck, HeaderWithoutBracketIsNamed) {
   EXPECT_EQ(texts.back(), kReset);
 }
 
-TEST(SettingsCheck, HeaderWithBlanksIsNone) {
+TEST(SettingsCheck, HeaderWithBlanksIsNoHeader) {
   EXPECT_EQ(
       textsOf(found(replaced(kDefaultSettings, "[PROGRAM]", "[ PROGRAM ]"))).front(),
       "Settings: line 3: the section '[ PROGRAM ]' is none that the module knows; it reads [PROGRAM] and "
@@ -193,7 +193,7 @@ void PrintTo(const Value& value, std::ostream* streamP) {
 
 class SettingsCheckValue : public ::testing::TestWithParam<Value> {};
 
-TEST_P(SettingsCheckValue, IsJudged) {
+TEST_P(SettingsCheckValue, ValueIsJudged) {
   EXPECT_THAT(textsOf(found(settingsText({{GetParam().key, GetParam().value}}))),
               ElementsAre("Settings: " + GetParam().text));
 }
@@ -266,7 +266,7 @@ TEST(SettingsCheck, ByteOrderMarkIsNamed) {
           "cannot read that line; store it as ANSI."));
 }
 
-TEST(SettingsCheck, EmptyFileResets) {
+TEST(SettingsCheck, EmptyFileIsReset) {
   const auto texts = textsOf(found(""));
   EXPECT_EQ(texts.size(), 24u);
   EXPECT_EQ(texts.back(), kReset);

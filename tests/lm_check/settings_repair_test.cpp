@@ -179,7 +179,7 @@ std::string repaired(const UserProfile& profile, const std::string& text) {
   return profile.read("Lumetrapad/Applications/autocad_addin.repaired.ini");
 }
 
-TEST_P(SettingsRepair, KeepsWhatCanBeReadAndIsTakenWithoutAReset) {
+TEST_P(SettingsRepair, RepairKeepsWhatCanBeReadAndIsTakenWithoutAReset) {
   const UserProfile profile;
   tests::SettingsChanges expected = kMine;
   for (const auto& [key, value] : GetParam().differences) expected[key] = value;
@@ -191,7 +191,7 @@ TEST_P(SettingsRepair, KeepsWhatCanBeReadAndIsTakenWithoutAReset) {
   EXPECT_EQ(profile.settings(), text);
 }
 
-TEST_P(SettingsRepair, IsNeeded) {
+TEST_P(SettingsRepair, DefectiveFileNeedsARepair) {
   const UserProfile profile;
   profile.writeSettings(GetParam().text);
   EXPECT_FALSE(checkSettings(Profile(profile.root().string())).empty());
@@ -207,7 +207,7 @@ TEST(SettingsRepairText, WholeFileStaysAsItIs) {
   EXPECT_EQ(repaired(profile, kDefaultSettings), kDefaultSettings);
 }
 
-TEST(SettingsRepairText, ChangesAreTold) {
+TEST(SettingsRepairText, ChangesAreReported) {
   const UserProfile profile;
   profile.writeSettings(
       replaced(settingsText({{"trace", "YES"}, {"rotSensBase", "0"}}), "maxSize ", "maxSice "));

@@ -40,29 +40,29 @@ class PassAllocations : public ModuleTest {
   }
 };
 
-TEST_F(PassAllocations, AreNoneInSpace) {
+TEST_F(PassAllocations, PassInSpaceAllocatesNothing) {
   EXPECT_EQ(allocations({1, -1, 1, 1, -1, 1}), 0u);
 }
 
-TEST_F(PassAllocations, AreNoneAboutASelectedCentre) {
+TEST_F(PassAllocations, PassAboutASelectedCentreAllocatesNothing) {
   ASSERT_TRUE(host::select({0x12}));
   EXPECT_EQ(allocations({0, 0, 0, 1, -1, 1}), 0u);
 }
 
-TEST_F(PassAllocations, AreNoneOnTheSheet) {
+TEST_F(PassAllocations, PassOnTheSheetAllocatesNothing) {
   ASSERT_TRUE(host::setVariable(L"TILEMODE", L"0"));
   ASSERT_TRUE(host::setVariable(L"CVPORT", L"1"));
   EXPECT_EQ(allocations({1, -1, 1, 0, 0, 0}), 0u);
 }
 
-TEST_F(PassAllocations, AreNoneWhileThePointerRestsOnTheCanvas) {
+TEST_F(PassAllocations, PassAllocatesNothingWhileThePointerRestsOnTheCanvas) {
   desktop::makeStandardDesktop();
   ASSERT_TRUE(desktop::pointAt("canvas"));
   EXPECT_EQ(allocations({1, -1, 1, 1, -1, 1}), 0u);
   desktop::clear();
 }
 
-TEST_F(PassAllocations, AreCountedAtAll) {
+TEST_F(PassAllocations, CounterCountsAnAllocation) {
   const std::uint64_t before = tests::allocations();
   const auto number = std::make_unique<int>(1);
   EXPECT_GT(tests::allocations(), before) << *number;

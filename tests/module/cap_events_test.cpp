@@ -33,7 +33,7 @@ TEST_F(CapEvents, ConstructionAndDestructionAreLogged) {
   EXPECT_THAT(logTexts("CRT", "~AutoCadProxy"), ElementsAre("Destructing ...", "Destructed."));
 }
 
-TEST_F(CapEvents, ThereIsAProxyFromConstructionToDestruction) {
+TEST_F(CapEvents, ProxyExistsFromConstructionToDestruction) {
   EXPECT_EQ(AutoCadProxy::instance(), nullptr);
   load();
   EXPECT_EQ(AutoCadProxy::instance(), &proxy());
@@ -144,7 +144,7 @@ struct ModeCase {
 
 class NavigationModes : public CapEvents, public ::testing::WithParamInterface<ModeCase> {};
 
-TEST_P(NavigationModes, FollowTabAndViewport) {
+TEST_P(NavigationModes, NavigationModeFollowsTabAndViewport) {
   load();
   ASSERT_TRUE(host::setVariable(L"TILEMODE", GetParam().tileMode));
   ASSERT_TRUE(host::setVariable(L"CVPORT", GetParam().viewport));
@@ -273,7 +273,7 @@ struct UnusableSetting {
 
 class UnusableSettings : public CapEvents, public ::testing::WithParamInterface<UnusableSetting> {};
 
-TEST_P(UnusableSettings, AreReplacedByTheirDefaults) {
+TEST_P(UnusableSettings, UnusableSettingIsReplacedByItsDefault) {
   writeSettings({{GetParam().key, GetParam().value}});
   load();
   EXPECT_THAT(errors(), ElementsAre(GetParam().text));

@@ -65,7 +65,7 @@ struct ConnectFailure {
 class ConnectFails : public DaemonProxyTest,
                      public ::testing::WithParamInterface<std::tuple<ConnectFailure, Misbehaviour>> {};
 
-TEST_P(ConnectFails, NamesTheOperationAndAnswersFalse) {
+TEST_P(ConnectFails, FailedConnectionNamesTheOperationAndReturnsFalse) {
   load();
   inject(std::get<0>(GetParam()).operation, std::get<1>(GetParam()));
   EXPECT_FALSE(daemon().connect());
@@ -89,7 +89,7 @@ TEST_F(DaemonProxyTest, FailedDeviceInfoKeepsLaterDevicesFromBeingAsked) {
   EXPECT_EQ(controller::faults().calls("lmGetDevInfo"), before + 1);
 }
 
-TEST_F(DaemonProxyTest, CheckedConnectionThatAnswersStays) {
+TEST_F(DaemonProxyTest, CheckedConnectionThatRespondsStays) {
   load();
   EXPECT_TRUE(daemon().checkConnection());
   EXPECT_TRUE(controller::isConnected());
@@ -184,7 +184,7 @@ TEST_F(DaemonProxyTest, KeysAndModesInAMovementLeaveItsDirection) {
 
 class ReadFails : public DaemonProxyTest, public ::testing::WithParamInterface<Misbehaviour> {};
 
-TEST_P(ReadFails, IsSilentAndKeepsTheMotion) {
+TEST_P(ReadFails, FailedReadIsSilentAndKeepsTheMotion) {
   load();
   deflect({9, 0, 0, 0, 0, 0});
   inject("lmGetEvent", GetParam(), false);
@@ -207,7 +207,7 @@ struct FunctionEvent {
 
 class FunctionEvents : public DaemonProxyTest, public ::testing::WithParamInterface<FunctionEvent> {};
 
-TEST_P(FunctionEvents, ArriveInTheirSlotAndAreLogged) {
+TEST_P(FunctionEvents, FunctionEventArrivesInItsSlotAndIsLogged) {
   load();
   deviceEvent(GetParam().code);
   EXPECT_EQ(mCoreP->getApplFunc(), GetParam().applFunc);

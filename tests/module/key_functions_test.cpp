@@ -51,14 +51,14 @@ struct KeyCase {
 
 class SpecialKeys : public KeyFunctions, public ::testing::WithParamInterface<KeyCase> {};
 
-TEST_P(SpecialKeys, SendTheirCommand) {
+TEST_P(SpecialKeys, SpecialKeySendsItsCommand) {
   start();
   key(GetParam().code);
   EXPECT_THAT(mHost.mSent, ElementsAre(GetParam().text));
   EXPECT_EQ(mCoreP->getSpecialApplFunc(), 0);
 }
 
-TEST_P(SpecialKeys, AreFollowedByAZoomWhenTheDeviceIsSetSo) {
+TEST_P(SpecialKeys, SpecialKeyIsFollowedByAZoomWhenTheDeviceIsSetSo) {
   start("", 1);
   key(GetParam().code);
   if (GetParam().code == 0x2000C)
@@ -372,7 +372,7 @@ TEST_F(KeyFunctions, ForeignInterfaceNeedsNoExporter) {
   EXPECT_THAT(logTexts("TRC", "StartDotNETPlugin"), IsEmpty());
 }
 
-TEST_F(KeyFunctions, MissingSettingsFolderIsToldInABoxWithABeep) {
+TEST_F(KeyFunctions, MissingSettingsFolderIsReportedInABoxWithABeep) {
   std::filesystem::remove_all(mProfile / "Lumetrapad" / "Applications");
   standin::windows::clearUserMessages();
   load();

@@ -13,14 +13,14 @@ namespace {
 
 class LmAutoCadTest : public ModuleTest {};
 
-TEST_F(LmAutoCadTest, StartsWithNothingPendingAndTheCapAtRest) {
+TEST_F(LmAutoCadTest, CoreStartsWithNothingPendingAndTheCapAtRest) {
   load();
   EXPECT_EQ(mCoreP->getApplFunc(), -1);
   EXPECT_EQ(mCoreP->getSpecialApplFunc(), 0);
   EXPECT_TRUE(isCapReleased(mCoreP->capData(), 0));
 }
 
-TEST_F(LmAutoCadTest, BuildsAutoCadProxyThenDaemonProxyThenItself) {
+TEST_F(LmAutoCadTest, CoreBuildsAutoCadProxyThenDaemonProxyThenItself) {
   load();
   std::vector<std::string> own;
   for (const std::string& text : logTexts("CRT"))
@@ -35,7 +35,7 @@ TEST_F(LmAutoCadTest, BuildsAutoCadProxyThenDaemonProxyThenItself) {
   EXPECT_EQ(own, expected);
 }
 
-TEST_F(LmAutoCadTest, StopsTheThreadsThenDaemonProxyThenAutoCadProxy) {
+TEST_F(LmAutoCadTest, CoreStopsTheThreadsThenDaemonProxyThenAutoCadProxy) {
   load();
   unload();
   std::vector<std::string> own;

@@ -105,7 +105,7 @@ struct TurnCase {
 
 class ObjectTurns : public ObjectMove, public ::testing::WithParamInterface<TurnCase> {};
 
-TEST_P(ObjectTurns, GoAboutTheSelectionsCentre) {
+TEST_P(ObjectTurns, ObjectsTurnAboutTheSelectionsCentre) {
   start();
   ASSERT_TRUE(host::select({0x10}));
   AcGePoint3d expected(1, 1, 0);
@@ -161,14 +161,14 @@ TEST_F(ObjectMove, CentreFollowsTheSelectionFromPassToPass) {
   proxy().handleDeviceCap();
 }
 
-TEST_F(ObjectMove, WithNothingSelectedTheViewMoves) {
+TEST_F(ObjectMove, ViewMovesWhenNothingIsSelected) {
   start();
   movement({100, 0, 0, 0, 0, 0});
   EXPECT_NE(host::camera(2)->position.x, 0);
   EXPECT_EQ(host::counts().locks, 0u);
 }
 
-TEST_F(ObjectMove, WithoutADocumentTheViewMoves) {
+TEST_F(ObjectMove, ViewMovesWithoutADocument) {
   start();
   ASSERT_TRUE(host::select({0x12}));
   orderHost("AcApDocManager::curDocument", Misbehaviour::kFail);
@@ -176,7 +176,7 @@ TEST_F(ObjectMove, WithoutADocumentTheViewMoves) {
   EXPECT_NE(host::camera(2)->position.x, 0);
 }
 
-TEST_F(ObjectMove, WithoutADocumentNoSelectionIsAskedFor) {
+TEST_F(ObjectMove, NoSelectionIsAskedForWithoutADocument) {
   start();
   ASSERT_TRUE(host::select({0x12}));
   orderHost("AcApDocManager::curDocument", Misbehaviour::kFail, false);
@@ -228,7 +228,7 @@ TEST_F(ObjectMove, EntitiesWithoutABoxAreLeftOutOfTheCentre) {
 
 class RefusedLocks : public ObjectMove, public ::testing::WithParamInterface<bool> {};
 
-TEST_P(RefusedLocks, MoveTheViewInsteadAndAreLogged) {
+TEST_P(RefusedLocks, RefusedLockMovesTheViewInsteadAndIsLogged) {
   GetParam() ? startOnTheSheet() : start();
   ASSERT_TRUE(host::select({0x12}));
   orderHost("AcApDocManager::lockDocument", Misbehaviour::kFail);
@@ -252,7 +252,7 @@ TEST_F(ObjectMove, SelectionWithoutACentreTurnsAboutTheOrigin) {
 
 class ObjectFaults : public ObjectMove, public ::testing::WithParamInterface<const char*> {};
 
-TEST_P(ObjectFaults, FallBackToTheViewAndLeakNothing) {
+TEST_P(ObjectFaults, ObjectFaultFallsBackToTheViewAndLeaksNothing) {
   start();
   ASSERT_TRUE(host::select({0x12}));
   orderHost(GetParam(), Misbehaviour::kThrow);
@@ -278,7 +278,7 @@ TEST_F(ObjectMove, NameThatCannotBeHadSkipsTheEntity) {
   EXPECT_NEAR(pointOf(0x12).x, 9.005, 1e-12);
 }
 
-TEST_F(ObjectMove, OnTheSheetTheSelectionFollowsTheCap) {
+TEST_F(ObjectMove, SelectionOnTheSheetFollowsTheCap) {
   startOnTheSheet();
   ASSERT_TRUE(host::select({0x12}));
   movement({100, -200, 500, 500, 500, 500});
@@ -289,7 +289,7 @@ TEST_F(ObjectMove, OnTheSheetTheSelectionFollowsTheCap) {
   expectNothingHeld();
 }
 
-TEST_F(ObjectMove, OnTheSheetNothingSelectedPansTheSheet) {
+TEST_F(ObjectMove, SheetPansWhenNothingIsSelected) {
   startOnTheSheet();
   movement({100, 0, 0, 0, 0, 0});
   EXPECT_EQ(mHost.mPaper.size(), 1u);

@@ -61,7 +61,7 @@ struct PaperZoom {
 
 class PaperZooms : public PaperMotion, public ::testing::WithParamInterface<PaperZoom> {};
 
-TEST_P(PaperZooms, ScaleTheHeightShown) {
+TEST_P(PaperZooms, PaperZoomScalesTheHeightShown) {
   start();
   const host::PaperView before = host::paperView();
   pass(0, 0, GetParam().push);
@@ -152,7 +152,7 @@ TEST_F(PaperMotion, FailedPanDoesNotPreventTheZoom) {
 
 class PaperFaults : public PaperMotion, public ::testing::WithParamInterface<const char*> {};
 
-TEST_P(PaperFaults, AreLoggedByTheHandlerAndTheNextMovementWorks) {
+TEST_P(PaperFaults, PaperFaultIsLoggedByTheHandlerAndTheNextMovementWorks) {
   start();
   orderHost(GetParam(), Misbehaviour::kThrow);
   deflect({10, 0, 10, 0, 0, 0});
@@ -176,7 +176,7 @@ INSTANTIATE_TEST_SUITE_P(Operations, PaperFaults,
                                            "AcDbViewport::setViewCenter", "AcDbViewport::setViewHeight",
                                            "AcDbViewport::updateDisplay"));
 
-TEST_F(PaperMotion, WithoutADocumentNothingIsLocked) {
+TEST_F(PaperMotion, NothingIsLockedWithoutADocument) {
   start();
   orderHost("AcApDocManager::curDocument", Misbehaviour::kFail, false);
   pass(10, 0, 0);
@@ -256,7 +256,7 @@ class DocumentClosedInAMovement : public PaperMotion {
   std::unique_ptr<DocDataManager> mManagerP;
 };
 
-TEST_F(DocumentClosedInAMovement, TakesItsLockAlongWhenTheUnlockThrows) {
+TEST_F(DocumentClosedInAMovement, ClosedDocumentTakesItsLockAlongWhenTheUnlockThrows) {
   orderHost("AcApDocManager::unlockDocument", Misbehaviour::kThrow, false);
   host::closeDocument();
   host::openDocument(std::make_unique<standin::Drawing>());
@@ -267,7 +267,7 @@ TEST_F(DocumentClosedInAMovement, TakesItsLockAlongWhenTheUnlockThrows) {
   EXPECT_THAT(errors(), IsEmpty());
 }
 
-TEST_F(DocumentClosedInAMovement, LetsTheHeldCapMoveTheNextDocument) {
+TEST_F(DocumentClosedInAMovement, ClosedDocumentLetsTheHeldCapMoveTheNextDocument) {
   openAnotherSheet();
   const double centre = host::paperView().centerX;
   idle(500);
@@ -280,7 +280,7 @@ TEST_F(DocumentClosedInAMovement, LetsTheHeldCapMoveTheNextDocument) {
   expectNothingHeld();
 }
 
-TEST_F(DocumentClosedInAMovement, EndsTheMovementAlthoughTheHostCannotNameTheCurrentOne) {
+TEST_F(DocumentClosedInAMovement, ClosedDocumentEndsTheMovementAlthoughTheHostCannotNameTheCurrentOne) {
   ASSERT_TRUE(host::setVariable(L"CVPORT", L"2"));
   orderHost("AcApDocManager::curDocument", Misbehaviour::kThrow);
   proxy().documentToBeDestroyed(nullptr);

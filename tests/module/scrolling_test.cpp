@@ -102,7 +102,7 @@ struct WaitCase {
 
 class Waits : public Scrolling, public ::testing::WithParamInterface<WaitCase> {};
 
-TEST_P(Waits, AreShorterTheFurtherTheCapIsPushedAndLongerInShortLists) {
+TEST_P(Waits, WaitIsShorterTheFurtherTheCapIsPushedAndLongerInShortLists) {
   ASSERT_TRUE(desktop::pointAt("tree"));
   ASSERT_TRUE(desktop::setScrollBar(mDesktop.tree, SB_VERT, {0, GetParam().maximum, 1, 0}));
   EXPECT_EQ(timed(0, 0, GetParam().amount), GetParam().ms);
@@ -148,7 +148,7 @@ TEST_F(Scrolling, CanvasAndEmptyScreenDecline) {
   }
 }
 
-TEST_F(Scrolling, SwitchedOffItDeclines) {
+TEST_F(Scrolling, ScrollingThatIsSwitchedOffDeclines) {
   ASSERT_TRUE(desktop::pointAt("tree"));
   mCoreP->setScrollTreeAndList(false);
   EXPECT_FALSE(scroll(0, 0, 100));

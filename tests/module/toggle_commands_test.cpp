@@ -47,7 +47,7 @@ TEST_F(ToggleCommands, ObjectMoveModeIsReported) {
               ElementsAre(L"\n=> Move Selected Object:  on", L"\n=> Move Selected Object:  off"));
 }
 
-TEST_F(ToggleCommands, PrintNothingBeforeTheCoreObjectExists) {
+TEST_F(ToggleCommands, ToggleCommandPrintsNothingBeforeTheCoreObjectExists) {
   toggleRotationCenter();
   toggleRotationAxis();
   toggleScrollMode();
@@ -55,14 +55,14 @@ TEST_F(ToggleCommands, PrintNothingBeforeTheCoreObjectExists) {
   EXPECT_THAT(mHost.mPrinted, IsEmpty());
 }
 
-TEST_F(ToggleCommands, PrintNothingOnceTheCoreObjectIsGone) {
+TEST_F(ToggleCommands, ToggleCommandPrintsNothingOnceTheCoreObjectIsGone) {
   load();
   unload();
   toggleScrollMode();
   EXPECT_THAT(mHost.mPrinted, IsEmpty());
 }
 
-TEST_F(ToggleCommands, SwitchesOfTheSettingsHoldAtTheNextLoad) {
+TEST_F(ToggleCommands, SwitchesOfTheSettingsApplyAtTheNextLoad) {
   load();
   toggleRotationCenter();
   toggleRotationAxis();

@@ -75,7 +75,7 @@ struct ZoomCase {
 
 class Zooms : public ViewMotion, public ::testing::WithParamInterface<ZoomCase> {};
 
-TEST_P(Zooms, DivideTheFieldByTheFactor) {
+TEST_P(Zooms, ZoomDividesTheFieldByTheFactor) {
   start();
   pass(0, 0, GetParam().push);
   EXPECT_DOUBLE_EQ(camera().fieldWidth, 4 / GetParam().factor);
@@ -119,7 +119,7 @@ TEST_F(ViewMotion, HoverInAParallelViewZoomsAndMovesFreely) {
   EXPECT_DOUBLE_EQ(camera().fieldWidth, 4 / 1.1);
 }
 
-TEST_F(ViewMotion, WithoutHoverAPerspectiveZooms) {
+TEST_F(ViewMotion, PerspectiveWithoutHoverZooms) {
   start({}, 0, true);
   pass(0, 0, 10);
   EXPECT_DOUBLE_EQ(camera().fieldWidth, 4 / 1.1);
@@ -128,14 +128,14 @@ TEST_F(ViewMotion, WithoutHoverAPerspectiveZooms) {
 
 class CameraModes : public ViewMotion, public ::testing::WithParamInterface<int> {};
 
-TEST_P(CameraModes, InvertTranslationAndZoom) {
+TEST_P(CameraModes, CameraModeInvertsTranslationAndZoom) {
   start({}, GetParam());
   pass(10, 10, 10);
   expectNear(camera().position, {2 + 0.1 * 5 * 6, 3 + 0.1 * 5 * 6, 10});
   EXPECT_DOUBLE_EQ(camera().fieldWidth, 4 / 0.9);
 }
 
-TEST_P(CameraModes, InvertEveryRotation) {
+TEST_P(CameraModes, CameraModeInvertsEveryRotation) {
   start({}, GetParam());
   const AcGePoint3d centre = GetParam() == 3 ? AcGePoint3d(2, 3, 0) : AcGePoint3d(0, 0, 0);
   AcGePoint3d expected = kPlan.position;
@@ -154,7 +154,7 @@ struct TurnCase {
 
 class Turns : public ViewMotion, public ::testing::WithParamInterface<TurnCase> {};
 
-TEST_P(Turns, KeepTheSignOfXAndInvertYAndZ) {
+TEST_P(Turns, TurnKeepsTheSignOfXAndInvertsYAndZ) {
   start();
   std::array<short, 3> cap{};
   cap[static_cast<std::size_t>(GetParam().axis)] = 50;
@@ -192,7 +192,7 @@ struct CentreCase {
 
 class Centres : public ViewMotion, public ::testing::WithParamInterface<CentreCase> {};
 
-TEST_P(Centres, FollowTheRotationMode) {
+TEST_P(Centres, RotationCentreFollowsTheRotationMode) {
   start({}, GetParam().mode, GetParam().isPerspective);
   const double sign = isCameraMode(proxy().rotationMode().rotCenterMode) ? -1 : 1;
   AcGePoint3d position = kPlan.position, target = kPlan.target;
@@ -312,7 +312,7 @@ struct MotionFault {
 
 class MotionFaults : public ViewMotion, public ::testing::WithParamInterface<MotionFault> {};
 
-TEST_P(MotionFaults, AreLoggedWhereTheyAreMetAndTheNextPassWorks) {
+TEST_P(MotionFaults, MotionFaultIsLoggedWhereItIsMetAndTheNextPassWorks) {
   start();
   const auto [x, y, z, rx, ry, rz] = GetParam().cap;
   orderHost(GetParam().operation, Misbehaviour::kThrow);
@@ -443,7 +443,7 @@ TEST_F(ViewMotion, SelectionOfAnEarlierMovementIsForgotten) {
   expectNear(camera().target, target);
 }
 
-TEST_F(ViewMotion, CentreOfAnEarlierMovementIsForgottenBehindALinesAxis) {
+TEST_F(ViewMotion, CentreOfAnEarlierMovementIsForgottenWhileALineIsTheAxis) {
   start();
   ASSERT_TRUE(host::select({0x12}));
   deflect({0, 0, 0, 0, 1, 0});

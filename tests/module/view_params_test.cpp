@@ -89,7 +89,7 @@ TEST_F(ViewParams, UpVectorIsTakenAsTheHostKeepsIt) {
 
 class AxesFail : public ViewParams, public ::testing::WithParamInterface<const char*> {};
 
-TEST_P(AxesFail, WhenTheViewThrows) {
+TEST_P(AxesFail, ScreenAxesFailWhenTheViewThrows) {
   AcGsView* const viewP = view();
   orderHost(GetParam(), Misbehaviour::kThrow);
   AcGeVector3d x, y, z;
@@ -135,7 +135,7 @@ TEST_F(ViewParams, OneSelectedLineIsTheAxis) {
 
 class NoAxis : public ViewParams, public ::testing::WithParamInterface<std::vector<std::uint64_t>> {};
 
-TEST_P(NoAxis, FromAnythingButOneLine) {
+TEST_P(NoAxis, AnythingButOneLineGivesNoAxis) {
   host::drawing()->add(standin::makeLine({0x30, "0", 256}, {1, 2, 3}, {1, 2, 3}));
   host::drawing()->add(standin::makeLine({0x31, "0", 256}, {0, 0, 0}, {0, 0, 1e-11}));
   ASSERT_TRUE(host::select(GetParam()));
@@ -194,7 +194,7 @@ struct SelectionFault {
 
 class SelectionFaults : public ViewParams, public ::testing::WithParamInterface<SelectionFault> {};
 
-TEST_P(SelectionFaults, MeanNoCentreAndLeakNothing) {
+TEST_P(SelectionFaults, SelectionFaultMeansNoCentreAndLeaksNothing) {
   ASSERT_TRUE(host::select({0x10}));
   orderHost(GetParam().operation, GetParam().kind);
   AcGePoint3d centre;
@@ -225,7 +225,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 class AxisFaults : public ViewParams, public ::testing::WithParamInterface<SelectionFault> {};
 
-TEST_P(AxisFaults, ShareTheTextOfTheCentreAndLeakNothing) {
+TEST_P(AxisFaults, AxisFaultSharesTheTextOfTheCentreAndLeaksNothing) {
   ASSERT_TRUE(host::select({0x10}));
   orderHost(GetParam().operation, GetParam().kind);
   AcGeVector3d direction;
@@ -252,7 +252,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 class RefusedOnce : public ViewParams, public ::testing::WithParamInterface<const char*> {};
 
-TEST_P(RefusedOnce, IsAskedAgainAndLeaksNothing) {
+TEST_P(RefusedOnce, CallRefusedOnceIsRepeatedAndLeaksNothing) {
   ASSERT_TRUE(host::select({0x10}));
   orderHost(GetParam(), Misbehaviour::kFail);
   AcGePoint3d centre;

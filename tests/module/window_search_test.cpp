@@ -17,7 +17,7 @@ class WindowSearch : public ::testing::Test {
   }
 };
 
-TEST_F(WindowSearch, EmptyScreenHasNone) {
+TEST_F(WindowSearch, EmptyScreenHasNoWindow) {
   EXPECT_EQ(smallestWindowAt({5, 5}), nullptr);
 }
 
@@ -26,7 +26,7 @@ TEST_F(WindowSearch, WindowWithoutAParentIsTheResult) {
   EXPECT_EQ(smallestWindowAt({5, 5}), frame);
 }
 
-TEST_F(WindowSearch, SmallerTopLevelWindowBehindIsNotTheResult) {
+TEST_F(WindowSearch, SmallerTopLevelWindowBelowIsNotTheResult) {
   window(nullptr, {0, 0, 20, 20});
   const HWND front = window(nullptr, {0, 0, 100, 100});
   EXPECT_EQ(smallestWindowAt({5, 5}), front);
@@ -77,7 +77,7 @@ TEST_F(WindowSearch, DisabledSiblingIsFoundAsAVisibleOne) {
   EXPECT_EQ(smallestWindowAt({5, 5}), small);
 }
 
-TEST_F(WindowSearch, OwnedWindowBehindIsFoundWhenItHasTheSameOwner) {
+TEST_F(WindowSearch, OwnedWindowBelowIsFoundWhenItHasTheSameOwner) {
   const HWND frame = window(nullptr, {0, 0, 200, 200});
   const HWND other = window(nullptr, {0, 0, 10, 10});
   const auto owned = [](HWND owner, RECT rect) {

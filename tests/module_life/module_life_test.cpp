@@ -105,7 +105,7 @@ TEST_F(ModuleLife, UnloadMessageLeavesNothingBehind) {
   EXPECT_THAT(controller::breaches(), IsEmpty());
 }
 
-TEST_F(ModuleLife, OtherMessagesAreAnsweredWithZeroAndNoAction) {
+TEST_F(ModuleLife, OtherMessagesReturnZeroAndDoNothing) {
   const LoadedModule module(LM_MODULE_FILE);
   for (int message = 0; message <= 20; ++message) {
     if (message == AcRx::kInitAppMsg || message == AcRx::kUnloadAppMsg) continue;
@@ -135,7 +135,7 @@ TEST_F(ModuleLife, ClosedDocumentIsForgottenWithoutComplaint) {
 
 class InitFaults : public ModuleLife, public ::testing::WithParamInterface<const char*> {};
 
-TEST_P(InitFaults, DoNotKeepTheCoreFromRunning) {
+TEST_P(InitFaults, InitFaultDoesNotKeepTheCoreFromRunning) {
   const LoadedModule module(LM_MODULE_FILE);
   ASSERT_TRUE(host::faults().inject(GetParam(), {standin::Misbehaviour::kThrow, 1, true}));
   EXPECT_EQ(module.send(AcRx::kInitAppMsg), AcRx::kRetOK);
@@ -154,7 +154,7 @@ INSTANTIATE_TEST_SUITE_P(Operations, InitFaults,
 
 class UnloadFaults : public ModuleLife, public ::testing::WithParamInterface<const char*> {};
 
-TEST_P(UnloadFaults, LeaveNothingThatLeadsIntoTheModule) {
+TEST_P(UnloadFaults, UnloadFaultLeavesNothingThatLeadsIntoTheModule) {
   {
     const LoadedModule module(LM_MODULE_FILE);
     module.send(AcRx::kInitAppMsg);
@@ -293,7 +293,7 @@ TEST_F(ModuleLife, DeviceThatNeverRestsIsNoHarmToInitAndUnload) {
   EXPECT_EQ(host::counts().lockDepth, 0);
 }
 
-TEST_F(ModuleLife, TwoHundredLivesUnderAHundredThousandEvents) {
+TEST_F(ModuleLife, TwoHundredLivesUnderAHundredThousandEventsLeaveNothing) {
   constexpr int kLives = 200;
   constexpr int kEventsALife = 500;
   start(clock_::Kind::kReal, 2000);

@@ -26,25 +26,25 @@ std::size_t count(const std::string& text, const std::string& wanted) {
   return found;
 }
 
-TEST(ReportPage, IsEqualForEqualData) {
+TEST(ReportPage, PageIsEqualForEqualData) {
   EXPECT_EQ(reportPage(report_sample::bundle()), reportPage(report_sample::bundle()));
 }
 
-TEST(ReportPage, IsWholeAndLeavesNoMarkUnfilled) {
+TEST(ReportPage, PageIsWholeAndLeavesNoMarkUnfilled) {
   const std::string page = reportPage(report_sample::bundle());
   EXPECT_EQ(page.rfind("<!DOCTYPE html>", 0), 0U);
   EXPECT_THAT(page, HasSubstr("</html>"));
   EXPECT_THAT(page, Not(HasSubstr("@@")));
 }
 
-TEST(ReportPage, LoadsNothing) {
+TEST(ReportPage, PageLoadsNothing) {
   const std::string page = reportPage(report_sample::bundle());
   EXPECT_THAT(page, HasSubstr("default-src 'none'"));
   for (const char* reference : {"src=", "href=", "@import", "url(", "fetch("})
     EXPECT_THAT(page, Not(HasSubstr(reference)));
 }
 
-TEST(ReportPage, KeepsTextsThatLookLikeMarkupTexts) {
+TEST(ReportPage, PageKeepsTextsThatLookLikeMarkupTexts) {
   const std::string harmless = reportPage(report_sample::emptyRun());
   const std::string page = reportPage(report_sample::hostileRun());
   EXPECT_EQ(count(page, "<script"), count(harmless, "<script"));
@@ -53,7 +53,7 @@ TEST(ReportPage, KeepsTextsThatLookLikeMarkupTexts) {
   EXPECT_THAT(page, HasSubstr("@@STYLE@@"));
 }
 
-TEST(ReportPage, NamesDrawingAndSessionInItsTitle) {
+TEST(ReportPage, PageNamesDrawingAndSessionInItsTitle) {
   ReportData data = report_sample::emptyRun();
   data.drawingName = "a<b.dxf";
   EXPECT_THAT(reportPage(data), HasSubstr("<title>a&lt;b.dxf \u2013 nothing.session</title>"));
@@ -63,14 +63,14 @@ Json parsed(const char* text) {
   return Json::parse(text);
 }
 
-TEST(ReportScene, HasEveryKeyForARunOfNothing) {
+TEST(ReportScene, SceneHasEveryKeyForARunOfNothing) {
   EXPECT_EQ(reportJson(ReportData{}),
             parsed(R"({"drawing":"","session":"","clean":false,"summary":[],"groups":[],
       "moments":[],"selected":[],"selections":[],"changes":[],"desktops":[],"passes":{"count":0,"all":0,"data":""},"caps":[],"events":[],"problems":[],"lines":[],"functions":[],"keys":[],
       "log":"","log_note":"","log_follows":false})"));
 }
 
-TEST(ReportScene, GroupsShapesByLayerAndColour) {
+TEST(ReportScene, SceneGroupsShapesByLayerAndColour) {
   ReportData data;
   data.shapes = {lineShape(0x2A, "B", 0.25), lineShape(0xFFFFFFFFFFFFFFFF, "A", 3), lineShape(0, "B", -0.0)};
   EXPECT_EQ(reportJson(data)["groups"], parsed(R"([
@@ -78,7 +78,7 @@ TEST(ReportScene, GroupsShapesByLayerAndColour) {
       {"layer":"B","colour":1,"shapes":[["2A",[0.25,0.0,0.0,0.25,1.5,-2.0]],["0",[0.0,0.0,0.0,0.0,1.5,-2.0]]]}])"));
 }
 
-TEST(ReportScene, WritesAMomentAsACameraInNumbers) {
+TEST(ReportScene, SceneWritesAMomentAsACameraInNumbers) {
   ReportData data;
   data.moments.resize(1);
   data.moments[0].timeMs = 1500;
@@ -88,7 +88,7 @@ TEST(ReportScene, WritesAMomentAsACameraInNumbers) {
       "camera":[10.0,-10.0,10.5,0.0,0.0,0.0,0.0,0.0,1.0,40.0,30.0,1],"selection":0}])"));
 }
 
-TEST(ReportScene, WritesALayoutAsASheetWithAWindow) {
+TEST(ReportScene, SceneWritesALayoutAsASheetWithAWindow) {
   ReportData data;
   data.moments.resize(2);
   for (ReportMoment& moment : data.moments) {
@@ -116,7 +116,7 @@ TEST(ReportScene, WritesALayoutAsASheetWithAWindow) {
   }
 }
 
-TEST(ReportScene, WritesADesktopThatStaysOnce) {
+TEST(ReportScene, SceneWritesADesktopThatStaysOnce) {
   ReportData data;
   data.moments.resize(3);
   const ReportDesktop desktop{{{"Edit", {1, 2, 30, 40}, {}, ReportScrollBar{0, 300, 80, 5}}}, {7, 8}};
@@ -129,7 +129,7 @@ TEST(ReportScene, WritesADesktopThatStaysOnce) {
       "horizontal":[0,300,80,5]}]}])"));
 }
 
-TEST(ReportScene, ListsFunctionsAndKeys) {
+TEST(ReportScene, SceneListsFunctionsAndKeys) {
   ReportData data;
   data.functions = {{"All", "_ZOOM;_ALL"}};
   data.keys = {{5, "key top", {"'_-VIEW _TOP "}, "from above"}, {9, "key fit", {}, ""}};
@@ -138,14 +138,14 @@ TEST(ReportScene, ListsFunctionsAndKeys) {
             parsed(R"([[5,"key top",["'_-VIEW _TOP "],"from above"],[9,"key fit",[],""]])"));
 }
 
-TEST(ReportScene, WritesACameraThatIsNotANumberAsNull) {
+TEST(ReportScene, SceneWritesACameraThatIsNotANumberAsNull) {
   ReportData data;
   data.moments.resize(1);
   data.moments[0].camera.position.x = std::nan("");
   EXPECT_THAT(scriptJson(reportJson(data)), HasSubstr("\"camera\":[null,0.0,1.0,"));
 }
 
-TEST(ReportScene, WritesWhatRecursOnce) {
+TEST(ReportScene, SceneWritesWhatRecursOnce) {
   ReportData data;
   data.shapes = {lineShape(1, "A", 0)};
   data.moments.resize(3);
@@ -163,7 +163,7 @@ TEST(ReportScene, WritesWhatRecursOnce) {
   EXPECT_EQ(json["moments"][2]["gone"], parsed(R"(["2B"])"));
 }
 
-TEST(ReportScene, WritesPassesAsNumbersInBase64) {
+TEST(ReportScene, SceneWritesPassesAsNumbersInBase64) {
   ReportData data;
   data.passes = {{16, 1, true, true, {{1, 2, 0}, {0, 0, 0}, {0, 0, 0}, 3, 4, true}}};
   const Json passes = reportJson(data)["passes"];
@@ -173,7 +173,7 @@ TEST(ReportScene, WritesPassesAsNumbersInBase64) {
   EXPECT_EQ(passes["data"].get<std::string>().size(), (13 * 8 + 2) / 3 * 4u);
 }
 
-TEST(ReportScene, ThinsPassesBeyondWhatAPageCanHold) {
+TEST(ReportScene, SceneThinsPassesBeyondWhatAPageCanHold) {
   ReportData data;
   for (int i = 0; i < 600000; ++i) data.passes.push_back({i, 2, false, false, {}});
   const Json passes = reportJson(data)["passes"];
@@ -181,7 +181,7 @@ TEST(ReportScene, ThinsPassesBeyondWhatAPageCanHold) {
   EXPECT_EQ(passes["count"], 200001) << "every third, and the last";
 }
 
-TEST(ReportScene, KeepsWhatHappenedInOrder) {
+TEST(ReportScene, SceneKeepsWhatHappenedInOrder) {
   ReportData data;
   data.caps = {{5, {1, 2, 3, 4, 5, 6}}, {9, {0, 0, 0, 0, 0, 0}}};
   data.selections = {{7, {0x2A}}, {8, {}}};
@@ -199,7 +199,7 @@ TEST(ReportScene, KeepsWhatHappenedInOrder) {
   EXPECT_EQ(json["log"], "one\ntwo\n");
 }
 
-TEST(ReportPage, StaysBelowAMegabyteForTenThousandLinesAndSixtyMoments) {
+TEST(ReportPage, PageStaysBelowAMegabyteForTenThousandLinesAndSixtyMoments) {
   const std::string page = reportPage(report_sample::largeRun(10000, 60));
   EXPECT_LT(page.size(), 1000000U);
   EXPECT_GT(page.size(), 400000U) << "the lines are not there";

@@ -215,7 +215,7 @@ TEST_F(Operations, FailedConnectCountsAsTheFirstConnect) {
   EXPECT_TRUE(controller::breaches().empty());
 }
 
-TEST_F(ConnectedOperations, OrderedOperationFailsOnceOrForGood) {
+TEST_F(ConnectedOperations, InjectedFaultFailsAnOperationOnceOrForGood) {
   using standin::Misbehaviour;
   const std::vector<std::string> names{
       "lmConnect",    "lmDisconnect", "lmGetEvent",   "lmGetAdvancedSettings",
@@ -231,7 +231,7 @@ TEST_F(ConnectedOperations, OrderedOperationFailsOnceOrForGood) {
   EXPECT_EQ(controller::faults().calls("lmGetDevNum"), 5u);
 }
 
-TEST_F(ConnectedOperations, EveryOperationThrowsWhenOrdered) {
+TEST_F(ConnectedOperations, EveryOperationThrowsWhereInjected) {
   LmDevInfo info;
   LmAdvancedSettings settings;
   for (const std::string& name : controller::faults().names())

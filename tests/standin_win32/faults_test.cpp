@@ -78,7 +78,7 @@ class WindowsFaults : public testing::Test {
   }
 };
 
-TEST_F(WindowsFaults, EveryFunctionThatCanFailFailsExactlyWhenOrdered) {
+TEST_F(WindowsFaults, EveryFunctionThatCanFailFailsExactlyWhereInjected) {
   for (const std::string& name : faults().names()) {
     if (!faults().canFail(name)) continue;
     const auto& call = calls().at(name);
@@ -89,7 +89,7 @@ TEST_F(WindowsFaults, EveryFunctionThatCanFailFailsExactlyWhenOrdered) {
   }
 }
 
-TEST_F(WindowsFaults, EveryFunctionThrowsWhenOrdered) {
+TEST_F(WindowsFaults, EveryFunctionThrowsWhereInjected) {
   EXPECT_EQ(faults().names().size(), calls().size());
   for (const auto& [name, call] : calls()) {
     ASSERT_TRUE(faults().inject(name, {Misbehaviour::kThrow, 1, true})) << name;

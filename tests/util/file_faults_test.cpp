@@ -46,7 +46,7 @@ TEST_F(FileFaults, ReplacementLeavesTheOldFileWholeWhereverTheProcessEnds) {
 
 class ReplacementFaults : public FileFaults, public testing::WithParamInterface<SystemCall> {};
 
-TEST_P(ReplacementFaults, LeaveTheOldFileAlone) {
+TEST_P(ReplacementFaults, FailedReplacementLeavesTheOldFileAlone) {
   const SystemFault fault(GetParam(), EIO);
   EXPECT_FALSE(replaceFile(path(), "new"));
   EXPECT_EQ(mFolder.read("a.txt"), "old");
@@ -75,7 +75,7 @@ TEST_F(FileFaults, ReplacementRefusesADevice) {
   EXPECT_TRUE(fs::is_character_file("/dev/full"));
 }
 
-TEST(FilePaths, GetTheSystemsSeparators) {
+TEST(FilePaths, PathGetsTheSystemsSeparators) {
   EXPECT_EQ(systemPath("\\a\\b/c"), "/a/b/c");
 }
 

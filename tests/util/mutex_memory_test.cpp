@@ -17,7 +17,7 @@ class LocksWithoutMemory : public testing::Test {
   ~LocksWithoutMemory() override { testing::internal::GetCapturedStdout(); }
 };
 
-TEST_F(LocksWithoutMemory, FailAsTheyWouldOtherwise) {
+TEST_F(LocksWithoutMemory, LockWithoutMemoryFailsAsItWouldOtherwise) {
   Mutex mutex("a");
   const tests::MemoryRunsOut memoryRunsOut(0);
   {
@@ -29,7 +29,7 @@ TEST_F(LocksWithoutMemory, FailAsTheyWouldOtherwise) {
   EXPECT_FALSE(mutex.isLocked());
 }
 
-TEST_F(LocksWithoutMemory, AreDestroyed) {
+TEST_F(LocksWithoutMemory, LockWithoutMemoryIsDestroyed) {
   std::optional<Mutex> mutex(std::in_place, "a");
   std::optional<SleepMutex> sleepMutex(std::in_place, "a");
   const SystemFault fault(SystemCall::kSemDestroy, EBUSY);

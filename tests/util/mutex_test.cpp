@@ -53,16 +53,16 @@ class UninitialisedMutex {
   mutable std::optional<Mutex> mMutex;
 };
 
-TEST(Mutex, IsNamedWithTheProcess) {
+TEST(Mutex, MutexIsNamedWithTheProcess) {
   EXPECT_EQ(Mutex("a").name(), nameOf("a"));
 }
 
-TEST(Mutex, KeepsTheFirstThirtyTwoCharactersOfItsName) {
+TEST(Mutex, MutexKeepsTheFirstThirtyTwoCharactersOfItsName) {
   const std::string name = "0123456789012345678901234567890123456789";
   EXPECT_EQ(Mutex(name).name(), name.substr(0, 32));
 }
 
-TEST(Mutex, IsLockedUntilItIsUnlocked) {
+TEST(Mutex, MutexIsLockedUntilItIsUnlocked) {
   Mutex mutex("a");
   EXPECT_TRUE(mutex.isInitialised());
   EXPECT_FALSE(mutex.isLocked());
@@ -72,14 +72,14 @@ TEST(Mutex, IsLockedUntilItIsUnlocked) {
   EXPECT_FALSE(mutex.isLocked());
 }
 
-TEST(Mutex, MayBeUnlockedByAnotherThread) {
+TEST(Mutex, MutexMayBeUnlockedByAnotherThread) {
   Mutex mutex("a");
   mutex.lock();
   std::thread([&mutex] { mutex.unlock(); }).join();
   EXPECT_EQ(mutex.lock(), 0);
 }
 
-TEST(Mutex, LetsOneThreadInAtATime) {
+TEST(Mutex, MutexLetsOneThreadInAtATime) {
   Mutex mutex("a");
   std::atomic<int> inside{0};
   std::atomic<int> most{0};
@@ -98,7 +98,7 @@ TEST(Mutex, LetsOneThreadInAtATime) {
   EXPECT_EQ(most, 1);
 }
 
-TEST(Mutex, ThatCannotBeMadeSaysSoAndStaysUninitialised) {
+TEST(Mutex, MutexThatCannotBeMadeReportsItAndStaysUninitialised) {
   const SystemFault fault(SystemCall::kSemInit, ENOSPC);
   testing::internal::CaptureStdout();
   {
@@ -112,14 +112,14 @@ TEST(Mutex, ThatCannotBeMadeSaysSoAndStaysUninitialised) {
   testing::internal::GetCapturedStdout();
 }
 
-TEST(Mutex, ThatIsUninitialisedCannotBeLockedAndNeverWaits) {
+TEST(Mutex, UninitialisedMutexCannotBeLockedAndNeverWaits) {
   const UninitialisedMutex mutex("a");
   EXPECT_EQ(output([&] { EXPECT_EQ(mutex->lock(), -1); }), "Mutex::lock(): **** Error locking semaphore '" +
                                                                nameOf("a") + "' by thread " + threadText() +
                                                                "! **** " + reason(EINVAL) + "\n");
 }
 
-TEST(Mutex, ThatIsUninitialisedCannotBeUnlocked) {
+TEST(Mutex, UninitialisedMutexCannotBeUnlocked) {
   const UninitialisedMutex mutex("a");
   testing::internal::CaptureStderr();
   EXPECT_EQ(mutex->unlock(), -1);
@@ -128,14 +128,14 @@ TEST(Mutex, ThatIsUninitialisedCannotBeUnlocked) {
                                                         "'! **** " + reason(EINVAL) + "\n");
 }
 
-TEST(Mutex, ThatIsUninitialisedSaysSoWhenItIsDestroyed) {
+TEST(Mutex, UninitialisedMutexReportsItsDestruction) {
   UninitialisedMutex mutex("a");
   EXPECT_EQ(output([&] { mutex.destroy(); }), "Mutex::~Mutex(): Semaphore '" + nameOf("a") +
                                                   "' (OS X ID not available) of thread " + threadText() +
                                                   " could not be destroyed!" + reason(EINVAL) + "\n");
 }
 
-TEST(Mutex, ANameThatFillsItsFieldIsToldWithoutWhatLiesBehind) {
+TEST(Mutex, NameThatFillsItsFieldIsPrintedWithoutTheNextBytes) {
   Mutex mutex("0123456789012345678901234567890123456789");
   const SystemFault fault(SystemCall::kSemWait, EDEADLK);
   EXPECT_EQ(output([&] { mutex.lock(); }),
@@ -143,7 +143,7 @@ TEST(Mutex, ANameThatFillsItsFieldIsToldWithoutWhatLiesBehind) {
                 threadText() + "! **** " + reason(EDEADLK) + "\n");
 }
 
-TEST(Mutex, ThatCannotBeLockedSaysSoOnStandardOutput) {
+TEST(Mutex, MutexThatCannotBeLockedReportsItOnStandardOutput) {
   Mutex mutex("a");
   const SystemFault fault(SystemCall::kSemWait, EDEADLK);
   testing::internal::CaptureStdout();
@@ -154,13 +154,13 @@ TEST(Mutex, ThatCannotBeLockedSaysSoOnStandardOutput) {
   EXPECT_TRUE(mutex.isLocked());
 }
 
-TEST(Mutex, ASignalDoesNotEndTheWait) {
+TEST(Mutex, SignalDoesNotEndTheWait) {
   Mutex mutex("a");
   const SystemFault fault(SystemCall::kSemWait, EINTR, 3);
   EXPECT_EQ(mutex.lock(), 0);
 }
 
-TEST(Mutex, ThatCannotBeUnlockedSaysSoOnStandardErrorAndIsNotMarkedLocked) {
+TEST(Mutex, MutexThatCannotBeUnlockedReportsItOnStandardErrorAndIsNotMarkedLocked) {
   Mutex mutex("a");
   mutex.lock();
   const SystemFault fault(SystemCall::kSemPost, EOVERFLOW);
@@ -172,7 +172,7 @@ TEST(Mutex, ThatCannotBeUnlockedSaysSoOnStandardErrorAndIsNotMarkedLocked) {
   EXPECT_FALSE(mutex.isLocked());
 }
 
-TEST(Mutex, ThatCannotBeDestroyedSaysSoOnStandardOutput) {
+TEST(Mutex, MutexThatCannotBeDestroyedReportsItOnStandardOutput) {
   const SystemFault fault(SystemCall::kSemDestroy, EBUSY);
   testing::internal::CaptureStdout();
   { const Mutex mutex("a"); }

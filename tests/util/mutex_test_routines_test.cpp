@@ -29,7 +29,7 @@ class MutexTestRoutine : public testing::Test {
   std::vector<bool> mWasLocked;
 };
 
-TEST_F(MutexTestRoutine, HoldsTheMutexAgainstTheSecondThread) {
+TEST_F(MutexTestRoutine, RoutineHoldsTheMutexAgainstTheSecondThread) {
   const HeldThread held;
   watch([]() -> Mutex& { return *static_cast<Mutex*>(HeldThread::argument()); }, {1, 3999, 4001, 8999});
   testMutex();
@@ -44,7 +44,7 @@ TEST_F(MutexTestRoutine, HoldsTheMutexAgainstTheSecondThread) {
   EXPECT_EQ(standin::clock::nowMs(), 9000);
 }
 
-TEST_F(MutexTestRoutine, TakesTheMutexForTwoSecondsInTheSecondThread) {
+TEST_F(MutexTestRoutine, RoutineTakesTheMutexForTwoSecondsInTheSecondThread) {
   Mutex mutex("test");
   watch([&mutex]() -> Mutex& { return mutex; }, {999, 1001, 2999, 3001});
   EXPECT_EQ(startSecondThread(&mutex), nullptr);
@@ -58,7 +58,7 @@ TEST_F(MutexTestRoutine, TakesTheMutexForTwoSecondsInTheSecondThread) {
   EXPECT_EQ(standin::clock::nowMs(), 4000);
 }
 
-TEST_F(MutexTestRoutine, GoesOnWithoutASecondThread) {
+TEST_F(MutexTestRoutine, RoutineGoesOnWithoutASecondThread) {
   const SystemFault fault(SystemCall::kPthreadCreate, 0);
   testMutex();
   EXPECT_EQ(testing::internal::GetCapturedStdout(),

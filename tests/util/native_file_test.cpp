@@ -16,7 +16,7 @@ class NativeFiles : public testing::Test {
   NativeFile mFile;
 };
 
-TEST_F(NativeFiles, AreReadInPieces) {
+TEST_F(NativeFiles, FileIsReadInPieces) {
   mFolder.write("a.txt", "abc");
   ASSERT_TRUE(mFile.openForReading(path()));
   char buffer[2];
@@ -28,7 +28,7 @@ TEST_F(NativeFiles, AreReadInPieces) {
   EXPECT_EQ(mFile.position(), 0);
 }
 
-TEST_F(NativeFiles, ThatAreMissingAreNotRead) {
+TEST_F(NativeFiles, MissingFileIsNotRead) {
   EXPECT_FALSE(mFile.openForReading(path()));
   EXPECT_FALSE(mFile.openForOverwriting(path()));
   EXPECT_FALSE(mFile.isOpen());
@@ -38,7 +38,7 @@ TEST_F(NativeFiles, ThatAreMissingAreNotRead) {
   EXPECT_EQ(mFile.position(), -1);
 }
 
-TEST_F(NativeFiles, AreAppendedToWhateverOthersAppendMeanwhile) {
+TEST_F(NativeFiles, FileIsAppendedToWhateverOthersAppendMeanwhile) {
   NativeFile other;
   mFolder.write("a.txt", "0");
   ASSERT_TRUE(mFile.openForAppending(path()));
@@ -51,25 +51,25 @@ TEST_F(NativeFiles, AreAppendedToWhateverOthersAppendMeanwhile) {
   EXPECT_EQ(mFolder.read("a.txt"), "0123");
 }
 
-TEST_F(NativeFiles, KeepWhatIsNotOverwritten) {
+TEST_F(NativeFiles, FileKeepsWhatIsNotOverwritten) {
   mFolder.write("a.txt", "old text");
   ASSERT_TRUE(mFile.openForOverwriting(path()));
   EXPECT_TRUE(mFile.write("new"));
   EXPECT_EQ(mFolder.read("a.txt"), "new text");
 }
 
-TEST_F(NativeFiles, AreNeverFolders) {
+TEST_F(NativeFiles, FolderIsNotOpenedAsAFile) {
   EXPECT_FALSE(mFile.openForReading(mFolder.path("")));
   EXPECT_FALSE(mFile.openForAppending(mFolder.path("")));
   EXPECT_EQ(removeFile(mFolder.path("")), FileChange::kFailed);
 }
 
-TEST_F(NativeFiles, OnAFullDiskAreNotWritten) {
+TEST_F(NativeFiles, FileOnAFullDiskIsNotWritten) {
   ASSERT_TRUE(mFile.openForAppending("\\dev\\full"));
   EXPECT_FALSE(mFile.write("x"));
 }
 
-TEST_F(NativeFiles, AreRemovedAndRenamed) {
+TEST_F(NativeFiles, FilesAreRemovedAndRenamed) {
   mFolder.write("a.txt", "x");
   EXPECT_EQ(renameFile(path(), mFolder.path("b.txt")), FileChange::kDone);
   EXPECT_EQ(renameFile(path(), mFolder.path("c.txt")), FileChange::kMissing);

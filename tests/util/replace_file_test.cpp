@@ -30,31 +30,31 @@ class ReplacedFile : public testing::Test {
   TempFolder mFolder;
 };
 
-TEST_F(ReplacedFile, HoldsTheNewTextAlone) {
+TEST_F(ReplacedFile, ReplacedFileHoldsTheNewTextAlone) {
   mFolder.write("a.txt", "a longer old text\n");
   EXPECT_TRUE(replaceFile(path(), "new\n"));
   EXPECT_EQ(mFolder.read("a.txt"), "new\n");
   EXPECT_EQ(fileCount(), 1u) << "nothing is left beside it";
 }
 
-TEST_F(ReplacedFile, MayBeMissingBefore) {
+TEST_F(ReplacedFile, ReplacedFileMayBeMissingBefore) {
   EXPECT_TRUE(replaceFile(path(), "new\n"));
   EXPECT_EQ(mFolder.read("a.txt"), "new\n");
 }
 
-TEST_F(ReplacedFile, NeedsItsFolder) {
+TEST_F(ReplacedFile, ReplacedFileNeedsItsFolder) {
   EXPECT_FALSE(replaceFile(mFolder.path("none\\a.txt"), "new\n"));
   EXPECT_EQ(fileCount(), 0u);
 }
 
-TEST_F(ReplacedFile, IsNeverAFolder) {
+TEST_F(ReplacedFile, FolderIsNotReplaced) {
   fs::create_directory(mFolder / "a.txt");
   EXPECT_FALSE(replaceFile(path(), "new\n"));
   EXPECT_TRUE(fs::is_directory(mFolder / "a.txt"));
   EXPECT_EQ(fileCount(), 1u);
 }
 
-TEST_F(ReplacedFile, MayBeOpenElsewhere) {
+TEST_F(ReplacedFile, ReplacedFileMayBeOpenElsewhere) {
   mFolder.write("a.txt", "old");
   NativeFile reader;
   ASSERT_TRUE(reader.openForReading(path()));
@@ -62,7 +62,7 @@ TEST_F(ReplacedFile, MayBeOpenElsewhere) {
   EXPECT_EQ(readWhole(), "new");
 }
 
-TEST_F(ReplacedFile, IsReplacedAsSoonAsItIsClosedElsewhere) {
+TEST_F(ReplacedFile, FileIsReplacedAsSoonAsItIsClosedElsewhere) {
   mFolder.write("a.txt", "old");
   std::atomic<bool> isOpen{false}, isReplaced{false};
   std::thread other([&] {
@@ -79,7 +79,7 @@ TEST_F(ReplacedFile, IsReplacedAsSoonAsItIsClosedElsewhere) {
   EXPECT_EQ(readWhole(), "new");
 }
 
-TEST_F(ReplacedFile, IsWholeForAReaderAtEveryMoment) {
+TEST_F(ReplacedFile, ReplacedFileIsWholeForAReaderAtEveryMoment) {
   const std::string texts[] = {std::string(20000, 'a'), std::string(15000, 'b')};
   ASSERT_TRUE(replaceFile(path(), texts[0]));
   std::atomic<bool> isEnding{false};

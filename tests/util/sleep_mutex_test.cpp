@@ -38,25 +38,25 @@ class SleepMutexes : public testing::Test {
   std::optional<SleepMutex> mMutex;
 };
 
-TEST_F(SleepMutexes, TellOfConstructionAndDestruction) {
+TEST_F(SleepMutexes, SleepMutexPrintsConstructionAndDestruction) {
   EXPECT_EQ(mConstruction, "SleepMutex::SleepMutex(): 'name' constructed by thread " + mThread + ".\n");
   mMutex.reset();
   EXPECT_EQ(printed(), "SleepMutex::~SleepMutex(): 'name' destructed by thread " + mThread + "\n");
 }
 
-TEST_F(SleepMutexes, KeepThirtyTwoCharactersOfTheirName) {
+TEST_F(SleepMutexes, SleepMutexKeepsThirtyTwoCharactersOfItsName) {
   const SleepMutex mutex("0123456789012345678901234567890123456789");
   EXPECT_EQ(mutex.name(), "01234567890123456789012345678901");
 }
 
-TEST_F(SleepMutexes, TakeAFreeLockAtOnceWithoutAMessage) {
+TEST_F(SleepMutexes, SleepMutexTakesAFreeLockAtOnceWithoutAMessage) {
   EXPECT_EQ(mMutex->lock(), 0);
   EXPECT_TRUE(mMutex->isLocked());
   EXPECT_EQ(standin::clock::nowMs(), 0);
   EXPECT_EQ(printed(), "");
 }
 
-TEST_F(SleepMutexes, TakeALockThatIsNeverReleasedAfterTwoHundredPolls) {
+TEST_F(SleepMutexes, SleepMutexTakesALockThatIsNeverReleasedAfterTwoHundredPolls) {
   mMutex->lock();
   EXPECT_EQ(mMutex->lock(), 0);
   EXPECT_TRUE(mMutex->isLocked());
@@ -64,7 +64,7 @@ TEST_F(SleepMutexes, TakeALockThatIsNeverReleasedAfterTwoHundredPolls) {
   EXPECT_EQ(printed(), mForced);
 }
 
-TEST_F(SleepMutexes, TakeALockAtThePollAfterItsRelease) {
+TEST_F(SleepMutexes, SleepMutexTakesALockAtThePollAfterItsRelease) {
   mMutex->lock();
   standin::clock::schedule(120, [this] { mMutex->unlock(); });
   mMutex->lock();
@@ -72,7 +72,7 @@ TEST_F(SleepMutexes, TakeALockAtThePollAfterItsRelease) {
   EXPECT_EQ(printed(), "");
 }
 
-TEST_F(SleepMutexes, ReportAReleaseAtTheTwoHundredthPollAsForced) {
+TEST_F(SleepMutexes, SleepMutexReportsAReleaseAtTheTwoHundredthPollAsForced) {
   mMutex->lock();
   standin::clock::schedule(9990, [this] { mMutex->unlock(); });
   mMutex->lock();
@@ -80,7 +80,7 @@ TEST_F(SleepMutexes, ReportAReleaseAtTheTwoHundredthPollAsForced) {
   EXPECT_EQ(printed(), mForced);
 }
 
-TEST_F(SleepMutexes, DoNotReportAReleaseBeforeTheLastPoll) {
+TEST_F(SleepMutexes, SleepMutexReportsNoReleaseBeforeTheLastPoll) {
   mMutex->lock();
   standin::clock::schedule(9950, [this] { mMutex->unlock(); });
   mMutex->lock();

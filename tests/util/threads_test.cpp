@@ -10,7 +10,7 @@
 
 namespace {
 
-TEST(Threads, HaveNumbersOfTheirOwn) {
+TEST(Threads, ThreadsHaveNumbersOfTheirOwn) {
   const std::uint32_t own = currentThreadId();
   std::uint32_t other = own;
   std::thread([&other] { other = currentThreadId(); }).join();
@@ -19,11 +19,11 @@ TEST(Threads, HaveNumbersOfTheirOwn) {
   EXPECT_EQ(currentThreadId(), own);
 }
 
-TEST(Threads, TheProcessHasItsNumber) {
+TEST(Threads, ProcessHasItsNumber) {
   EXPECT_EQ(currentProcessId(), static_cast<std::uint32_t>(getpid()));
 }
 
-TEST(Threads, TheProcessIsNotEndingWhileItRuns) {
+TEST(Threads, ProcessIsNotEndingWhileItRuns) {
   EXPECT_FALSE(isProcessEnding());
 }
 

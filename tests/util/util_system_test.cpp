@@ -14,14 +14,14 @@ namespace {
 
 using standin::windows::UserMessage;
 
-TEST(FileProbes, TakeAFileThatMayNotBeOpenedForLocked) {
+TEST(FileProbes, FileProbeTakesAFileThatMayNotBeOpenedForLocked) {
   const TempFolder folder;
   folder.write("a.txt", "");
   const SystemFault fault(SystemCall::kOpen, EACCES);
   EXPECT_TRUE(Util::isFileLocked(folder.path("a.txt")));
 }
 
-TEST(FileProbes, DoNotTakeAnyOtherFailureForALock) {
+TEST(FileProbes, FileProbeTakesNoOtherFailureForALock) {
   const TempFolder folder;
   folder.write("a.txt", "");
   EXPECT_FALSE(Util::isFileLocked(folder.path("a.txt")));
@@ -45,7 +45,7 @@ class TimeZone {
   TimeZone& operator=(const TimeZone&) = delete;
 };
 
-TEST(LocalDate, IsAnotherDayWhereTheClockIsAheadByMoreThanADay) {
+TEST(LocalDate, DateIsAnotherDayWhereTheClockIsAheadByMoreThanADay) {
   standin::clock::start(standin::clock::Kind::kReal);
   std::string east, west;
   {
@@ -65,7 +65,7 @@ class Boxes : public testing::Test {
   ~Boxes() override { standin::windows::clearUserMessages(); }
 };
 
-TEST_F(Boxes, AreShownAfterABeep) {
+TEST_F(Boxes, BoxIsShownAfterABeep) {
   EXPECT_EQ(Util::beepAndShowMessage(nullptr, "text", "caption", 0x10), 1);
   const std::vector<UserMessage> messages = standin::windows::userMessages();
   ASSERT_EQ(messages.size(), 2u);
@@ -77,7 +77,7 @@ TEST_F(Boxes, AreShownAfterABeep) {
   EXPECT_EQ(messages[1].type, 0x10u);
 }
 
-TEST_F(Boxes, ThatCannotBeShownBeepAndAnswerSo) {
+TEST_F(Boxes, BoxThatCannotBeShownBeepsAndReportsIt) {
   standin::windows::setBoxAnswer(0);
   EXPECT_EQ(Util::beepAndShowMessage(nullptr, "text", "caption", 0), 0);
   ASSERT_FALSE(standin::windows::userMessages().empty());

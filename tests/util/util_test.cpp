@@ -13,17 +13,17 @@
 
 namespace {
 
-TEST(UserProfileDir, IsTheEnvironmentsValueUnchanged) {
+TEST(UserProfileDir, UserProfileDirIsTheEnvironmentsValueUnchanged) {
   tests::setEnvironment("USERPROFILE", "C:\\Users\\x\\");
   EXPECT_EQ(Util::getUserProfileDir(), "C:\\Users\\x\\");
 }
 
-TEST(UserProfileDir, IsEmptyWithoutTheVariable) {
+TEST(UserProfileDir, UserProfileDirIsEmptyWithoutTheVariable) {
   tests::clearEnvironment("USERPROFILE");
   EXPECT_EQ(Util::getUserProfileDir(), "");
 }
 
-TEST(FileProbes, FindAFileButNoFolder) {
+TEST(FileProbes, FileProbeFindsAFileButNoFolder) {
   const TempFolder folder;
   folder.write("a.txt", "");
   EXPECT_TRUE(Util::fileExists(folder.path("a.txt")));
@@ -34,24 +34,24 @@ TEST(FileProbes, FindAFileButNoFolder) {
   EXPECT_FALSE(Util::folderExists(folder.path("none")));
 }
 
-TEST(Widening, ExtendsTheSignOfEachByteToSixteenBits) {
+TEST(Widening, WideningExtendsTheSignOfEachByteToSixteenBits) {
   EXPECT_EQ(Util::widen("a\x7f\x80\xe4\xff"), L"a\x7f\xff80\xffe4\xffff");
   EXPECT_EQ(Util::widen(""), L"");
 }
 
-TEST(OnOff, IsOnWhenTheTextContainsOn) {
+TEST(OnOff, TextThatContainsOnMeansOn) {
   for (const char* const text : {"on", "none", "on # comment", "xon"})
     EXPECT_TRUE(Util::onOffToBool(text)) << text;
   for (const char* const text : {"off", "ON", "On", "true", "yes", "1", "o n", ""})
     EXPECT_FALSE(Util::onOffToBool(text)) << text;
 }
 
-TEST(OnOff, IsWrittenInLowerCase) {
+TEST(OnOff, SwitchIsWrittenInLowerCase) {
   EXPECT_STREQ(Util::boolToOnOff(true), "on");
   EXPECT_STREQ(Util::boolToOnOff(false), "off");
 }
 
-TEST(RotationTexts, OfAxisLocks) {
+TEST(RotationTexts, AxisLocksHaveTexts) {
   EXPECT_EQ(Util::textToAxisLock("off"), 0);
   EXPECT_EQ(Util::textToAxisLock("horz"), 1);
   EXPECT_EQ(Util::textToAxisLock("vert"), 2);
@@ -64,7 +64,7 @@ TEST(RotationTexts, OfAxisLocks) {
   EXPECT_STREQ(Util::axisLockToText(-1), "unknown!");
 }
 
-TEST(RotationTexts, OfMotionReferences) {
+TEST(RotationTexts, MotionReferencesHaveTexts) {
   EXPECT_EQ(Util::textToMotionReference("object"), 0);
   EXPECT_EQ(Util::textToMotionReference("my screen"), 1);
   EXPECT_EQ(Util::textToMotionReference(""), -1);
@@ -73,7 +73,7 @@ TEST(RotationTexts, OfMotionReferences) {
   EXPECT_STREQ(Util::motionReferenceToText(2), "unknown!");
 }
 
-TEST(RotationTexts, OfRotationCenterModes) {
+TEST(RotationTexts, RotationCenterModesHaveTexts) {
   const char* const texts[] = {"objscreen", "objorigin", "camstandard", "camtarget", "camhover"};
   for (int value = 0; value < 5; ++value) {
     EXPECT_EQ(Util::textToRotationCenterMode(texts[value]), value);
@@ -84,13 +84,13 @@ TEST(RotationTexts, OfRotationCenterModes) {
   EXPECT_STREQ(Util::rotationCenterModeToText(5), "unknown!");
 }
 
-TEST(TimeTexts, TheTimeOfDayHasTwelveCharacters) {
+TEST(TimeTexts, TimeOfDayHasTwelveCharacters) {
   std::string text(12, ' ');
   Util::writeTimeOfDay(text.data(), Util::utcMsOfDay());
   EXPECT_TRUE(std::regex_match(text, std::regex("[0-2]\\d:[0-5]\\d:[0-6]\\d\\.\\d{3}"))) << text;
 }
 
-TEST(TimeTexts, TheTimeOfDayIsZeroFilled) {
+TEST(TimeTexts, TimeOfDayIsZeroFilled) {
   std::string text(12, ' ');
   Util::writeTimeOfDay(text.data(), ((7 * 60 + 5) * 60 + 9) * 1000 + 42);
   EXPECT_EQ(text, "07:05:09.042");
@@ -98,20 +98,20 @@ TEST(TimeTexts, TheTimeOfDayIsZeroFilled) {
   EXPECT_EQ(text, "23:59:59.999");
 }
 
-TEST(TimeTexts, TheTimeOfDayIsTheMachinesInUtc) {
+TEST(TimeTexts, TimeOfDayIsTheMachinesInUtc) {
   standin::clock::start(standin::clock::Kind::kReal);
   const std::time_t before = std::time(nullptr);
   const std::uint32_t seconds = Util::utcMsOfDay() / 1000;
   EXPECT_LE((seconds + 86400 - before % 86400) % 86400, 2);
 }
 
-TEST(TimeTexts, TheDateIsTheLocalDay) {
+TEST(TimeTexts, DateIsTheLocalDay) {
   const std::time_t before = std::time(nullptr);
   const std::string text = std::ctime(&before);
   EXPECT_EQ(Util::localDate(), text.substr(0, 11) + text.substr(20, 4));
 }
 
-TEST(TimeTexts, ADayOfOneDigitIsPaddedByABlank) {
+TEST(TimeTexts, DayOfOneDigitIsPaddedByABlank) {
   std::tm time = {};
   time.tm_year = 126;
   time.tm_mon = 1;
@@ -122,13 +122,13 @@ TEST(TimeTexts, ADayOfOneDigitIsPaddedByABlank) {
   EXPECT_EQ(Util::dateText(time), "Tue Feb 13 2026");
 }
 
-TEST(Folders, AreMadeOneAtATime) {
+TEST(Folders, FoldersAreMadeOneAtATime) {
   const TempFolder folder;
   EXPECT_TRUE(Util::makeDirectory(folder.path("a")));
   EXPECT_TRUE(std::filesystem::is_directory(folder.root() / "a"));
 }
 
-TEST(Folders, ThatCannotBeMadeAreToldOnStandardError) {
+TEST(Folders, FolderThatCannotBeMadeIsReportedOnStandardError) {
   const TempFolder folder;
   testing::internal::CaptureStderr();
   EXPECT_FALSE(Util::makeDirectory(folder.path("a\\b")));
@@ -137,7 +137,7 @@ TEST(Folders, ThatCannotBeMadeAreToldOnStandardError) {
                                                         "No such file or directory\n");
 }
 
-TEST(Folders, AreNotRemovedYet) {
+TEST(Folders, FoldersAreNotRemovedYet) {
   const TempFolder folder;
   testing::internal::CaptureStdout();
   Util::removeFolders(folder.path(""));
@@ -146,13 +146,13 @@ TEST(Folders, AreNotRemovedYet) {
   EXPECT_TRUE(std::filesystem::exists(folder.root()));
 }
 
-TEST(Debugging, AStopIsTold) {
+TEST(Debugging, StopForDebuggingIsPrinted) {
   testing::internal::CaptureStdout();
   Util::stopForDebugging();
   EXPECT_EQ(testing::internal::GetCapturedStdout(), "Stopped for debugging ...\n");
 }
 
-TEST(Numbers, AreWrittenInAnyBaseOfTheAlphabet) {
+TEST(Numbers, NumbersAreWrittenInAnyBaseOfTheAlphabet) {
   EXPECT_EQ(Util::numberToString(0, 10), "0");
   EXPECT_EQ(Util::numberToString(255, 16), "ff");
   EXPECT_EQ(Util::numberToString(35, 36), "z");
@@ -161,7 +161,7 @@ TEST(Numbers, AreWrittenInAnyBaseOfTheAlphabet) {
   EXPECT_EQ(Util::numberToString(LONG_MIN, 10), std::to_string(LONG_MIN));
 }
 
-TEST(Numbers, HaveNoOtherBase) {
+TEST(Numbers, NumbersHaveNoOtherBase) {
   for (const int base : {-1, 0, 1, 37}) EXPECT_EQ(Util::numberToString(7, base), "Base error") << base;
 }
 

@@ -23,7 +23,7 @@ class WindowsAppending : public testing::Test {
   NativeFile mFile;
 };
 
-TEST_F(WindowsAppending, EndsEachLineInTheSystemsMannerOnce) {
+TEST_F(WindowsAppending, AppendingEndsEachLineInTheSystemsMannerOnce) {
   ASSERT_TRUE(mFile.openForAppending(mFolder.path("a.txt")));
   ASSERT_TRUE(mFile.write("one\ntwo\n"));
   EXPECT_EQ(bytes(), "one\r\ntwo\r\n");
@@ -31,7 +31,7 @@ TEST_F(WindowsAppending, EndsEachLineInTheSystemsMannerOnce) {
   EXPECT_EQ(NativeFile::appendedSize("one\ntwo\n"), 10u);
 }
 
-TEST_F(WindowsAppending, StandsBehindWhatOthersAppended) {
+TEST_F(WindowsAppending, AppendedTextFollowsWhatOthersAppended) {
   NativeFile other;
   ASSERT_TRUE(mFile.openForAppending(mFolder.path("a.txt")));
   ASSERT_TRUE(other.openForAppending(mFolder.path("a.txt")));
@@ -42,7 +42,7 @@ TEST_F(WindowsAppending, StandsBehindWhatOthersAppended) {
   EXPECT_EQ(bytes(), "122\r\n3");
 }
 
-TEST_F(WindowsAppending, WritesATextOfAnyLengthWhole) {
+TEST_F(WindowsAppending, AppendingWritesATextOfAnyLengthWhole) {
   std::string text, expected;
   for (int i = 0; i < 5000; ++i) text += "line\n", expected += "line\r\n";
   ASSERT_TRUE(mFile.openForAppending(mFolder.path("a.txt")));
@@ -50,7 +50,7 @@ TEST_F(WindowsAppending, WritesATextOfAnyLengthWhole) {
   EXPECT_EQ(bytes(), expected);
 }
 
-TEST_F(WindowsAppending, NeitherReadsNorOverwrites) {
+TEST_F(WindowsAppending, AppendingNeitherReadsNorOverwrites) {
   mFolder.write("a.txt", "old");
   ASSERT_TRUE(mFile.openForAppending(mFolder.path("a.txt")));
   char buffer[4];
@@ -60,7 +60,7 @@ TEST_F(WindowsAppending, NeitherReadsNorOverwrites) {
   EXPECT_EQ(bytes(), "oldnew") << "the system itself goes to the end";
 }
 
-TEST_F(WindowsAppending, OpensNoFolder) {
+TEST_F(WindowsAppending, AppendingOpensNoFolder) {
   EXPECT_FALSE(mFile.openForAppending(mFolder.path("")));
   EXPECT_FALSE(mFile.write("x"));
 }

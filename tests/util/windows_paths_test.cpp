@@ -25,7 +25,7 @@ class ForeignProfile : public testing::Test {
   std::filesystem::path mProfile;
 };
 
-TEST_F(ForeignProfile, HoldsFilesThatAreNamedInNarrowCharacters) {
+TEST_F(ForeignProfile, ForeignProfileHoldsFilesThatAreNamedInNarrowCharacters) {
   const std::string path = Util::getUserProfileDir() + "\\a.txt";
   EXPECT_TRUE(replaceFile(path, "text\n"));
   EXPECT_TRUE(std::filesystem::exists(mProfile / "a.txt"));
@@ -36,12 +36,12 @@ TEST_F(ForeignProfile, HoldsFilesThatAreNamedInNarrowCharacters) {
   EXPECT_FALSE(std::filesystem::exists(mProfile / "a.txt"));
 }
 
-TEST_F(ForeignProfile, IsShownInNarrowCharacters) {
+TEST_F(ForeignProfile, ForeignProfileIsShownInNarrowCharacters) {
   const std::string shown = Util::getUserProfileDir();
   EXPECT_EQ(shown.substr(0, mFolder.root().string().size()), mFolder.root().string());
 }
 
-TEST_F(ForeignProfile, LeavesOtherPathsAlone) {
+TEST_F(ForeignProfile, ForeignProfileLeavesOtherPathsAlone) {
   mFolder.write("b.txt", "x");
   EXPECT_TRUE(Util::fileExists(mFolder.path("b.txt")));
   EXPECT_FALSE(Util::fileExists(mFolder.path("a.txt")));

@@ -6,7 +6,7 @@
 
 namespace {
 
-TEST(RegistryTypes, OnlyATextIsReadAsOne) {
+TEST(RegistryTypes, RegistryReadsOnlyATextAsText) {
   HKEY key = nullptr;
   const DWORD number = 0x00410042;
   ASSERT_EQ(RegCreateKeyExW(HKEY_CURRENT_USER, L"Software\\LumetraTypes", 0, nullptr, 0, KEY_SET_VALUE,
@@ -21,7 +21,7 @@ TEST(RegistryTypes, OnlyATextIsReadAsOne) {
   RegDeleteKeyW(HKEY_CURRENT_USER, L"Software\\LumetraTypes");
 }
 
-TEST(RegistryFaults, ValueThatCannotBeSetIsReported) {
+TEST(RegistryFaults, RegistryReportsAValueThatCannotBeSet) {
   HKEY key = nullptr;
   ASSERT_EQ(RegCreateKeyExW(HKEY_CURRENT_USER, L"Software\\LumetraFaults", 0, nullptr, 0, KEY_SET_VALUE,
                             nullptr, &key, nullptr),

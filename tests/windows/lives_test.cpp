@@ -9,7 +9,7 @@ using tests::handleCount;
 
 namespace {
 
-TEST(HandleCount, SeesAHandleMore) {
+TEST(HandleCount, HandleCountSeesAHandleMore) {
   const int before = handleCount();
   const HANDLE event = CreateEventW(nullptr, FALSE, FALSE, nullptr);
   EXPECT_EQ(handleCount(), before + 1);

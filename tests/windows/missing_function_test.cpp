@@ -35,7 +35,7 @@ class IncompleteHost : public ModuleRun {
   void* mLibraryP;
 };
 
-TEST_F(IncompleteHost, AMissingFunctionIsToldOnceAndTheRestWorks) {
+TEST_F(IncompleteHost, MissingFunctionIsReportedOnceAndTheRestWorks) {
   const LoadedModule module(LM_MODULE_FILE);
   EXPECT_EQ(module.send(AcRx::kInitAppMsg), AcRx::kRetOK);
   moveOnce();

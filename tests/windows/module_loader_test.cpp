@@ -21,7 +21,7 @@ std::string messageFor(const std::filesystem::path& file) {
   return "loaded";
 }
 
-TEST(ModuleLoader, NamesTheFirstLibraryThatIsMissing) {
+TEST(ModuleLoader, LoaderNamesTheFirstLibraryThatIsMissing) {
   const TempFolder folder;
   const std::filesystem::path module = folder.root() / "LMTRAutoCAD2013.arx";
   std::filesystem::copy_file(LM_MODULE_FILE, module);
@@ -31,7 +31,7 @@ TEST(ModuleLoader, NamesTheFirstLibraryThatIsMissing) {
                                     "accore.dll, which is missing");
 }
 
-TEST(ModuleLoader, NamesAFileThatIsNoLibrary) {
+TEST(ModuleLoader, LoaderNamesAFileThatIsNoLibrary) {
   const TempFolder folder;
   folder.write("a.arx", "no library");
   EXPECT_EQ(messageFor(folder.root() / "a.arx"),
@@ -39,7 +39,7 @@ TEST(ModuleLoader, NamesAFileThatIsNoLibrary) {
                 ": expected a module for host interface 0x130000, found a file that is no 64-bit library");
 }
 
-TEST(ModuleLoader, NamesAFileThatIsMissing) {
+TEST(ModuleLoader, LoaderNamesAFileThatIsMissing) {
   const TempFolder folder;
   EXPECT_EQ(messageFor(folder.root() / "a.arx"),
             (folder.root() / "a.arx").string() +

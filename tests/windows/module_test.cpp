@@ -12,7 +12,7 @@ using ::testing::IsEmpty;
 
 namespace {
 
-TEST_F(ModuleRun, TheTimerTicksAndTheCapMovesTheView) {
+TEST_F(ModuleRun, TimerTicksAndCapMovesTheView) {
   const LoadedModule module(LM_MODULE_FILE);
   EXPECT_EQ(module.send(AcRx::kInitAppMsg), AcRx::kRetOK);
   const host::Camera before = *host::camera(2);
@@ -26,7 +26,7 @@ TEST_F(ModuleRun, TheTimerTicksAndTheCapMovesTheView) {
   EXPECT_EQ(host::counts().callsOffMainThread, 0u);
 }
 
-TEST_F(ModuleRun, AKeySendsItsViewCommand) {
+TEST_F(ModuleRun, KeySendsItsViewCommand) {
   const LoadedModule module(LM_MODULE_FILE);
   module.send(AcRx::kInitAppMsg);
   mHost.mSent.clear();
@@ -36,7 +36,7 @@ TEST_F(ModuleRun, AKeySendsItsViewCommand) {
   module.send(AcRx::kUnloadAppMsg);
 }
 
-TEST_F(ModuleRun, NothingIsLeftBehindTheUnloadMessage) {
+TEST_F(ModuleRun, UnloadMessageLeavesNothingBehind) {
   {
     const LoadedModule module(LM_MODULE_FILE);
     module.send(AcRx::kInitAppMsg);
@@ -50,7 +50,7 @@ TEST_F(ModuleRun, NothingIsLeftBehindTheUnloadMessage) {
   EXPECT_THAT(controller::breaches(), IsEmpty());
 }
 
-TEST_F(ModuleRun, TheDaemonIsLostAndFoundWhileTheCapMoves) {
+TEST_F(ModuleRun, DaemonIsLostAndFoundWhileTheCapMoves) {
   const LoadedModule module(LM_MODULE_FILE);
   module.send(AcRx::kInitAppMsg);
   moveCap(100, 0);
@@ -70,7 +70,7 @@ TEST_F(ModuleRun, TheDaemonIsLostAndFoundWhileTheCapMoves) {
   EXPECT_THAT(host::counts().breaches, IsEmpty());
 }
 
-TEST_F(ModuleRun, SettingsAndLogLieInTheUsersFolderWhateverItsName) {
+TEST_F(ModuleRun, SettingsAndLogAreInTheUsersFolderWhateverItsName) {
   for (const wchar_t* const name : {L"J\u00fcrgen M\u00fcller", L"a b  c"}) {
     useProfile(mFolder / name);
     const LoadedModule module(LM_MODULE_FILE);
@@ -81,7 +81,7 @@ TEST_F(ModuleRun, SettingsAndLogLieInTheUsersFolderWhateverItsName) {
   }
 }
 
-TEST_F(ModuleRun, AMissingSettingsFolderIsToldInABoxAfterABeep) {
+TEST_F(ModuleRun, MissingSettingsFolderIsReportedInABoxAfterABeep) {
   std::filesystem::remove_all(mProfile / "Lumetrapad" / "Applications");
   std::vector<std::wstring> told;
   workbench::listenToDesktop(
@@ -97,7 +97,7 @@ TEST_F(ModuleRun, AMissingSettingsFolderIsToldInABoxAfterABeep) {
                                     L"and try again to read out AutoCAD's menu items."));
 }
 
-TEST_F(ModuleRun, TheExporterIsLoadedFromTheModulesOwnFolder) {
+TEST_F(ModuleRun, ExporterIsLoadedFromTheModulesOwnFolder) {
   const LoadedModule module(LM_MODULE_FILE);
   module.send(AcRx::kInitAppMsg);
   module.send(AcRx::kUnloadAppMsg);

@@ -76,7 +76,7 @@ class ProcessEnd : public ModuleRun {
   }
 };
 
-TEST_F(ProcessEnd, ComesAlsoWhileTheModuleLogs) {
+TEST_F(ProcessEnd, ProcessEndsAlsoWhileTheModuleLogs) {
   for (int life = 0; life < 20; ++life)
     EXPECT_EXIT(end(
                     [] {
@@ -86,7 +86,7 @@ TEST_F(ProcessEnd, ComesAlsoWhileTheModuleLogs) {
                 testing::ExitedWithCode(kExitStatus), "");
 }
 
-TEST_F(ProcessEnd, CallsNothingOfTheHost) {
+TEST_F(ProcessEnd, ProcessEndCallsNothingOfTheHost) {
   for (int life = 0; life < 20; ++life)
     EXPECT_EXIT(end([] { host::counts(); }, [] { return host::counts().reactors > 0; }),
                 testing::ExitedWithCode(kExitStatus), "");

@@ -41,20 +41,20 @@ class RealScrolling : public ModuleRun {
   LoadedModule mModule;
 };
 
-TEST_F(RealScrolling, OfATreeView) {
+TEST_F(RealScrolling, CapScrollsATreeView) {
   scrollDownAndUp(mWindow.tree());
 }
-TEST_F(RealScrolling, OfAListView) {
+TEST_F(RealScrolling, CapScrollsAListView) {
   scrollDownAndUp(mWindow.list());
 }
-TEST_F(RealScrolling, OfAListBoxBehindAGroupBox) {
+TEST_F(RealScrolling, CapScrollsAListBoxBelowAGroupBox) {
   scrollDownAndUp(mWindow.listBox());
 }
-TEST_F(RealScrolling, OfAnEditField) {
+TEST_F(RealScrolling, CapScrollsAnEditField) {
   scrollDownAndUp(mWindow.edit());
 }
 
-TEST_F(RealScrolling, OfTheEditFieldSideways) {
+TEST_F(RealScrolling, CapScrollsAnEditFieldSideways) {
   mWindow.pointAt(mWindow.edit());
   deflect(300, 0, 0);
   EXPECT_TRUE(serve(0, [this] { return position(mWindow.edit(), SB_HORZ) > 0; }));
@@ -64,7 +64,7 @@ TEST_F(RealScrolling, OfTheEditFieldSideways) {
   EXPECT_EQ(mHost.mUpdates.size(), 0u);
 }
 
-TEST_F(RealScrolling, OfAWidgetByTheWheel) {
+TEST_F(RealScrolling, CapScrollsAWidgetByTheWheel) {
   mWindow.pointAt(mWindow.widget());
   deflect(0, -300, 0);
   EXPECT_TRUE(serve(0, [this] { return mWindow.wheelTurns() < 0; }));
@@ -74,7 +74,7 @@ TEST_F(RealScrolling, OfAWidgetByTheWheel) {
   EXPECT_EQ(mHost.mUpdates.size(), 0u);
 }
 
-TEST_F(RealScrolling, NotOverTheCanvas) {
+TEST_F(RealScrolling, CapScrollsNothingOverTheCanvas) {
   mWindow.pointAt(mWindow.canvas());
   deflect(0, -300, 0);
   EXPECT_TRUE(serve(0, [this] { return mHost.mUpdates.size() > 0; }));

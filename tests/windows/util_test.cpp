@@ -59,7 +59,7 @@ class BoxReader {
   std::thread mThread;
 };
 
-TEST(WindowsBox, IsShownAfterTheBeepAndAnswersTheButton) {
+TEST(WindowsBox, BoxIsShownAfterTheBeepAndReturnsTheButton) {
   std::vector<std::string> heard;
   BoxReader reader(L"A caption");
   workbench::interceptBeeps(GetModuleHandleW(nullptr));
@@ -73,13 +73,13 @@ TEST(WindowsBox, IsShownAfterTheBeepAndAnswersTheButton) {
   EXPECT_THAT(heard, testing::ElementsAre("440 Hz, 200 ms"));
 }
 
-TEST(WindowsBox, ShowsABytePastSevenBitsBySignExtension) {
+TEST(WindowsBox, BoxShowsABytePastSevenBitsBySignExtension) {
   BoxReader reader(L"B");
   Util::beepAndShowMessage(nullptr, "a\xE4", "B", MB_OK);
   EXPECT_EQ(reader.text(), L"a\xFFE4");
 }
 
-TEST(WindowsFiles, HeldWithoutSharingAreLocked) {
+TEST(WindowsFiles, FileHeldWithoutSharingIsLocked) {
   const TempFolder folder;
   folder.write("a.txt", "x");
   EXPECT_FALSE(Util::isFileLocked(folder.path("a.txt")));
@@ -104,7 +104,7 @@ TEST(WindowsFiles, AppendedLinesEndInTheSystemsManner) {
   EXPECT_STREQ(text, "one\r\ntwo\r\n");
 }
 
-TEST(WindowsFiles, AreSharedWithOtherReadersAndWriters) {
+TEST(WindowsFiles, FileIsSharedWithOtherReadersAndWriters) {
   const TempFolder folder;
   NativeFile file, other;
   ASSERT_TRUE(file.openForAppending(folder.path("a.txt")));
@@ -115,7 +115,7 @@ TEST(WindowsFiles, AreSharedWithOtherReadersAndWriters) {
   EXPECT_EQ(folder.read("a.txt"), "123");
 }
 
-TEST(WindowsFolders, AreCopiedWithWhatIsInThem) {
+TEST(WindowsFolders, FolderIsCopiedWithWhatIsInIt) {
   const TempFolder folder;
   std::filesystem::create_directories(folder.root() / "from" / "inner");
   std::filesystem::create_directory(folder.root() / "to");
@@ -128,7 +128,7 @@ TEST(WindowsFolders, AreCopiedWithWhatIsInThem) {
   EXPECT_EQ(folder.read("to/inner/b.txt"), "b");
 }
 
-TEST(WindowsFolders, AreRemovedWithWhatIsInThem) {
+TEST(WindowsFolders, FolderIsRemovedWithWhatIsInIt) {
   const TempFolder folder;
   std::filesystem::create_directories(folder.root() / "gone" / "inner");
   folder.write("gone/inner/a.txt", "a");
@@ -164,7 +164,7 @@ class OtherProcess {
   bool mIsRunning = false;
 };
 
-TEST(WindowsProcesses, AreFoundByTheStartOfTheirName) {
+TEST(WindowsProcesses, ProcessIsFoundByTheStartOfItsName) {
   const TempFolder folder;
   EXPECT_FALSE(WindowsUtil::isProcessRunning("other_program_to_find.exe"));
   {
@@ -178,11 +178,11 @@ TEST(WindowsProcesses, AreFoundByTheStartOfTheirName) {
   EXPECT_FALSE(WindowsUtil::isProcessRunning("other_program_to_find.exe"));
 }
 
-TEST(WindowsProcesses, ThisOneIsNoOther) {
+TEST(WindowsProcesses, ProcessDoesNotFindItself) {
   EXPECT_FALSE(WindowsUtil::isProcessRunning("windows_util_te"));
 }
 
-TEST(WindowsUser, HasTheNameThatTheSystemSays) {
+TEST(WindowsUser, UserHasTheNameThatTheSystemReports) {
   char name[300] = {};
   DWORD size = 300;
   ASSERT_TRUE(GetUserNameA(name, &size));
@@ -203,7 +203,7 @@ class RegistryKeys : public testing::Test {
   const std::string mKey = "Software\\LumetraTest";
 };
 
-TEST_F(RegistryKeys, KeepsTextValues) {
+TEST_F(RegistryKeys, RegistryKeepsTextValues) {
   EXPECT_TRUE(Registry::setValue(mKey, "name", "value \xE4"));
   EXPECT_EQ(Registry::value(mKey, "name"), "value \xE4");
   EXPECT_TRUE(Registry::deleteValue(mKey, "name"));
@@ -213,21 +213,21 @@ TEST_F(RegistryKeys, KeepsTextValues) {
             "*** Error reading registry value 'name' in key 'Software\\LumetraTest' (Return code: 2!)\n");
 }
 
-TEST_F(RegistryKeys, TellsOfAValueThatCannotBeDeleted) {
+TEST_F(RegistryKeys, RegistryReportsAValueThatCannotBeDeleted) {
   testing::internal::CaptureStdout();
   EXPECT_FALSE(Registry::deleteValue(mKey, "none"));
   EXPECT_EQ(testing::internal::GetCapturedStdout(),
             "*** Error deleting registry value of 'Software\\LumetraTest' (Return code: 2!)\n");
 }
 
-TEST_F(RegistryKeys, TellsOfAKeyThatIsNotThere) {
+TEST_F(RegistryKeys, RegistryReportsAKeyThatIsMissing) {
   testing::internal::CaptureStdout();
   EXPECT_FALSE(Registry::setValue("Software\\LumetraNone", "a", "b"));
   EXPECT_EQ(testing::internal::GetCapturedStdout(),
             "*** Error opening registry key 'Software\\LumetraNone' (Return code: 2!)\n");
 }
 
-TEST_F(RegistryKeys, FindsThePathOfTheDaemon) {
+TEST_F(RegistryKeys, RegistryFindsThePathOfTheDaemon) {
   HKEY key = nullptr;
   const wchar_t path[] = L"C:\\Driver\\lm_daemon.exe";
   const wchar_t name[] = L"SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\App Paths\\lm_daemon.exe";
@@ -239,7 +239,7 @@ TEST_F(RegistryKeys, FindsThePathOfTheDaemon) {
   RegDeleteKeyW(HKEY_LOCAL_MACHINE, name);
 }
 
-TEST(RegistryNames, AreThoseOfTheMainKeys) {
+TEST(RegistryNames, MainKeysHaveTheirNames) {
   EXPECT_STREQ(Registry::mainKeyName(HKEY_CLASSES_ROOT), "HKEY_CLASSES_ROOT");
   EXPECT_STREQ(Registry::mainKeyName(HKEY_CURRENT_USER), "HKEY_CURRENT_USER");
   EXPECT_STREQ(Registry::mainKeyName(HKEY_LOCAL_MACHINE), "HKEY_LOCAL_MACHINE");
@@ -248,12 +248,12 @@ TEST(RegistryNames, AreThoseOfTheMainKeys) {
   EXPECT_STREQ(Registry::mainKeyName(nullptr), "Unknown registry main key!");
 }
 
-TEST(WindowsThreads, HaveTheSystemsNumbers) {
+TEST(WindowsThreads, ThreadsHaveTheSystemsNumbers) {
   EXPECT_EQ(currentThreadId(), GetCurrentThreadId());
   EXPECT_EQ(currentProcessId(), GetCurrentProcessId());
 }
 
-TEST(WindowsThreads, SleepAtLeastAsLongAsTold) {
+TEST(WindowsThreads, ThreadSleepsAtLeastAsLongAsRequested) {
   const auto before = std::chrono::steady_clock::now();
   sleepMs(30);
   EXPECT_GE(std::chrono::steady_clock::now() - before, std::chrono::milliseconds(29));

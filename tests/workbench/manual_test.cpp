@@ -61,7 +61,7 @@ Texts keysOf(const nlohmann::ordered_json& json) {
   return keys;
 }
 
-TEST(Manual, SessionsHasASectionForEveryVerb) {
+TEST(Manual, SessionManualHasASectionForEveryVerb) {
   Texts verbs;
   for (const SessionVerb& verb : sessionVerbs())
     verbs.push_back(std::string(verb.name) + (verb.arguments.empty() ? "" : " ") +
@@ -69,7 +69,7 @@ TEST(Manual, SessionsHasASectionForEveryVerb) {
   EXPECT_THAT(all(document("sessions.md"), "\n### `([^`]+)`"), ElementsAreArray(verbs));
 }
 
-TEST(Manual, SessionsListsEveryOption) {
+TEST(Manual, SessionManualListsEveryOption) {
   std::string help;
   try {
     parseOptions({"replay", "--help"});
@@ -81,18 +81,18 @@ TEST(Manual, SessionsListsEveryOption) {
   EXPECT_THAT(rows(document("sessions.md"), "Option"), ElementsAreArray(options));
 }
 
-TEST(Manual, OutputsListsEveryColumnOfTheTrajectory) {
+TEST(Manual, OutputManualListsEveryColumnOfTheTrajectory) {
   const std::string text = section(document("outputs.md"), "## `trajectory.csv`");
   EXPECT_THAT(rows(text, "Column"), ElementsAreArray(split(trajectoryCsv({}))));
 }
 
-TEST(Manual, OutputsListsEveryKindOfRow) {
+TEST(Manual, OutputManualListsEveryKindOfRow) {
   Texts kinds;
   for (const RowKind kind : kRowKinds) kinds.push_back(kindName(kind));
   EXPECT_THAT(rows(section(document("outputs.md"), "## `trajectory.csv`"), "Kind"), ElementsAreArray(kinds));
 }
 
-TEST(Manual, OutputsListsEveryColumnAndTypeOfTheEntities) {
+TEST(Manual, OutputManualListsEveryColumnAndTypeOfTheEntities) {
   const std::string text = section(document("outputs.md"), "## `entities.csv`");
   EXPECT_THAT(rows(text, "Column"), ElementsAreArray(split(entitiesCsv({}))));
   Texts types;
@@ -102,19 +102,19 @@ TEST(Manual, OutputsListsEveryColumnAndTypeOfTheEntities) {
       ElementsAreArray(types));
 }
 
-TEST(Manual, OutputsListsEveryKindOfLine) {
+TEST(Manual, OutputManualListsEveryKindOfLine) {
   Texts kinds;
   for (const LineKind kind : kLineKinds) kinds.push_back(kindName(kind));
   EXPECT_THAT(rows(section(document("outputs.md"), "## `commandline.log`"), "Kind"), ElementsAreArray(kinds));
 }
 
-TEST(Manual, OutputsListsEveryKeyOfTheSummary) {
+TEST(Manual, OutputManualListsEveryKeyOfTheSummary) {
   const auto summary = nlohmann::ordered_json::parse(summaryJson(RunResult(), RunNames()));
   EXPECT_THAT(rows(section(document("outputs.md"), "## `summary.json`"), "Key"),
               ElementsAreArray(keysOf(summary)));
 }
 
-TEST(Manual, OutputsListsEveryKeyOfThePagesData) {
+TEST(Manual, OutputManualListsEveryKeyOfThePagesData) {
   EXPECT_THAT(rows(section(document("outputs.md"), "## `index.html`"), "Key"),
               ElementsAreArray(keysOf(reportJson(ReportData()))));
 }

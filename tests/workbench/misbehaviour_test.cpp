@@ -21,7 +21,7 @@ void PrintTo(const Fault& fault, std::ostream* stream) {
 
 class Misbehaviour : public testing::TestWithParam<Fault> {};
 
-TEST_P(Misbehaviour, MakesTheRunUncleanAndIsReported) {
+TEST_P(Misbehaviour, MisbehaviourMakesTheRunUncleanAndIsReported) {
   const FakeModuleProcess process;
   const Outcome outcome = process.replay(kSession, "", GetParam().name);
   EXPECT_EQ(outcome.status, 1);

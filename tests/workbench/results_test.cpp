@@ -62,7 +62,7 @@ TEST(ResultsOfARun, FailedRunLeavesTheEarlierOnesWhole) {
 
 class EndedRun : public testing::TestWithParam<const char*> {};
 
-TEST_P(EndedRun, LeavesTheEarlierResultsWhole) {
+TEST_P(EndedRun, EndedRunLeavesTheEarlierResultsWhole) {
   const FakeModuleProcess process;
   ASSERT_EQ(process.replay(kGoodSession).status, 0);
   const auto before = filesOf(process);
@@ -130,7 +130,7 @@ TEST(ResultsOfARun, SecondRunIntoTheFolderIsRefused) {
 
 class MenuAmongTheResults : public testing::TestWithParam<const char*> {};
 
-TEST_P(MenuAmongTheResults, IsReadAndKept) {
+TEST_P(MenuAmongTheResults, MenuAmongTheResultsIsReadAndKept) {
   const FakeModuleProcess process;
   const fs::path menu = GetParam();
   fs::create_directories((process / menu).parent_path());

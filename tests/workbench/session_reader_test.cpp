@@ -20,7 +20,7 @@ DeviceEvent eventOf(const std::string& line) {
   return std::get<DeviceEvent>(parseSession(line, "a.session").device.at(0).action);
 }
 
-TEST(SessionReader, ReadsTheExampleOfEveryVerb) {
+TEST(SessionReader, ReaderReadsTheExampleOfEveryVerb) {
   const Session session = parseSession(
       "0     rotmode 010 zoom on        # advanced settings\n"
       "100   motion 0 0 0 0 350 0\n\n"
@@ -106,7 +106,7 @@ TEST(SessionReader, CommandIsTheRestOfTheLineUpToAComment) {
   EXPECT_EQ(std::get<Command>(session.user[0].action).text, "LINE 0,0 1,1");
 }
 
-TEST(SessionReader, WithoutEndTheLastEventEndsTheSession) {
+TEST(SessionReader, SessionWithoutEndEndsWithItsLastEvent) {
   EXPECT_EQ(parseSession("0 select all\n70 key fit", "a.session").endMs, 70);
   EXPECT_EQ(parseSession("", "a.session").endMs, 0);
 }
