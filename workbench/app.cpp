@@ -1,5 +1,6 @@
 #include "workbench/app.h"
 
+#include "workbench/comparing/compare.h"
 #include "workbench/dxf/reader.h"
 #include "workbench/input_error.h"
 #include "workbench/options.h"
@@ -8,6 +9,7 @@
 #include "workbench/platform/managed_host.h"
 #include "workbench/platform/module_loader.h"
 #include "workbench/platform/run_place.h"
+#include "workbench/progress_line.h"
 #include "workbench/report/report.h"
 #include "workbench/report/run_report.h"
 #include "workbench/running/module_log.h"
@@ -19,45 +21,15 @@
 #include "workbench/text_input.h"
 #include "workbench/text_output.h"
 
-#include <cerrno>
-#include <chrono>
 #include <exception>
 #include <memory>
 #include <optional>
-#include <system_error>
 #include <utility>
 
 namespace workbench {
 namespace {
 
 namespace fs = std::filesystem;
-
-/// A progress line, rewritten in place; only on a terminal.
-class ProgressLine {
- public:
-  ProgressLine(std::ostream& err, bool isShown) : mErr(err), mIsShown(isShown) {}
-  ~ProgressLine() {
-    // The line is erased, so messages after it begin in the first column.
-    if (mIsDrawn) mErr << "\r\033[K" << std::flush;
-  }
-  ProgressLine(const ProgressLine&) = delete;
-  ProgressLine& operator=(const ProgressLine&) = delete;
-
-  void show(std::int64_t nowMs, std::int64_t endMs) {
-    const auto now = std::chrono::steady_clock::now();
-    // Ten times a second. A terminal that shows every step would slow the run down.
-    if (!mIsShown || now < mNext) return;
-    mNext = now + std::chrono::milliseconds(100);
-    mIsDrawn = true;
-    mErr << "\rreplay: " << nowMs << " of " << endMs << " ms\033[K" << std::flush;
-  }
-
- private:
-  std::ostream& mErr;
-  bool mIsShown;
-  bool mIsDrawn = false;
-  std::chrono::steady_clock::time_point mNext;
-};
 
 /// What a run reads. All of it is read before anything is written: the user may keep these files in the
 /// folders that the run writes to.
@@ -84,7 +56,7 @@ bool isCustomizationFile(const fs::path& menu) {
   return menu.extension() == ".cuix";
 }
 
-Inputs readInputs(const Options& options) {
+Inputs readInputs(const ReplayOptions& options) {
   Inputs inputs;
   inputs.session = readSession(options.session);
   std::size_t line = 0;
@@ -119,7 +91,7 @@ void printSummary(const RunResult& result, std::ostream& out) {
 }
 
 /// A menu file that the user keeps in the profile of the results comes along when that is replaced.
-void keepMenuFile(const Options& options, const Inputs& inputs, const ResultFolder& results) {
+void keepMenuFile(const ReplayOptions& options, const Inputs& inputs, const ResultFolder& results) {
   if (!inputs.menu || options.profile) return;
   // The user's path may contain links or "..", so names alone cannot be compared.
   const fs::path place = fs::weakly_canonical(*options.menu).lexically_relative(results.folder());
@@ -129,7 +101,7 @@ void keepMenuFile(const Options& options, const Inputs& inputs, const ResultFold
   if (!fs::exists(copy)) writeFile(copy, *inputs.menu);
 }
 
-RunResult play(const Options& options, Inputs& inputs, const Profile& profile, ResultFolder& results,
+RunResult play(const ReplayOptions& options, Inputs& inputs, const Profile& profile, ResultFolder& results,
                ModuleLog& log, std::ostream& err) {
   const auto clock = options.isRealTime ? standin::clock::Kind::kReal : standin::clock::Kind::kReplay;
   // The module writes its log's first entry while it is loaded.
@@ -155,23 +127,13 @@ RunResult play(const Options& options, Inputs& inputs, const Profile& profile, R
     request.runAssembly = [&](const fs::path& assembly) { return runAssembly(assembly, *inputs.hostMenus); };
   ProgressLine line(err, !options.isQuiet && isErrorTerminal());
   request.progress = [&line, &log](std::int64_t nowMs, std::int64_t endMs) {
-    line.show(nowMs, endMs);
+    if (line.isDue()) line.show("replay: " + std::to_string(nowMs) + " of " + std::to_string(endMs) + " ms");
     log.step();
   };
   return replay(std::move(request), module);
 }
 
-/// Throws when standard output cannot take what has been printed.
-void flush(std::ostream& out) {
-  errno = 0;
-  out.flush();
-  if (out) return;
-  const int reason = errno != 0 ? errno : EIO;
-  throw InputError({"standard output"}, "an output that can be written",
-                   std::generic_category().message(reason));
-}
-
-int runReplay(const Options& options, std::ostream& out, std::ostream& err) {
+int runReplay(const ReplayOptions& options, std::ostream& out, std::ostream& err) {
   checkFiles(options);
   // Locks the folder before the inputs are read, so that two runs cannot both replace the results.
   ResultFolder results(options.out);
@@ -208,14 +170,14 @@ int runReplay(const Options& options, std::ostream& out, std::ostream& err) {
   if (!options.isQuiet) printSummary(result, out);
   for (const std::string& problem : result.problems) err << "workbench: problem: " << problem << "\n";
   out << (options.out / "index.html").generic_string() << "\n";
-  flush(out);
+  flushOutput(out);
   return result.isClean() ? kExitClean : kExitUnclean;
 }
 
 int printHelp(const HelpWanted& help, std::ostream& out, std::ostream& err) {
   try {
     out << help.text;
-    flush(out);
+    flushOutput(out);
     return kExitClean;
   } catch (const InputError& error) {
     err << "workbench: " << error.what() << "\n";
@@ -227,7 +189,10 @@ int printHelp(const HelpWanted& help, std::ostream& out, std::ostream& err) {
 
 int runWorkbench(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
   try {
-    return runReplay(parseOptions(arguments), out, err);
+    const Options options = parseOptions(arguments);
+    if (const auto* const compareP = std::get_if<CompareOptions>(&options))
+      return runCompare(*compareP, out, err);
+    return runReplay(std::get<ReplayOptions>(options), out, err);
   } catch (const HelpWanted& help) {
     return printHelp(help, out, err);
     // Not bad input: a run that the user ended has an exit status other than that of a usage error.

@@ -8,7 +8,8 @@
 
 namespace workbench {
 
-/// The run was clean; the module or the host's rules were broken; bad usage or bad input.
+/// The run was clean or the runs are equal; the module or the host's rules were broken, or the runs differ;
+/// bad usage or bad input.
 enum ExitStatus : int { kExitClean = 0, kExitUnclean = 1, kExitBadInput = 2 };
 
 /// Runs the program with the arguments after its name and returns its exit status. Main thread. Bad usage

@@ -22,7 +22,8 @@ constexpr const char* kModuleName = "LMTRAutoCAD2013.arx";
 /// As given on the command line. Numbers are parsed here, not by the library, so that every mistake gets the
 /// same form of message.
 struct RawOptions {
-  std::string drawing, session, out, profile, menu, module, frameMs, frames, date;
+  std::string drawing, session, out, profile, menu, module, runA, runB;
+  std::string frameMs = "16", frames = "60", date = "2013-01-01";
 };
 
 long long number(const std::string& name, const std::string& text, long long highest) {
@@ -76,7 +77,7 @@ std::string firstLine(const std::string& text) {
   return text.substr(0, text.find('\n'));
 }
 
-Options finish(const RawOptions& raw, Options options) {
+ReplayOptions finishReplay(const RawOptions& raw, ReplayOptions options) {
   options.drawing = raw.drawing;
   options.session = raw.session;
   options.out = raw.out;
@@ -89,7 +90,7 @@ Options finish(const RawOptions& raw, Options options) {
   return options;
 }
 
-void addOptions(CLI::App& replay, RawOptions& raw, Options& options) {
+void addReplayOptions(CLI::App& replay, RawOptions& raw, ReplayOptions& options) {
   replay.add_option("--drawing", raw.drawing, "the drawing (DXF text file)")->required();
   replay.add_option("--session", raw.session, "what the device and the user do")->required();
   replay.add_option("--out", raw.out, "folder for the results, made when it is missing")->required();
@@ -106,33 +107,70 @@ void addOptions(CLI::App& replay, RawOptions& raw, Options& options) {
   replay.add_flag("--quiet", options.isQuiet, "print the report's path only");
 }
 
-}  // namespace
+void addCompareOptions(CLI::App& compare, RawOptions& raw) {
+  compare.add_option("RUN_A", raw.runA, "folder that a replay has written")->required();
+  compare.add_option("RUN_B", raw.runB, "another one, which is compared with it")->required();
+  compare.add_option("--out", raw.out, "folder for the comparison, made when it is missing")->required();
+}
 
-Options parseOptions(std::vector<std::string> arguments) {
-  RawOptions raw;
-  raw.frameMs = "16";
-  raw.frames = "60";
-  raw.date = "2013-01-01";
-  Options options;
-  CLI::App app("Runs the AutoCAD module against a drawing and a recorded session.", "workbench");
-  CLI::App* const replay = app.add_subcommand("replay", "replay a session and write a report");
-  app.require_subcommand(1);
-  addOptions(*replay, raw, options);
+bool isSubcommand(const CLI::App& app, const std::string& name) {
+  const auto all = app.get_subcommands(nullptr);
+  return std::any_of(all.begin(), all.end(),
+                     [&name](const CLI::App* subcommand) { return subcommand->get_name() == name; });
+}
+
+/// The subcommands that there are, in a message for who has named none of them.
+UsageError noSubcommand(const CLI::App& app, const std::string& found) {
+  std::string names;
+  for (const CLI::App* const subcommand : app.get_subcommands(nullptr)) names += " " + subcommand->get_name();
+  return UsageError("command line: expected a subcommand, one of" + names + ", found " + found +
+                    "; \"workbench --help\" describes them");
+}
+
+void parse(CLI::App& app, std::vector<std::string> arguments) {
+  // The library would report the first argument that no option takes, whatever was meant as the subcommand.
+  if (arguments.empty()) throw noSubcommand(app, "none");
+  const std::string& first = arguments.front();
+  if (first.substr(0, 1) != "-" && !isSubcommand(app, first)) throw noSubcommand(app, inQuotes(first));
   // The library takes a vector from its end.
   std::reverse(arguments.begin(), arguments.end());
   try {
     app.parse(arguments);
-    // Thrown as a ParseError, too, so it has to be caught first.
+    // Thrown as ParseErrors, too, so they have to be caught first.
+  } catch (const CLI::CallForVersion& version) {
+    throw HelpWanted{version.what() + std::string("\n")};
   } catch (const CLI::CallForHelp&) {
-    throw HelpWanted{replay->parsed() ? replay->help() : app.help()};
+    const auto parsed = app.get_subcommands();
+    throw HelpWanted{parsed.empty() ? app.help() : parsed.front()->help()};
   } catch (const CLI::ParseError& error) {
+    const auto parsed = app.get_subcommands();
+    // Only options before the subcommand, which is missing.
+    if (parsed.empty() && dynamic_cast<const CLI::RequiredError*>(&error) != nullptr)
+      throw noSubcommand(app, "none");
+    const std::string name = parsed.empty() ? "" : parsed.front()->get_name() + " ";
     // The library appends lines of help, but a message is one line.
-    throw UsageError("command line: " + firstLine(error.what()));
+    throw UsageError("command line: " + firstLine(error.what()) + "; \"workbench " + name +
+                     "--help\" lists the options");
   }
-  return finish(raw, options);
 }
 
-void checkFiles(const Options& options) {
+}  // namespace
+
+Options parseOptions(std::vector<std::string> arguments) {
+  RawOptions raw;
+  ReplayOptions options;
+  CLI::App app("Runs the AutoCAD module against a drawing and a recorded session.", "workbench");
+  app.set_version_flag("--version", "workbench " WORKBENCH_VERSION);
+  addReplayOptions(*app.add_subcommand("replay", "replay a session and write a report"), raw, options);
+  CLI::App* const compare = app.add_subcommand("compare", "list the differences of two replays");
+  addCompareOptions(*compare, raw);
+  app.require_subcommand(1);
+  parse(app, std::move(arguments));
+  if (compare->parsed()) return CompareOptions{raw.runA, raw.runB, raw.out};
+  return finishReplay(raw, options);
+}
+
+void checkFiles(const ReplayOptions& options) {
   // Checked before anything is read or written: a run must not fail after minutes over a path that was wrong
   // from the start.
   const auto requireFile = [](const fs::path& file, const char* expected) {
@@ -148,6 +186,19 @@ void checkFiles(const Options& options) {
     throw InputError({options.out.string()}, "a folder for the results", "a file");
   if (options.profile && fs::exists(*options.profile) && !fs::is_directory(*options.profile))
     throw InputError({options.profile->string()}, "a folder for the user's profile", "a file");
+}
+
+void checkFiles(const CompareOptions& options) {
+  for (const fs::path& run : {options.runA, options.runB}) {
+    const auto found = [&run] { return fs::exists(run) ? "a file" : "no such folder"; };
+    if (!fs::is_directory(run))
+      throw InputError({run.string()}, "a folder that a replay has written", found());
+    // Its report would be replaced by the comparison's.
+    if (fs::exists(options.out) && fs::equivalent(run, options.out))
+      throw InputError({options.out.string()}, "another folder for the comparison", "that of a run");
+  }
+  if (fs::exists(options.out) && !fs::is_directory(options.out))
+    throw InputError({options.out.string()}, "a folder for the comparison", "a file");
 }
 
 }  // namespace workbench

@@ -3,7 +3,9 @@
 ///   workbench replay --drawing FILE.dxf --session FILE.session --out DIR
 ///                    [--profile DIR] [--menu FILE.mnu or FILE.cuix] [--frame-ms N] [--realtime] [--frames N]
 ///                    [--quiet]
-///                    [--module FILE]
+///                    [--date D] [--module FILE]
+///   workbench compare RUN_A RUN_B --out DIR
+///   workbench --help | --version
 #ifndef WORKBENCH_OPTIONS_H
 #define WORKBENCH_OPTIONS_H
 
@@ -12,11 +14,12 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <variant>
 #include <vector>
 
 namespace workbench {
 
-struct Options {
+struct ReplayOptions {
   std::filesystem::path drawing;
   std::filesystem::path session;
   std::filesystem::path out;
@@ -30,7 +33,17 @@ struct Options {
   bool isQuiet = false;
 };
 
-/// Thrown for --help: the text to print.
+/// Two folders that `replay` has written, and where the comparison goes.
+struct CompareOptions {
+  std::filesystem::path runA;
+  std::filesystem::path runB;
+  std::filesystem::path out;
+};
+
+/// One type for each subcommand.
+using Options = std::variant<ReplayOptions, CompareOptions>;
+
+/// Thrown for --help and --version: the text to print.
 struct HelpWanted {
   std::string text;
 };
@@ -41,12 +54,13 @@ class UsageError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-/// The options of the arguments (without the program's name). Throws UsageError, and HelpWanted for --help.
-/// Does not access any file.
+/// The subcommand of the arguments (without the program's name) and its options. Throws UsageError, and
+/// HelpWanted for --help and --version. Does not access any file, but for looking for the default module.
 Options parseOptions(std::vector<std::string> arguments);
 
 /// Throws InputError at the first file or folder of the options that is not what it must be.
-void checkFiles(const Options& options);
+void checkFiles(const ReplayOptions& options);
+void checkFiles(const CompareOptions& options);
 
 }  // namespace workbench
 

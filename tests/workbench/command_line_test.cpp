@@ -24,7 +24,8 @@ TEST(CommandLine, EveryMistakeGivesOneLineAndWritesNothing) {
   std::filesystem::create_directory(process.root() / "out");
   const std::string module = " --module '" LM_FAKE_MODULE "'";
   const BadUsage table[] = {
-      {"--session a.session --out out", "command line: --drawing is required"},
+      {"--session a.session --out out",
+       "command line: --drawing is required; \"workbench replay --help\" lists the options"},
       {"--drawing a.dxf --session a.session --out out --frames many",
        "--frames: expected a whole number, 1 to 10000, found \"many\""},
       {"--drawing a.dxf --session a.session --out out --frame-ms 0",
@@ -32,7 +33,8 @@ TEST(CommandLine, EveryMistakeGivesOneLineAndWritesNothing) {
       {"--drawing a.dxf --session a.session --out out --date 2013-13-01",
        "--date: expected a day, 1970-01-01 to 2999-12-31, found \"2013-13-01\""},
       {"--drawing a.dxf --session a.session --out out --fast",
-       "command line: The following argument was not expected: --fast"},
+       "command line: The following argument was not expected: --fast; \"workbench replay --help\" lists the "
+       "options"},
       {"--drawing no.dxf --session a.session --out out",
        "no.dxf: expected a drawing (DXF text file), found no such file"},
       {"--drawing . --session a.session --out out", ".: expected a drawing (DXF text file), found a folder"},
@@ -114,11 +116,26 @@ TEST(CommandLine, HelpPrintsTheOptions) {
   EXPECT_EQ(outcome.err, "");
 }
 
-TEST(CommandLine, MissingSubcommandGivesOneLine) {
+TEST(CommandLine, VersionIsThatOfTheModule) {
   const FakeModuleProcess process;
-  const Outcome outcome = process.run("");
-  EXPECT_EQ(outcome.status, 2);
-  EXPECT_EQ(outcome.err, "workbench: command line: A subcommand is required\n");
+  const Outcome outcome = process.run("--version");
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.out, "workbench " LM_VERSION "\n");
+  EXPECT_EQ(outcome.err, "");
+}
+
+TEST(CommandLine, WrongSubcommandIsNamedWithTheRightOnes) {
+  const std::pair<const char*, const char*> table[] = {
+      {"", "none"}, {"play --out out", "\"play\""}, {"a.dxf", "\"a.dxf\""}};
+  const FakeModuleProcess process;
+  for (const auto& [arguments, found] : table) {
+    const Outcome outcome = process.run(arguments);
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_EQ(outcome.err,
+              std::string("workbench: command line: expected a subcommand, one of replay compare, "
+                          "found ") +
+                  found + "; \"workbench --help\" describes them\n");
+  }
 }
 
 }  // namespace

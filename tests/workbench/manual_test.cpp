@@ -1,4 +1,5 @@
 /// The documents name everything that the program reads and writes, no more and no less.
+#include "workbench/comparing/compare_outputs.h"
 #include "workbench/dxf/entity_types.h"
 #include "workbench/options.h"
 #include "workbench/report/report_scene.h"
@@ -112,6 +113,11 @@ TEST(Manual, OutputManualListsEveryKeyOfTheSummary) {
   const auto summary = nlohmann::ordered_json::parse(summaryJson(RunResult(), RunNames()));
   EXPECT_THAT(rows(section(document("outputs.md"), "## `summary.json`"), "Key"),
               ElementsAreArray(keysOf(summary)));
+}
+
+TEST(Manual, OutputManualListsEveryKeyOfAComparison) {
+  EXPECT_THAT(rows(section(document("outputs.md"), "## `compare.json`"), "Key"),
+              ElementsAreArray(keysOf(comparisonJson(Comparison()))));
 }
 
 TEST(Manual, OutputManualListsEveryKeyOfThePagesData) {

@@ -6,7 +6,9 @@
 
 #include "workbench/report/report_data.h"
 
+#include <optional>
 #include <string>
+#include <string_view>
 
 namespace workbench {
 
@@ -14,6 +16,12 @@ namespace workbench {
 /// needs; bytes that are not UTF-8 become U+FFFD, and a camera or outline with an infinite number is
 /// reported, not drawn.
 std::string reportPage(const ReportData& data);
+
+/// A page of data that are JSON already, as scriptJson() gives it. `title` is plain text.
+std::string reportPage(const std::string& title, const std::string& dataJson);
+
+/// The data of a page that reportPage() has made, as JSON; none in any other text.
+std::optional<std::string_view> reportPageData(std::string_view page);
 
 }  // namespace workbench
 

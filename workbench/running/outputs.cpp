@@ -101,6 +101,13 @@ constexpr Column<EntityState> kEntityColumns[] = {
     {"points", [](Text& out, const EntityState& entity) { appendPoints(out, entity.points); }}};
 
 template <typename Columns>
+std::vector<std::string_view> namesOf(const Columns& columns) {
+  std::vector<std::string_view> names;
+  for (const auto& column : columns) names.emplace_back(column.name);
+  return names;
+}
+
+template <typename Columns>
 std::string headerOf(const Columns& columns) {
   std::string header;
   for (const auto& column : columns) header += (header.empty() ? "" : ",") + std::string(column.name);
@@ -153,6 +160,14 @@ const char* kindName(LineKind kind) {
   }
   assert(false && "a kind without a name");
   return "";
+}
+
+std::vector<std::string_view> trajectoryColumns() {
+  return namesOf(kTrajectoryColumns);
+}
+
+std::vector<std::string_view> entityColumns() {
+  return namesOf(kEntityColumns);
 }
 
 std::string trajectoryCsv(const std::vector<TrajectoryRow>& rows) {

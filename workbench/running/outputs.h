@@ -7,6 +7,7 @@
 #include "workbench/running/recording.h"
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace workbench {
@@ -20,6 +21,10 @@ std::string entitiesCsv(const std::vector<EntityState>& entities);
 
 /// Lines of the form `TIME_MS KIND "TEXT"`, the text escaped as in JSON.
 std::string commandLineLog(const std::vector<CommandLineEntry>& lines);
+
+/// The columns of the tables, in their order.
+std::vector<std::string_view> trajectoryColumns();
+std::vector<std::string_view> entityColumns();
 
 const char* kindName(RowKind kind);
 const char* kindName(LineKind kind);
