@@ -6,19 +6,18 @@
 #include "common_sources/cap_arithmetic.h"
 #include "common_sources/command_text.h"
 #include "common_sources/control_scrolling.h"
+#include "common_sources/current_document.h"
 #include "common_sources/exporter_place.h"
 #include "common_sources/host_objects.h"
 #include "common_sources/lm_auto_cad.h"
 #include "common_sources/menu_table.h"
+#include "common_sources/object_motion.h"
 #include "common_sources/paper_view.h"
 #include "common_sources/selected_objects.h"
 #include "device/special_functions.h"
 #include "util/util.h"
 
-// clang-format off
 #include "acdocman.h"
-#include "gemat3d.h"
-// clang-format on
 
 #include <algorithm>
 #include <cassert>
@@ -30,54 +29,30 @@ namespace {
 constexpr const char* kClass = "AutoCadProxy";
 constexpr UINT kIdlePeriodMs = 100;
 constexpr UINT kMovingPeriodMs = 10;
-constexpr double kMoveGain = 5.0;         // visible fields per pass for a cap value equal to the divisor
-constexpr double kMoveUnits = 0.5;        // drawing units per unit of the cap and pass
-constexpr double kSheetMoveUnits = 5e-5;  // the same on a sheet
-constexpr double kTurnUnits = 0.002;      // radians per unit of the cap and pass
-const AcGeVector3d kWorldY(0, 1, 0);
-const AcGeVector3d kWorldZ(0, 0, 1);
+constexpr double kMoveGain = 5.0;  // visible fields per pass for a cap value equal to the divisor
 
 // Neither a Windows timer procedure nor a command handler receives an object.
 AutoCadProxy* theProxyP = nullptr;
 
 /// The setting's value, or its default when the module cannot work with it: a divisor of 0, a negative time.
-std::int32_t usableNumber(std::string_view key, std::int32_t value) {
-  for (const Setting& setting : kProgramSettings) {
-    if (setting.key != key || isUsable(setting.usableNumbers, value)) continue;
-    const std::int32_t defaultValue = std::get<std::int32_t>(setting.defaultValue);
+std::int32_t checkedNumber(std::string_view key, std::int32_t value) {
+  const std::int32_t number = usableNumber(key, value);
+  if (number != value)
     LM_LOG(kError, kClass, "AutoCadProxy::AutoCadProxy")
-        << "Setting '" << key << "' is " << value << ", " << defaultValue << " is used!";
-    return defaultValue;
-  }
-  return value;
-}
-
-enum class Activate { kNo, kYes };
-
-/// True also when the host has no current document any more, or fails to report it.
-bool isCurrentDocument(const AcApDocument* documentP) try {
-  const AcApDocument* const currentP = acDocManagerPtr()->curDocument();
-  return currentP == nullptr || currentP == documentP;
-} catch (...) {
-  return true;
-}
-
-/// Queues a text for the document's command line. The host must not be given a null document.
-Acad::ErrorStatus sendText(AcApDocument* documentP, const wchar_t* text, Activate activate) {
-  if (documentP == nullptr) return Acad::eNoDocument;
-  return acDocManagerPtr()->sendStringToExecute(documentP, text, activate == Activate::kYes, false, true);
+        << "Setting '" << key << "' is " << value << ", " << number << " is used!";
+  return number;
 }
 
 }  // namespace
 
 AutoCadProxy::AutoCadProxy(LmAutoCad* lmAutoCadP) : mLmAutoCadP(lmAutoCadP) {
   LM_LOG(kCreation, kClass, "AutoCadProxy::AutoCadProxy") << "Constructing ...";
-  mTransSensBase = usableNumber("transSensBase", mLmAutoCadP->transSensBase());
-  mRotSensBase = usableNumber("rotSensBase", mLmAutoCadP->rotSensBase());
+  mTransSensBase = checkedNumber("transSensBase", mLmAutoCadP->transSensBase());
+  mRotSensBase = checkedNumber("rotSensBase", mLmAutoCadP->rotSensBase());
   mMaxContMoveTime =
-      static_cast<std::uint32_t>(usableNumber("maxContMoveTime", mLmAutoCadP->maxContMoveTime()));
+      static_cast<std::uint32_t>(checkedNumber("maxContMoveTime", mLmAutoCadP->maxContMoveTime()));
   // Only for its line in the log: the threshold is read in each pass.
-  usableNumber("minThreshold", mLmAutoCadP->minThreshold());
+  checkedNumber("minThreshold", mLmAutoCadP->minThreshold());
   mUseInt3dIntrfce = mLmAutoCadP->useInt3dIntrfce();
   if (!mUseInt3dIntrfce) StartDotNETPlugin();
   theProxyP = this;
@@ -310,7 +285,7 @@ void AutoCadProxy::StartDotNETPlugin() try {
   const std::wstring modulePath = moduleFilePath();
   const std::string charPath = ansiFromWide(modulePath.c_str());
   LM_LOG(kTrace, kClass, "AutoCadProxy::StartDotNETPlugin") << "charPath: '" << charPath << "'";
-  std::optional<std::wstring> exporter = exporterPath(modulePath);
+  const std::optional<std::wstring> exporter = exporterPath(modulePath);
   if (!exporter) {
     LM_LOG(kError, kClass, "AutoCadProxy::StartDotNETPlugin") << "Error: Invalid path " << charPath;
     return;
@@ -322,8 +297,6 @@ void AutoCadProxy::StartDotNETPlugin() try {
         << "Error: MenuScriber does not exist " << dllPath;
     return;
   }
-  // A backslash is an escape character in AutoLISP.
-  std::replace(exporter->begin(), exporter->end(), L'\\', L'/');
   const std::wstring command = netloadCommand(*exporter);
   const Acad::ErrorStatus status =
       sendText(acDocManagerPtr()->curDocument(), command.c_str(), Activate::kYes);
@@ -380,14 +353,10 @@ int AutoCadProxy::retrieveViewParams(AcGsView** viewP, int* viewportNumberP) {
 
 bool AutoCadProxy::calcScreenAxesRelativeToObject(AcGsView* viewP, AcGeVector3d* xAxisP, AcGeVector3d* yAxisP,
                                                   AcGeVector3d* zAxisP) try {
-  const AcGeVector3d up = viewP->upVector();
-  *zAxisP = viewP->position() - viewP->target();
-  *yAxisP = up;
-  // z cross up, so the x axis points to the left of the screen. The signs of all motion along it follow.
-  *xAxisP = zAxisP->crossProduct(up);
-  xAxisP->normalize();
-  yAxisP->normalize();
-  zAxisP->normalize();
+  const ScreenAxes axes = screenAxesOf(*viewP);
+  *xAxisP = axes[0];
+  *yAxisP = axes[1];
+  *zAxisP = axes[2];
   return true;
 } catch (...) {
   LM_LOG(kError, kClass, "AutoCadProxy::calcScreenAxesRelativeToObject")
@@ -399,15 +368,8 @@ bool AutoCadProxy::getSelObjectsCenter(const ads_name selectionSet, AcGePoint3d*
   // The centre stays where it was when the movement began, even if the selection changes meanwhile.
   if (isSelectionRead() && selectionSet == nullptr) return mIsSelCentreValid;
   mIsSelCentreValid = false;
-  std::optional<AcGePoint3d> centre;
-  if (selectionSet != nullptr) {
-    centre = meanOfBoxCentres(selectionSet);
-  } else {
-    ImpliedSelection selection;
-    if (!selection.isTaken()) return false;
-    centre = meanOfBoxCentres(selection.name());
-    selection.free();
-  }
+  const std::optional<AcGePoint3d> centre =
+      selectionSet != nullptr ? meanOfBoxCentres(selectionSet) : meanOfSelectedBoxCentres();
   if (!centre) return false;
   LM_LOG(kTmp, kClass, "AutoCadProxy::getSelObjectsCenter")
       << "selCenterPoint: " << centre->x << ", " << centre->y << ", " << centre->z;
@@ -424,10 +386,7 @@ bool AutoCadProxy::getSelObjectsCenter(const ads_name selectionSet, AcGePoint3d*
 bool AutoCadProxy::getSelObjectAxis(AcGeVector3d* directionP, AcGePoint3d* pointP) try {
   if (isSelectionRead()) return mIsSelAxisValid;
   mIsSelAxisValid = false;
-  ImpliedSelection selection;
-  if (!selection.isTaken()) return false;
-  const std::optional<Axis> axis = axisOfOnlyLine(selection.name());
-  selection.free();
+  const std::optional<Axis> axis = axisOfSelectedLine();
   if (!axis) return false;
   *directionP = axis->direction;
   *pointP = axis->point;
@@ -472,18 +431,8 @@ bool AutoCadProxy::transformSelection3d(double x, double y, double z, double rx,
   AcGePoint3d centre;
   // Found anew in each pass, since the objects have moved.
   if (!getSelObjectsCenter(selection.name(), &centre)) centre = AcGePoint3d::kOrigin;
-  // -x, because the x axis points to the left: the objects follow the cap.
-  AcGeVector3d step = (*xAxisP * -x + *yAxisP * y + *zAxisP * z) * kMoveUnits;
-  // World Y on purpose, although a hovering view keeps world Z: objects slide in the plane of x and z.
-  if (isHover) step.y = 0.0;
-  AcGeMatrix3d motion;
-  motion.setTranslation(step);
-  // Signs opposite to the view's, where the camera turns and not the scene. With a level horizon objects turn
-  // about world Y, the view about world Z. Applied to a point, the last factor acts first.
-  if (rx != 0.0) motion = motion * AcGeMatrix3d::rotation(rx * -kTurnUnits, *xAxisP, centre);
-  if (ry != 0.0)
-    motion = motion * AcGeMatrix3d::rotation(ry * kTurnUnits, isKeepHorizon ? kWorldY : *yAxisP, centre);
-  if (rz != 0.0 && !isKeepHorizon) motion = motion * AcGeMatrix3d::rotation(rz * kTurnUnits, *zAxisP, centre);
+  const AcGeMatrix3d motion =
+      objectMotion({x, y, z, rx, ry, rz}, {*xAxisP, *yAxisP, *zAxisP}, centre, isHover, isKeepHorizon);
   require(mDocumentLock.lock());
   transformEach(selection.name(), motion, Redraw::kNo);
   selection.free();
@@ -497,11 +446,8 @@ bool AutoCadProxy::transformSelection2d(double x, double y) try {
   if (acDocManagerPtr()->curDocument() == nullptr) return false;
   ImpliedSelection selection;
   if (!selection.isTaken()) return false;
-  AcGeMatrix3d motion;
-  // Not negated, unlike a pan: here the objects move and not the view.
-  motion.setTranslation(AcGeVector3d(x * kSheetMoveUnits, y * kSheetMoveUnits, 0.0));
   require(mDocumentLock.lock());
-  transformEach(selection.name(), motion, Redraw::kYes);
+  transformEach(selection.name(), sheetMotion(x, y), Redraw::kYes);
   selection.free();
   return true;
 } catch (...) {
@@ -644,7 +590,7 @@ void AutoCadProxy::rotate(AcGsView* viewP, double angle, int axisIndex, const Ac
   if (axisIndex == 1 && isKeepHorizon) {
     // For a camera that is upside down, left and right stay as the user sees them.
     if (axisP->z < 0.0) angle = -angle;
-    *axisP = kWorldZ;
+    *axisP = AcGeVector3d(0, 0, 1);  // the world's vertical
   }
   Camera camera = cameraOf(*viewP);
   turnCamera(camera, angle, *axisP, *centreP);

@@ -9,6 +9,7 @@
 #ifndef COMMON_SOURCES_AUTO_CAD_PROXY_H
 #define COMMON_SOURCES_AUTO_CAD_PROXY_H
 
+#include "common_sources/camera.h"
 #include "common_sources/document_lock.h"
 #include "common_sources/published_names.h"
 #include "common_sources/rotation_mode.h"
@@ -25,7 +26,6 @@
 
 #include <windows.h>
 
-#include <array>
 #include <atomic>
 #include <cstdint>
 #include <string>
@@ -181,8 +181,6 @@ class AutoCadProxy {
               int rotCenterMode, bool isKeepHorizon, bool isPerspective);
 
  private:
-  using ScreenAxes = std::array<AcGeVector3d, 3>;
-
   enum class Turn { kAboutSelectedLine, kAboutSelectedCentre, kByMode };
 
   bool isMainThread() const { return currentThreadId() == mMainThread; }

@@ -23,6 +23,15 @@ struct Rotation {
 
 }  // namespace
 
+ScreenAxes screenAxesOf(const AcGsView& view) {
+  const AcGeVector3d up = view.upVector();
+  const AcGeVector3d towardsUser = view.position() - view.target();
+  // z cross up, so the x axis points to the left of the screen. The signs of all motion along it follow.
+  ScreenAxes axes{towardsUser.crossProduct(up), up, towardsUser};
+  for (AcGeVector3d& axis : axes) axis.normalize();
+  return axes;
+}
+
 void moveCamera(Camera& camera, const AcGeVector3d& step) {
   camera.position += step;
   camera.target += step;

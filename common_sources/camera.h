@@ -8,6 +8,8 @@
 #include "gevec3d.h"
 // clang-format on
 
+#include <array>
+
 /// World coordinates, drawing units.
 struct Camera {
   AcGePoint3d position;
@@ -20,6 +22,12 @@ struct Camera {
 inline Camera cameraOf(const AcGsView& view) {
   return {view.position(), view.target(), view.upVector(), view.fieldWidth(), view.fieldHeight()};
 }
+
+/// The screen's x, y, z in world coordinates, unit vectors.
+using ScreenAxes = std::array<AcGeVector3d, 3>;
+
+/// z from the target to the camera, y the up vector, x = z cross up.
+ScreenAxes screenAxesOf(const AcGsView& view);
 
 /// Gives the view this camera and the projection that the caller has read.
 inline void setCamera(AcGsView& view, const Camera& camera, bool isPerspective) {

@@ -2,6 +2,8 @@
 
 #include "common_sources/ansi_text.h"
 
+#include <algorithm>
+
 namespace {
 
 constexpr std::string_view kMenuMacroPrefix = "M=";
@@ -28,7 +30,9 @@ std::wstring commandOfToken(std::string_view token) {
   return wideFromAnsi(token) + L"\n";
 }
 
-std::wstring netloadCommand(const std::wstring& path) {
+std::wstring netloadCommand(std::wstring path) {
+  // A backslash is an escape character in AutoLISP.
+  std::replace(path.begin(), path.end(), L'\\', L'/');
   // By AutoLISP and not as plain text: a path with blanks would end at the first one.
   return L"(command \"netload\" \"" + path + L"\")\n";
 }

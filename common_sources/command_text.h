@@ -20,8 +20,7 @@ std::vector<std::string> splitMacro(std::string_view macro);
 /// `menucmd`, any other is a command. `token` is in the ANSI code page.
 std::wstring commandOfToken(std::string_view token);
 
-/// Makes the host load a .NET assembly; `path` with forward slashes, since a backslash is an escape in
-/// AutoLISP.
-std::wstring netloadCommand(const std::wstring& path);
+/// Makes the host load the .NET assembly of this path.
+std::wstring netloadCommand(std::wstring path);
 
 #endif

@@ -46,6 +46,14 @@ std::optional<AcGePoint3d> meanOfBoxCentres(const ads_name selectionSet) {
   return AcGePoint3d(sum.x / boxes, sum.y / boxes, sum.z / boxes);
 }
 
+std::optional<AcGePoint3d> meanOfSelectedBoxCentres() {
+  ImpliedSelection selection;
+  if (!selection.isTaken()) return std::nullopt;
+  const std::optional<AcGePoint3d> centre = meanOfBoxCentres(selection.name());
+  selection.free();
+  return centre;
+}
+
 std::optional<Axis> axisOfOnlyLine(const ads_name selectionSet) {
   ads_name name{};
   if (selectionLength(selectionSet) != 1 || acedSSName(selectionSet, 0, name) != RTNORM) return std::nullopt;
@@ -66,6 +74,14 @@ std::optional<Axis> axisOfOnlyLine(const ads_name selectionSet) {
   const bool isUnit = std::fabs(direction.dotProduct(direction) - 1.0) < kUnitTolerance;
   if (!isUnit) return std::nullopt;
   return Axis{direction, start};
+}
+
+std::optional<Axis> axisOfSelectedLine() {
+  ImpliedSelection selection;
+  if (!selection.isTaken()) return std::nullopt;
+  const std::optional<Axis> axis = axisOfOnlyLine(selection.name());
+  selection.free();
+  return axis;
 }
 
 void transformEach(const ads_name selectionSet, const AcGeMatrix3d& motion, Redraw redraw) {

@@ -16,6 +16,9 @@
 /// empty or one of its names cannot be read.
 std::optional<AcGePoint3d> meanOfBoxCentres(const ads_name selectionSet);
 
+/// The same of the implied selection; none also when nothing is pre-selected.
+std::optional<AcGePoint3d> meanOfSelectedBoxCentres();
+
 struct Axis {
   AcGeVector3d direction;  ///< unit vector
   AcGePoint3d point;
@@ -24,6 +27,9 @@ struct Axis {
 /// The one line of the set, from its start to its end; none when the set holds anything else, or the line is
 /// shorter than the host's tolerance.
 std::optional<Axis> axisOfOnlyLine(const ads_name selectionSet);
+
+/// The same of the implied selection; none also when nothing is pre-selected.
+std::optional<Axis> axisOfSelectedLine();
 
 enum class Redraw { kNo, kYes };
 

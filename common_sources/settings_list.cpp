@@ -20,6 +20,13 @@ std::string padded(std::string text, std::size_t width) {
 
 }  // namespace
 
+std::int32_t usableNumber(std::string_view key, std::int32_t value) {
+  for (const Setting& setting : kProgramSettings)
+    if (setting.key == key && !isUsable(setting.usableNumbers, value))
+      return std::get<std::int32_t>(setting.defaultValue);
+  return value;
+}
+
 std::string settingText(const std::string& value) {
   return value;
 }

@@ -68,6 +68,9 @@ constexpr bool isUsable(UsableNumbers usable, std::int32_t number) {
   return true;
 }
 
+/// `value`, or the default of the program's setting `key` when the module cannot work with it.
+std::int32_t usableNumber(std::string_view key, std::int32_t value);
+
 /// A value as the file holds it: numbers in decimal, switches as "on" or "off".
 std::string settingText(const std::string& value);
 std::string settingText(std::int32_t value);

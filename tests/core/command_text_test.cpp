@@ -45,6 +45,10 @@ TEST(CommandText, LetterMAloneIsACommand) {
   EXPECT_EQ(commandOfToken("MM="), L"MM=\n");
 }
 
+TEST(CommandText, NetloadTakesThePathWithForwardSlashes) {
+  EXPECT_EQ(netloadCommand(L"C:\\My Files\\a.dll"), L"(command \"netload\" \"C:/My Files/a.dll\")\n");
+}
+
 TEST(CommandText, EightBitCharactersAreThoseOfTheCodePage) {
   EXPECT_EQ(commandOfToken("\xC4\x80"), L"\u00C4\u20AC\n");
 }

@@ -47,4 +47,11 @@ TEST(SettingsList, UsableNumbersEndAtTheirLimits) {
   }
 }
 
+TEST(SettingsList, DefaultReplacesANumberThatTheModuleCannotWorkWith) {
+  EXPECT_EQ(usableNumber("rotSensBase", 0), 10000);
+  EXPECT_EQ(usableNumber("rotSensBase", -3), -3);
+  EXPECT_EQ(usableNumber("maxContMoveTime", -1), 500);
+  EXPECT_EQ(usableNumber("maxContMoveTime", 0), 0);
+}
+
 }  // namespace
