@@ -45,3 +45,5 @@ build() {
 windows_packages=(g++-mingw-w64-x86-64-posix clang-14 lld-14 llvm-14 libc++-14-dev libwine-dev wine wine64 xvfb googletest)
 # For ./run package, and the tests of what it makes.
 package_packages=(wixl msitools osslsigncode cmark-gfm libxml2-utils openssl)
+# clang's syntax trees, for ./test --mutation and the test of it.
+mutation_packages=(python3-clang-14)
