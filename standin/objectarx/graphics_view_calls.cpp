@@ -120,8 +120,9 @@ void GraphicsView::update() {
 using namespace standin::host;
 
 AcGsView* acgsGetGsView(int viewportNumber, bool createIfNone) {
+  const Call call(kGetGsView);
   callRecord().createIfNone = createIfNone;
-  return Call(kGetGsView).isToFail() ? nullptr : viewOf(viewportNumber);
+  return call.isToFail() ? nullptr : viewOf(viewportNumber);
 }
 
 Adesk::Boolean acgsSetViewParameters(int viewportNumber, const AcGsView* viewP, bool regenRequired,

@@ -7,6 +7,7 @@
 
 #include <cassert>
 #include <mutex>
+#include <utility>
 
 namespace standin::host {
 namespace {
@@ -18,10 +19,11 @@ Camera showAllOfSheet(Document& document) {
   return withShown(document.paper().view.live(), sheet);
 }
 
-/// Stores the camera that `change` makes of the current view's, and reports it.
+using HostLock = std::unique_lock<std::recursive_mutex>;
+
+/// Stores the camera that `change` makes of the current view's, and reports it without the host's lock.
 template <class Change>
-void changeCurrentView(const Change& change) {
-  std::unique_lock lock(hostMutex());
+void changeCurrentView(HostLock lock, const Change& change) {
   assert(currentDocument() != nullptr && "only a document has a view to change");
   const int viewport = currentDocument()->currentViewport();
   GraphicsView& view = currentDocument()->currentView();
@@ -34,23 +36,25 @@ void changeCurrentView(const Change& change) {
 }  // namespace
 
 void zoomToExtents() {
+  HostLock lock(hostMutex());
   if (currentDocument() == nullptr) return;
-  changeCurrentView([](const Camera& camera) {
+  changeCurrentView(std::move(lock), [](const Camera& camera) {
     Document& document = *currentDocument();
     return document.isOnPaper() ? showAllOfSheet(document) : fitted(camera, document.extentsToShow());
   });
 }
 
 bool lookFrom(const ViewFrame& frame) {
+  HostLock lock(hostMutex());
   if (currentDocument() == nullptr || currentDocument()->isOnPaper()) return false;
-  changeCurrentView([&frame](const Camera& camera) {
+  changeCurrentView(std::move(lock), [&frame](const Camera& camera) {
     return presetView(camera, frame, currentDocument()->extentsToShow());
   });
   return true;
 }
 
 VariableChange changeVariable(const std::wstring& name, int value) {
-  std::unique_lock lock(hostMutex());
+  HostLock lock(hostMutex());
   const VariableChange change = writeVariable(name, value);
   // No report of a change that was refused. After TILEMODE or CVPORT the current viewport is another one.
   if (change != VariableChange::kDone) return change;
