@@ -1,4 +1,5 @@
 #include "tests/workbench/dxf_text.h"
+#include "workbench/dxf/entity_types.h"
 #include "workbench/dxf/reader.h"
 
 #include <gtest/gtest.h>
@@ -164,6 +165,18 @@ TEST(DxfEntities, EntitiesWithoutAHandleOfTheirOwnGetFreeOnes) {
   std::vector<std::uint64_t> handles;
   for (const auto& entity : drawing->entities()) handles.push_back(entity->properties().handle);
   EXPECT_EQ(handles, (std::vector<std::uint64_t>{0x11, 0x2, 0x12, 0x10}));
+}
+
+TEST(DxfEntities, EntityOfEachTypeHasTheNameOfItsType) {
+  const std::string block = dxfSection("BLOCKS", "0 BLOCK|2 B|10 0|20 0|0 POINT|10 0|20 0|0 ENDBLK");
+  for (const DxfEntityType& type : dxfEntityTypes()) {
+    // Every group that any of the types needs.
+    const std::string record = "0 " + std::string(type.name) +
+                               "|2 B|10 0|20 0|11 1|21 0|12 1|22 1|13 0|23 1|40 1|41 1|42 2|50 0|51 90|"
+                               "0 VERTEX|10 0|20 0|0 VERTEX|10 1|20 0|0 SEQEND";
+    const auto drawing = parseDrawing(dxfFile(block + dxfSection("ENTITIES", record)), "a.dxf");
+    EXPECT_EQ(drawing->entities().at(0)->typeName(), type.name);
+  }
 }
 
 TEST(DxfEntities, ArcAnglesAreInDegrees) {

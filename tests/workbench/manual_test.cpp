@@ -19,6 +19,7 @@ namespace workbench {
 namespace {
 
 using ::testing::ElementsAreArray;
+using ::testing::UnorderedElementsAreArray;
 using Texts = std::vector<std::string>;
 
 std::string document(const char* name) {
@@ -80,6 +81,14 @@ TEST(Manual, SessionManualListsEveryOption) {
   Texts options = all(help, "\n +(--[a-z-]+)");
   options.push_back("--help");
   EXPECT_THAT(rows(document("sessions.md"), "Option"), ElementsAreArray(options));
+}
+
+TEST(Manual, SessionManualListsEveryTypeOfEntity) {
+  const std::string text = section(document("sessions.md"), "## Drawings");
+  Texts types;
+  for (const DxfEntityType& type : dxfEntityTypes()) types.emplace_back(type.name);
+  EXPECT_THAT(all(text.substr(0, text.find("are drawn")), "\\b([A-Z0-9]{3,})\\b(?! text)"),
+              UnorderedElementsAreArray(types));
 }
 
 TEST(Manual, OutputManualListsEveryColumnOfTheTrajectory) {
