@@ -82,9 +82,9 @@ struct Core {
 
   std::mutex mutex;
   std::atomic<Kind> kind{
-      Kind::kReal};  ///< this, the date and the replay's time are read without the lock too
+      Kind::kReal};  ///< this, the main thread, the date and the replay's time are read without the lock too
   std::uint32_t frameMs = 16;
-  ThreadId mainThread = 0;
+  std::atomic<ThreadId> mainThread{0};
   RealTime realTime;
   Runner runner{realTime};  ///< of calls scheduled on the real clock; has a lock of its own
   std::atomic<std::int64_t> replayMs{0};

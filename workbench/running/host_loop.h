@@ -14,6 +14,7 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -57,7 +58,7 @@ class HostLoop {
 
 /// Calls `call` and turns an exception into a line of `problems` that begins with `what`. InputError is
 /// rethrown.
-void guarded(const std::string& what, std::vector<std::string>& problems, const std::function<void()>& call);
+void guarded(std::string_view what, std::vector<std::string>& problems, const std::function<void()>& call);
 
 }  // namespace workbench
 

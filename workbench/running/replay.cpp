@@ -70,6 +70,9 @@ class Run {
     clock::setSettlingNewThreads(mRequest.clock == clock::Kind::kReplay);
     // Queued events and settings of an earlier run in this process.
     controller::reset();
+    // A read that gives up after a while wakes the module's thread to no purpose, millions of times in a long
+    // replay. In real time it does give up, so that both kinds of library are tried.
+    controller::setReadsBlock(mRequest.clock == clock::Kind::kReplay);
     host::start([this] {
       // The screen is recorded before the call's time passes, at the time when the call was made.
       mMoments.look();
