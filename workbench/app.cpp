@@ -56,18 +56,25 @@ bool isCustomizationFile(const fs::path& menu) {
   return menu.extension() == ".cuix";
 }
 
-Inputs readInputs(const ReplayOptions& options) {
+/// The name of a file for the progress line.
+std::string shortName(const fs::path& file) {
+  return file.filename().string();
+}
+
+Inputs readInputs(const ReplayOptions& options, ProgressLine& line) {
+  line.show("replay: reading " + shortName(options.session));
   Inputs inputs;
   inputs.session = readSession(options.session);
-  std::size_t line = 0;
-  inputs.isMenuLate = hasMenuEvent(inputs.session, line);
+  std::size_t menuLine = 0;
+  inputs.isMenuLate = hasMenuEvent(inputs.session, menuLine);
   if (options.menu && isCustomizationFile(*options.menu)) inputs.hostMenus = fs::absolute(*options.menu);
   // The event needs a menu file to write. A customization file is exported when the assembly is loaded, at a
   // time of its own.
   if (inputs.isMenuLate && (!options.menu || inputs.hostMenus))
-    throw InputError({inputs.session.file, line}, "the option --menu beside the event \"menu\"",
+    throw InputError({inputs.session.file, menuLine}, "the option --menu beside the event \"menu\"",
                      inputs.hostMenus ? "a customization file" : "none");
   if (options.menu && !inputs.hostMenus) inputs.menu = readBytes(*options.menu, "a menu file");
+  line.show("replay: reading " + shortName(options.drawing));
   // Last, because it takes longest: a mistake in a small file is reported at once.
   inputs.drawing = readDrawing(options.drawing);
   return inputs;
@@ -77,13 +84,18 @@ const std::vector<fs::path> kTables = {"trajectory.csv", "entities.csv", "comman
                                        "index.html"};
 
 void writeResults(const fs::path& out, RunResult& result, const RunNames& names, const Session& session,
-                  const RunTexts& texts) {
+                  const RunTexts& texts, ProgressLine& line) {
+  const auto write = [&out, &line](const char* name, const auto& makeText) {
+    line.show(std::string("replay: writing ") + name);
+    writeFile(out / name, makeText());
+  };
   // The summary first: it is small, and says how the run ended when the disk is too full for the rest.
-  writeFile(out / "summary.json", summaryJson(result, names));
-  writeFile(out / "trajectory.csv", trajectoryCsv(result.recording.rows));
-  writeFile(out / "entities.csv", entitiesCsv(result.entities));
-  writeFile(out / "commandline.log", commandLineLog(result.recording.commandLine));
-  writeFile(out / "index.html", reportPage(gatherReport(result, names, session, texts)));
+  write("summary.json", [&] { return summaryJson(result, names); });
+  write("trajectory.csv", [&] { return trajectoryCsv(result.recording.rows); });
+  write("entities.csv", [&] { return entitiesCsv(result.entities); });
+  write("commandline.log", [&] { return commandLineLog(result.recording.commandLine); });
+  // Last: the report takes what it needs out of the result.
+  write("index.html", [&] { return reportPage(gatherReport(result, names, session, texts)); });
 }
 
 void printSummary(const RunResult& result, std::ostream& out) {
@@ -102,7 +114,7 @@ void keepMenuFile(const ReplayOptions& options, const Inputs& inputs, const Resu
 }
 
 RunResult play(const ReplayOptions& options, Inputs& inputs, const Profile& profile, ResultFolder& results,
-               ModuleLog& log, std::ostream& err) {
+               ModuleLog& log, ProgressLine& line) {
   const auto clock = options.isRealTime ? standin::clock::Kind::kReal : standin::clock::Kind::kReplay;
   // The module writes its log's first entry while it is loaded.
   standin::clock::start(clock, options.frameMs);
@@ -125,7 +137,7 @@ RunResult play(const ReplayOptions& options, Inputs& inputs, const Profile& prof
     profile.writeMenu(*inputs.menu);
   if (inputs.hostMenus)
     request.runAssembly = [&](const fs::path& assembly) { return runAssembly(assembly, *inputs.hostMenus); };
-  ProgressLine line(err, !options.isQuiet && isErrorTerminal());
+  line.show("replay: playing " + shortName(options.session));
   request.progress = [&line, &log](std::int64_t nowMs, std::int64_t endMs) {
     if (line.isDue()) line.show("replay: " + std::to_string(nowMs) + " of " + std::to_string(endMs) + " ms");
     log.step();
@@ -137,7 +149,8 @@ int runReplay(const ReplayOptions& options, std::ostream& out, std::ostream& err
   checkFiles(options);
   // Locks the folder before the inputs are read, so that two runs cannot both replace the results.
   ResultFolder results(options.out);
-  Inputs inputs = readInputs(options);
+  ProgressLine line(err, !options.isQuiet && isErrorTerminal());
+  Inputs inputs = readInputs(options, line);
   const InterruptionGuard guard;
   // Only now is anything removed: an input may be in the folder that begin() empties.
   results.begin();
@@ -145,13 +158,13 @@ int runReplay(const ReplayOptions& options, std::ostream& out, std::ostream& err
   profile.make();
   // Before the module is loaded, to know which entries are older than the run.
   ModuleLog log(profile.settings());
-  RunResult result = play(options, inputs, profile, results, log, err);
+  RunResult result = play(options, inputs, profile, results, log, line);
   const RunNames names{options.drawing.filename().string(), options.session.filename().string()};
   const auto [logText, logNote] = log.finish();
   try {
     // A full disk must not hide how the run ended: on failure the summary is tried once more, with the
     // failure as its ending.
-    writeResults(results.partial(), result, names, inputs.session, {logText, logNote, profile.menu()});
+    writeResults(results.partial(), result, names, inputs.session, {logText, logNote, profile.menu()}, line);
   } catch (const InputError& error) {
     result.ending = error.what();
     writeFile(results.partial() / "summary.json", summaryJson(result, names));
@@ -173,6 +186,7 @@ int runReplay(const ReplayOptions& options, std::ostream& out, std::ostream& err
   flushOutput(out);
   return result.isClean() ? kExitClean : kExitUnclean;
 }
+  line.erase();
 
 int printHelp(const HelpWanted& help, std::ostream& out, std::ostream& err) {
   try {

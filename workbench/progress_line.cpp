@@ -11,10 +11,6 @@ constexpr std::string_view kEraseRest = "\033[K";
 
 }  // namespace
 
-ProgressLine::~ProgressLine() {
-  if (mIsDrawn) mErr << kFirstColumn << kEraseRest << std::flush;
-}
-
 bool ProgressLine::isDue() const {
   return mIsShown && std::chrono::steady_clock::now() >= mNext;
 }
@@ -24,6 +20,11 @@ void ProgressLine::show(std::string_view text) {
   mNext = std::chrono::steady_clock::now() + kPeriod;
   mIsDrawn = true;
   mErr << kFirstColumn << text << kEraseRest << std::flush;
+}
+
+void ProgressLine::erase() {
+  if (mIsDrawn) mErr << kFirstColumn << kEraseRest << std::flush;
+  mIsDrawn = false;
 }
 
 }  // namespace workbench

@@ -12,8 +12,7 @@ class ProgressLine {
  public:
   /// Nothing is written unless `isShown`, which is for terminals only.
   ProgressLine(std::ostream& err, bool isShown) : mErr(err), mIsShown(isShown) {}
-  /// Erases the line, so that messages after it begin in the first column.
-  ~ProgressLine();
+  ~ProgressLine() { erase(); }
   ProgressLine(const ProgressLine&) = delete;
   ProgressLine& operator=(const ProgressLine&) = delete;
 
@@ -21,6 +20,8 @@ class ProgressLine {
   bool isDue() const;
   /// Shows the text in place of the one before.
   void show(std::string_view text);
+  /// Erases the line, so that what is printed next begins in the first column.
+  void erase();
 
  private:
   std::ostream& mErr;

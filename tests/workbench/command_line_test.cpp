@@ -138,5 +138,37 @@ TEST(CommandLine, WrongSubcommandIsNamedWithTheRightOnes) {
   }
 }
 
+/// What the program writes while its standard error is a terminal.
+std::string onATerminal(const FakeModuleProcess& process, const std::string& arguments) {
+  // script(1) runs a command on a terminal of its own and copies what that shows.
+  const std::string command = "cd '" + process.root().string() + "' && script -qec \"'" LM_WORKBENCH "' " +
+                              arguments + "\" terminal.txt >/dev/null";
+  EXPECT_EQ(std::system(command.c_str()), 0);
+  return process.bytes("terminal.txt");
+}
+
+constexpr const char* kReplay =
+    "replay --drawing a.dxf --session a.session --out out --module '" LM_FAKE_MODULE "'";
+
+TEST(CommandLine, TerminalShowsReadingPlayingAndWriting) {
+  const FakeModuleProcess process;
+  process.write("a.session", "9 end\n");
+  const std::string shown = onATerminal(process, kReplay);
+  std::size_t at = 0;
+  for (const char* const step : {"reading a.session", "reading a.dxf", "playing a.session",
+                                 "writing trajectory.csv", "writing index.html"}) {
+    at = shown.find(std::string("\rreplay: ") + step + "\033[K", at);
+    EXPECT_NE(at, std::string::npos) << step;
+  }
+  // The line is gone when the summary is printed.
+  EXPECT_NE(shown.find("\r\033[Ksession: 9 ms", at), std::string::npos) << shown;
+}
+
+TEST(CommandLine, QuietRunShowsNoProgress) {
+  const FakeModuleProcess process;
+  process.write("a.session", "9 end\n");
+  EXPECT_EQ(onATerminal(process, std::string(kReplay) + " --quiet").find("replay:"), std::string::npos);
+}
+
 }  // namespace
 }  // namespace workbench
