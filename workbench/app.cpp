@@ -113,12 +113,20 @@ void keepMenuFile(const ReplayOptions& options, const Inputs& inputs, const Resu
   if (!fs::exists(copy)) writeFile(copy, *inputs.menu);
 }
 
+/// UTC that belongs to time 0 of a replay, in ms since 1970.
+std::int64_t dateMsOf(const ReplayOptions& options, const standin::Drawing& drawing) {
+  constexpr std::int64_t kMsPerDay = 24 * 3600 * 1000;
+  constexpr std::int64_t kStandardDay = 15706;  // 2013-01-01
+  return options.day.value_or(drawing.mDay.value_or(kStandardDay)) * kMsPerDay;
+}
+
 RunResult play(const ReplayOptions& options, Inputs& inputs, const Profile& profile, ResultFolder& results,
                ModuleLog& log, ProgressLine& line) {
   const auto clock = options.isRealTime ? standin::clock::Kind::kReal : standin::clock::Kind::kReplay;
   // The module writes its log's first entry while it is loaded.
   standin::clock::start(clock, options.frameMs);
-  standin::clock::setDate(options.dateMs);
+  const std::int64_t dateMs = dateMsOf(options, *inputs.drawing);
+  standin::clock::setDate(dateMs);
   const RunPlace place(results.partial(), profile.folder(), options.module);
   // Loaded after RunPlace has set the profile folder, which the module reads while it is loaded.
   Module module(options.module, place.module());
@@ -129,7 +137,7 @@ RunResult play(const ReplayOptions& options, Inputs& inputs, const Profile& prof
   request.drawing = std::move(inputs.drawing);
   request.clock = clock;
   request.frameMs = options.frameMs;
-  request.dateMs = options.dateMs;
+  request.dateMs = dateMs;
   request.moments = options.frames;
   if (inputs.isMenuLate)
     request.writeMenu = [&] { profile.writeMenu(*inputs.menu); };
@@ -178,6 +186,7 @@ int runReplay(const ReplayOptions& options, std::ostream& out, std::ostream& err
   // A profile that the user named is elsewhere and is not replaced.
   if (!options.profile) finished.emplace_back("profile/Lumetrapad");
   results.putInPlace(finished);
+  line.erase();
 
   // The path is printed last and on a line of its own, also with --quiet, so that scripts can take it.
   if (!options.isQuiet) printSummary(result, out);
@@ -186,7 +195,6 @@ int runReplay(const ReplayOptions& options, std::ostream& out, std::ostream& err
   flushOutput(out);
   return result.isClean() ? kExitClean : kExitUnclean;
 }
-  line.erase();
 
 int printHelp(const HelpWanted& help, std::ostream& out, std::ostream& err) {
   try {

@@ -23,7 +23,7 @@ constexpr const char* kModuleName = "LMTRAutoCAD2013.arx";
 /// same form of message.
 struct RawOptions {
   std::string drawing, session, out, profile, menu, module, runA, runB;
-  std::string frameMs = "16", frames = "60", date = "2013-01-01";
+  std::string frameMs = "16", frames = "60", date;
 };
 
 long long number(const std::string& name, const std::string& text, long long highest) {
@@ -45,7 +45,8 @@ std::int64_t daysSince1970(long long year, long long month, long long day) {
   return era * 146097 + yearOfEra * 365 + yearOfEra / 4 - yearOfEra / 100 + dayOfYear - 719468;
 }
 
-std::int64_t dateOf(const std::string& text) {
+std::optional<std::int64_t> dayOf(const std::string& text) {
+  if (text.empty()) return std::nullopt;
   const auto part = [&text](std::size_t at, std::size_t size) {
     // -1 is outside every range below, so a part that is no number gets the same message.
     return parseInteger(text.substr(at, size)).value_or(-1);
@@ -56,7 +57,7 @@ std::int64_t dateOf(const std::string& text) {
   // The day is checked against 31 only; what is beyond the end of a month counts on into the next one.
   if (year < 1970 || year > 2999 || month < 1 || month > 12 || day < 1 || day > 31)
     throw UsageError("--date: expected a day, 1970-01-01 to 2999-12-31, found " + inQuotes(text));
-  return daysSince1970(year, month, day) * 24 * 3600 * 1000;
+  return daysSince1970(year, month, day);
 }
 
 std::optional<fs::path> optionalPath(const std::string& text) {
@@ -86,7 +87,7 @@ ReplayOptions finishReplay(const RawOptions& raw, ReplayOptions options) {
   options.module = raw.module.empty() ? defaultModule() : fs::path(raw.module);
   options.frameMs = static_cast<std::uint32_t>(number("--frame-ms", raw.frameMs, kLongestFrameMs));
   options.frames = static_cast<std::size_t>(number("--frames", raw.frames, kMostMoments));
-  options.dateMs = dateOf(raw.date);
+  options.day = dayOf(raw.date);
   return options;
 }
 
@@ -101,7 +102,9 @@ void addReplayOptions(CLI::App& replay, RawOptions& raw, ReplayOptions& options)
       "menu file, copied into the profile, or the host's menus (FILE.cuix), exported by the exporter");
   replay.add_option("--frame-ms", raw.frameMs, "time that a drawing call takes [16]");
   replay.add_option("--frames", raw.frames, "moments that the report shows [60]");
-  replay.add_option("--date", raw.date, "day on which the run takes place, except in real time [2013-01-01]");
+  replay.add_option("--date", raw.date,
+                    "day on which the run takes place, except in real time [that on which the drawing was "
+                    "made, or 2013-01-01]");
   replay.add_option("--module", raw.module, "the module to load [the one built beside this program]");
   replay.add_flag("--realtime", options.isRealTime, "let time pass as it does, instead of at once");
   replay.add_flag("--quiet", options.isQuiet, "print the report's path only");

@@ -28,7 +28,7 @@ struct ReplayOptions {
   std::filesystem::path module;  ///< for trials with another module than the one built beside the program
   std::uint32_t frameMs = 16;
   std::size_t frames = 60;
-  std::int64_t dateMs = 0;  ///< UTC that belongs to time 0, in ms since 1970
+  std::optional<std::int64_t> day;  ///< on which the run takes place, in days since 1970-01-01
   bool isRealTime = false;
   bool isQuiet = false;
 };

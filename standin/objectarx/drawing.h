@@ -136,6 +136,8 @@ class STANDIN_OBJECTARX_API Drawing {
   std::vector<FloatingViewport> mFloatingViewports;
   /// The stored view of the active viewport, when the file has one.
   std::optional<View> mView;
+  /// The day on which the drawing was made, in days since 1970-01-01, when the file says so.
+  std::optional<std::int64_t> mDay;
   /// Entities of the file whose types the stand-in does not support, counted by type.
   std::map<std::string, std::size_t> mSkipped;
 

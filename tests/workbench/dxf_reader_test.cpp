@@ -55,6 +55,26 @@ TEST(DxfReader, FirstActiveViewportGivesTheView) {
   EXPECT_TRUE(drawing->mView->isPerspective);
 }
 
+struct HeaderDay {
+  const char* header;
+  std::optional<std::int64_t> day;  ///< since 1970-01-01
+};
+
+TEST(DxfReader, DrawingHasTheDayOfItsHeader) {
+  const HeaderDay table[] = {
+      {"9 $ACADVER|1 AC1027", std::nullopt},
+      // The day of a date of the format begins at midnight: 1999-12-31, late in the evening.
+      {"9 $TDCREATE|40 2451544.91568287", 10956},
+      {"9 $TDCREATE|40 2440588.0", 0},
+      {"9 $TDUPDATE|40 2451545.5|9 $TDCREATE|40 2451544.5", 10956},
+      {"9 $TDCREATE|40 0.0|9 $TDUPDATE|40 2451545.5", 10957},
+      {"9 $TDCREATE|40 2440587.9", std::nullopt},
+      {"9 $TDCREATE|40 2816788.0", std::nullopt},
+      {"9 $TDCREATE|40 yesterday", std::nullopt}};
+  for (const auto& [header, day] : table)
+    EXPECT_EQ(parseDrawing(dxfFile(dxfSection("HEADER", header)), "a.dxf")->mDay, day) << header;
+}
+
 TEST(DxfReader, ViewWithoutHeightIsIgnored) {
   EXPECT_FALSE(readTables("0 VPORT|2 *ACTIVE|40 0|41 1")->mView);
 }

@@ -1,5 +1,6 @@
 #include "workbench/dxf/encoding.h"
 
+#include "workbench/dxf/header.h"
 #include "workbench/platform/code_page.h"
 #include "workbench/text_input.h"
 
@@ -25,17 +26,6 @@ constexpr std::array<int, 5> kMultiBytePages = {932, 950, 949, 1361, 936};
 
 // Always four, with leading zeros: a digit after them is text.
 constexpr std::size_t kEscapeDigits = 4;
-
-/// The value of a header variable, which is the group after the one that names it.
-std::string_view headerText(const std::vector<DxfGroup>& groups, std::string_view variable) {
-  for (std::size_t i = 0; i + 1 < groups.size(); ++i) {
-    // The header is the first section. The search ends with it, because group 9 means something else in later
-    // sections.
-    if (groups[i].code == 0 && trimmed(groups[i].value) == "ENDSEC") break;
-    if (groups[i].code == 9 && trimmed(groups[i].value) == variable) return trimmed(groups[i + 1].value);
-  }
-  return {};
-}
 
 int pageOf(const std::string& name) {
   for (const NamedPage& named : kNamedPages)

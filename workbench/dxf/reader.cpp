@@ -3,6 +3,7 @@
 #include "workbench/dxf/encoding.h"
 #include "workbench/dxf/entity_types.h"
 #include "workbench/dxf/groups.h"
+#include "workbench/dxf/header.h"
 #include "workbench/dxf/inserts.h"
 #include "workbench/dxf/tables.h"
 #include "workbench/text_input.h"
@@ -113,7 +114,9 @@ class DxfReader {
         mRecords(splitRecords(groups, mSource)),
         mDrawingP(std::make_unique<standin::Drawing>()),
         mInserts(*mDrawingP, file, blockNames(mRecords), mostDrawn(groups)),
-        mHandles(groups) {}
+        mHandles(groups) {
+    mDrawingP->mDay = headerDay(groups);
+  }
 
   std::unique_ptr<standin::Drawing> read() {
     while (current().type() != "EOF") readSection();
