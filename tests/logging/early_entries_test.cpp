@@ -34,6 +34,20 @@ TEST_F(EarlyLog, ParametersDecideOnTheLevelsOfWhatWasLoggedBefore) {
   EXPECT_THAT(texts(), ElementsAre("wanted"));
 }
 
+TEST_F(EarlyLog, EntriesOfEveryLevelAreKeptUntilTheParametersDecide) {
+  constexpr LogLevel kLevels[] = {LogLevel::kError, LogLevel::kWarning, LogLevel::kCreation,
+                                  LogLevel::kTrace, LogLevel::kDevCom,  LogLevel::kIntCom,
+                                  LogLevel::kInfo,  LogLevel::kDebug,   LogLevel::kTmp};
+  for (const LogLevel level : kLevels) log(level, logLevelType(level));
+  for (bool LogPars::*switchP :
+       {&LogPars::mIsWarning, &LogPars::mIsCreation, &LogPars::mIsTrace, &LogPars::mIsDevCom,
+        &LogPars::mIsIntCom, &LogPars::mIsInfo, &LogPars::mIsDebug, &LogPars::mIsTmp})
+    mPars.*switchP = true;
+  init();
+  EXPECT_THAT(texts(),
+              ElementsAre("Constructed.", "ERR", "WRN", "CRT", "TRC", "DCM", "ICM", "INF", "DBG", "TMP"));
+}
+
 TEST_F(EarlyLog, FileToLogLeavesOutWhatOtherSourcesLoggedBefore) {
   log(LogLevel::kError, "wanted", "src/a.cpp");
   log(LogLevel::kError, "not wanted", "src/b.cpp");

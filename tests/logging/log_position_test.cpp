@@ -49,4 +49,9 @@ TEST(LogPosition, ALineNumberTakesTheRoomItNeeds) {
             "| -2147483648| ");
 }
 
+TEST(LogPosition, ANegativeLineNumberHasItsSign) {
+  EXPECT_EQ(positionText("a.cpp", -5, "A", "b").substr(16, 8), "|   -5| ");
+  EXPECT_EQ(positionText("a.cpp", 0, "A", "b").substr(16, 8), "|    0| ");
+}
+
 }  // namespace
