@@ -123,7 +123,8 @@ TEST(LogTextWithoutMemory, TextThatFindsNoMemoryLeavesWhatIsThere) {
 
 TEST(LogTextWithoutMemory, NumberThatFindsNoMemoryIsDropped) {
   LogText text;
-  text.extend(kFirstCapacity);
+  text.append("a");
+  text.extend(kFirstCapacity - 1);
   {
     const tests::MemoryRunsOut memoryRunsOut(0);
     text.appendInteger(5);

@@ -244,6 +244,8 @@ class Finder:
         children = list(cursor.get_children())
         span = self.span(cursor)
         condition = self.condition(cursor, children)
+        if span and re.match(r"if\s+constexpr", self.text[span[0]:]):
+            children = children[1:]
         for child in children:
             is_condition = condition is not None and child == condition
             self.walk(child, is_condition)
