@@ -1,4 +1,4 @@
-// What the exporter uses of AutoCAD's assembly Acdbmgd. Only compiled against, never shipped.
+// What the exporter uses of AutoCAD's assembly Acdbmgd; the stand-in of that assembly is made of it, too. Never shipped.
 using System;
 using System.Reflection;
 
@@ -13,7 +13,11 @@ public interface IExtensionApplication {
 
 [AttributeUsage(AttributeTargets.Assembly)]
 public sealed class ExtensionApplicationAttribute : Attribute {
-  public ExtensionApplicationAttribute(Type type) {}
+  public readonly Type type;  // for the stand-in's host only
+
+  public ExtensionApplicationAttribute(Type type) {
+    this.type = type;
+  }
 }
 
 }

@@ -12,19 +12,12 @@ import subprocess
 import sys
 import tempfile
 
+from requirement import Failure, require
+
 HOST = {"AcCui", "accoremgd", "Acdbmgd"}
 SYSTEM = {"mscorlib", "System"}
 CODE_PAGE = "1252"
 WORKSPACE = "Drawing Office"
-
-
-class Failure(Exception):
-    pass
-
-
-def require(condition, text):
-    if not condition:
-        raise Failure(text)
 
 
 class Exporter:

@@ -10,19 +10,12 @@ import subprocess
 import sys
 import tempfile
 
+from requirement import Failure, require
+
 OUTPUTS = ("trajectory.csv", "entities.csv", "commandline.log", "summary.json")
 MENU_FILE = os.path.join("profile", "Lumetrapad", "Applications", "autocad.mnu")
 LOG = os.path.join("profile", "Lumetrapad", "autocad_addin_log.txt")
 LOADED = '0 send-activate "(command \\"netload\\" \\"module/MenuScribe2015.dll\\")\\n"'
-
-
-class Failure(Exception):
-    pass
-
-
-def require(condition, text):
-    if not condition:
-        raise Failure(text)
 
 
 def read(*parts):

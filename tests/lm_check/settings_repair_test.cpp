@@ -92,54 +92,79 @@ struct Defective {
   tests::SettingsChanges differences;  ///< of the repaired file from kMine
 };
 
-std::vector<Defective> defectiveFiles() {
-  const std::string program =
-      mine().substr(mine().find("[PROGRAM]"), mine().find("\n[LOGGING]") - mine().find("[PROGRAM]"));
-  const std::string logging = mine().substr(mine().find("[LOGGING]"));
-  const tests::SettingsChanges noProgram = {{"name", "AutoCAD Plug-in"},    {"version", "2.9.0"},
-                                            {"transSensBase", "20000"},     {"rotSensBase", "10000"},
-                                            {"minThreshold", "0"},          {"maxContMoveTime", "500"},
-                                            {"toggleRotationCenter", "on"}, {"toggleRotationAxis", "off"},
-                                            {"scrollTreeAndList", "on"},    {"useInt3dIntrfce", "off"}};
-  const tests::SettingsChanges noLogging = {{"logFile", "autocad_addin_log.txt"},
-                                            {"maxSize", "5000"},
-                                            {"logToFile", "on"},
-                                            {"logToCnsl", "off"},
-                                            {"warning", "off"},
-                                            {"creation", "on"},
-                                            {"trace", "off"},
-                                            {"devcom", "off"},
-                                            {"intcom", "off"},
-                                            {"info", "on"},
-                                            {"debug", "off"},
-                                            {"tmp", "off"},
-                                            {"fileToLog", ""}};
-  tests::SettingsChanges nothing = noProgram;
-  nothing.insert(noLogging.begin(), noLogging.end());
+/// What an absent section's settings become.
+const tests::SettingsChanges kNoProgram = {{"name", "AutoCAD Plug-in"},    {"version", "2.9.0"},
+                                           {"transSensBase", "20000"},     {"rotSensBase", "10000"},
+                                           {"minThreshold", "0"},          {"maxContMoveTime", "500"},
+                                           {"toggleRotationCenter", "on"}, {"toggleRotationAxis", "off"},
+                                           {"scrollTreeAndList", "on"},    {"useInt3dIntrfce", "off"}};
+const tests::SettingsChanges kNoLogging = {{"logFile", "autocad_addin_log.txt"},
+                                           {"maxSize", "5000"},
+                                           {"logToFile", "on"},
+                                           {"logToCnsl", "off"},
+                                           {"warning", "off"},
+                                           {"creation", "on"},
+                                           {"trace", "off"},
+                                           {"devcom", "off"},
+                                           {"intcom", "off"},
+                                           {"info", "on"},
+                                           {"debug", "off"},
+                                           {"tmp", "off"},
+                                           {"fileToLog", ""}};
+
+std::string programSection() {
+  const std::size_t start = mine().find("[PROGRAM]");
+  return mine().substr(start, mine().find("\n[LOGGING]") - start);
+}
+
+std::string loggingSection() {
+  return mine().substr(mine().find("[LOGGING]"));
+}
+
+using DefectiveFiles = std::vector<Defective>;
+
+DefectiveFiles filesWithMissingParts() {
+  tests::SettingsChanges nothing = kNoProgram;
+  nothing.insert(kNoLogging.begin(), kNoLogging.end());
   return {
       {"NoFirstKey", without(lineOf(mine(), "name")), {{"name", "AutoCAD Plug-in"}}},
       {"NoMiddleKey", without(lineOf(mine(), "maxSize")), {{"maxSize", "5000"}}},
       {"NoLastKey", without(lineOf(mine(), "fileToLog")), {{"fileToLog", ""}}},
-      {"NoProgramSection", replaced(mine(), program, ""), noProgram},
-      {"NoLoggingSection", replaced(mine(), logging, ""), noLogging},
+      {"NoProgramSection", replaced(mine(), programSection(), ""), kNoProgram},
+      {"NoLoggingSection", replaced(mine(), loggingSection(), ""), kNoLogging},
       {"Empty", "", nothing},
       {"NothingButText", "hello\nthere\n", nothing},
+  };
+}
+
+DefectiveFiles filesWithOtherLines() {
+  return {
       {"EmptyLineAtTheStart", replaced(mine(), "[PROGRAM]\n", "[PROGRAM]\n\n"), {}},
       {"EmptyLineInside", withLine("minThreshold", "\n" + lineOf(mine(), "minThreshold")), {}},
       {"EmptyLinesEverywhere", everyLine("", "\n"), {}},
       {"BlankLineInside", withLine("debug", " \t \n" + lineOf(mine(), "debug")), {}},
       {"IndentedComment", withLine("debug", "  # mine\n" + lineOf(mine(), "debug")), {}},
+  };
+}
+
+DefectiveFiles filesWithOtherSections() {
+  return {
       {"NoHeaders", replaced(replaced(mine(), "[PROGRAM]\n", ""), "[LOGGING]\n", ""), {}},
       {"BrokenProgramHeader", replaced(mine(), "[PROGRAM]", "[PROGRAM"), {}},
       {"BrokenLoggingHeader", replaced(mine(), "[LOGGING]", "LOGGING]"), {}},
       {"HeaderWithBlanks", replaced(mine(), "[PROGRAM]", "[ PROGRAM ]"), {}},
       {"HeaderInSmallLetters", replaced(mine(), "[LOGGING]", "[logging]"), {}},
       {"HeadersSwapped", replaced(replaced(mine(), "[PROGRAM]", "[LOGGING_]"), "[LOGGING]", "[PROGRAM]"), {}},
-      {"SectionsSwapped", logging + "\n" + program + "\n" + "[END\n", {}},
+      {"SectionsSwapped", loggingSection() + "\n" + programSection() + "\n" + "[END\n", {}},
       {"OneSection", replaced(mine(), "\n[LOGGING]\n", ""), {}},
       {"SectionTwice",
        replaced(mine(), lineOf(mine(), "minThreshold"), "") + "\n[PROGRAM]\nminThreshold = 12\n",
        {}},
+  };
+}
+
+DefectiveFiles filesWithOtherKeys() {
+  return {
       {"KeyInTheOtherSection", without(lineOf(mine(), "tmp")) + "[PROGRAM]\ntmp = on\n", {}},
       {"KeyTwice", withLine("minThreshold", "minThreshold = 12\nminThreshold = 13\nnosuch\n = 4\n"), {}},
       {"KeyInCapitals", withLine("minThreshold", "MINTHRESHOLD = 12\n"), {}},
@@ -147,6 +172,11 @@ std::vector<Defective> defectiveFiles() {
       {"KeyWithColon", withLine("minThreshold", "minThreshold: 12\n"), {}},
       {"KeyAlone", withLine("minThreshold", "minThreshold\n = 1\n"), {{"minThreshold", "0"}}},
       {"SeparatorFirst", withLine("minThreshold", "= minThreshold\n"), {{"minThreshold", "0"}}},
+  };
+}
+
+DefectiveFiles filesWithOtherValues() {
+  return {
       {"NumberWithLetters", withLine("minThreshold", "minThreshold = 12 units\n\n"), {}},
       {"WordForANumber", withLine("minThreshold", "minThreshold = twelve\n\n"), {{"minThreshold", "0"}}},
       {"DivisorOfNought", withLine("rotSensBase", "rotSensBase = 0\n\n"), {{"rotSensBase", "10000"}}},
@@ -155,6 +185,11 @@ std::vector<Defective> defectiveFiles() {
       {"SwitchInCapitals", withLine("trace", "trace = ON\n\n"), {}},
       {"SwitchInAnotherWord", withLine("creation", "creation = False\n\n"), {}},
       {"SwitchThatSaysNothing", withLine("trace", "trace = # off\n\n"), {{"trace", "off"}}},
+  };
+}
+
+DefectiveFiles filesOfOtherBytes() {
+  return {
       {"ByteOrderMark", "\xEF\xBB\xBF" + withoutEmptyLines(mine()).substr(mine().find('\n') + 1), {}},
       {"Utf16", utf16(mine()), {}},
       {"CutShort",
@@ -163,6 +198,14 @@ std::vector<Defective> defectiveFiles() {
       {"CommentedOut", withLine("minThreshold", "#\tminThreshold = 12\n"), {{"minThreshold", "0"}}},
       {"NulInside", withLine("minThreshold", std::string("minThreshold = 12\0\n\n", 19)), {}},
   };
+}
+
+DefectiveFiles defectiveFiles() {
+  DefectiveFiles all;
+  for (const DefectiveFiles& some : {filesWithMissingParts(), filesWithOtherLines(), filesWithOtherSections(),
+                                     filesWithOtherKeys(), filesWithOtherValues(), filesOfOtherBytes()})
+    all.insert(all.end(), some.begin(), some.end());
+  return all;
 }
 
 void PrintTo(const Defective& defective, std::ostream* streamP) {

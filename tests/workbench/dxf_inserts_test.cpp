@@ -18,15 +18,6 @@ std::vector<standin::Polyline3> outlineOf(const std::string& blocks, const std::
   return parseDrawing(file(blocks, insert), "a.dxf")->entities().at(0)->outline();
 }
 
-std::string errorOf(const std::string& text) {
-  try {
-    parseDrawing(text, "a.dxf");
-  } catch (const InputError& error) {
-    return error.what();
-  }
-  return "no error";
-}
-
 void expectPoint(const AcGePoint3d& p, double x, double y, double z) {
   EXPECT_NEAR(p.x, x, 1e-9);
   EXPECT_NEAR(p.y, y, 1e-9);

@@ -7,15 +7,6 @@
 namespace workbench {
 namespace {
 
-std::string errorOf(const std::string& text) {
-  try {
-    parseDrawing(text, "a.dxf");
-  } catch (const InputError& error) {
-    return error.what();
-  }
-  return "no error";
-}
-
 std::unique_ptr<standin::Drawing> readTables(const std::string& groups) {
   return parseDrawing(dxfFile(dxfSection("TABLES", groups)), "a.dxf");
 }

@@ -2,6 +2,9 @@
 #ifndef TESTS_WORKBENCH_DXF_TEXT_H
 #define TESTS_WORKBENCH_DXF_TEXT_H
 
+#include "workbench/dxf/reader.h"
+#include "workbench/input_error.h"
+
 #include <string>
 #include <string_view>
 
@@ -30,6 +33,16 @@ inline std::string dxfFile(const std::string& sections) {
 /// A file with these entities in model space; the first group's code is on line 5.
 inline std::string dxfEntities(std::string_view groups) {
   return dxfFile(dxfSection("ENTITIES", groups));
+}
+
+/// The message for a file that is refused.
+inline std::string errorOf(const std::string& file) {
+  try {
+    parseDrawing(file, "a.dxf");
+  } catch (const InputError& error) {
+    return error.what();
+  }
+  return "no error";
 }
 
 }  // namespace workbench

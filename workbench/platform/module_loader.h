@@ -5,13 +5,10 @@
 
 #include "rxdefs.h"
 
-#include <cstdint>
+#include <cassert>
 #include <filesystem>
 
 namespace workbench {
-
-/// Interface release that a module must report: 19.0, the major number in the high 16 bits.
-constexpr int kHostApiVersion = 0x130000;
 
 class Module {
  public:
@@ -26,7 +23,11 @@ class Module {
   Module& operator=(const Module&) = delete;
 
   /// Calls the entry point. Exceptions of the module reach the caller.
-  AcRx::AppRetCode send(AcRx::AppMsgCode message);
+  AcRx::AppRetCode send(AcRx::AppMsgCode message) {
+    assert(mEntryPoint != nullptr && mHandle != nullptr && "a message to a module that is not loaded");
+    // The packet is the host's own; the module only passes it back to the host.
+    return mEntryPoint(message, this);
+  }
 
   /// Frees the library. False when it is still mapped because something else refers to it.
   bool unload();

@@ -1,28 +1,16 @@
-#include "workbench/input_error.h"
+#include "workbench/platform/module_check.h"
 #include "workbench/platform/module_loader.h"
 
 #include <dlfcn.h>
 
-#include <cassert>
 #include <utility>
 
 namespace workbench {
 namespace {
 
-constexpr const char* kExpected = "a module for host interface 0x130000";
-
-std::string hex(int value) {
-  char text[16];
-  std::snprintf(text, sizeof text, "0x%X", static_cast<unsigned>(value));
-  return text;
-}
-
 template <typename Function>
-// A missing export is the user's mistake, a wrong file, so it is reported like one.
 Function symbol(void* library, const char* name, const std::string& file) {
-  void* const address = dlsym(library, name);
-  if (address == nullptr) throw InputError({file}, kExpected, std::string("none of its exports ") + name);
-  return reinterpret_cast<Function>(address);
+  return reinterpret_cast<Function>(requireExport(dlsym(library, name), name, file));
 }
 
 /// Frees the library when the constructor of Module throws after loading it.
@@ -38,18 +26,14 @@ struct Closer {
 Module::Module(const std::filesystem::path& file, const std::filesystem::path& loaded)
     : mFile(std::filesystem::absolute(loaded)) {
   const std::string name = file.string();
-  if (!std::filesystem::is_regular_file(mFile)) throw InputError({name}, kExpected, "no such file");
+  if (!std::filesystem::is_regular_file(mFile)) throw notAModule(name, "no such file");
   // Without a slash the system would search for it.
   const std::string path = loaded.has_parent_path() ? loaded.string() : mFile.string();
   // RTLD_NOW finds missing symbols here and not in the middle of a run. RTLD_LOCAL keeps the module from
   // sharing symbols with this program by accident.
   Closer guard{dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL)};
-  if (guard.library == nullptr) throw InputError({name}, kExpected, inQuotes(dlerror()));
-  // The version is asked for before the entry point is called: a module for another release might crash
-  // there.
-  const int version =
-      static_cast<int>(symbol<std::uint32_t (*)(std::uint32_t)>(guard.library, "acrxGetApiVersion", name)(0));
-  if (version != kHostApiVersion) throw InputError({name}, kExpected, "one for " + hex(version));
+  if (guard.library == nullptr) throw notAModule(name, inQuotes(dlerror()));
+  requireApiVersion(symbol<ApiVersionFunction>(guard.library, "acrxGetApiVersion", name)(0), name);
   mEntryPoint = symbol<EntryPoint>(guard.library, "acrxEntryPoint", name);
   // Nothing throws from here on.
   mHandle = std::exchange(guard.library, nullptr);
@@ -57,12 +41,6 @@ Module::Module(const std::filesystem::path& file, const std::filesystem::path& l
 
 Module::~Module() {
   if (mHandle != nullptr) dlclose(mHandle);
-}
-
-AcRx::AppRetCode Module::send(AcRx::AppMsgCode message) {
-  assert(mEntryPoint != nullptr && mHandle != nullptr && "a message to a module that is not loaded");
-  // The packet is the host's own; the module only passes it back to the host.
-  return mEntryPoint(message, this);
 }
 
 bool Module::unload() {

@@ -1,26 +1,16 @@
-#include "workbench/input_error.h"
 #include "workbench/platform/beeps.h"
 #include "workbench/platform/import_table.h"
+#include "workbench/platform/module_check.h"
 #include "workbench/platform/module_loader.h"
 #include "workbench/text_input.h"
 
 #include <windows.h>
 
 #include <array>
-#include <cassert>
-#include <cstdio>
 #include <utility>
 
 namespace workbench {
 namespace {
-
-constexpr const char* kExpected = "a module for host interface 0x130000";
-
-std::string hex(int value) {
-  char text[16];
-  std::snprintf(text, sizeof text, "0x%X", static_cast<unsigned>(value));
-  return text;
-}
 
 HMODULE asModule(void* library) {
   return static_cast<HMODULE>(library);
@@ -28,10 +18,9 @@ HMODULE asModule(void* library) {
 
 template <typename Function>
 Function symbol(HMODULE library, const char* name, const std::string& file) {
-  const FARPROC address = GetProcAddress(library, name);
-  if (address == nullptr) throw InputError({file}, kExpected, std::string("none of its exports ") + name);
   // By way of void*, since compilers warn about a direct cast between function types.
-  return reinterpret_cast<Function>(reinterpret_cast<void*>(address));
+  void* const address = reinterpret_cast<void*>(GetProcAddress(library, name));
+  return reinterpret_cast<Function>(requireExport(address, name, file));
 }
 
 /// Windows does not say which library it missed: the first of those that the file asks for and that cannot be
@@ -80,16 +69,14 @@ struct Freer {
 Module::Module(const std::filesystem::path& file, const std::filesystem::path&)
     : mFile(std::filesystem::absolute(file).make_preferred()) {
   const std::string name = mFile.string();
-  if (!std::filesystem::is_regular_file(mFile)) throw InputError({name}, kExpected, "no such file");
+  if (!std::filesystem::is_regular_file(mFile)) throw notAModule(name, "no such file");
   // A box about a missing library would wait for somebody to press its button.
   const ErrorMode quiet;
   Freer guard{LoadLibraryW(mFile.c_str())};
   // Read at once: any later call may change it.
   const DWORD code = GetLastError();
-  if (guard.library == nullptr) throw InputError({name}, kExpected, reasonOf(code, mFile.wstring()));
-  const int version =
-      static_cast<int>(symbol<std::uint32_t (*)(std::uint32_t)>(guard.library, "acrxGetApiVersion", name)(0));
-  if (version != kHostApiVersion) throw InputError({name}, kExpected, "one for " + hex(version));
+  if (guard.library == nullptr) throw notAModule(name, reasonOf(code, mFile.wstring()));
+  requireApiVersion(symbol<ApiVersionFunction>(guard.library, "acrxGetApiVersion", name)(0), name);
   mEntryPoint = symbol<EntryPoint>(guard.library, "acrxEntryPoint", name);
   // Before the module runs, so that no beep is missed.
   interceptBeeps(guard.library);
@@ -98,12 +85,6 @@ Module::Module(const std::filesystem::path& file, const std::filesystem::path&)
 
 Module::~Module() {
   if (mHandle != nullptr) FreeLibrary(asModule(mHandle));
-}
-
-AcRx::AppRetCode Module::send(AcRx::AppMsgCode message) {
-  assert(mEntryPoint != nullptr && mHandle != nullptr && "a message to a module that is not loaded");
-  // The packet is the host's own; the module only passes it back to the host.
-  return mEntryPoint(message, this);
 }
 
 bool Module::unload() {
