@@ -1,8 +1,8 @@
 #include "workbench/comparing/compare.h"
 
-#include "workbench/app.h"
 #include "workbench/comparing/compare_outputs.h"
 #include "workbench/comparing/compare_parts.h"
+#include "workbench/exit_status.h"
 #include "workbench/input_error.h"
 #include "workbench/platform/desktop.h"
 #include "workbench/progress_line.h"
