@@ -54,6 +54,17 @@ TEST(DxfEntities, ArcRunsCounterClockwiseAcrossZero) {
   expectPoint(outline[outline.size() / 2], 2, 0, 0);
 }
 
+TEST(DxfEntities, ArcIsTheSameWithTurnsBetweenItsAngles) {
+  for (const char* const angles : {"50 -450|51 90", "50 990|51 90", "50 270|51 4410"}) {
+    const auto outline =
+        read(std::string("0 ARC|10 0|20 0|40 2|") + angles)->entities().at(0)->outline().at(0);
+    EXPECT_EQ(outline.size(), 33u) << angles;
+    expectPoint(outline.front(), 0, -2, 0);
+    expectPoint(outline.back(), 0, 2, 0);
+    expectPoint(outline[outline.size() / 2], 2, 0, 0);
+  }
+}
+
 TEST(DxfEntities, EllipseHasItsAxisInTheWorldFrame) {
   const auto outline = read("0 ELLIPSE|10 1|20 1|30 0|11 0|21 4|31 0|40 0.5|41 0|42 1.5707963267948966")
                            ->entities()

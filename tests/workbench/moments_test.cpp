@@ -29,7 +29,9 @@ class Moments : public testing::Test {
   Moments() {
     clock::start(clock::Kind::kReplay);
     host::start();
-    host::openDocument(parseDrawing(dxfEntities("0 POINT|5 2A|10 1|20 2|0 POINT|5 2B|10 9|20 9"), "a.dxf"));
+    auto drawing = parseDrawing(dxfEntities("0 POINT|5 2A|10 1|20 2|0 POINT|5 2B|10 9|20 9"), "a.dxf");
+    mDrawingP = drawing.get();
+    host::openDocument(std::move(drawing));
   }
   ~Moments() override { host::closeDocument(); }
 
@@ -48,6 +50,8 @@ class Moments : public testing::Test {
     acedSSFree(set);
     acDocManagerPtr()->unlockDocument(acDocManagerPtr()->curDocument());
   }
+
+  standin::Drawing* mDrawingP = nullptr;  ///< owned by the host
 };
 
 TEST_F(Moments, ShapesAreThoseOfTheBeginning) {
@@ -89,6 +93,18 @@ TEST_F(Moments, MovedEntityIsChangedFromThenOn) {
   EXPECT_TRUE(moments.at(0).changed.empty());
   ASSERT_EQ(moments.at(1).changed.size(), 1u);
   EXPECT_EQ(moments.at(1).changed[0].outline.at(0).at(0).x, 6);
+}
+
+TEST_F(Moments, RecolouredEntityIsChanged) {
+  MomentRecorder recorder(100, 2);
+  recorder.begin();
+  host::select({0x2A});
+  recorder.look();
+  mDrawingP->addLayer({"0", 3, false, true});
+  recorder.finish();
+  const auto moments = recorder.takeMoments();
+  ASSERT_EQ(moments.at(1).changed.size(), 1u);
+  EXPECT_EQ(moments.at(1).changed[0].colour, 3);
 }
 
 TEST_F(Moments, EntityMovedBetweenMomentsIsChanged) {

@@ -15,13 +15,6 @@ constexpr long long kMostVertices = 2147483647;
 constexpr long long kClosedFlag = 1;
 constexpr AcGeVector3d kWorldZ{0, 0, 1};
 
-/// Arcs run counter-clockwise, so the end's angle is above the start's.
-double endAfter(double start, double end) {
-  // Equal angles give a full circle, not an empty arc. Programs write a full ellipse as 0 to 2 pi and a full
-  // arc as 0 to 0.
-  return end > start ? end : end + kTwoPi;
-}
-
 double radius(const DxfRecord& record) {
   const double value = record.real(40);
   // Zero is allowed: degenerate circles occur in real drawings and are drawn as a point.
@@ -76,10 +69,10 @@ EntityPtr makeCircle(const DxfEntity& entity, DxfInserts&) {
 EntityPtr makeArc(const DxfEntity& entity, DxfInserts&) {
   const DxfRecord& record = entity.record;
   const DxfFrame frame = dxfFrame(record.direction(210, kWorldZ));
-  // Arcs give angles in degrees, ellipses give parameters in radians.
-  const double start = radians(record.real(50));
+  // Arcs give angles in degrees, ellipses give parameters in radians. The entity runs counter-clockwise from
+  // start to end, whatever the turns between the two numbers, and equal ones are a full turn.
   return standin::makeArc(entity.properties, frame.toWorld(record.point(10)), frame.z, frame.x,
-                          radius(record), start, endAfter(start, radians(record.real(51))));
+                          radius(record), radians(record.real(50)), radians(record.real(51)));
 }
 
 EntityPtr makeEllipse(const DxfEntity& entity, DxfInserts&) {
@@ -88,7 +81,7 @@ EntityPtr makeEllipse(const DxfEntity& entity, DxfInserts&) {
   // The parameter runs from 0 at the major axis. It is an angle only on a circle, so it is not converted from
   // degrees.
   const double start = record.real(41, 0);
-  const double end = endAfter(start, record.real(42, kTwoPi));
+  const double end = record.real(42, kTwoPi);
   // Group 11 is the end of the major axis relative to the centre, in world coordinates as the centre is.
   const AcGeVector3d majorAxis = record.point(11) - AcGePoint3d::kOrigin;
   return standin::makeEllipse(entity.properties, record.point(10), normal, majorAxis, record.real(40), start,

@@ -33,7 +33,7 @@ bool isSameOutline(const std::vector<standin::Polyline3>& a, const std::vector<s
 
 bool isSame(const std::vector<ReportShape>& a, const std::vector<ReportShape>& b) {
   return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](const ReportShape& p, const ReportShape& q) {
-    return isSameOutline(p.outline, q.outline);
+    return p.layer == q.layer && p.colour == q.colour && isSameOutline(p.outline, q.outline);
   });
 }
 
