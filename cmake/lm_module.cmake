@@ -2,7 +2,7 @@
 # has one compiler. Its files land beside the others'; the target is LMTRAutoCAD2013, as in every build.
 include(ExternalProject)
 set(folder ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
-set(files ${folder}/LMTRAutoCAD2013.arx ${folder}/standin_adapter.dll ${folder}/runtime_probe.dll
+set(files ${folder}/LMTRAutoCAD2013.arx ${folder}/standin_adapter.dll ${folder}/runtime_probe.dll ${folder}/throwing_module.dll
   ${folder}/accore.dll ${folder}/acdb19.dll ${folder}/acge19.dll ${folder}/ac1st19.dll)
 ExternalProject_Add(module
   SOURCE_DIR ${PROJECT_SOURCE_DIR}

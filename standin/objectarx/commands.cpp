@@ -6,6 +6,7 @@
 #include "text.h"
 
 #include <algorithm>
+#include <functional>
 
 namespace standin::host {
 namespace {
@@ -18,11 +19,11 @@ constexpr BuiltIn kBuiltIns[] = {
     {L"NETLOAD", nullptr, false, makeNetloadCommand},
 };
 
-AcRxFunctionPtr functionOf(const std::wstring& name) {
+std::function<void()> functionOf(const std::wstring& name) {
   const std::lock_guard lock(hostMutex());
   for (const RegisteredCommand& command : run().commands)
     if (isSameName(command.globalName, name) || isSameName(command.localName, name)) return command.function;
-  return nullptr;
+  return {};
 }
 
 void addToCommandDepth(int change) {
@@ -40,7 +41,7 @@ const BuiltIn* findBuiltIn(const std::wstring& name) {
 }
 
 bool runRegisteredCommand(const std::wstring& name) {
-  const AcRxFunctionPtr function = functionOf(name);
+  const std::function<void()> function = functionOf(name);
   if (function == nullptr) return false;
   // While a registered command runs, the host locks the current document for it.
   addToCommandDepth(1);

@@ -11,6 +11,7 @@
 // clang-format on
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -22,7 +23,7 @@ struct RegisteredCommand {
   std::wstring group;
   std::wstring globalName;
   std::wstring localName;
-  AcRxFunctionPtr function = nullptr;
+  std::function<void()> function;
 };
 
 struct SelectionSet {

@@ -51,6 +51,17 @@ Acad::ErrorStatus askStatus(int (*row)(int*, Parameters...), Arguments... argume
   return static_cast<Acad::ErrorStatus>(ask(row, arguments...));
 }
 
+/// Calls the module: 1 when it threw. The host's frames cannot catch an exception of this ABI.
+template <class Call>
+int thrown(Call intoTheModule) {
+  try {
+    intoTheModule();
+    return 0;
+  } catch (...) {
+    return 1;
+  }
+}
+
 /// The one object of class T here for an object of the host; null for null.
 template <class T>
 T* proxyOf(const void* hostObjectP) {
@@ -104,11 +115,10 @@ class DocManager final : public AcApDocManager {
   }
 
  private:
-  static int toBeDestroyed(void* reactorP, void* documentP) try {
-    static_cast<AcApDocManagerReactor*>(reactorP)->documentToBeDestroyed(proxyOf<Document>(documentP));
-    return 0;
-  } catch (...) {
-    return 1;
+  static int toBeDestroyed(void* reactorP, void* documentP) {
+    return thrown([=] {
+      static_cast<AcApDocManagerReactor*>(reactorP)->documentToBeDestroyed(proxyOf<Document>(documentP));
+    });
   }
 };
 
@@ -120,14 +130,18 @@ class CommandStack final : public AcEdCommandStack {
                                int code, HINSTANCE resource, AcEdCommand** commandPP) override {
     if (commandPP != nullptr) *commandPP = nullptr;
     return askStatus(host().addCommand, mHostP, group, globalName, localName,
-                     static_cast<std::int32_t>(flags), function, static_cast<void*>(contextP), code,
-                     static_cast<void*>(resource));
+                     static_cast<std::int32_t>(flags), function, &runFunction, static_cast<void*>(contextP),
+                     code, static_cast<void*>(resource));
   }
   Acad::ErrorStatus removeCmd(const ACHAR* group, const ACHAR* globalName) override {
     return askStatus(host().removeCmd, mHostP, group, globalName);
   }
 
  private:
+  static int runFunction(void (*function)()) {
+    return thrown([=] { function(); });
+  }
+
   void* mHostP;
 };
 

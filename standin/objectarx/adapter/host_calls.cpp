@@ -1,7 +1,9 @@
 // The host's side of the table: each row calls the function of the host's own headers that it is named after.
 #include "host_calls.h"
 
+#include "standin/objectarx/operation.h"
 #include "standin/objectarx/printing.h"
+#include "standin/objectarx/state.h"
 
 // clang-format off
 #include <windows.h>
@@ -19,6 +21,7 @@
 #include <cstring>
 #include <map>
 #include <memory>
+#include <mutex>
 #include <stdexcept>
 
 namespace {
@@ -55,14 +58,18 @@ const AcGsView& view(const void* viewP) {
   return *static_cast<const AcGsView*>(viewP);
 }
 
+/// `result` of a function of the module's: 1 when it threw, which is thrown on in the host.
+void throwIfModuleThrew(int result) {
+  if (result != 0) throw std::runtime_error("the module threw into the host");
+}
+
 /// A reactor of the module's. The stand-in host tells reactors of nothing else.
 class ModuleReactor final : public AcApDocManagerReactor {
  public:
   ModuleReactor(void* reactorP, int (*toBeDestroyed)(void*, void*))
       : mReactorP(reactorP), mToBeDestroyed(toBeDestroyed) {}
   void documentToBeDestroyed(AcApDocument* documentP) override {
-    if (mToBeDestroyed(mReactorP, address(documentP)) != 0)
-      throw std::runtime_error("the module threw into the host");
+    throwIfModuleThrew(mToBeDestroyed(mReactorP, address(documentP)));
   }
 
  private:
@@ -127,11 +134,15 @@ constexpr HostCalls kCalls = {
       return contained([=] { *r = as<AcRxDynamicLinker>(linker).registerAppMDIAware(packet); });
     },
     [](int* r, void* stack, const wchar_t* group, const wchar_t* global, const wchar_t* local,
-       std::int32_t flags, void (*function)(), void* context, int code, void* resource) {
+       std::int32_t flags, void (*function)(), int (*runFunction)(void (*)()), void* context, int code,
+       void* resource) {
       return contained([=] {
         *r = as<AcEdCommandStack>(stack).addCommand(group, global, local, flags, function,
                                                     static_cast<AcEdUIContext*>(context), code,
                                                     static_cast<HINSTANCE>(resource));
+        if (*r != Acad::eOk) return;
+        const std::lock_guard lock(standin::host::hostMutex());
+        standin::host::run().commands.back().function = [=] { throwIfModuleThrew(runFunction(function)); };
       });
     },
     [](int* r, void* stack, const wchar_t* group, const wchar_t* global) {

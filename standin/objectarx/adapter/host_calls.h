@@ -33,9 +33,10 @@ struct HostCalls {
   int (*registryAt)(void** resultP, const wchar_t* key);
   int (*unlockApplication)(bool* resultP, void* linkerP, void* packetP);
   int (*registerMdiAware)(bool* resultP, void* linkerP, void* packetP);
+  /// `runFunction` calls `function`; 1 when the module threw.
   int (*addCommand)(int* resultP, void* stackP, const wchar_t* group, const wchar_t* globalName,
-                    const wchar_t* localName, std::int32_t flags, void (*function)(), void* contextP,
-                    int code, void* resourceP);
+                    const wchar_t* localName, std::int32_t flags, void (*function)(),
+                    int (*runFunction)(void (*function)()), void* contextP, int code, void* resourceP);
   int (*removeCmd)(int* resultP, void* stackP, const wchar_t* group, const wchar_t* globalName);
 
   // Classes
