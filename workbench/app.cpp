@@ -18,6 +18,7 @@
 #include "workbench/running/replay.h"
 #include "workbench/running/result_folder.h"
 #include "workbench/running/summary.h"
+#include "workbench/sessions/session_limits.h"
 #include "workbench/text_input.h"
 #include "workbench/text_output.h"
 
@@ -65,6 +66,7 @@ Inputs readInputs(const ReplayOptions& options, ProgressLine& line) {
   line.show("replay: reading " + shortName(options.session));
   Inputs inputs;
   inputs.session = readSession(options.session);
+  checkMotion(inputs.session, options.frameMs);
   std::size_t menuLine = 0;
   inputs.isMenuLate = hasMenuEvent(inputs.session, menuLine);
   if (options.menu && isCustomizationFile(*options.menu)) inputs.hostMenus = fs::absolute(*options.menu);

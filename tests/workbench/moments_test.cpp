@@ -95,6 +95,28 @@ TEST_F(Moments, MovedEntityIsChangedFromThenOn) {
   EXPECT_EQ(moments.at(1).changed[0].outline.at(0).at(0).x, 6);
 }
 
+TEST_F(Moments, ChangesBeyondTheLimitAreLeftOutAndCounted) {
+  constexpr std::size_t kVertices = MomentRecorder::kMostChanges / 3;
+  std::string polyline = "0 LWPOLYLINE|5 2C";
+  for (std::size_t i = 0; i < kVertices; ++i) polyline += "|10 1|20 2";
+  host::openDocument(parseDrawing(dxfEntities(polyline), "a.dxf"));
+  MomentRecorder recorder(100, 5);
+  recorder.begin();
+  host::select({0x2C});
+  recorder.look();
+  moveSelected({5, 0, 0});
+  clock::advanceTo(75);
+  recorder.look();
+  recorder.finish();
+  const auto moments = recorder.takeMoments();
+  host::closeDocument();
+  // The first is before the movement, and three have room for it.
+  EXPECT_TRUE(moments.at(0).changed.empty());
+  EXPECT_EQ(moments.at(3).changed.size(), 1u);
+  EXPECT_TRUE(moments.at(4).changed.empty());
+  EXPECT_EQ(recorder.leftOut(), 1u);
+}
+
 TEST_F(Moments, RecolouredEntityIsChanged) {
   MomentRecorder recorder(100, 2);
   recorder.begin();

@@ -1,6 +1,7 @@
 #include "device/lmt_ctrlr.h"
 #include "workbench/input_error.h"
 #include "workbench/sessions/session.h"
+#include "workbench/sessions/session_limits.h"
 
 #include <gtest/gtest.h>
 
@@ -162,6 +163,26 @@ TEST(SessionReader, MissingFileIsReported) {
   } catch (const InputError& error) {
     EXPECT_STREQ(error.what(), "/nowhere/a.session: expected a session, found no such file");
   }
+}
+
+std::string motionErrorOf(const std::string& text, std::uint32_t frameMs) {
+  try {
+    checkMotion(parseSession(text, "a.session"), frameMs);
+  } catch (const InputError& error) {
+    return error.what();
+  }
+  return "no error";
+}
+
+TEST(SessionLimits, MotionIsLimitedInAll) {
+  const std::string error =
+      "a.session:3: expected a cap that is deflected for at most 4000000 ms in all (2000000 drawing calls), "
+      "found one that still is after that";
+  // A key in between does not end a motion, and a released cap may last.
+  const std::string held = "0 motion 1 0 0 0 0 0\n2000000 motion 0 0 0 0 0 0\n9000000 motion 0 0 0 0 0 1\n";
+  EXPECT_EQ(motionErrorOf(held + "9000000 key top\n11000001 end\n", 2), error);
+  EXPECT_EQ(motionErrorOf(held + "9000000 key top\n11000000 end\n", 2), "no error");
+  EXPECT_EQ(motionErrorOf(held + "11000001 end\n", 3), "no error");
 }
 
 }  // namespace

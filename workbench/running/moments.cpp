@@ -103,8 +103,22 @@ void MomentRecorder::take(std::int64_t nowMs) {
   compare(moment);
   while (mMoments.size() < mTimes.size() && mTimes[mMoments.size()] <= nowMs) {
     moment.timeMs = mTimes[mMoments.size()];
-    mMoments.push_back(moment);
+    mMoments.push_back(limited(moment));
   }
+}
+
+ReportMoment MomentRecorder::limited(ReportMoment moment) {
+  std::size_t changes = moment.gone.size();
+  for (const ReportShape& shape : moment.changed)
+    for (const standin::Polyline3& line : shape.outline) changes += line.size();
+  if (mChanges + changes <= kMostChanges) {
+    mChanges += changes;
+    return moment;
+  }
+  moment.changed.clear();
+  moment.gone.clear();
+  ++mLeftOut;
+  return moment;
 }
 
 void MomentRecorder::noteCandidates() {

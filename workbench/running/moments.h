@@ -17,6 +17,10 @@ std::vector<std::int64_t> momentTimes(std::int64_t endMs, std::size_t count);
 /// Takes each moment at the first look at or after its time; between two looks the screen does not change.
 class MomentRecorder {
  public:
+  /// Points of moved and new shapes, and handles of erased ones, that all moments may hold together. A large
+  /// drawing that is moved as a whole would otherwise be kept once for each moment.
+  static constexpr std::size_t kMostChanges = 2000000;
+
   enum class Desktop { kLeftOut, kShown };
 
   MomentRecorder(std::int64_t endMs, std::size_t count, Desktop desktop = Desktop::kLeftOut)
@@ -35,9 +39,13 @@ class MomentRecorder {
 
   std::vector<ReportShape> takeShapes();
   std::vector<ReportMoment> takeMoments() { return std::move(mMoments); }
+  /// Moments that show the drawing as it was at the beginning, because of kMostChanges.
+  std::size_t leftOut() const { return mLeftOut; }
 
  private:
   void take(std::int64_t nowMs);
+  /// The moment, without its changes when there is no room left for them.
+  ReportMoment limited(ReportMoment moment);
   void noteCandidates();
   void compare(ReportMoment& moment) const;
   /// While another document is current, or none (null): nothing of the run's drawing is on the screen.
@@ -46,6 +54,8 @@ class MomentRecorder {
   std::vector<std::int64_t> mTimes;
   Desktop mDesktop;
   std::vector<ReportMoment> mMoments;
+  std::size_t mChanges = 0;  ///< kept so far
+  std::size_t mLeftOut = 0;
   std::map<std::uint64_t, std::vector<ReportShape>> mShapes;  ///< at the beginning, by handle
   std::uint64_t mDrawing = 0;                                 ///< serial number of the run's drawing
   std::size_t mEntitiesAtStart = 0;

@@ -161,6 +161,7 @@ class Run {
     mResult.recording = recorder.take();
     mResult.shapes = mMoments.takeShapes();
     mResult.moments = mMoments.takeMoments();
+    mResult.momentsLeftOut = mMoments.leftOut();
     mResult.host = host::counts();
     mResult.eventsDelivered = controller::eventsHandedOver();
     mResult.eventsNotFetched = controller::eventsPending();

@@ -40,6 +40,10 @@ Texts plain(const Json& value) {
   return {value.dump()};
 }
 
+Texts unlessZero(const Json& value) {
+  return value == 0 ? Texts() : plain(value);
+}
+
 Texts milliseconds(const Json& value) {
   return {value.dump() + " ms"};
 }
@@ -111,6 +115,7 @@ const Entry kEntries[] = {
     {"handles_not_found",
      [](const RunResult& result) { return Json(handleTexts(result.recording.handlesNotFound)); },
      "handles not found", listed},
+    {"moments_left_out", member<&RunResult::momentsLeftOut>, "moments that show no changes", unlessZero},
     {"host_breaches", [](const RunResult& result) { return breachesJson(result.recording.breaches); }},
     {"host_breaches_in_all", hostCount<&Counts::breachesInAll>},
     {"problems", member<&RunResult::problems>, "problem", oneEach},
