@@ -5,9 +5,12 @@ usage: draw_pictures.py WORKBENCH FOLDER
 Each panel is a run of its own: the drawing as it looked before is grey, as it looked after is dark. Without
 third-party modules.
 """
+import base64
+import itertools
 import json
 import math
 import os
+import struct
 import subprocess
 import sys
 import tempfile
@@ -60,6 +63,18 @@ def replay(workbench, session):
         with open(os.path.join(folder, "index.html"), encoding="utf-8") as file:
             page = file.read()
     return json.loads(page.split('id="data">')[1].split("</script>")[0])
+
+
+def column(text, form):
+    """The numbers of a column: `form` as the struct module names it."""
+    return [value for value, in struct.iter_unpack("<" + form, base64.b64decode(text))]
+
+
+def shapes_of(data):
+    """Handle and flat polylines of each shape."""
+    lines, points, xyz = (iter(column(data[name], form)) for name, form in (("lines", "I"), ("points", "I"), ("xyz", "d")))
+    for handle, count in zip(column(data["handles"], "Q"), lines):
+        yield [f"{handle:X}"] + [list(itertools.islice(xyz, 3 * next(points))) for _ in range(count)]
 
 
 def minus(a, b):
@@ -134,7 +149,7 @@ def drawing(data, moment, kind):
     view = View(moment["camera"])
     selected = set(data["selections"][moment["selection"]])
     parts = {kind: [], "selected": []}
-    for shape in (shape for group in data["groups"] for shape in group["shapes"]):
+    for shape in shapes_of(data["shapes"]):
         which = "selected" if shape[0] in selected and kind == "after" else kind
         for flat in shape[1:]:
             parts[which] += [path_text(run) for run in runs(view, flat) if is_worth_drawing(run)]

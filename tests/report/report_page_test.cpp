@@ -1,17 +1,22 @@
 #include "sample_data.h"
 #include "workbench/report/page_text.h"
+#include "workbench/report/report_log.h"
 #include "workbench/report/report_scene.h"
+#include "workbench/report/report_shapes.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
 #include <cmath>
+#include <cstring>
 #include <string>
+#include <vector>
 
 namespace workbench {
 namespace {
 
+using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::Not;
 using Json = nlohmann::ordered_json;
@@ -40,7 +45,7 @@ TEST(ReportPage, PageIsWholeAndLeavesNoMarkUnfilled) {
 TEST(ReportPage, PageLoadsNothing) {
   const std::string page = reportPage(report_sample::bundle());
   EXPECT_THAT(page, HasSubstr("default-src 'none'"));
-  for (const char* reference : {"src=", "href=", "@import", "url(", "fetch("})
+  for (const char* reference : {" src=\"", " href=\"", "@import", "url(", "fetch("})
     EXPECT_THAT(page, Not(HasSubstr(reference)));
 }
 
@@ -63,19 +68,75 @@ Json parsed(const char* text) {
   return Json::parse(text);
 }
 
+/// The numbers of a column, read back.
+template <typename Number>
+std::vector<Number> numbers(const Json& column) {
+  static const std::string kDigits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+  std::string bytes;
+  unsigned block = 0;
+  int bits = 0;
+  for (const char digit : column.get<std::string>()) {
+    if (digit == '=') break;
+    block = block << 6 | static_cast<unsigned>(kDigits.find(digit));
+    bits += 6;
+    if (bits < 8) continue;
+    bits -= 8;
+    bytes += static_cast<char>(block >> bits & 255U);
+  }
+  std::vector<Number> values(bytes.size() / sizeof(Number));
+  std::memcpy(values.data(), bytes.data(), values.size() * sizeof(Number));
+  return values;
+}
+
 TEST(ReportScene, SceneHasEveryKeyForARunOfNothing) {
-  EXPECT_EQ(reportJson(ReportData{}),
-            parsed(R"({"drawing":"","session":"","clean":false,"summary":[],"groups":[],
-      "moments":[],"selected":[],"selections":[],"changes":[],"desktops":[],"passes":{"count":0,"all":0,"data":""},"caps":[],"events":[],"problems":[],"lines":[],"functions":[],"keys":[],
-      "log":"","log_note":"","log_follows":false})"));
+  const Json shapes =
+      parsed(R"({"groups":[],"types":[],"handles":"","type":"","lines":"","points":"","xyz":""})");
+  Json expected = parsed(R"({"drawing":"","session":"","clean":false,"summary":[],"shapes":null,"moments":[],
+      "selected":[],"selections":[],"changes":null,"desktops":[],
+      "passes":{"count":0,"all":0,"time":"","state":"","target":"","eye":"","up":"","field":""},
+      "caps":{"count":0,"all":0,"time":"","axes":""},"modes":[],"events":[],"problems":[],"lines":[],"functions":[],
+      "keys":[],"log":{"count":0,"time":"","text":"","texts":[],"gap":0,"left_out":0},"log_note":"",
+      "log_follows":false,"notes":[]})");
+  expected["shapes"] = expected["changes"] = shapes;
+  EXPECT_EQ(reportJson(ReportData{}), expected);
 }
 
 TEST(ReportScene, SceneGroupsShapesByLayerAndColour) {
   ReportData data;
-  data.shapes = {lineShape(0x2A, "B", 0.25), lineShape(0xFFFFFFFFFFFFFFFF, "A", 3), lineShape(0, "B", -0.0)};
-  EXPECT_EQ(reportJson(data)["groups"], parsed(R"([
-      {"layer":"A","colour":1,"shapes":[["FFFFFFFFFFFFFFFF",[3.0,0.0,0.0,3.0,1.5,-2.0]]]},
-      {"layer":"B","colour":1,"shapes":[["2A",[0.25,0.0,0.0,0.25,1.5,-2.0]],["0",[0.0,0.0,0.0,0.0,1.5,-2.0]]]}])"));
+  data.shapes = {lineShape(0x2A, "B", 0.25), lineShape(0xFFFFFFFFFFFFFFFF, "A", 3), lineShape(0, "B", -0.5)};
+  data.shapes[1].type = "LINE";
+  data.shapes[1].outline.push_back({AcGePoint3d(7, 8, 9)});
+  const Json shapes = reportJson(data)["shapes"];
+  EXPECT_EQ(shapes["groups"], parsed(R"([["A",1,1],["B",1,2]])"));
+  EXPECT_EQ(shapes["types"], parsed(R"(["LINE",""])"));
+  EXPECT_THAT(numbers<std::uint64_t>(shapes["handles"]), ElementsAre(0xFFFFFFFFFFFFFFFF, 0x2A, 0));
+  EXPECT_THAT(numbers<std::uint8_t>(shapes["type"]), ElementsAre(0, 1, 1));
+  EXPECT_THAT(numbers<std::uint32_t>(shapes["lines"]), ElementsAre(2, 1, 1));
+  EXPECT_THAT(numbers<std::uint32_t>(shapes["points"]), ElementsAre(2, 1, 2, 2));
+  EXPECT_THAT(numbers<double>(shapes["xyz"]), ElementsAre(3, 0, 0, 3, 1.5, -2, 7, 8, 9, 0.25, 0, 0, 0.25, 1.5,
+                                                          -2, -0.5, 0, 0, -0.5, 1.5, -2));
+}
+
+TEST(ReportShapes, ShapesLeaveOutTheSmallestWhereThereIsNoRoom) {
+  std::vector<ReportShape> shapes = {lineShape(1, "A", 0), lineShape(2, "A", 0), lineShape(3, "A", 0)};
+  shapes[1].outline[0][1] = AcGePoint3d(0.1, 0, 0);
+  std::vector<std::uint64_t> handles;
+  for (const ReportShape* const shapeP : shapesForPage(shapes, 2 * sizeInPage(shapes[0])))
+    handles.push_back(shapeP->handle);
+  EXPECT_THAT(handles, ElementsAre(1, 3));
+}
+
+TEST(ReportScene, SceneNotesHowManyEntitiesAreLeftOut) {
+  ReportData data;
+  data.shapes.assign(300000, lineShape(1, "A", 0));
+  const Json json = reportJson(data);
+  const auto kept = json["shapes"]["groups"][0][2].get<std::size_t>();
+  EXPECT_GT(kept, 200000U) << "so many are said to open";
+  EXPECT_LT(kept, 300000U);
+  EXPECT_EQ(json["notes"],
+            Json::array({std::to_string(300000 - kept) +
+                         " of 300000 entities, the smallest ones, are left out: the page would be "
+                         "too large."}));
 }
 
 TEST(ReportScene, SceneWritesAMomentAsACameraInNumbers) {
@@ -154,8 +215,8 @@ TEST(ReportScene, SceneWritesWhatRecursOnce) {
   data.moments[2].gone = {0x2B};
   const Json json = reportJson(data);
   EXPECT_EQ(json["selections"], parsed(R"([[],["1","2"]])"));
-  EXPECT_EQ(json["changes"],
-            parsed(R"([{"layer":"A","colour":1,"shape":["1",[7.0,0.0,0.0,7.0,1.5,-2.0]]}])"));
+  EXPECT_EQ(json["changes"]["groups"], parsed(R"([["A",1,1]])"));
+  EXPECT_THAT(numbers<double>(json["changes"]["xyz"]), ElementsAre(7, 0, 0, 7, 1.5, -2));
   for (const int moment : {1, 2}) {
     EXPECT_EQ(json["moments"][moment]["selection"], 1);
     EXPECT_EQ(json["moments"][moment]["changed"], parsed("[0]"));
@@ -163,46 +224,103 @@ TEST(ReportScene, SceneWritesWhatRecursOnce) {
   EXPECT_EQ(json["moments"][2]["gone"], parsed(R"(["2B"])"));
 }
 
-TEST(ReportScene, SceneWritesPassesAsNumbersInBase64) {
+TEST(ReportScene, SceneWritesPassesAsColumns) {
   ReportData data;
-  data.passes = {{16, 1, true, true, {{1, 2, 0}, {0, 0, 0}, {0, 0, 0}, 3, 4, true}}};
+  const standin::host::Camera camera{{1e6 + 1, 2, 0}, {1e6, 0.1, -3}, {0, 0, 1}, 3, 4, true};
+  data.passes = {{16, 1, true, true, camera, true}, {32, 2, false, false, {}, false}};
   const Json passes = reportJson(data)["passes"];
-  EXPECT_EQ(passes["count"], 1);
-  // 16, then the state 1 + 2 + 4 + 8, then the camera.
-  EXPECT_EQ(passes["data"].get<std::string>().substr(0, 32), "AAAAAAAAMEAAAAAAAAAuQAAAAAAAAPA/");
-  EXPECT_EQ(passes["data"].get<std::string>().size(), (13 * 8 + 2) / 3 * 4u);
+  EXPECT_EQ(passes["count"], 2);
+  EXPECT_THAT(numbers<std::uint32_t>(passes["time"]), ElementsAre(16, 32));
+  EXPECT_THAT(numbers<std::int32_t>(passes["state"]), ElementsAre(1 + 2 + 4 + 8 + 16, 32));
+  EXPECT_THAT(numbers<double>(passes["target"]), ElementsAre(1e6, 0.1, -3, 0, 0, 0));
+  const auto eye = numbers<float>(passes["eye"]);
+  EXPECT_FLOAT_EQ(eye[0], 1);
+  EXPECT_FLOAT_EQ(eye[1], 1.9F);
+  EXPECT_FLOAT_EQ(eye[2], 3);
+  EXPECT_EQ(numbers<float>(passes["up"])[2], 1);
+  const auto field = numbers<float>(passes["field"]);
+  EXPECT_EQ(field[0], 3);
+  EXPECT_EQ(field[1], 4);
 }
 
 TEST(ReportScene, SceneThinsPassesBeyondWhatAPageCanHold) {
   ReportData data;
-  for (int i = 0; i < 600000; ++i) data.passes.push_back({i, 2, false, false, {}});
-  const Json passes = reportJson(data)["passes"];
-  EXPECT_EQ(passes["all"], 600000);
-  EXPECT_EQ(passes["count"], 200001) << "every third, and the last";
+  for (int i = 0; i < 500000; ++i) data.passes.push_back({i, 2, false, false, {}});
+  const Json json = reportJson(data);
+  EXPECT_EQ(json["passes"]["all"], 500000);
+  const auto times = numbers<std::uint32_t>(json["passes"]["time"]);
+  EXPECT_EQ(json["passes"]["count"], times.size());
+  EXPECT_EQ(times.size(), 166668U) << "every third, and the last";
+  EXPECT_EQ(times.back(), 499999U);
+  EXPECT_EQ(json["notes"],
+            parsed(R"(["333332 of 500000 views are left out: the page would be too large."])"));
+}
+
+TEST(ReportScene, SceneLeavesOutLaterEventsWhereThereIsNoRoom) {
+  ReportData data;
+  data.events.assign(4000, {5, 3, std::string(1000, 'a')});
+  const Json json = reportJson(data);
+  EXPECT_GT(json["events"].size(), 3000U);
+  EXPECT_LT(json["events"].size(), 3200U);
+  EXPECT_THAT(json["notes"][0].get<std::string>(), HasSubstr(" of 4000 events of the session are left out"));
+}
+
+TEST(ReportScene, SceneLeavesOutSelectionsWhereThereIsNoRoom) {
+  ReportData data;
+  std::vector<std::uint64_t> many(500000, 0x2A);
+  data.selections = {{1, {1}}, {2, many}, {3, {1}}};
+  const Json json = reportJson(data);
+  EXPECT_EQ(json["selected"], parsed("[[1,0],[2,null],[3,0]]"));
+  EXPECT_EQ(json["notes"],
+            parsed(R"(["1 changes of the selection are left out: the page would be too large."])"));
 }
 
 TEST(ReportScene, SceneKeepsWhatHappenedInOrder) {
   ReportData data;
-  data.caps = {{5, {1, 2, 3, 4, 5, 6}}, {9, {0, 0, 0, 0, 0, 0}}};
+  data.caps = {{5, {1, 2, 3, 4, 5, -6}}, {9, {0, 0, 0, 0, 0, 0}}};
+  data.modes = {{4, 112, true}};
   data.selections = {{7, {0x2A}}, {8, {}}};
   data.events = {{5, 3, "motion 1 2 3 4 5 6"}};
   data.problems = {{12, "a"}, {std::nullopt, "b"}};
   data.commandLine = {{7, "send", "'_-VIEW _FRONT "}, {8, "box", "caption\ntext"}};
-  data.log = "one\ntwo\n";
   const Json json = reportJson(data);
-  EXPECT_EQ(json["caps"], parsed("[5,1,2,3,4,5,6,9,0,0,0,0,0,0]"));
+  EXPECT_THAT(numbers<std::uint32_t>(json["caps"]["time"]), ElementsAre(5, 9));
+  EXPECT_THAT(numbers<std::int16_t>(json["caps"]["axes"]), ElementsAre(1, 2, 3, 4, 5, -6, 0, 0, 0, 0, 0, 0));
+  EXPECT_EQ(json["modes"], parsed("[[4,112,true]]"));
   EXPECT_EQ(json["selected"], parsed("[[7,0],[8,1]]"));
   EXPECT_EQ(json["selections"], parsed(R"([["2A"],[]])"));
   EXPECT_EQ(json["events"], parsed(R"([[5,3,"motion 1 2 3 4 5 6"]])"));
   EXPECT_EQ(json["problems"], parsed(R"([[12,"a"],[null,"b"]])"));
   EXPECT_EQ(json["lines"], parsed(R"([[7,"send","'_-VIEW _FRONT "],[8,"box","caption\ntext"]])"));
-  EXPECT_EQ(json["log"], "one\ntwo\n");
 }
 
-TEST(ReportPage, PageStaysBelowAMegabyteForTenThousandLinesAndSixtyMoments) {
+TEST(ReportLog, LogWritesEachTextOnce) {
+  const Json log = logJson("head\n07:05:09.042|INF| a\nmore\n07:05:10.001|INF| a\n", 1000);
+  EXPECT_EQ(log["count"], 4);
+  EXPECT_EQ(log["texts"], parsed(R"(["head","|INF| a","more"])"));
+  EXPECT_THAT(numbers<std::uint32_t>(log["text"]), ElementsAre(0, 1, 2, 1));
+  EXPECT_THAT(numbers<std::uint32_t>(log["time"]), ElementsAre(0, 25509042, 25509042, 25510001));
+}
+
+TEST(ReportLog, LogCountsDaysOn) {
+  const Json log = logJson("23:59:59.999|INF| a\n00:00:00.010|INF| b\n00:00:00.009|INF| c\n", 1000);
+  EXPECT_THAT(numbers<std::uint32_t>(log["time"]), ElementsAre(86399999, 86400010, 86400009));
+}
+
+TEST(ReportLog, LogLeavesOutItsMiddleWhereThereIsNoRoom) {
+  std::string text;
+  for (int i = 0; i < 100; ++i) text += "line " + std::to_string(10 + i) + "\n";
+  const Json log = logJson(text, 1000);
+  EXPECT_EQ(log["left_out"], 50);
+  EXPECT_EQ(log["gap"], 25);
+  EXPECT_EQ(log["texts"][24], "line 34");
+  EXPECT_EQ(log["texts"][25], "line 85");
+}
+
+TEST(ReportPage, PageStaysSmallForTenThousandLinesAndSixtyMoments) {
   const std::string page = reportPage(report_sample::largeRun(10000, 60));
-  EXPECT_LT(page.size(), 1000000U);
-  EXPECT_GT(page.size(), 400000U) << "the lines are not there";
+  EXPECT_LT(page.size(), 1300000U);
+  EXPECT_GT(page.size(), 800000U) << "the lines are not there";
 }
 
 }  // namespace

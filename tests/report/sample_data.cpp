@@ -1,7 +1,13 @@
 #include "sample_data.h"
 
+#include "workbench/report/page_text.h"
+#include "workbench/report/report_scene.h"
+
+#include <nlohmann/json.hpp>
+
 #include <cmath>
 #include <cstddef>
+#include <cstdio>
 
 namespace report_sample {
 namespace {
@@ -25,11 +31,13 @@ standin::Polyline3 ring(double x, double y, double z, double radius) {
 
 ReportShape shape(std::uint64_t handle, const char* layer, int colour,
                   std::vector<standin::Polyline3> outline) {
-  return {handle, layer, colour, std::move(outline)};
+  return {handle, layer, colour, std::move(outline), ""};
 }
 
 ReportShape probe(double z) {
-  return shape(kProbe, "PROBE", 6, {{AcGePoint3d(3, 4, z), AcGePoint3d(3, 4, z + 1)}});
+  ReportShape line = shape(kProbe, "PROBE", 6, {{AcGePoint3d(3, 4, z), AcGePoint3d(3, 4, z + 1)}});
+  line.type = "LINE";
+  return line;
 }
 
 standin::Polyline3 spring() {
@@ -109,7 +117,7 @@ ReportMoment momentAt(int step) {
 }
 
 workbench::ReportPass passAt(int step) {
-  workbench::ReportPass pass{100 * step, 2, step == 19, step >= 18, cameraAt(step)};
+  workbench::ReportPass pass{100 * step, 2, step == 19, step >= 18, cameraAt(step), true};
   if (!pass.isPaper) return pass;
   pass.viewport = 1;
   pass.camera = {{200, 140, 0}, {0, 0, 0}, {0, 0, 0}, 500, 400, false};
@@ -140,10 +148,10 @@ ReportData bundle() {
   data.shapes = flange();
   for (int step = 0; step <= 20; ++step) {
     data.moments.push_back(momentAt(step));
-    if (step == 19) data.passes.push_back({1900, 2, false, true, cameraAt(19)});
+    if (step == 19) data.passes.push_back({1900, 2, false, true, cameraAt(19), true});
     data.passes.push_back(passAt(step));
     // Between two moments the camera is somewhere else.
-    if (step == 0) data.passes.push_back({50, 2, false, false, cameraAt(5)});
+    if (step == 0) data.passes.push_back({50, 2, false, false, cameraAt(5), false});
   }
   data.commandLine = {{0, "print", "\nModule loaded.\n"},
                       {450, "send", "'_-VIEW _FRONT "},
@@ -159,6 +167,7 @@ ReportData bundle() {
                {440, {0, 0, 0, 0, -350, 0}},
                {1000, {40, 0, -25, 0, 0, 0}}};
   data.events = {{0, 1, "motion 0 0 0 0 -350 0"}, {410, 2, "motion 90 0 0 0 0 0"}, {450, 4, "key front"}};
+  data.modes = {{600, 11, false}, {1050, 4, false}};
   data.problems = {{700, "host: something that must not be"}, {std::nullopt, "1 objects left open"}};
   data.log = kLog;
   return data;
@@ -205,6 +214,36 @@ ReportData largeRun(int lines, int moments) {
     data.moments.back().selection = all;
   }
   return data;
+}
+
+ReportData longRun() {
+  ReportData data = emptyRun();
+  data.isLogOnClock = true;
+  for (int ms = 0; ms < 50000; ++ms) {
+    char line[100];
+    std::snprintf(line, sizeof line,
+                  "00:00:%02d.%03d|INF|     1|  auto_cad.c|   10| AutoCad::pass | Pass %d of ten.\n",
+                  ms / 1000, ms % 1000, ms % 10);
+    data.log += line;
+  }
+  data.moments.resize(2);
+  data.moments[1].timeMs = 50000;
+  return data;
+}
+
+std::string comparedPage() {
+  ReportData second = bundle();
+  for (workbench::ReportPass& pass : second.passes) pass.camera.fieldWidth *= 0.75;
+  nlohmann::ordered_json json = workbench::reportJson(bundle());
+  json["other"] = workbench::reportJson(second);
+  json["compared"] = nlohmann::ordered_json::parse(R"({"runs": ["first", "second"], "equal": false,
+      "first": {"line": 3, "time_ms": [100, 100], "columns": ["field_width"]},
+      "columns": [{"column": "field_width", "rows": 21, "largest": 10, "line": 3, "time_ms": [100, 100], "values": [40, 30]}],
+      "lines_only": [[{"line": 2, "text": "450 send \"a\""}], []], "lines_moved": null,
+      "entities_only": [[], [{"handle": "2B", "type": "LINE", "columns": [], "moved": null}]],
+      "entities_changed": [{"handle": "2A", "type": "LINE", "columns": ["points"], "moved": 2}],
+      "summary": [{"key": "passes_3d", "values": ["20", "21"]}]})");
+  return workbench::reportPage("first and second", workbench::scriptJson(json));
 }
 
 }  // namespace report_sample

@@ -4,6 +4,8 @@
 
 #include "workbench/report/report.h"
 
+#include <string>
+
 namespace report_sample {
 
 /// A flange seen from an orbiting camera. Time 0: parallel, from (10,-10,10) to the origin, Z up, field 40
@@ -21,6 +23,12 @@ workbench::ReportData hostileRun();
 
 /// Lines of one layer, and moments that all select everything.
 workbench::ReportData largeRun(int lines, int moments);
+
+/// A run of 50 s with a line of the log each millisecond, in ten different texts.
+workbench::ReportData longRun();
+
+/// The page of bundle() compared with the same run whose camera has three quarters of the field.
+std::string comparedPage();
 
 }  // namespace report_sample
 

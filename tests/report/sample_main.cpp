@@ -17,6 +17,8 @@ int main(int argc, char** argv) {
     workbench::writeFile(folder / "bundle.html", workbench::reportPage(report_sample::bundle()));
     workbench::writeFile(folder / "empty.html", workbench::reportPage(report_sample::emptyRun()));
     workbench::writeFile(folder / "hostile.html", workbench::reportPage(report_sample::hostileRun()));
+    workbench::writeFile(folder / "long.html", workbench::reportPage(report_sample::longRun()));
+    workbench::writeFile(folder / "compared.html", report_sample::comparedPage());
     workbench::writeFile(folder / "large.html", workbench::reportPage(report_sample::largeRun(10000, 60)));
   } catch (const std::exception& error) {
     std::fprintf(stderr, "%s\n", error.what());

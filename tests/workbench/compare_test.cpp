@@ -139,8 +139,8 @@ TEST_F(Compare, ComparisonPageHasBothRuns) {
   EXPECT_EQ(data.at("compared"), result());
   EXPECT_EQ(data.at("other").at("drawing"), "a.dxf");
   EXPECT_EQ(data.at("other").at("passes"), data.at("passes"));
-  EXPECT_TRUE(data.contains("groups"));
-  EXPECT_FALSE(data.at("other").contains("groups"));
+  EXPECT_TRUE(data.contains("shapes"));
+  EXPECT_FALSE(data.at("other").contains("shapes"));
 }
 
 struct BrokenFile {

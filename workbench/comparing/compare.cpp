@@ -26,7 +26,7 @@ namespace fs = std::filesystem;
 using Json = nlohmann::ordered_json;
 
 /// What the page shows of run A only: the drawing, and what was on the screen at its moments.
-constexpr std::string_view kOfOneRun[] = {"groups",   "moments", "selected", "selections", "changes",
+constexpr std::string_view kOfOneRun[] = {"shapes",   "moments", "selected", "selections", "changes",
                                           "desktops", "log",     "log_note", "log_follows"};
 
 /// The name for people: `run` may end with a separator, or be ".".

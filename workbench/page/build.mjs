@@ -33,6 +33,7 @@ const { outputFiles, metafile } = await esbuild.build({
   entryPoints: { [page]: join(here, page, "main.js") },
   outdir: out,
   absWorkingDir: out,
+  nodePaths: [join(out, "node_modules")],
   bundle: true,
   format: "iife",
   target: ["chrome105", "firefox115"],

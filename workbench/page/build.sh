@@ -25,4 +25,4 @@ if ! cmp -s "$here/package-lock.json" installed-lock.json; then
   }
   cp package-lock.json installed-lock.json
 fi
-NODE_PATH=$PWD/node_modules exec node "$here/build.mjs" "$PWD" "$2"
+exec node "$here/build.mjs" "$PWD" "$2"

@@ -50,3 +50,6 @@ export function themeColour(name) {
   const hex = getComputedStyle(document.documentElement).getPropertyValue(name).trim();
   return [1, 3, 5].map((i) => parseInt(hex.slice(i, i + 2), 16));
 }
+
+/** A value of the style sheet as it is written there. */
+export const cssValue = (name) => getComputedStyle(document.documentElement).getPropertyValue(name).trim();

@@ -1,104 +1,149 @@
 // The small view: the camera's path around the drawing, seen along one of the world's axes.
 
-import { svg } from "./dom.js";
-import { PathPen, cameraOf, projectionOf } from "./projection.js";
-import { boundsOf, lastAt } from "./scene.js";
+import { clearedContext } from "./canvas.js";
+import { cssValue, themeColour } from "./colour.js";
+import { Pen, cameraOf, projectionOf } from "./projection.js";
+
+const kNever = 0xffffffff, kMargin = 14;
 
 export class PathView {
-  constructor(element, note, scene, history) {
-    this.element = element;
+  constructor(canvas, note, scene, history) {
+    this.canvas = canvas;
     this.scene = scene;
-    this.times = [];
-    this.points = [];
-    for (let i = 0; i < history.count; i++) {
-      if (!history.isOfModel(i)) continue;
-      this.times.push(history.time(i));
-      this.points.push(history.position(i));
-    }
+    this.bounds = scene.shapes.bounds() || [];
     this.axes = [0, 1];
-    this.plan = svg("path", { class: "plan" });
-    this.ahead = svg("path", { class: "ahead" });
-    this.behind = svg("path", { class: "behind" });
-    this.field = svg("path", { class: "field" });
-    this.sight = svg("path", { class: "sight" });
-    this.eye = svg("circle", { r: 4 });
-    this.label = svg("text", { x: 8, y: 16 });
-    element.append(this.plan, this.ahead, this.behind, this.field, this.sight, this.eye, this.label);
-    note.hidden = this.points.length > 1;
+    this.collect(history);
+    note.hidden = this.times.length > 1;
     note.textContent = "The camera did not move.";
   }
 
-  /** Lays the picture out again, after a change of its size or of the plane. */
+  /** The camera's positions, those of the sheet left out. */
+  collect(history) {
+    const times = [], points = [];
+    for (let i = 0; i < history.count; i++) {
+      if (!history.isOfModel(i)) continue;
+      times.push(history.times[i]);
+      points.push(...history.position(i));
+    }
+    this.times = times;
+    this.points = Float64Array.from(points);
+  }
+
+  /** Lays the picture out again, after a change of its size, of the colours or of the plane. */
   layOut() {
-    const [a, b] = this.axes;
-    const width = this.element.clientWidth, height = this.element.clientHeight, margin = 14;
-    const box = boundsOf(this.scene.groups);
-    const all = this.points.concat(box || []).concat(this.scene.moments.filter((m) => m.camera).map((m) => m.camera.slice(0, 3)))
-      .filter((p) => Number.isFinite(p[a]) && Number.isFinite(p[b]));
-    const range = (i) => all.reduce(([l, h], p) => [Math.min(l, p[i]), Math.max(h, p[i])], [Infinity, -Infinity]);
-    const [[left, right], [bottom, top]] = all.length ? [range(a), range(b)] : [[-1, 1], [-1, 1]];
-    // A camera that never moves along an axis gives a range of 0, which must not become a divisor.
-    const scale = Math.min((width - 2 * margin) / (right - left || 1), (height - 2 * margin) / (top - bottom || 1));
-    this.at = (p) => [width / 2 + (p[a] - (left + right) / 2) * scale, height / 2 - (p[b] - (bottom + top) / 2) * scale];
-    this.width = width;
-    this.height = height;
-    this.element.setAttribute("viewBox", `0 0 ${width} ${height}`);
+    const { width, height, ratio } = clearedContext(this.canvas);
+    Object.assign(this, { width, height, ratio, shown: null });
+    if (!(width > 0 && height > 0)) return;
+    this.placeAll();
     this.drawPlan();
-    this.thin();
-    this.ahead.setAttribute("d", this.lineOf(this.drawn.length));
+    this.drawPath();
   }
 
+  placeAll() {
+    const [a, b] = this.axes, low = [Infinity, Infinity], high = [-Infinity, -Infinity];
+    const see = (x, y) => {
+      if (!Number.isFinite(x + y)) return;
+      [low[0], low[1], high[0], high[1]] = [Math.min(low[0], x), Math.min(low[1], y), Math.max(high[0], x), Math.max(high[1], y)];
+    };
+    for (let i = 0; i < this.points.length; i += 3) see(this.points[i + a], this.points[i + b]);
+    for (const corner of this.bounds) see(corner[a], corner[b]);
+    for (const { camera } of this.scene.moments) if (camera) see(camera[a], camera[b]);
+    const [left, bottom, right, top] = low[0] <= high[0] ? [...low, ...high] : [-1, -1, 1, 1];
+    // A camera that never moves along an axis gives a range of 0, which must not become a divisor.
+    this.scale = Math.min((this.width - 2 * kMargin) / (right - left || 1), (this.height - 2 * kMargin) / (top - bottom || 1));
+    this.x0 = this.width / 2 - ((left + right) / 2) * this.scale;
+    this.y0 = this.height / 2 + ((bottom + top) / 2) * this.scale;
+  }
+
+  at(p) { return [this.x0 + p[this.axes[0]] * this.scale, this.y0 - p[this.axes[1]] * this.scale]; }
+
+  /** The drawing, seen along the axis, on a canvas of its own. */
   drawPlan() {
-    const pen = new PathPen(this.width, this.height);
-    for (const group of this.scene.groups)
-      for (const shape of group.shapes)
-        for (const line of shape.lines)
-          for (let i = 3; i < line.length; i += 3)
-            pen.segment(...this.at(line.subarray(i - 3, i)), ...this.at(line.subarray(i, i + 3)));
-    this.plan.setAttribute("d", pen.text.join(""));
+    this.plan = new OffscreenCanvas(this.canvas.width || 1, this.canvas.height || 1);
+    const context = this.plan.getContext("2d"), { shapes } = this.scene, { xyz, pointStarts } = shapes;
+    context.scale(this.ratio, this.ratio);
+    context.strokeStyle = cssValue("--muted");
+    context.globalAlpha = 0.45;
+    context.lineWidth = 1 / this.ratio;
+    const pen = new Pen(context, { x: 0, y: 0, width: this.width, height: this.height }, 20);
+    for (let line = 0; line + 1 < pointStarts.length; line++)
+      for (let p = pointStarts[line] + 1; p < pointStarts[line + 1]; p++)
+        pen.segment(...this.at(xyz.subarray(3 * p - 3, 3 * p)), ...this.at(xyz.subarray(3 * p, 3 * p + 3)));
+    pen.stroke();
   }
 
-  /** Leaves out what is less than a pixel away: an hour of motion has more points than a screen can show. */
-  thin() {
-    this.drawn = [];
-    this.drawnTimes = [];
-    let last = [Infinity, Infinity];
-    this.points.forEach((point, i) => {
-      const at = this.at(point);
-      if (Math.hypot(at[0] - last[0], at[1] - last[1]) < 1 && i + 1 < this.points.length) return;
-      this.drawn.push(at);
-      this.drawnTimes.push(this.times[i]);
-      last = at;
-    });
+  /** Keeps for each pixel when the path first came there: so the path up to any time costs the same. */
+  drawPath() {
+    const w = this.canvas.width, h = this.canvas.height;
+    this.first = new Uint32Array(w * h).fill(kNever);
+    this.image = new ImageData(Math.max(1, w), Math.max(1, h));
+    this.colour = themeColour("--accent");
+    let x0 = NaN, y0 = NaN;
+    for (let i = 0; i < this.times.length; i++) {
+      const [x, y] = this.at(this.points.subarray(3 * i, 3 * i + 3)).map((v) => v * this.ratio);
+      if (Number.isFinite(x0 + y0 + x + y)) this.mark(x0, y0, x, y, this.times[i], w, h);
+      [x0, y0] = [x, y];
+    }
   }
 
-  lineOf(count) {
-    const pen = new PathPen(this.width, this.height);
-    for (let i = 1; i < count; i++) pen.segment(...this.drawn[i - 1], ...this.drawn[i]);
-    return pen.text.join("");
+  mark(x0, y0, x1, y1, time, w, h) {
+    // All positions are in the picture, so that no piece is longer than it.
+    const steps = Math.max(1, Math.ceil(Math.max(Math.abs(x1 - x0), Math.abs(y1 - y0))));
+    for (let s = 0; s <= steps; s++) {
+      const x = Math.floor(x0 + ((x1 - x0) * s) / steps), y = Math.floor(y0 + ((y1 - y0) * s) / steps);
+      if (x < 0 || y < 0 || x >= w || y >= h) continue;
+      const at = y * w + x;
+      if (time < this.first[at]) this.first[at] = time;
+    }
   }
 
   show(moment, time) {
-    const projection = moment && this.at ? projectionOf(cameraOf(moment), 1, 1) : null;
-    for (const part of [this.field, this.sight, this.eye]) part.style.display = projection ? "" : "none";
-    if (!this.at) return;
-    const count = lastAt(this.drawnTimes, time, (t) => t) + 1;
-    if (count !== this.count || this.drawn !== this.countedIn) this.behind.setAttribute("d", this.lineOf(count));
-    this.count = count;
-    this.countedIn = this.drawn;
-    if (projection) this.drawCamera(projection.camera, projection, Boolean(moment.window));
+    if (!this.first) return;
+    if (this.shown !== time) this.paint(time);
+    this.shown = time;
+    const { context } = clearedContext(this.canvas);
+    context.save();
+    context.setTransform(1, 0, 0, 1, 0, 0);
+    context.drawImage(this.plan, 0, 0);
+    context.drawImage(this.painted, 0, 0);
+    context.restore();
+    const projection = moment && projectionOf(cameraOf(moment), 1, 1);
+    if (projection) this.drawCamera(context, projection, Boolean(moment.window));
   }
 
-  drawCamera(camera, { right, up }, isPaper) {
+  /** The path: what is past in full colour, what is ahead faint. */
+  paint(time) {
+    const { first, image, colour: [red, green, blue] } = this, pixels = new Uint32Array(image.data.buffer);
+    // The bytes of a pixel are red, green, blue, alpha; the lowest of a number comes first.
+    const colour = (blue << 16) | (green << 8) | red, past = (colour | 0xff000000) >>> 0, ahead = (colour | 0x66000000) >>> 0;
+    for (let i = 0; i < first.length; i++) pixels[i] = first[i] === kNever ? 0 : first[i] <= time ? past : ahead;
+    this.painted ??= new OffscreenCanvas(1, 1);
+    if (this.painted.width !== image.width || this.painted.height !== image.height)
+      [this.painted.width, this.painted.height] = [image.width, image.height];
+    this.painted.getContext("2d").putImageData(image, 0, 0);
+  }
+
+  drawCamera(context, { camera, right, up }, isPaper) {
     const corner = (s, t) => camera.target.map((v, i) => v + (s * right[i] * camera.width + t * up[i] * camera.height) / 2);
     const corners = [[-1, -1], [1, -1], [1, 1], [-1, 1]].map(([s, t]) => this.at(corner(s, t)));
-    const eye = this.at(camera.position);
+    const eye = this.at(camera.position), ink = cssValue("--ink");
     // A perspective view sees along the edges of a pyramid, parallel projection along one direction.
     const ends = camera.isPerspective ? corners : [this.at(camera.target)];
-    this.field.setAttribute("d", `M${corners.map((c) => c.join(" ")).join("L")}Z`);
-    this.sight.setAttribute("d", ends.map((c) => `M${eye.join(" ")}L${c.join(" ")}`).join(""));
-    this.eye.setAttribute("cx", eye[0]);
-    this.eye.setAttribute("cy", eye[1]);
-    this.label.textContent = isPaper ? "sheet" : "";
+    Object.assign(context, { strokeStyle: ink, fillStyle: ink, lineWidth: 1, font: "10px system-ui, sans-serif" });
+    context.beginPath();
+    corners.forEach((c, i) => (i === 0 ? context.moveTo(...c) : context.lineTo(...c)));
+    context.closePath();
+    context.globalAlpha = 0.1;
+    context.fill();
+    context.globalAlpha = 1;
+    for (const end of ends) {
+      context.moveTo(...eye);
+      context.lineTo(...end);
+    }
+    context.stroke();
+    context.beginPath();
+    context.arc(...eye, 4, 0, 2 * Math.PI);
+    context.fill();
+    if (isPaper) context.fillText("sheet", 8, 16);
   }
 }

@@ -1,10 +1,6 @@
-// From the world to the picture: cameras, projection, clipping, SVG path text.
+// From the world to the picture: cameras, projection, clipping, drawing on a canvas.
 
-const minus = (a, b) => [a[0] - b[0], a[1] - b[1], a[2] - b[2]];
-const dot = (a, b) => a[0] * b[0] + a[1] * b[1] + a[2] * b[2];
-const scaled = (a, s) => [a[0] * s, a[1] * s, a[2] * s];
-const cross = (a, b) => [a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]];
-const norm = (a) => Math.hypot(a[0], a[1], a[2]);
+import { cross, minus, norm, scaled } from "./vector.js";
 
 /** What is seen of a sheet, as a camera that looks down on it. */
 export function sheetCamera([x, y, width, height]) {
@@ -46,23 +42,37 @@ export function projectionInto(camera, box) {
   return projection && { ...projection, cx: box.x + box.width / 2, cy: box.y + box.height / 2, box };
 }
 
-/** A pen that writes straight pieces as SVG path text, each clipped to the picture and a margin around it. */
-export class PathPen {
-  constructor(width, height, margin = 20, left = 0, top = 0) {
-    this.left = left - margin;
-    this.top = top - margin;
-    this.rightEdge = left + width + margin;
-    this.bottom = top + height + margin;
-    this.text = [];
-    this.lastX = NaN;
-    this.lastY = NaN;
+/** A pen that draws straight pieces on a canvas, each clipped to a box and a margin around it. */
+export class Pen {
+  constructor(context, { x, y, width, height }, margin) {
+    this.context = context;
+    this.left = x - margin;
+    this.top = y - margin;
+    this.right = x + width + margin;
+    this.bottom = y + height + margin;
+    this.begin();
   }
 
+  begin() {
+    this.lastX = this.lastY = NaN;
+    this.drawnX = this.drawnY = NaN;
+    this.count = 0;
+    this.context.beginPath();
+  }
+
+  stroke() {
+    this.context.stroke();
+    this.begin();
+  }
+
+  isInside(x, y) { return x >= this.left && x <= this.right && y >= this.top && y <= this.bottom; }
+
   segment(x1, y1, x2, y2) {
+    if (this.isInside(x1, y1) && this.isInside(x2, y2)) return this.line(x1, y1, x2, y2);
     const dx = x2 - x1, dy = y2 - y1;
     let from = 0, to = 1;
     // Clipping by parameter (Liang and Barsky): a coordinate far outside would overflow the renderer.
-    const sides = [[-dx, x1 - this.left], [dx, this.rightEdge - x1], [-dy, y1 - this.top], [dy, this.bottom - y1]];
+    const sides = [[-dx, x1 - this.left], [dx, this.right - x1], [-dy, y1 - this.top], [dy, this.bottom - y1]];
     for (const [speed, room] of sides) {
       if (speed === 0) {
         if (room < 0) return;
@@ -72,58 +82,73 @@ export class PathPen {
       if (speed < 0) from = Math.max(from, at);
       else to = Math.min(to, at);
     }
-    if (!(from <= to)) return;
-    this.line(x1 + from * dx, y1 + from * dy, x1 + to * dx, y1 + to * dy);
+    if (from <= to) this.line(x1 + from * dx, y1 + from * dy, x1 + to * dx, y1 + to * dy);
   }
 
   line(x1, y1, x2, y2) {
-    // A tenth of a pixel is as fine as can be seen, and keeps the path text short.
-    const ax = Math.round(x1 * 10) / 10, ay = Math.round(y1 * 10) / 10;
-    const bx = Math.round(x2 * 10) / 10, by = Math.round(y2 * 10) / 10;
-    const continues = ax === this.lastX && ay === this.lastY;
-    if (continues && bx === ax && by === ay) return;
-    this.text.push(continues ? "L" : `M${ax} ${ay}L`, bx, " ", by);
-    this.lastX = bx;
-    this.lastY = by;
+    const isNew = x1 !== this.lastX || y1 !== this.lastY;
+    this.lastX = x2;
+    this.lastY = y2;
+    // What is less than half a pixel away from the last point adds nothing that can be seen.
+    if (!isNew && Math.abs(x2 - this.drawnX) + Math.abs(y2 - this.drawnY) < 0.5) return;
+    if (isNew || this.count === 0) this.context.moveTo(x1, y1);
+    this.context.lineTo(x2, y2);
+    this.drawnX = x2;
+    this.drawnY = y2;
+    // A renderer's effort grows faster than the number of pieces in one path.
+    if (++this.count === 500) this.stroke();
   }
 }
 
 /** A pen for what a projection shows: all of the picture, or its part of it exactly. */
-export function penFor({ width, height, box }) {
-  return box ? new PathPen(box.width, box.height, 0, box.x, box.y) : new PathPen(width, height);
+export function penFor(context, { width, height, box }) {
+  return box ? new Pen(context, box, 0) : new Pen(context, { x: 0, y: 0, width, height }, 20);
 }
 
-/** Draws one polyline (x y z x y z ...) with the pen, clipped at the near plane. */
-export function drawPolyline(projection, pen, points) {
-  const { camera, direction: d, right: r, up: u, distance, near, scale } = projection;
-  const [tx, ty, tz] = camera.target;
-  const { cx, cy } = projection;
-  let x0 = 0, y0 = 0, z0 = 0;
-  const emit = (xa, ya, za, xb, yb, zb) => {
-    const sa = camera.isPerspective ? (scale * distance) / za : scale;
-    const sb = camera.isPerspective ? (scale * distance) / zb : scale;
-    // The screen's y axis points down, the camera's up.
-    pen.segment(cx + xa * sa, cy - ya * sa, cx + xb * sb, cy - yb * sb);
+/** A function (x, y, z) that sets `at` to the place in the picture and the depth; the screen's y axis points down. */
+export function projector({ camera, direction: d, right: r, up: u, distance, scale, cx, cy }) {
+  const [tx, ty, tz] = camera.target, at = { x: 0, y: 0, depth: 0 };
+  return (px, py, pz) => {
+    const x = px - tx, y = py - ty, z = pz - tz;
+    at.depth = x * d[0] + y * d[1] + z * d[2] + distance;
+    const s = camera.isPerspective ? (scale * distance) / at.depth : scale;
+    at.x = cx + (x * r[0] + y * r[1] + z * r[2]) * s;
+    at.y = cy - (x * u[0] + y * u[1] + z * u[2]) * s;
+    return at;
   };
-  for (let i = 0; i + 2 < points.length; i += 3) {
-    const px = points[i] - tx, py = points[i + 1] - ty, pz = points[i + 2] - tz;
-    const x = px * r[0] + py * r[1] + pz * r[2];
-    const y = px * u[0] + py * u[1] + pz * u[2];
-    const z = px * d[0] + py * d[1] + pz * d[2] + distance;
-    if (points.length === 3) {
-      if (!camera.isPerspective || z >= near) emit(x, y, z, x, y, z);
-    } else if (i > 0) {
-      if (!camera.isPerspective || (z0 >= near && z >= near)) {
-        emit(x0, y0, z0, x, y, z);
-      } else if (z0 >= near || z >= near) {
-        const s = (near - z0) / (z - z0);
-        const xn = x0 + s * (x - x0), yn = y0 + s * (y - y0);
-        if (z0 >= near) emit(x0, y0, z0, xn, yn, near);
-        else emit(xn, yn, near, x, y, z);
+}
+
+/** Calls `piece(x1, y1, x2, y2)` for what is seen of the straight pieces of the shape `i`, cut at the near plane. A point
+    is a piece without length. */
+export function eachPiece({ camera, direction: d, right: r, up: u, distance, near, scale, cx, cy }, shapes, i, piece) {
+  const { xyz, lineStarts, pointStarts } = shapes, [tx, ty, tz] = camera.target, isPerspective = camera.isPerspective;
+  // The screen's y axis points down, the camera's up.
+  const emit = (xa, ya, za, xb, yb, zb) => {
+    const sa = isPerspective ? (scale * distance) / za : scale, sb = isPerspective ? (scale * distance) / zb : scale;
+    piece(cx + xa * sa, cy - ya * sa, cx + xb * sb, cy - yb * sb);
+  };
+  for (let line = lineStarts[i]; line < lineStarts[i + 1]; line++) {
+    const first = pointStarts[line], end = pointStarts[line + 1];
+    let x0 = 0, y0 = 0, z0 = 0;
+    for (let p = first; p < end; p++) {
+      const px = xyz[3 * p] - tx, py = xyz[3 * p + 1] - ty, pz = xyz[3 * p + 2] - tz;
+      const x = px * r[0] + py * r[1] + pz * r[2];
+      const y = px * u[0] + py * u[1] + pz * u[2];
+      const z = px * d[0] + py * d[1] + pz * d[2] + distance;
+      if (end === first + 1) {
+        if (!isPerspective || z >= near) emit(x, y, z, x, y, z);
+      } else if (p > first) {
+        if (!isPerspective || (z0 >= near && z >= near)) {
+          emit(x0, y0, z0, x, y, z);
+        } else if (z0 >= near || z >= near) {
+          const s = (near - z0) / (z - z0), xn = x0 + s * (x - x0), yn = y0 + s * (y - y0);
+          if (z0 >= near) emit(x0, y0, z0, xn, yn, near);
+          else emit(xn, yn, near, x, y, z);
+        }
       }
+      x0 = x;
+      y0 = y;
+      z0 = z;
     }
-    x0 = x;
-    y0 = y;
-    z0 = z;
   }
 }

@@ -1,46 +1,54 @@
-// The data of the page: groups of shapes (one for each layer and colour), moments, path, lines, log.
+// What is drawn at each moment: the shapes of the drawing's beginning, and those that have changed since.
 
-/** One shape: its handle and its polylines as flat arrays. A polyline with a coordinate that is not a number is left out. */
-function readShape([handle, ...lines]) {
-  const isWhole = (line) => line.every((v) => Number.isFinite(v));
-  return { handle, lines: lines.filter(isWhole).map((line) => Float64Array.from(line)) };
-}
+import { Shapes } from "./shapes.js";
 
-export function readScene(data) {
-  const groups = data.groups.map((g) => ({ layer: g.layer, colour: g.colour, shapes: g.shapes.map(readShape) }));
-  const changes = data.changes.map((c) => ({ layer: c.layer, colour: c.colour, shape: readShape(c.shape) }));
-  for (const change of changes) change.group = groupFor(groups, change);
-  return { groups, changes, selections: data.selections.map((s) => new Set(s)), moments: data.moments,
-    desktops: data.desktops };
-}
+export class Scene {
+  constructor(data) {
+    this.shapes = new Shapes(data.shapes);
+    this.changes = new Shapes(data.changes);
+    this.selections = data.selections.map((handles) => new Set(handles));
+    this.moments = data.moments;
+    this.desktops = data.desktops;
+    this.isGone = new Uint8Array(this.shapes.count);
+    this.groups = this.groupsByLook();
+  }
 
-/** The group that a changed shape is drawn with, made when the drawing began without it. */
-function groupFor(groups, change) {
-  const isIts = (g) => g.layer === change.layer && g.colour === change.colour;
-  if (!groups.some(isIts)) groups.push({ layer: change.layer, colour: change.colour, shapes: [] });
-  return groups.find(isIts);
-}
+  /** What is drawn in one colour and hidden together: a layer and a colour with its shapes in both lists. */
+  groupsByLook() {
+    const groups = [];
+    const groupFor = ({ layer, colour }) => {
+      let group = groups.find((g) => g.layer === layer && g.colour === colour);
+      if (!group) groups.push(group = { layer, colour, from: 0, to: 0, changes: [] });
+      return group;
+    };
+    for (const { layer, colour, from, to } of this.shapes.groups) Object.assign(groupFor({ layer, colour }), { from, to });
+    for (const range of this.changes.groups)
+      for (let i = range.from; i < range.to; i++) groupFor(range).changes.push(i);
+    return groups;
+  }
 
-/** The shapes of a group as they are at a moment. */
-export function shapesAt(scene, moment, group) {
-  const changed = (moment.changed || []).map((i) => scene.changes[i]);
-  if (changed.length === 0 && !moment.gone) return group.shapes;
-  const replaced = new Set([...changed.map((c) => c.shape.handle), ...(moment.gone || [])]);
-  const kept = group.shapes.filter((s) => !replaced.has(s.handle));
-  return kept.concat(changed.filter((c) => c.group === group).map((c) => c.shape));
-}
+  /** Makes `isGone` and `current` what they are at a moment. */
+  setMoment(moment) {
+    if (this.moment === moment) return;
+    this.moment = moment;
+    const changed = moment?.changed || [], gone = moment?.gone || [];
+    if (this.hasGone) this.isGone.fill(0);
+    this.hasGone = changed.length > 0 || gone.length > 0;
+    this.current = new Set(changed);
+    // What has changed is drawn as it is now, in place of what it was.
+    for (const handle of [...changed.map((i) => this.changes.handle(i)), ...gone])
+      for (const i of this.shapes.withHandle(handle)) this.isGone[i] = 1;
+  }
 
-/** Smallest box of all shapes as [min, max]; null for an empty drawing. */
-export function boundsOf(groups) {
-  const min = [Infinity, Infinity, Infinity], max = [-Infinity, -Infinity, -Infinity];
-  for (const group of groups)
-    for (const shape of group.shapes)
-      for (const line of shape.lines)
-        for (let i = 0; i < line.length; i++) {
-          min[i % 3] = Math.min(min[i % 3], line[i]);
-          max[i % 3] = Math.max(max[i % 3], line[i]);
-        }
-  return min[0] <= max[0] ? [min, max] : null;
+  /** Calls `see(shapes, index, group)` for each shape of the moment whose handle is among `handles`. */
+  eachWithHandle(handles, see) {
+    for (const handle of handles) {
+      for (const i of this.shapes.withHandle(handle)) if (!this.isGone[i]) see(this.shapes, i, this.shapes.groupOf(i));
+      for (const i of this.changes.withHandle(handle)) if (this.current.has(i)) see(this.changes, i, this.changes.groupOf(i));
+    }
+  }
+
+  isEmpty() { return this.current.size === 0 && this.isGone.every((gone) => gone); }
 }
 
 /** Index of the last entry of a list, ordered by time, that is not later than `time`; -1 before the first. */

@@ -19,6 +19,7 @@ struct ReportShape {
   std::string layer;
   int colour = 7;  ///< AutoCAD colour index, already resolved (256 "by layer" does not occur)
   std::vector<standin::Polyline3> outline;
+  std::string type{};  ///< as entities.csv has it
 };
 
 /// A scroll bar as the system reports it; `page` positions are in view at once.
@@ -88,6 +89,14 @@ struct ReportPass {
   bool isPaper = false;   ///< the sheet is current: position x, y and the fields are what is seen of it
   bool isLayout = false;  ///< a layout is shown
   standin::host::Camera camera;
+  bool isDrawn = false;  ///< the module moved it: a pass, not a command or an event
+};
+
+/// The rotation mode from a time on, as the session sets it.
+struct ReportMode {
+  std::int64_t timeMs = 0;
+  int code = 0;  ///< three decimal digits: hover, level horizon, centre of rotation
+  bool isZoomAfterView = false;
 };
 
 /// The cap from a time on.
@@ -122,6 +131,7 @@ struct ReportData {
   std::vector<ReportMoment> moments;
   std::vector<ReportPass> passes;           ///< every change of what is shown, in order of time
   std::vector<ReportCap> caps;              ///< every deflection, in order of time
+  std::vector<ReportMode> modes;            ///< every announcement of the control panel's settings
   std::vector<ReportSelection> selections;  ///< every change of the pre-selection, in order of time
   std::vector<ReportEvent> events;          ///< of the session
   std::vector<ReportProblem> problems;

@@ -26,7 +26,9 @@ std::vector<ReportPass> passesOf(const std::vector<TrajectoryRow>& rows) {
     const bool isKnown = !passes.empty() && passes.back().viewport == row.viewport &&
                          passes.back().isPaper == row.isPaper && passes.back().isLayout == row.isLayout &&
                          isSame(passes.back().camera, row.camera);
-    if (!isKnown) passes.push_back({row.timeMs, row.viewport, row.isPaper, row.isLayout, row.camera});
+    if (isKnown) continue;
+    const bool isDrawn = row.kind == RowKind::kPass3d || row.kind == RowKind::kPass2d;
+    passes.push_back({row.timeMs, row.viewport, row.isPaper, row.isLayout, row.camera, isDrawn});
   }
   return passes;
 }
@@ -39,6 +41,14 @@ std::vector<ReportCap> capsOf(const Session& session) {
         motionP != nullptr && motionP->code < 0)
       caps.push_back({event.timeMs, motionP->axes});
   return caps;
+}
+
+std::vector<ReportMode> modesOf(const Session& session) {
+  std::vector<ReportMode> modes;
+  for (const TimedDeviceAction& event : session.device)
+    if (const auto* const settingsP = std::get_if<AdvancedSettings>(&event.action); settingsP != nullptr)
+      modes.push_back({event.timeMs, settingsP->rotationMode, settingsP->isZoomAfterView});
+  return modes;
 }
 
 std::vector<ReportProblem> problemsOf(const RunResult& result) {
@@ -65,6 +75,7 @@ ReportData gatherReport(RunResult& result, const RunNames& names, const Session&
   data.moments = std::move(result.moments);
   data.passes = passesOf(result.recording.rows);
   data.caps = capsOf(session);
+  data.modes = modesOf(session);
   for (const SelectionChange& change : result.recording.selections)
     data.selections.push_back({change.timeMs, change.handles});
   for (const SessionEvent& event : session.events)

@@ -42,7 +42,8 @@ std::vector<ReportShape> shapesOf(const standin::DrawnEntity& entity, const stan
       return shape.layer == part.layer && shape.colour == colour;
     });
     if (same == shapes.end())
-      shapes.push_back({entity.properties().handle, part.layer, colour, std::move(part.outline)});
+      shapes.push_back(
+          {entity.properties().handle, part.layer, colour, std::move(part.outline), entity.typeName()});
     else
       std::move(part.outline.begin(), part.outline.end(), std::back_inserter(same->outline));
   }

@@ -1,0 +1,13 @@
+// A canvas that is as fine as the screen, in units of the page's pixels.
+
+/** Fits the canvas to its place, clears it, and returns the context with the size. */
+export function clearedContext(canvas) {
+  const ratio = devicePixelRatio || 1, width = canvas.clientWidth, height = canvas.clientHeight;
+  const w = Math.round(width * ratio), h = Math.round(height * ratio);
+  // Setting a size clears the canvas, but costs more than clearing.
+  if (canvas.width !== w || canvas.height !== h) [canvas.width, canvas.height] = [w, h];
+  const context = canvas.getContext("2d");
+  context.setTransform(ratio, 0, 0, ratio, 0, 0);
+  context.clearRect(0, 0, width, height);
+  return { context, width, height, ratio };
+}
