@@ -104,7 +104,7 @@ class Finder:
     # The walk.
 
     def walk(self, cursor, is_condition=False):
-        handler = {Kind.VAR_DECL: self.variable, Kind.FIELD_DECL: self.variable, Kind.CASE_STMT: self.case,
+        handler = {Kind.VAR_DECL: self.variable, Kind.FIELD_DECL: self.variable, Kind.PARM_DECL: self.variable, Kind.CASE_STMT: self.case,
                    Kind.COMPOUND_STMT: self.compound, Kind.CALL_EXPR: self.call, Kind.RETURN_STMT: self.returned,
                    Kind.BINARY_OPERATOR: self.binary, Kind.COMPOUND_ASSIGNMENT_OPERATOR: self.binary,
                    Kind.UNARY_OPERATOR: self.unary, Kind.CONDITIONAL_OPERATOR: self.branch,
@@ -147,6 +147,7 @@ class Finder:
         if "constexpr" in before or (cursor.semantic_parent.kind in (Kind.CLASS_DECL, Kind.STRUCT_DECL) and
                                      "static" in before):
             return
+        # The sizes of an array, and before the name what a template is given, are the compiler's.
         bounds = re.match(r"\w*\s*(\[[^\]]*\])*", self.text[name:])
         for child in cursor.get_children():
             child_span = self.span(child)
@@ -223,7 +224,7 @@ class Finder:
         plain = self.unwrapped(value)
         is_mutated = plain.kind in (Kind.INTEGER_LITERAL, Kind.FLOATING_LITERAL, Kind.CXX_BOOL_LITERAL_EXPR,
                                     Kind.CXX_NULL_PTR_LITERAL_EXPR, Kind.STRING_LITERAL, Kind.INIT_LIST_EXPR)
-        if is_mutated or text in ("{}", "*this"):
+        if is_mutated or text in ("{}", "*this", "std::nullopt"):
             return
         if type_kind == TypeKind.BOOL:
             if plain.kind not in (Kind.BINARY_OPERATOR, Kind.UNARY_OPERATOR):
@@ -400,8 +401,10 @@ class Finder:
     def real(self, cursor):
         text = self.source(cursor)
         if re.fullmatch(r"[\d.eE+-]+[fFlL]?", text):
-            self.replace(cursor, f"lm_mutation::next({text})", f"{text} * 1.125" if float(text.rstrip("fFlL")) else "1")
-            self.replace(cursor, f"-{text}")
+            is_zero = float(text.rstrip("fFlL")) == 0
+            self.replace(cursor, f"lm_mutation::next({text})", "1" if is_zero else f"{text} * 1.125")
+            if not is_zero:
+                self.replace(cursor, f"-{text}")
 
     def character(self, cursor):
         text = self.source(cursor)

@@ -16,7 +16,7 @@ from concurrent.futures import ThreadPoolExecutor
 MAX_MUTANTS = 1 << 16  # as in mutants.h
 MEMORY = 4 << 30       # an endless loop that allocates must not take the machine's
 FIRST, MORE = 6, 40    # tests in the first run of a program, and in each that follows
-SLOW = 1.0             # a test that takes longer is run only for what no other test reaches
+SLOW, MANY = 1.0, 100  # a test that takes longer is not run for what more than so many tests reach
 SECONDS = 5            # that any run may take, beside a multiple of what it takes without a mutant
 
 
@@ -131,7 +131,9 @@ class Tests:
         recent = self.recent[mutant.file]
         programs = collections.defaultdict(list)
         reaching = sorted(self.by_mutant[mutant.number])
-        for seconds, program, name in [test for test in reaching if test[0] <= SLOW] or reaching:
+        if len(reaching) > MANY:
+            reaching = [test for test in reaching if test[0] <= SLOW]
+        for seconds, program, name in reaching:
             programs[program].append((seconds, name))
         ordered = sorted(programs, key=lambda program: (not any(name in recent for _, name in programs[program]),
                                                         sum(seconds for seconds, _ in programs[program])))

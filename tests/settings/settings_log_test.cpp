@@ -118,6 +118,28 @@ TEST_F(SettingsLog, LogNamesTheOperationsOfTheEntries) {
                                    "Settings::Settings::~Settings   "));
 }
 
+TEST_F(SettingsLog, LogNamesTheOperationOfEveryErrorAndOfTheDump) {
+  initAllLevels();
+  tests::clearEnvironment("USERPROFILE");
+  Settings settings;
+  settings.writeSettingsFile(mProfile.path("none\\x.ini"));
+  std::vector<std::string> methods;
+  for (const std::string& line : lines())
+    if (line.substr(13, 3) != "TRC")
+      methods.push_back(line.substr(13, 4) + line.substr(kPrefixWidth - 34, 32));
+  EXPECT_THAT(methods, testing::IsSupersetOf(
+                           {"ERR|Settings::Settings::Settings    ", "ERR|*gs::Settings::writeSettingsFile"}));
+  EXPECT_THAT(methods, testing::Each(testing::AnyOf(testing::HasSubstr("Settings::Settings::Settings    "),
+                                                    testing::HasSubstr("::writeSettingsFile"))));
+}
+
+TEST_F(SettingsLog, LogReportsMissingKeysOfBothSections) {
+  write(replaced(replaced(tests::kDefaultSettings, "\tname ", "\tnaem "), "\tfileToLog", "\tx"));
+  const Settings settings;
+  EXPECT_THAT(entries(), testing::Contains("ERR|Error reading settings file!"));
+  EXPECT_EQ(file(), tests::kDefaultSettings);
+}
+
 /// Lets a test call what only the settings themselves use, and choose the section of the log.
 class OpenSettings : public Settings {
  public:
@@ -138,6 +160,7 @@ TEST_F(SettingsLog, LogReportsThatASectionHasNoFurtherParameter) {
   EXPECT_EQ(key + value, "k1");
   EXPECT_EQ(OpenSettings::readNextParameter(cnfg, key, value), 4);
   EXPECT_THAT(entries(), ElementsAre("ERR|No further parameter in section 'A'!"));
+  EXPECT_THAT(lines()[0].substr(0, kPrefixWidth), testing::EndsWith("gs::Settings::readNextParameter| "));
 }
 
 TEST_F(SettingsLog, LogParametersAreInTheSectionThatIsNamed) {
