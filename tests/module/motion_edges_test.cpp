@@ -1,13 +1,19 @@
 // Motions whose result depends on every coordinate and on the kind of projection.
+#include "common_sources/current_document.h"
+#include "common_sources/document_lock.h"
 #include "common_sources/paper_view.h"
 #include "common_sources/selected_objects.h"
 #include "common_sources/window_search.h"
 #include "standin_desktop.h"
+#include "standin_win32_faults.h"
 #include "tests/module/module_fixture.h"
+
+#include "acdocman.h"
 
 #include <gmock/gmock.h>
 
 #include <cmath>
+#include <memory>
 
 namespace controller = standin::controller;
 namespace desktop = standin::desktop;
@@ -129,7 +135,8 @@ TEST_F(MotionEdges, UnloadLogsAnUnlockThatThrows) {
   ASSERT_TRUE(host::setVariable(L"CVPORT", L"1"));
   deflect({100, 0, 0, 0, 0, 0});
   proxy().handleDeviceCap();
-  ASSERT_TRUE(host::faults().inject("unlockDocument", {standin::Misbehaviour::kThrow, 1, true}));
+  ASSERT_TRUE(
+      host::faults().inject("AcApDocManager::unlockDocument", {standin::Misbehaviour::kThrow, 1, true}));
   unload();
   EXPECT_THAT(logTexts("ERR", "~AutoCadProxy"), testing::ElementsAre("Error unlockDocument()"));
 }
@@ -151,6 +158,72 @@ TEST_F(MotionEdges, ZoomAfterAViewDoesNotActivateTheCommandLine) {
   ASSERT_EQ(mHost.mSent.size(), 2u);
   EXPECT_FALSE(mHost.mIsActivating[0]);
   EXPECT_FALSE(mHost.mIsActivating[1]);
+}
+
+TEST_F(MotionEdges, ReleaseWithoutALockUnlocksNothing) {
+  load();
+  movement({100, 0, 0, 0, 0, 0});
+  EXPECT_EQ(host::faults().calls("AcApDocManager::unlockDocument"), 0u);
+}
+
+TEST_F(MotionEdges, AnyDocumentCountsAsCurrentWhileThereIsNone) {
+  load();
+  AcApDocument* const documentP = acDocManagerPtr()->curDocument();
+  EXPECT_TRUE(isCurrentDocument(documentP));
+  EXPECT_FALSE(isCurrentDocument(nullptr));
+  EXPECT_EQ(sendText(nullptr, L"x", Activate::kNo), Acad::eNoDocument);
+  host::closeDocument();
+  EXPECT_TRUE(isCurrentDocument(documentP));
+  EXPECT_FALSE(DocumentLock().lock());
+}
+
+TEST_F(MotionEdges, MovementOutlivesADocumentThatIsNeitherLockedNorCurrent) {
+  load();
+  AcApDocument* const firstP = acDocManagerPtr()->curDocument();
+  ASSERT_TRUE(host::openDocument(std::make_unique<standin::Drawing>(), L"second.dwg"));
+  ASSERT_TRUE(host::setVariable(L"TILEMODE", L"0"));
+  ASSERT_TRUE(host::setVariable(L"CVPORT", L"1"));
+  deflect({100, 0, 0, 0, 0, 0});
+  proxy().handleDeviceCap();
+  proxy().documentToBeDestroyed(firstP);
+  EXPECT_TRUE(proxy().isCapMoving());
+  EXPECT_TRUE(proxy().isDocLocked());
+  AcApDocument* const secondP = acDocManagerPtr()->curDocument();
+  host::switchDocument(L"Drawing1.dwg");
+  proxy().documentToBeDestroyed(secondP);
+  EXPECT_FALSE(proxy().isCapMoving()) << "the locked one, although another is current";
+  EXPECT_FALSE(proxy().isDocLocked());
+}
+
+TEST_F(MotionEdges, CapScrollsInTheDirectionOfItsStrongerPush) {
+  const desktop::StandardDesktop windows = desktop::makeStandardDesktop();
+  load();
+  ASSERT_TRUE(desktop::pointAt("edit"));
+  deflect({200, 50, 0, 0, 0, 0});
+  EXPECT_TRUE(proxy().handleDeviceCap());
+  EXPECT_EQ(desktop::scrollBar(windows.edit, SB_HORZ)->position, 3);
+  EXPECT_EQ(desktop::scrollBar(windows.edit, SB_VERT)->position, 0);
+  desktop::clear();
+}
+
+TEST_F(MotionEdges, WheelIsTurnedWithoutAnyKeyHeld) {
+  desktop::makeStandardDesktop();
+  load();
+  ASSERT_TRUE(desktop::pointAt("qt"));
+  EXPECT_TRUE(proxy().scrollTreeOrList(0, 0, 100));
+  ASSERT_EQ(desktop::sentMessages().size(), 1u);
+  EXPECT_EQ(LOWORD(desktop::sentMessages()[0].wParam), 0);
+  desktop::clear();
+}
+
+TEST_F(MotionEdges, PointerThatCannotBeReadScrollsNothing) {
+  desktop::makeStandardDesktop();
+  load();
+  ASSERT_TRUE(desktop::pointAt("tree"));
+  ASSERT_TRUE(standin::windows::faults().inject("GetCursorPos", {standin::Misbehaviour::kFail, 1, true}));
+  EXPECT_FALSE(proxy().scrollTreeOrList(0, 0, 100));
+  standin::windows::faults().clear();
+  desktop::clear();
 }
 
 class WindowSizes : public ::testing::Test {
