@@ -1,6 +1,9 @@
-/// What a line of the log costs, against a bare write of the same bytes and against spdlog.
+/// What a line of the log costs, against a bare write of the same bytes, the same under a lock with the time
+/// read, and spdlog.
 #include "LM_Daemon/src/logging.h"
 #include "tests/support/temp_folder.h"
+#include "util/mutex.h"
+#include "util/util.h"
 
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
@@ -49,6 +52,21 @@ void bareWrite(benchmark::State& state) {
   state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(line.size()));
 }
 
+/// The least that a line costs beyond its write: the log's lock and the time are part of every line.
+void lockedAndTimedWrite(benchmark::State& state) {
+  const TempFolder folder;
+  const std::string line = oneLine();
+  const int file = open((folder / "a.log").c_str(), O_CREAT | O_WRONLY | O_APPEND, 0666);
+  Mutex mutex("bench");
+  for (auto _ : state) {
+    mutex.lock();
+    benchmark::DoNotOptimize(Util::utcMsOfDay());
+    if (write(file, line.data(), line.size()) < 0) state.SkipWithError("write");
+    mutex.unlock();
+  }
+  close(file);
+}
+
 void logLine(benchmark::State& state) {
   const TempFolder folder;
   Logging log;
@@ -89,6 +107,7 @@ void spdlogLevelOff(benchmark::State& state) {
 }
 
 BENCHMARK(bareWrite);
+BENCHMARK(lockedAndTimedWrite);
 BENCHMARK(logLine);
 BENCHMARK(spdlogLine);
 BENCHMARK(logLevelOff);
