@@ -10,11 +10,20 @@ namespace {
 constexpr std::uint64_t kUnlimited = std::numeric_limits<std::uint64_t>::max();
 
 std::atomic<std::uint64_t> count{0};
-/// The value of `count` at which memory runs out.
-std::atomic<std::uint64_t> limit{kUnlimited};
+/// Allocations that still succeed, of those of at least `smallest` bytes.
+std::atomic<std::uint64_t> left{kUnlimited};
+std::atomic<std::size_t> smallest{0};
+
+bool isMemoryLeft(std::size_t size) noexcept {
+  if (size < smallest.load()) return true;
+  std::uint64_t now = left.load();
+  while (now != kUnlimited && now != 0)
+    if (left.compare_exchange_weak(now, now - 1)) return true;
+  return now != 0;
+}
 
 void* allocate(std::size_t size) noexcept {
-  if (count.load() >= limit.load()) return nullptr;
+  if (!isMemoryLeft(size)) return nullptr;
   ++count;
   return std::malloc(size);
 }
@@ -25,12 +34,13 @@ std::uint64_t tests::allocations() {
   return count;
 }
 
-tests::MemoryRunsOut::MemoryRunsOut(std::uint64_t left) {
-  limit = count + left;
+tests::MemoryRunsOut::MemoryRunsOut(std::uint64_t count, std::size_t size) {
+  smallest = size;
+  left = count;
 }
 
 tests::MemoryRunsOut::~MemoryRunsOut() {
-  limit = kUnlimited;
+  left = kUnlimited;
 }
 
 // Never inlined: the compiler would see malloc paired with delete, and warn of a mismatch.
