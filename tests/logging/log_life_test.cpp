@@ -1,4 +1,5 @@
 #include "tests/logging/log_fixture.h"
+#include "tests/support/refusing_file.h"
 
 #include <gmock/gmock.h>
 
@@ -108,11 +109,13 @@ TEST_F(LogTest, AFolderInThePlaceOfTheFileLosesTheEntriesSilently) {
   EXPECT_TRUE(std::filesystem::is_empty(mFolder.root() / "a.log"));
 }
 
-TEST_F(LogTest, ADiskThatIsFullLosesTheEntriesSilently) {
-  mPars.mLogFile = "\\dev\\full";
+TEST_F(LogTest, AFileThatTakesNothingLosesTheEntriesSilently) {
+  RefusingFile refusing;
+  mPars.mLogFile = refusing.path();
   mPars.mIsLogToCnsl = true;
   testing::internal::CaptureStdout();
   init();
+  refusing.refuse();
   LM_LOG(kError, "A", "A::b") << "text";
   LM_LOG(kError, "A", "A::b") << "more";
   const std::vector<std::string> lines = linesOf(testing::internal::GetCapturedStdout());

@@ -1,3 +1,4 @@
+#include "tests/support/refusing_file.h"
 #include "tests/support/system.h"
 
 #include <dlfcn.h>
@@ -45,3 +46,12 @@ bool isMapped(const std::string& file) {
 }
 
 }  // namespace tests
+
+RefusingFile::RefusingFile() = default;
+RefusingFile::~RefusingFile() = default;
+
+std::string RefusingFile::path() const {
+  return "\\dev\\full";
+}
+
+void RefusingFile::refuse() {}

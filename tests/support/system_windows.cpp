@@ -1,3 +1,4 @@
+#include "tests/support/refusing_file.h"
 #include "tests/support/system.h"
 
 #include <windows.h>
@@ -54,3 +55,25 @@ bool isMapped(const std::string& file) {
 }
 
 }  // namespace tests
+
+RefusingFile::RefusingFile() {
+  constexpr DWORD kBufferSize = 65536;
+  const HANDLE pipe = CreateNamedPipeA(path().c_str(), PIPE_ACCESS_DUPLEX, PIPE_TYPE_BYTE, 1, kBufferSize,
+                                       kBufferSize, 0, nullptr);
+  if (pipe == INVALID_HANDLE_VALUE)
+    throw std::runtime_error("no pipe: error " + std::to_string(GetLastError()));
+  mPipe = reinterpret_cast<std::intptr_t>(pipe);
+}
+
+RefusingFile::~RefusingFile() {
+  refuse();
+}
+
+std::string RefusingFile::path() const {
+  return "\\\\.\\pipe\\lm_test_" + std::to_string(GetCurrentProcessId());
+}
+
+void RefusingFile::refuse() {
+  if (mPipe != -1) CloseHandle(reinterpret_cast<HANDLE>(mPipe));
+  mPipe = -1;
+}

@@ -1,5 +1,6 @@
 #include "util/native_file.h"
 
+#include "tests/support/refusing_file.h"
 #include "tests/support/temp_folder.h"
 
 #include <gtest/gtest.h>
@@ -64,8 +65,10 @@ TEST_F(NativeFiles, FolderIsNotOpenedAsAFile) {
   EXPECT_EQ(removeFile(mFolder.path("")), FileChange::kFailed);
 }
 
-TEST_F(NativeFiles, FileOnAFullDiskIsNotWritten) {
-  ASSERT_TRUE(mFile.openForAppending("\\dev\\full"));
+TEST_F(NativeFiles, RefusedWriteIsReported) {
+  RefusingFile refusing;
+  ASSERT_TRUE(mFile.openForAppending(refusing.path()));
+  refusing.refuse();
   EXPECT_FALSE(mFile.write("x"));
 }
 
