@@ -1,6 +1,7 @@
 /// The one place where the module meets the file system. Paths are in Windows syntax; the native build turns
 /// them into its own at the moment of opening and nowhere else. No file is opened in a way that keeps other
-/// processes from reading, writing, renaming or removing it. Nothing here throws for a file problem.
+/// processes from reading, writing, renaming or removing it. Nothing here throws for a file problem,
+/// only std::bad_alloc.
 /// One thread at a time for each file.
 #ifndef UTIL_NATIVE_FILE_H
 #define UTIL_NATIVE_FILE_H
@@ -28,7 +29,8 @@ class NativeFile {
   NativeFile& operator=(const NativeFile&) = delete;
 
   /// Each closes the file that was open and opens that of `path`; false when that fails, as it does for a
-  /// folder. Reading is binary. Writing ends lines in the system's own manner.
+  /// folder. Without memory each throws, and the file that was open stays open. Reading is binary. Writing
+  /// ends lines in the system's own manner.
   bool openForReading(std::string_view path);
   /// Every write lands after what any process has written before; the file is created when it is missing.
   /// The position is the end of the file at first.

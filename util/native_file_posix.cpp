@@ -10,6 +10,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <utility>
 
 namespace {
 
@@ -28,9 +29,9 @@ bool isFolder(const std::string& path) {
   return ::lstat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
-int openFile(std::string_view path, int flags) {
+int openFile(const SystemPath& path, int flags) {
   // Closed on exec: a program that the host starts must not keep the log open.
-  const int handle = ::open(systemPath(path).c_str(), flags | O_CLOEXEC, kNewFileMode);
+  const int handle = ::open(path.c_str(), flags | O_CLOEXEC, kNewFileMode);
   if (handle < 0 || !isFolder(handle)) return handle;
   ::close(handle);
   return -1;
@@ -91,25 +92,28 @@ SystemPath systemPath(std::string_view path) {
 }
 
 bool NativeFile::openForReading(std::string_view path) {
+  const SystemPath wanted = systemPath(path);
   close();
-  mHandle = openFile(path, O_RDONLY);
+  mHandle = openFile(wanted, O_RDONLY);
   return isOpen();
 }
 
 bool NativeFile::openForAppending(std::string_view path) {
+  SystemPath wanted = systemPath(path);
   close();
-  mHandle = openFile(path, O_WRONLY | O_CREAT | O_APPEND);
+  mPath = std::move(wanted);
+  mHandle = openFile(mPath, O_WRONLY | O_CREAT | O_APPEND);
   mIsAppending = isOpen();
-  mPath = systemPath(path);
   // O_APPEND moves the position only with the first write; position() is asked before.
   if (isOpen()) ::lseek(mHandle, 0, SEEK_END);
   return isOpen();
 }
 
 bool NativeFile::openForOverwriting(std::string_view path) {
+  const SystemPath wanted = systemPath(path);
   close();
   // No O_CREAT and no O_TRUNC: the file must exist, and its tail stays.
-  mHandle = openFile(path, O_RDWR);
+  mHandle = openFile(wanted, O_RDWR);
   return isOpen();
 }
 
@@ -151,7 +155,7 @@ bool NativeFile::isNamed(const SystemPath& path) const {
 
 bool FileClaim::claim(std::string_view path) {
   release();
-  const int handle = openFile(path, O_RDONLY);
+  const int handle = openFile(systemPath(path), O_RDONLY);
   if (handle < 0) return false;
   mHandle = handle;
   // An advisory lock of the open file and not of the process: it follows a rename and ends with the handle.

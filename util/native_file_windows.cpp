@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <memory>
 #include <new>
+#include <utility>
 
 namespace {
 
@@ -145,16 +146,18 @@ SystemPath systemPath(std::string_view path) {
 }
 
 bool NativeFile::openForReading(std::string_view path) {
+  const SystemPath wanted = systemPath(path);
   close();
-  mHandle = runtimeHandle(openToRead(systemPath(path)), _O_RDONLY | _O_BINARY);
+  mHandle = runtimeHandle(openToRead(wanted), _O_RDONLY | _O_BINARY);
   return isOpen();
 }
 
 /// Open for appending only: the system itself then puts each write after the last, whoever wrote that. The
 /// runtime would go to the end first and write then, and another process could write in between.
 bool NativeFile::openForAppending(std::string_view path) {
+  SystemPath wanted = systemPath(path);
   close();
-  mPath = systemPath(path);
+  mPath = std::move(wanted);
   mHandle = runtimeHandle(openHandle(mPath, FILE_APPEND_DATA, OPEN_ALWAYS), _O_WRONLY | _O_BINARY);
   mIsAppending = isOpen();
   if (isOpen()) ::_lseeki64(mHandle, 0, SEEK_END);
@@ -162,11 +165,11 @@ bool NativeFile::openForAppending(std::string_view path) {
 }
 
 bool NativeFile::openForOverwriting(std::string_view path) {
+  const SystemPath wanted = systemPath(path);
   close();
   // Text mode, so that write() ends lines in CR LF. Appending converts by itself, because it needs one write
   // a line.
-  mHandle = runtimeHandle(openHandle(systemPath(path), GENERIC_READ | GENERIC_WRITE, OPEN_EXISTING),
-                          _O_RDWR | _O_TEXT);
+  mHandle = runtimeHandle(openHandle(wanted, GENERIC_READ | GENERIC_WRITE, OPEN_EXISTING), _O_RDWR | _O_TEXT);
   return isOpen();
 }
 

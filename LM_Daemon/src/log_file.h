@@ -12,7 +12,8 @@ class LogFile {
   virtual ~LogFile() = default;
 
   /// Opens `path` (Windows syntax) for appending, shared with other processes for reading and writing, and
-  /// forgets an earlier failure. False when it cannot be opened: the file is then in a failed state.
+  /// forgets an earlier failure. False when it cannot be opened: the file is then in a failed state. Without
+  /// memory it throws, and the file that was open stays so.
   virtual bool open(const std::string& path) = 0;
   virtual void close() = 0;
 

@@ -46,4 +46,25 @@ TEST_F(LogWithoutMemory, LogWritesOnIntoAFileThatIsDueForABackup) {
   EXPECT_EQ(texts().back(), "after");
 }
 
+/// The process that has not noticed writes into the backup; that must not be the end of its log.
+TEST_F(LogWithoutMemory, LogFollowsToTheNewFileAsSoonAsThereIsMemory) {
+  for (std::uint64_t left = 0; left < 4; ++left) {
+    const std::string name = "file" + std::to_string(left);
+    RotatingLogFile one(makeLogFile), other(makeLogFile);
+    one.open(mFolder.path(name + ".log"), name, 1000);
+    other.open(mFolder.path(name + ".log"), name, 1000);
+    ASSERT_EQ(one.rotate(), RotatingLogFile::Rotation::kDone);
+    {
+      const tests::MemoryRunsOut memoryRunsOut(left);
+      other.prepare(1000);
+      other.write("during\n");
+    }
+    other.prepare(2000);
+    other.write("after\n");
+    const std::string text = mFolder.read(name + ".log");
+    EXPECT_NE(text.find("after\n"), std::string::npos) << left;
+    EXPECT_NE((mFolder.read(name + ".bak") + text).find("during\n"), std::string::npos) << left;
+  }
+}
+
 }  // namespace
