@@ -45,6 +45,11 @@ std::int64_t daysSince1970(long long year, long long month, long long day) {
   return era * 146097 + yearOfEra * 365 + yearOfEra / 4 - yearOfEra / 100 + dayOfYear - 719468;
 }
 
+long long daysOfMonth(long long year, long long month) {
+  const long long next = month == 12 ? daysSince1970(year + 1, 1, 1) : daysSince1970(year, month + 1, 1);
+  return next - daysSince1970(year, month, 1);
+}
+
 std::optional<std::int64_t> dayOf(const std::string& text) {
   if (text.empty()) return std::nullopt;
   const auto part = [&text](std::size_t at, std::size_t size) {
@@ -54,8 +59,7 @@ std::optional<std::int64_t> dayOf(const std::string& text) {
   const bool isForm = text.size() == 10 && text[4] == '-' && text[7] == '-';
   const long long year = isForm ? part(0, 4) : 0, month = isForm ? part(5, 2) : 0,
                   day = isForm ? part(8, 2) : 0;
-  // The day is checked against 31 only; what is beyond the end of a month counts on into the next one.
-  if (year < 1970 || year > 2999 || month < 1 || month > 12 || day < 1 || day > 31)
+  if (year < 1970 || year > 2999 || month < 1 || month > 12 || day < 1 || day > daysOfMonth(year, month))
     throw UsageError("--date: expected a day, 1970-01-01 to 2999-12-31, found " + inQuotes(text));
   return daysSince1970(year, month, day);
 }

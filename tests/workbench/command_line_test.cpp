@@ -32,6 +32,10 @@ TEST(CommandLine, EveryMistakeGivesOneLineAndWritesNothing) {
        "--frame-ms: expected a whole number, 1 to 10000, found \"0\""},
       {"--drawing a.dxf --session a.session --out out --date 2013-13-01",
        "--date: expected a day, 1970-01-01 to 2999-12-31, found \"2013-13-01\""},
+      {"--drawing a.dxf --session a.session --out out --date 2013-02-29",
+       "--date: expected a day, 1970-01-01 to 2999-12-31, found \"2013-02-29\""},
+      {"--drawing a.dxf --session a.session --out out --date 2013-12-32",
+       "--date: expected a day, 1970-01-01 to 2999-12-31, found \"2013-12-32\""},
       {"--drawing a.dxf --session a.session --out out --fast",
        "command line: The following argument was not expected: --fast; \"workbench replay --help\" lists the "
        "options"},

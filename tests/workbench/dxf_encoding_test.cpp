@@ -50,6 +50,11 @@ TEST(DxfEncoding, EscapesAreCharacters) {
   EXPECT_EQ(decodeDxfText("\\M+195C7 \\M+3BAAE \\M+61234 \\M+1", 0), "\u58C1 \uBCBD \\M+61234 \\M+1");
 }
 
+TEST(DxfEncoding, PairOfEscapesIsOneCharacter) {
+  EXPECT_EQ(decodeDxfText("a\\U+D83D\\U+DE00b", 0), "a\U0001F600b");
+  EXPECT_EQ(decodeDxfText("\\U+D83D \\U+DE00\\U+0041", 0), "\uFFFD \uFFFDA");
+}
+
 TEST(DxfEncoding, LayersAndBlocksAreDecoded) {
   const std::string text =
       dxfFile(headerWith("AC1015", "ANSI_932") +

@@ -37,23 +37,26 @@ int pageOf(const std::string& name) {
   return 0;
 }
 
-std::string utf8Of(std::uint32_t code) {
-  // Four digits fit into one UTF-16 unit. Half of a surrogate pair is no character and becomes U+FFFD.
-  const wchar_t character[] = {static_cast<wchar_t>(code)};
-  return toUtf8(std::wstring_view(character, 1));
+constexpr std::size_t kUnitSize = 3 + kEscapeDigits;
+
+/// The UTF-16 unit that a "\\U+1234" at the start of `text` stands for; none when there is none.
+std::optional<wchar_t> unitAt(std::string_view text) {
+  if (text.size() < kUnitSize || text.substr(0, 3) != "\\U+") return std::nullopt;
+  const auto code = parseHex(text.substr(3, kEscapeDigits));
+  return code ? std::optional(static_cast<wchar_t>(*code)) : std::nullopt;
 }
 
-/// The character of an escape at the start of `text`, and how long the escape is; none when there is none.
+/// The characters of the escapes at the start of `text`, and how long these are; none when there are none.
 struct Escape {
-  std::string character;
+  std::string characters;
   std::size_t length = 0;
 };
 std::optional<Escape> escapeAt(std::string_view text) {
-  if (text.substr(0, 3) == "\\U+") {
-    const auto code = parseHex(text.substr(3, kEscapeDigits));
-    if (!code || text.size() < 3 + kEscapeDigits) return std::nullopt;
-    return Escape{utf8Of(static_cast<std::uint32_t>(*code)), 3 + kEscapeDigits};
-  }
+  // All at once: a character beyond U+FFFF takes two, which only together are a character.
+  std::wstring units;
+  for (std::string_view rest = text; const auto unit = unitAt(rest); rest.remove_prefix(kUnitSize))
+    units += *unit;
+  if (!units.empty()) return Escape{toUtf8(units), units.size() * kUnitSize};
   if (text.substr(0, 3) != "\\M+" || text.size() < 4 + kEscapeDigits || text[3] < '1' || text[3] > '5')
     return std::nullopt;
   const auto code = parseHex(text.substr(4, kEscapeDigits));
@@ -91,7 +94,7 @@ std::string decodeDxfText(std::string_view bytes, int codePage) {
   for (std::string_view rest = text; !rest.empty();) {
     const auto escape = escapeAt(rest);
     // What only looks like an escape stays as it is, so a Windows path in a text survives.
-    result += escape ? std::string_view(escape->character) : rest.substr(0, 1);
+    result += escape ? std::string_view(escape->characters) : rest.substr(0, 1);
     rest.remove_prefix(escape ? escape->length : 1);
   }
   return result;
