@@ -1,6 +1,8 @@
 #include "host_fixture.h"
 
 // clang-format off
+#include <windows.h>
+#include "accmd.h"
 #include "acedads.h"
 #include "dbmain.h"
 #include "acdocman.h"
@@ -199,6 +201,26 @@ TEST_F(Documents, LockedDocumentInTheBackgroundTakesWriters) {
   AcDbEntity* entityP = nullptr;
   EXPECT_EQ(acdbOpenAcDbEntity(entityP, line, AcDb::kForWrite), Acad::eOk);
   if (entityP != nullptr) entityP->close();
+}
+
+AcDbObjectId lineInTheBackground;
+Acad::ErrorStatus statusInACommand = Acad::eOk;
+
+void writeInTheBackground() {
+  AcDbEntity* entityP = nullptr;
+  statusInACommand = acdbOpenAcDbEntity(entityP, lineInTheBackground, AcDb::kForWrite);
+  if (entityP != nullptr) entityP->close();
+}
+
+TEST_F(Documents, CommandMayWriteToTheCurrentDocumentOnly) {
+  lineInTheBackground = AcDbObjectId(host::objectIdOf(0x10));
+  openAnother();
+  acedRegCmds->addCommand(L"G", L"WRITE", L"WRITE", ACRX_CMD_MODAL, writeInTheBackground);
+  host::type(L"WRITE");
+  EXPECT_EQ(statusInACommand, Acad::eLockViolation);
+  host::switchDocument(L"Drawing1.dwg");
+  host::type(L"WRITE");
+  EXPECT_EQ(statusInACommand, Acad::eOk);
 }
 
 TEST_F(Documents, IdOfAClosedDocumentIsUnknown) {
