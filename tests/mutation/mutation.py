@@ -15,6 +15,7 @@ import time
 from concurrent.futures import ThreadPoolExecutor
 
 from build import Build
+from contained import is_granted
 from equivalents import Equivalents
 from tests import Tests
 
@@ -127,6 +128,9 @@ def main():
     root = os.path.abspath(options.root)
     folder = os.path.abspath(options.folder or os.path.join(root, "build", "mutation"))
     kept = Equivalents(options.kept)
+    os.makedirs(folder, exist_ok=True)
+    if not is_granted(folder):
+        sys.exit("Mutants may do any harm, so they run in a mount namespace, which this system does not grant.")
     build = Build(root, folder, options.folders, options.targets)
     say("looking for places")
     build.copy_sources()

@@ -1,15 +1,18 @@
 #!/usr/bin/env python3
 """Runs the mutation run over a sample whose mutants are known.
 
-usage: mutation_test.py, status 77, for skipped, without clang's Python bindings, or 1 when CI is set
+usage: mutation_test.py, status 77, for skipped, without clang's Python bindings (1 when CI is set) or a mount namespace
 """
 import os
 import re
 import shutil
+import stat
 import subprocess
 import sys
 import tempfile
 import unittest
+
+import contained
 
 HERE = os.path.dirname(os.path.abspath(__file__))
 
@@ -117,6 +120,32 @@ class MutationRun(unittest.TestCase):
         self.assertIn("source/limit.cpp:9: survived  (no test reaches it)", output)
 
 
+class Containment(unittest.TestCase):
+    def run_contained(self, script):
+        with tempfile.TemporaryDirectory() as folder:
+            return subprocess.run(["bash", "-c", script], preexec_fn=lambda: contained.contain(folder),
+                                  capture_output=True, text=True, check=False)
+
+    def test_no_file_of_the_machine_can_be_changed(self):
+        harmed = os.path.join(HERE, "harmed")
+        self.addCleanup(lambda: os.path.exists(harmed) and os.remove(harmed))
+        result = self.run_contained(f"touch {harmed}")
+        self.assertIn("Read-only file system", result.stderr)
+        self.assertFalse(os.path.exists(harmed))
+
+    def test_devices_are_those_of_the_process(self):
+        result = self.run_contained("echo > /dev/null && rm /dev/null && ls /dev/null")
+        self.assertIn("cannot access '/dev/null'", result.stderr)
+        self.assertTrue(stat.S_ISCHR(os.stat("/dev/null").st_mode))
+
+    def test_temporary_files_are_those_of_the_process(self):
+        with tempfile.NamedTemporaryFile() as outside:
+            result = self.run_contained(f"touch /tmp/inside && ls /tmp; ls {outside.name}")
+        self.assertIn("inside", result.stdout)
+        self.assertIn("cannot access", result.stderr)
+        self.assertFalse(os.path.exists("/tmp/inside"))
+
+
 if __name__ == "__main__":
     sys.path.append("/usr/lib/python3/dist-packages")
     try:
@@ -124,4 +153,7 @@ if __name__ == "__main__":
     except ImportError:
         print("skipped: clang's Python bindings, package python3-clang-14, are not installed")
         sys.exit(1 if os.environ.get("CI") == "true" else 77)
+    if not contained.is_granted(tempfile.gettempdir()):
+        print("skipped: this system grants no mount namespace, in which mutants do no harm")
+        sys.exit(77)
     unittest.main()

@@ -13,6 +13,8 @@ import tempfile
 import time
 from concurrent.futures import ThreadPoolExecutor
 
+from contained import contain
+
 MAX_MUTANTS = 1 << 16  # as in mutants.h
 MEMORY = 4 << 30       # an endless loop that allocates must not take the machine's
 FIRST, MORE = 6, 40    # tests in the first run of a program, and in each that follows
@@ -25,17 +27,21 @@ def file_digest(path):
         return hashlib.sha256(file.read()).hexdigest()[:16]
 
 
-def limited():
+def prepare(kept):
+    """The process of a run, before its program; `kept` is the folder of the build."""
+    contain(kept)
     resource.setrlimit(resource.RLIMIT_AS, (MEMORY, MEMORY))
     resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
 
 
-def run(program, names, folder, environment, seconds):
+def run(program, names, folder, kept, environment, seconds, handles=()):
     """Runs the tests until the first failure: None when all pass, else the one that failed, and how."""
     command = [program, "--gtest_fail_fast", "--gtest_filter=" + ":".join(names)]
     with tempfile.TemporaryFile() as output:
-        process = subprocess.Popen(command, cwd=folder, env={**os.environ, **environment}, stdin=subprocess.DEVNULL,
-                                   stdout=output, stderr=subprocess.STDOUT, start_new_session=True, preexec_fn=limited)
+        process = subprocess.Popen(
+            command, cwd=folder, env={**os.environ, "HOME": "/tmp", "TMPDIR": "/tmp", **environment},
+            stdin=subprocess.DEVNULL, stdout=output, stderr=subprocess.STDOUT, pass_fds=handles,
+            start_new_session=True, preexec_fn=lambda: prepare(kept))
         try:
             status = process.wait(seconds)
         except subprocess.TimeoutExpired:
@@ -53,7 +59,7 @@ def run(program, names, folder, environment, seconds):
 
 class Tests:
     def __init__(self, binary, targets, folder, jobs):
-        self.binary, self.targets, self.jobs = binary, targets, jobs
+        self.binary, self.targets, self.kept, self.jobs = binary, targets, folder, jobs
         self.file = os.path.join(folder, "reached.json")
         self.programs = {}  # {program: {"digest", "folder", "tests": {name: [seconds, [number]]}}}
         self.recent = collections.defaultdict(lambda: collections.deque(maxlen=8))
@@ -116,7 +122,9 @@ class Tests:
             file.truncate(MAX_MUTANTS)
             start = time.monotonic()
             for _ in range(2):
-                if run(program, [name], item["folder"], {"LM_MUTATION_REACHED": file.name}, 120) is None:
+                # Through the handle: the path is not there in the process.
+                record = {"LM_MUTATION_REACHED": f"/proc/self/fd/{file.fileno()}"}
+                if run(program, [name], item["folder"], self.kept, record, 120, [file.fileno()]) is None:
                     break
             else:
                 return None
@@ -143,7 +151,7 @@ class Tests:
             while tests:
                 chosen, tests, size = tests[:size], tests[size:], MORE
                 limit = SECONDS + 5 * sum(seconds for seconds, _ in chosen)
-                failure = run(program, [name for _, name in chosen], self.programs[program]["folder"],
+                failure = run(program, [name for _, name in chosen], self.programs[program]["folder"], self.kept,
                               {"LM_MUTANT": str(mutant.number)}, limit)
                 if failure:
                     if failure[0] not in recent:
