@@ -185,8 +185,8 @@ test("the space bar plays and pauses", async () => {
   assert.equal(await page.getAttribute("#play", "aria-label"), "Play");
 });
 
-/** Number of pixels of a colour on the canvas over the picture. */
-const pixelsOf = (variable) => page.locator("#overlay").evaluate((canvas, name) => {
+/** Number of pixels of a colour on a canvas, if not another one on that over the picture. */
+const pixelsOf = (variable, id = "overlay") => page.locator(`#${id}`).evaluate((canvas, name) => {
   const hex = getComputedStyle(document.documentElement).getPropertyValue(name).trim();
   const colour = [1, 3, 5].map((i) => parseInt(hex.slice(i, i + 2), 16));
   const data = globalThis.pixelsOf(canvas);
@@ -341,10 +341,10 @@ test("the cap's six values are shown", async () => {
 
 test("the camera's path is painted up to the moment", async () => {
   await open("bundle.html");
-  const first = await painted("path");
-  await slideTo(900);
+  const first = await pixelsOf("--accent", "path");
+  await slideTo(1700);
   const later = await painted("path");
-  assert.notEqual(later.sum, first.sum);
+  assert.ok((await pixelsOf("--accent", "path")) > first + 20, "what is past is in full colour");
   await page.selectOption("#plane", "0,2");
   assert.notEqual((await painted("path")).sum, later.sum);
 });
@@ -415,6 +415,8 @@ test("the cap and the view's motion are curves with their values", async () => {
   assert.deepEqual(await values("turning"), ["45"]);
   for (const name of ["Panning", "Camera", "Target", "Field"]) await page.getByRole("button", { name, exact: true }).click();
   assert.equal(await page.locator("#curves canvas").count(), 6);
+  const over = await page.locator("[data-chart=cap] .u-over").boundingBox(), now = await page.locator("[data-chart=cap] .now").boundingBox();
+  assertNear(now.x - over.x, over.width * 0.15, "the line of the present");
   assert.deepEqual(await values("field"), ["40", "30"]);
   assert.deepEqual(await values("target"), ["0", "0", "0"]);
   await slideTo(1100);
@@ -590,7 +592,7 @@ test("a narrow screen keeps the slider and the verdict's reason", async () => {
 for (const scheme of ["light", "dark"])
   test(`the page has no barrier that axe finds, ${scheme}`, async () => {
     await page.emulateMedia({ colorScheme: scheme });
-    await open("bundle.html");
+    await open("compared.html");
     await page.evaluate(axe);
     for (const tab of await page.locator("#tabs button").allInnerTexts()) {
       await showTab(tab);

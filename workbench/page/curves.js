@@ -32,6 +32,21 @@ const kShownAtFirst = ["cap", "turning"];
 const onAxis = (u, splits) => splits.map((v) => (v === null ? "" : Math.abs(v) >= 1e5 || (v !== 0 && Math.abs(v) < 1e-3)
   ? v.toExponential(0) : String(Number(v.toPrecision(6)))));
 
+/** On the logarithmic scale a value below this part of the largest one is near 0, where the scale is linear. */
+const kLinearShare = 1000;
+
+function largestOf(columns) {
+  let largest = 0;
+  for (const values of columns) for (const value of values) if (Math.abs(value) > largest) largest = Math.abs(value);
+  return largest || 1;
+}
+
+/** The upper two powers of ten of the logarithmic scale, on both sides. */
+function decades(largest) {
+  const top = 10 ** Math.floor(Math.log10(largest)), powers = [top, top / 10];
+  return [...powers.map((v) => -v), 0, ...powers.reverse()];
+}
+
 /** What a chart shows of its values: all of those in sight, and something where there is none. */
 const rangeOf = (u, low, high) => (low === null ? [-1, 1] : uPlot.rangeNum(low, high, 0.08, true));
 
@@ -96,6 +111,7 @@ export class Curves {
     chart.columns ??= joined(this.runs.map((run) => chart.data(run)));
     const line = cssValue("--line"), text = cssValue("--muted"), font = "10px system-ui, sans-serif";
     const axis = { stroke: text, font, grid: { stroke: line, width: 1 }, ticks: { stroke: line, width: 1, size: 4 } };
+    const isLog = this.scale.value === "log", largest = isLog ? largestOf(chart.columns.slice(1)) : 1;
     const isLast = chart === this.shown[this.shown.length - 1];
     chart.plot = new uPlot({
       width: 300, height: 100, padding: [6, kRight, isLast ? 0 : 4, 0],
@@ -103,10 +119,10 @@ export class Curves {
       cursor: { drag: { x: false, y: false }, points: { size: 6 }, sync: { key: "time", setSeries: false } },
       // An inverse hyperbolic sine is linear around 0 and logarithmic beyond, on both sides.
       scales: { x: { time: false, range: () => [this.range.min, this.range.max] },
-        y: { range: rangeOf, ...(this.scale.value === "log" ? { distr: 4, asinh: 1 } : {}) } },
+        y: { range: rangeOf, ...(isLog ? { distr: 4, asinh: largest / kLinearShare } : {}) } },
       series: [{}, ...this.runs.flatMap((run, r) => chart.names.map((name, k) => this.seriesOf(chart, k, r)))],
       axes: [{ ...axis, show: isLast, size: 20, gap: 2, values: (u, splits) => splits.map((v) => (v < 600000 ? String(v / 1000) : seconds(v).replace(/\.00$/, ""))) },
-        { ...axis, size: kLeft, gap: 3, values: onAxis }],
+        { ...axis, size: kLeft, gap: 3, values: onAxis, ...(isLog ? { splits: (u, axisIndex, low, high) => decades(largest).filter((v) => v >= low && v <= high), filter: (u, splits) => splits } : {}) }],
     }, chart.columns, chart.body);
     chart.now = html("div", { class: "now" });
     chart.plot.over.append(chart.now);
@@ -139,7 +155,8 @@ export class Curves {
     for (const chart of this.shown) {
       if (!chart.plot) continue;
       chart.now.style.display = isSeen ? "" : "none";
-      chart.now.style.transform = `translateX(${share * chart.plot.over.clientWidth}px)`;
+      // In shares, since a new plot has no width yet.
+      chart.now.style.left = `${share * 100}%`;
       const at = lastNotAbove(chart.columns[0], time);
       if (at === chart.at) continue;
       chart.at = at;

@@ -109,7 +109,8 @@ export class DrawingView {
     this.drawFrame(context);
     if (this.otherCamera && !this.moment.paper) {
       context.strokeStyle = this.theme["series-3"];
-      this.drawCamera(context, cameraOf({ camera: this.otherCamera }));
+      // From its own place the edges of what a camera sees are a cross over the picture.
+      this.drawCamera(context, cameraOf({ camera: this.otherCamera }), this.isByHand);
     }
     if (this.centre && !this.moment.window) this.drawCentre(context);
     this.drawTriad(context);
@@ -141,7 +142,7 @@ export class DrawingView {
   drawFrame(context) {
     context.strokeStyle = this.isByHand ? this.theme.turning : this.theme.line;
     context.lineWidth = 1;
-    if (this.isByHand) return this.moment.paper ? undefined : this.drawCamera(context, cameraOf(this.moment));
+    if (this.isByHand) return this.moment.paper ? undefined : this.drawCamera(context, cameraOf(this.moment), true);
     const { camera, scale, width, height } = this.screen, w = camera.width * scale, h = camera.height * scale;
     const x = (width - w) / 2, y = (height - h) / 2;
     context.save();
@@ -155,15 +156,15 @@ export class DrawingView {
     context.strokeRect(x, y, w, h);
   }
 
-  /** Where another camera was, and the field that it saw. */
-  drawCamera(context, shown) {
+  /** The field that another camera saw, and on demand where the camera was. */
+  drawCamera(context, shown, hasEye) {
     const projection = projectionOf(shown, 1, 1);
     if (!projection) return;
     const { camera, right, up } = projection;
     const corners = [[-1, -1], [1, -1], [1, 1], [-1, 1]].map(([s, t]) =>
       camera.target.map((v, i) => v + (s * right[i] * camera.width + t * up[i] * camera.height) / 2));
     const flat = [...corners, corners[0], ...corners.flatMap((corner) => [camera.position, corner])].flat();
-    const lines = { xyz: flat, lineStarts: [0, 5], pointStarts: [0, 5, 7, 9, 11, 13] };
+    const lines = { xyz: flat, lineStarts: [0, hasEye ? 5 : 1], pointStarts: [0, 5, 7, 9, 11, 13] };
     const pen = penFor(context, this.projection);
     eachPiece(this.projection, lines, 0, (...piece) => pen.segment(...piece));
     pen.stroke();
