@@ -413,6 +413,10 @@ test("the cap and the view's motion are curves with their values", async () => {
   // From 0.2 s on a pass every 0.1 s, each turned by 4.5 degrees about the vertical.
   await slideTo(300);
   assert.deepEqual(await values("turning"), ["45"]);
+  await slideTo(2000);
+  await slideTo(50);
+  assert.deepEqual(await values("turning"), ["0"], "where nothing moved");
+  await slideTo(300);
   for (const name of ["Panning", "Camera", "Target", "Field"]) await page.getByRole("button", { name, exact: true }).click();
   assert.equal(await page.locator("#curves canvas").count(), 6);
   const over = await page.locator("[data-chart=cap] .u-over").boundingBox(), now = await page.locator("[data-chart=cap] .now").boundingBox();

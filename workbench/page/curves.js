@@ -20,8 +20,8 @@ const kCharts = [
     const series = kAxes.map((_, k) => capSeries(history, k, first, last));
     return [series[0].times, ...series.map(({ values }) => values)];
   } },
-  { id: "turning", title: "Turning, \u00b0/s", names: ["turning"], data: ({ motion }) => [motion.times, motion.turning()] },
-  { id: "panning", title: "Panning, fields/s", names: ["panning"], data: ({ motion }) => [motion.times, motion.panning()] },
+  { id: "turning", title: "Turning, \u00b0/s", names: ["turning"], isSpeed: true, data: ({ motion }) => [motion.times, motion.turning()] },
+  { id: "panning", title: "Panning, fields/s", names: ["panning"], isSpeed: true, data: ({ motion }) => [motion.times, motion.panning()] },
   { id: "camera", title: "Camera", names: xyz, data: ({ motion }) => [motion.times, ...xyz.map((_, k) => motion.position(k))] },
   { id: "target", title: "Target", names: xyz, data: ({ motion }) => [motion.times, ...xyz.map((_, k) => motion.target(k))] },
   { id: "field", title: "Field", names: ["width", "height"], data: ({ motion }) => [motion.times, motion.field(0), motion.field(1)] },
@@ -160,14 +160,14 @@ export class Curves {
       const at = lastNotAbove(chart.columns[0], time);
       if (at === chart.at) continue;
       chart.at = at;
-      chart.names.forEach((_, k) => { chart.values[k].textContent = inLegend(chart.columns[1 + k], at); });
+      chart.names.forEach((_, k) => { chart.values[k].textContent = inLegend(chart.columns[1 + k], at, chart.isSpeed); });
     }
   }
 }
 
-/** The last value up to a place in a column. */
-function inLegend(values, at) {
-  // A pause is as long as the motion stands still, so what was last holds.
+/** The value at a place in a column. In a pause nothing moves: a speed is 0, and any other value stays what it was. */
+function inLegend(values, at, isSpeed) {
+  if (isSpeed && at >= 0 && values[at] === null) return "0";
   while (at >= 0 && values[at] == null) at--;
   return at < 0 ? "" : readable(values[at], Math.abs(values[at]) || 1);
 }

@@ -12,6 +12,7 @@ export class Motion {
       if (i > 0 && times[i] - times[i - 1] > this.longest) this.add(-1, times[i - 1] + 1);
       this.add(i, times[i]);
     }
+    if (count > 0) this.add(-1, times[count - 1] + 1);
   }
 
   add(row, time) {
