@@ -32,7 +32,7 @@ export class PathView {
   /** Lays the picture out again, after a change of its size, of the colours or of the plane. */
   layOut() {
     const { width, height, ratio } = clearedContext(this.canvas);
-    Object.assign(this, { width, height, ratio, shown: null });
+    Object.assign(this, { width, height, ratio, shown: null, ink: cssValue("--ink") });
     if (!(width > 0 && height > 0)) return;
     this.placeAll();
     this.drawPlan();
@@ -126,7 +126,7 @@ export class PathView {
   drawCamera(context, { camera, right, up }, isPaper) {
     const corner = (s, t) => camera.target.map((v, i) => v + (s * right[i] * camera.width + t * up[i] * camera.height) / 2);
     const corners = [[-1, -1], [1, -1], [1, 1], [-1, 1]].map(([s, t]) => this.at(corner(s, t)));
-    const eye = this.at(camera.position), ink = cssValue("--ink");
+    const eye = this.at(camera.position), { ink } = this;
     // A perspective view sees along the edges of a pyramid, parallel projection along one direction.
     const ends = camera.isPerspective ? corners : [this.at(camera.target)];
     Object.assign(context, { strokeStyle: ink, fillStyle: ink, lineWidth: 1, font: "10px system-ui, sans-serif" });
