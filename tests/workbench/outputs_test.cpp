@@ -83,6 +83,7 @@ TEST(Outputs, RunWritesItsFiles) {
       "  \"commands_left\": 0,\n  \"device_events_delivered\": 1,\n  \"device_events_not_fetched\": 0,\n"
       "  \"entities\": {\n    \"CIRCLE\": 1,\n    \"LINE\": 1\n  },\n"
       "  \"entities_not_understood\": {\n    \"TEXT\": 1\n  },\n  \"handles_not_found\": [],\n"
+      "  \"moments_left_out\": 0,\n"
       "  \"host_breaches\": [],\n  \"host_breaches_in_all\": 0,\n"
       "  \"problems\": [],\n  \"clean\": true\n}\n");
 }
