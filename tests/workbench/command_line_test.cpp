@@ -90,7 +90,8 @@ TEST(CommandLine, UnknownVariableEndsTheRun) {
   const Outcome outcome = process.replay("9 setvar NOSUCH 1\n5000 key top\n");
   EXPECT_EQ(outcome.status, 2);
   EXPECT_EQ(outcome.err,
-            "workbench: a.session:1: expected a system variable and one of its values, found \"NOSUCH 1\"\n");
+            "workbench: a.session:1: expected one of the system variables TILEMODE, CVPORT and PERSPECTIVE "
+            "and a value it can have, found \"NOSUCH 1\"\n");
   EXPECT_FALSE(std::filesystem::exists(process.root() / "out/trajectory.csv"));
 }
 

@@ -116,7 +116,10 @@ TEST(DxfReader, EveryMistakeNamesFileLineAndWhatWasExpected) {
   const std::pair<std::string, const char*> table[] = {
       {"", "a.dxf:1: expected a group code, up to 0 EOF, found the end of the file"},
       {"\x89PNG\r\n\x1A\n", "a.dxf:1: expected a group code of a DXF text file, found \"\\x89PNG\""},
-      {"AutoCAD Binary DXF\r\n\x1A", "a.dxf:1: expected a DXF text file, found a binary DXF file"},
+      {"AutoCAD Binary DXF\r\n\x1A",
+       "a.dxf:1: expected a DXF text file, found a binary DXF file; save the drawing as DXF in text form"},
+      {"AC1027\x01\x02",
+       "a.dxf:1: expected a DXF text file, found a DWG file; save the drawing as DXF in text form"},
       {"0\nSECTION\n2\nENTITIES\n0\nLINE\n10\n",
        "a.dxf:8: expected the value of group 10, found the end of the file"},
       {"0\nSECTION\n2\nENTITIES\n", "a.dxf:5: expected a group code, up to 0 EOF, found the end of the file"},

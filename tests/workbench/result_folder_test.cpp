@@ -65,9 +65,9 @@ TEST_F(Results, LockedFolderRefusesASecondRun) {
     const ResultFolder second(mFolder / "out");
     FAIL();
   } catch (const std::exception& error) {
-    EXPECT_EQ(error.what(),
-              (mFolder / "out").string() +
-                  ": expected a folder for the results, found one that another run is writing into");
+    EXPECT_EQ(error.what(), (mFolder / "out").string() +
+                                ": expected a folder for the results, found one that another run is writing "
+                                "into; wait for its end, or name another folder");
   }
   EXPECT_TRUE(mFolder.has("out/partial/a.csv")) << "the first run's";
   mResults.reset();

@@ -54,7 +54,8 @@ TEST(ResultsOfARun, FailedRunLeavesTheEarlierOnesWhole) {
   EXPECT_EQ(outcome.status, 2);
   EXPECT_EQ(filesOf(process), before);
   EXPECT_EQ(endedBy(process),
-            "a.session:2: expected a system variable and one of its values, found \"NOSUCH 1\"");
+            "a.session:2: expected one of the system variables TILEMODE, CVPORT and PERSPECTIVE and a value "
+            "it can have, found \"NOSUCH 1\"");
   EXPECT_NE(process.read("out/partial/trajectory.csv").find("pass3d"), std::string::npos);
   EXPECT_EQ(process.replay(kGoodSession).status, 0);
   EXPECT_FALSE(process.has("out/partial"));
@@ -123,9 +124,9 @@ TEST(ResultsOfARun, SecondRunIntoTheFolderIsRefused) {
   const int status = shell(
       process, "flock out '" LM_WORKBENCH "' " + std::string(kReplay) + "--out out >stdout.txt 2>stderr.txt");
   EXPECT_EQ(WEXITSTATUS(status), 2);
-  EXPECT_EQ(
-      process.read("stderr.txt"),
-      "workbench: out: expected a folder for the results, found one that another run is writing into\n");
+  EXPECT_EQ(process.read("stderr.txt"),
+            "workbench: out: expected a folder for the results, found one that another run is writing "
+            "into; wait for its end, or name another folder\n");
 }
 
 class MenuAmongTheResults : public testing::TestWithParam<const char*> {};

@@ -21,6 +21,8 @@ constexpr double kLargestReal = 1e15;
 constexpr double kSmallestReal = 1e-50;
 // A binary file begins with this text, so the message can name the cause instead of a bad group code.
 constexpr std::string_view kBinaryMark = "AutoCAD Binary DXF";
+// So do drawings in the host's own format, from release 13 on.
+constexpr std::string_view kDwgMark = "AC10";
 
 class LineSource {
  public:
@@ -57,7 +59,9 @@ int parseCode(std::string_view line, const FilePlace& place) {
 
 std::vector<DxfGroup> parseGroups(std::string_view text, const std::string& file) {
   if (text.substr(0, kBinaryMark.size()) == kBinaryMark)
-    throw InputError({file, 1}, "a DXF text file", "a binary DXF file");
+    throw InputError({file, 1}, "a DXF text file", "a binary DXF file; save the drawing as DXF in text form");
+  if (text.substr(0, kDwgMark.size()) == kDwgMark)
+    throw InputError({file, 1}, "a DXF text file", "a DWG file; save the drawing as DXF in text form");
   std::vector<DxfGroup> groups;
   groups.reserve(text.size() / kBytesPerGroupGuess);
   LineSource lines(text);

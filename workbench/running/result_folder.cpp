@@ -65,7 +65,8 @@ ResultFolder::ResultFolder(const fs::path& folder)
       mMade(missingFolders(mFolder)),
       mLock(makeAndLock(mFolder)) {
   if (!mLock)
-    throw InputError({folder.string()}, "a folder for the results", "one that another run is writing into");
+    throw InputError({folder.string()}, "a folder for the results",
+                     "one that another run is writing into; wait for its end, or name another folder");
 }
 
 ResultFolder::~ResultFolder() {

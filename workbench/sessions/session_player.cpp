@@ -50,7 +50,8 @@ struct UserPerformer {
 
   void operator()(const SetVariable& set) const {
     if (!host::setVariable(toWide(set.name), toWide(set.value)))
-      throw InputError(place, "a system variable and one of its values",
+      throw InputError(place,
+                       "one of the system variables TILEMODE, CVPORT and PERSPECTIVE and a value it can have",
                        inQuotes(set.name + " " + set.value));
   }
 
