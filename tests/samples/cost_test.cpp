@@ -1,4 +1,5 @@
-/// The memory of a run follows from the sizes of its inputs: as docs/sessions.md says.
+/// What a run costs the machine: memory in proportion to its inputs, as docs/sessions.md says, and no work
+/// while nothing happens.
 #include "tests/support/workbench_process.h"
 
 #include <gtest/gtest.h>
@@ -61,11 +62,23 @@ void expectBounded(const Drawn& drawing) {
 }
 
 TEST(Memory, OfARunIsBoundedByItsDrawing) {
-  expectBounded(circles(6000));
+  expectBounded(circles(3000));
 }
 
 TEST(Memory, OfASmallDrawingThatUnfoldsIsBounded) {
-  expectBounded(unfolding(2));
+  expectBounded(unfolding(1));
+}
+
+TEST(Idleness, OfAnHourWakesNoThreadInVain) {
+  const WorkbenchProcess process;
+  process.write("a.dxf", "0\nEOF\n");
+  process.write("a.session", "3600000 end\n");
+  ASSERT_EQ(process.run("replay --quiet --drawing a.dxf --session a.session --out out").status, 0);
+  rusage usage{};
+  getrusage(RUSAGE_CHILDREN, &usage);
+  // The watch thread looks every two seconds, which is 1,800 times and two switches each. A device that is
+  // read every 50 ms would make 144,000.
+  EXPECT_LT(usage.ru_nvcsw, 30000);
 }
 
 }  // namespace

@@ -22,7 +22,7 @@ class Load {
  public:
   Load() {
     const long cores = std::max(sysconf(_SC_NPROCESSORS_ONLN), 1L);
-    for (long i = 0; i < 2 * cores; ++i) mProcesses.push_back(start());
+    for (long i = 0; i < cores; ++i) mProcesses.push_back(start());
   }
   ~Load() {
     for (const pid_t process : mProcesses) {
