@@ -86,6 +86,13 @@ test("the time's range zooms around a time and stays within the run", () => {
   assert.ok(range.isAll);
 });
 
+test("values that differ are as short as tells them apart", () => {
+  const listed = (values) => differences({ first: null, columns: [{ column: "px", rows: 1, largest: 1, line: 2, time_ms: [5, 5], values }],
+    lines_only: [[], []], lines_moved: null, entities_only: [[], []], entities_changed: [], summary: [] });
+  assert.deepEqual(listed([-1.7882990700816705, 30.25]), [[5, "px differs in 1 row, by at most 1: -1.7883 and 30.25"]]);
+  assert.deepEqual(listed([0.1, 0.10000000000000002]), [[5, "px differs in 1 row, by at most 1: 0.1 and 0.10000000000000002"]]);
+});
+
 test("runs that are equal have no differences", () => {
   assert.deepEqual(differences({ first: null, columns: [], lines_only: [[], []], lines_moved: null, entities_only: [[], []],
     entities_changed: [], summary: [] }), []);

@@ -5,13 +5,19 @@ import { LongList } from "../long_list.js";
 
 const kRuns = ["A", "B"];
 
+/** Two values as short as tells them apart. */
+function both(values) {
+  const short = values.map((value) => (typeof value === "number" ? Number(value.toPrecision(6)) : value));
+  return (short[0] === short[1] ? values : short).join(" and ");
+}
+
 /** The differences as [time in ms or null, text]. */
 export function differences(compared) {
   const found = [], add = (time, text) => found.push([time ?? null, text]);
   const { first } = compared;
   if (first) add(first.time_ms[0] ?? first.time_ms[1], `trajectory: the first difference, line ${first.line}${first.columns.length ? `: ${first.columns.join(", ")}` : ""}`);
   for (const { column, rows, largest, values, time_ms: times } of compared.columns)
-    add(times[0] ?? times[1], `${column} differs in ${plural(rows, "row", "rows")}${largest === null ? "" : `, by at most ${Number(largest.toPrecision(4))}`}: ${values.join(" and ")}`);
+    add(times[0] ?? times[1], `${column} differs in ${plural(rows, "row", "rows")}${largest === null ? "" : `, by at most ${Number(largest.toPrecision(4))}`}: ${both(values)}`);
   compared.lines_only.forEach((lines, run) => {
     for (const { text } of lines) add(parseInt(text, 10), `command line, only ${kRuns[run]}: ${text}`);
   });
