@@ -75,7 +75,8 @@ class Build:
                 if not os.path.exists(target) or os.stat(path).st_mtime_ns > os.stat(target).st_mtime_ns or \
                         os.path.getsize(path) != os.path.getsize(target):
                     os.makedirs(os.path.dirname(target), exist_ok=True)
-                    shutil.copy2(path, target, follow_symlinks=False)
+                    # With the present time, or what was built from an older copy would look newer.
+                    shutil.copy(path, target)
         for folder, _, files in os.walk(self.copy):
             for name in files:
                 path = os.path.join(folder, name)

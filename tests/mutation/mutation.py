@@ -52,9 +52,10 @@ class Results:
             file.write(json.dumps([mutant.file, mutant.key, *entry]) + "\n")
 
 
-def try_mutants(mutants, tests, results, jobs, minutes):
-    """Whether all were tried in the time."""
+def try_mutants(mutants, tests, results, kept, jobs, minutes):
+    """Whether all were tried in the time. First those that are new, last those that no test is expected to notice."""
     waiting = [mutant for mutant in mutants if results.of(mutant) is None]
+    waiting.sort(key=lambda mutant: (kept.has(mutant), (mutant.file, mutant.key) in results.known))
     end = time.monotonic() + minutes * 60
     say(f"trying {len(waiting)} mutants, {len(mutants) - len(waiting)} are known")
     done = 0
@@ -149,7 +150,7 @@ def main():
         say(f"{name} fails without a mutant and is left out")
     mutants = [mutant for file in sorted(files) for mutant in build.mutants[file]]
     results = Results(os.path.join(folder, "results.jsonl"), build, tests)
-    is_complete = try_mutants(mutants, tests, results, options.jobs, options.minutes)
+    is_complete = try_mutants(mutants, tests, results, kept, options.jobs, options.minutes)
     print_survivors(mutants, tests, results, kept)
     for file in build.not_built:
         say(f"{file} is no part of this build")

@@ -110,6 +110,14 @@ class MutationRun(unittest.TestCase):
         self.assertEqual(1, status)
         self.assertIn("expected a source that the build has, in source; found", output)
 
+    def test_zy_a_test_that_was_changed_before_the_last_build_ended_is_built(self):
+        path = os.path.join(self.root, "sample_test.cpp")
+        with open(path, "a", encoding="utf-8") as file:
+            file.write("\nTEST(Limited, ValueAboveBecomesTheUpperLimit) {\n  EXPECT_EQ(9, limited(20, 0, 9));\n}\n")
+        copied = os.stat(os.path.join(self.root, "build", "mutation", "source", "sample_test.cpp")).st_mtime_ns
+        os.utime(path, ns=(copied + 1, copied + 1))
+        self.assertNotIn("source/limit.cpp:5 value > high => false", self.survivors(self.run_tool("")[1]))
+
     def test_zz_after_a_change_only_that_file_and_the_survivors_are_tried(self):
         path = os.path.join(self.root, "source", "limit.cpp")
         with open(path, "a", encoding="utf-8") as file:
@@ -127,7 +135,7 @@ class Containment(unittest.TestCase):
                                   capture_output=True, text=True, check=False)
 
     def test_no_file_of_the_machine_can_be_changed(self):
-        harmed = os.path.join(HERE, "harmed")
+        harmed = "/lm_harmed_by_a_mutant"
         self.addCleanup(lambda: os.path.exists(harmed) and os.remove(harmed))
         result = self.run_contained(f"touch {harmed}")
         self.assertIn("Read-only file system", result.stderr)
