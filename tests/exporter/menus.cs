@@ -29,7 +29,7 @@ sealed class Menus : IDisposable {
   public string menuFile { get { return Path.Combine(folder, "Lumetrapad", "Applications", "autocad.mnu"); } }
   public string log { get { return Path.Combine(folder, "Lumetrapad", "menu_exporter_log.txt"); } }
 
-  /// Writes a customization file: what stands in its menu group, and what after it.
+  /// Writes a customization file: what is in its menu group, and what after it.
   public void write(string name, string group, string inGroup, string afterGroup = "") {
     File.WriteAllText(file(name), "<CustSection><MenuGroup Name=\"" + group + "\">" + inGroup + "</MenuGroup>" +
                                       afterGroup + "</CustSection>");

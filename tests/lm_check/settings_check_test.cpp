@@ -184,7 +184,7 @@ TEST(SettingsCheck, KeyWithoutSeparatorIsNamed) {
 struct Value {
   std::string key;
   std::string value;
-  std::string text;  ///< behind "Settings: "
+  std::string text;  ///< after "Settings: "
 };
 
 void PrintTo(const Value& value, std::ostream* streamP) {

@@ -1,4 +1,4 @@
-// Keeps a file in use as a program does that has loaded it, until it is told to end.
+// Keeps a file in use as a program does that has loaded it, until it is asked to end.
 //   hold_file.exe PATH READY_FILE END_FILE
 #include <windows.h>
 

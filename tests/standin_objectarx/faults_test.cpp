@@ -41,7 +41,7 @@ struct Operands {
   AcApDocManagerReactor reactor;
 };
 
-/// Each operation by name: one call of it, answering whether its result told of success.
+/// Each operation by name: one call of it, which returns whether its result reported success.
 using Calls = std::map<std::string, std::function<bool(Operands&)>>;
 
 void addCInterface(Calls& calls) {

@@ -8,7 +8,7 @@
 
 namespace tests {
 
-/// Wine answers 0 to GetProcessHandleCount, so each number that may be a handle is tried.
+/// GetProcessHandleCount returns 0 under Wine, so each number that may be a handle is tried.
 inline int handleCount() {
   constexpr std::uintptr_t kStep = 4, kLast = 0x8000;
   int count = 0;

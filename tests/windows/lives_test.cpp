@@ -51,7 +51,7 @@ TEST_F(ModuleRun, FiftyLivesWithTheCapMovingLeaveNothing) {
     {
       const LoadedModule module(LM_MODULE_FILE);
       module.send(AcRx::kInitAppMsg);
-      // The switch is kept from life to life: whatever lies under the pointer, the view is moved.
+      // The switch is kept from life to life: whatever is under the pointer, the view is moved.
       if (life == 0) host::type(L"LM_Toggle_Scroll_Mode");
       moveCap(static_cast<std::int16_t>(50 + life), 20);
       const std::size_t before = mHost.mUpdates.size();

@@ -16,7 +16,7 @@ std::size_t countOf(const std::string& part, const std::string& text) {
   return count;
 }
 
-/// The library lies in the process before the module asks for one of its name.
+/// The library is in the process before the module asks for one of its name.
 class IncompleteHost : public ModuleRun {
  protected:
   IncompleteHost() : mLibraryP(tests::openLibrary(LM_INCOMPLETE_DATABASE_FILE)) {}

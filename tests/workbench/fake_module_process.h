@@ -1,4 +1,4 @@
-/// The built program with a module of the tests' own, which does wrong what it is told to.
+/// The built program with a module of the tests' own, which does wrong what a test asks for.
 #ifndef TESTS_WORKBENCH_FAKE_MODULE_PROCESS_H
 #define TESTS_WORKBENCH_FAKE_MODULE_PROCESS_H
 
