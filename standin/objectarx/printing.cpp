@@ -65,7 +65,7 @@ void hostPrint(const std::wstring& text) {
 int acutPrintf(const ACHAR* format, ...) {
   va_list arguments;
   va_start(arguments, format);
-  // An ordered fault throws out of the call: va_end must follow in that case too.
+  // An injected fault throws out of the call: va_end must follow in that case too.
   struct End {
     va_list& list;
     ~End() { va_end(list); }

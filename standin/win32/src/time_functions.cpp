@@ -31,7 +31,7 @@ BOOL KillTimer(HWND window, UINT_PTR id) {
 }
 
 DWORD GetTickCount() {
-  // The function cannot report a failure; an ordered fault can only throw.
+  // The function cannot report a failure; an injected fault can only throw.
   kGetTickCount.hit();
   return standin::clock::readTicks();
 }
