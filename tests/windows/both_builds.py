@@ -47,11 +47,12 @@ class Workbenches:
         self.play(self.windows, session, outs[1])
         return outs
 
-    def trajectory_report(self, session, out):
-        """What the check of the Windows run's rows prints, and whether every row follows the formulas."""
+    def trajectory_report(self, session, out, *options):
+        """What the check of the Windows run's rows prints, and whether every row follows the formulas; `options` say
+        what the session selects."""
         checked = subprocess.run(
             [sys.executable, os.path.join(self.source, "tests", "trajectory", "check_trajectory.py"),
-             os.path.join(out, "trajectory.csv"), session, "--realtime"],
+             os.path.join(out, "trajectory.csv"), session, "--realtime", *options],
             stdout=subprocess.PIPE, text=True, check=False)
         return checked.stdout.strip(), checked.returncode == 0
 
