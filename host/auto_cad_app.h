@@ -29,7 +29,7 @@ class CAutoCAD2011App : public AcRxArxApp {
   /// The module serves no COM components.
   void RegisterServerComponents() override {}
 
-  // The commands, named group and command as the command table wants them.
+  // The commands, named group and command as an ObjectARX command table has them.
   static void LMGroupLM_Toggle_Rotation_Center();
   static void LMGroupLM_Toggle_Rotation_Axis();
   static void LMGroupLM_Toggle_Scroll_Mode();
