@@ -16,13 +16,15 @@ set(LM_LIBRARY_LINKER ${llvm}/bin/lld-link)
 set(CMAKE_TRY_COMPILE_TARGET_TYPE STATIC_LIBRARY)
 set(CMAKE_MSVC_RUNTIME_LIBRARY "")
 
+execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-resource-dir OUTPUT_VARIABLE clang_resources
+  OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
 get_filename_component(lm_root ${CMAKE_CURRENT_LIST_DIR} DIRECTORY)
-set(wine /usr/include/wine/wine)
+set(LM_WINE_HEADERS /usr/include/wine/wine)
 # The version decides on the protocol of local statics; 100 is the C library msvcr100, the host's own.
 string(JOIN " " CMAKE_CXX_FLAGS_INIT
   -fms-compatibility-version=19.20 -fcxx-exceptions -nostdinc
-  -isystem ${lm_root}/runtime/include -isystem ${llvm}/include/c++/v1 -isystem ${llvm}/lib/clang/14.0.6/include
-  -isystem ${wine}/msvcrt -isystem ${wine}/windows
+  -isystem ${lm_root}/runtime/include -isystem ${llvm}/include/c++/v1 -isystem ${clang_resources}/include
+  -isystem ${LM_WINE_HEADERS}/msvcrt -isystem ${LM_WINE_HEADERS}/windows
   -D_WIN64 -D_MSVCR_VER=100 -DWINE_UNICODE_NATIVE -D_LIBCPP_NO_AUTO_LINK
   -include ${lm_root}/runtime/include/gaps.h)
 set(CMAKE_CXX_FLAGS_RELEASE "-O2 -DNDEBUG" CACHE STRING "Flags of a release build")
