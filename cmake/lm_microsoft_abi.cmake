@@ -13,7 +13,7 @@ file(WRITE ${CMAKE_BINARY_DIR}/linked_files "${linked_files}")
 set(system_libraries "-Bstatic -lmingw32 -lmingwex -lmsvcr100 -lgcc -lkernel32 -luser32 -ladvapi32 -lmingw32 -lmingwex -lmsvcr100")
 string(JOIN " " link_library
   "${LM_LINKER} -m i386pep --shared -e DllMainCRTStartup --no-insert-timestamp --gc-sections -s"
-  "--dynamicbase --high-entropy-va --nxcompat -o <TARGET>"
+  "--dynamicbase --high-entropy-va --nxcompat <LINK_FLAGS> -o <TARGET>"
   "${dllcrt2.o} ${crtbegin.o} <OBJECTS> <LINK_LIBRARIES>"
   "-L${dllcrt2.o_folder} -L${crtbegin.o_folder} ${system_libraries} ${crtend.o}")
 set(CMAKE_CXX_CREATE_SHARED_MODULE "${link_library}")
