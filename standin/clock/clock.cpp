@@ -61,6 +61,7 @@ void start(Kind kind, std::uint32_t frameMs, double speed) {
   core->tickBase = 0;
   core->dateMs = kStandardDateMs;
   core->isSettlingNewThreads = false;
+  core->pacer = {};
   // The first read of the tick count is 0, not 1.
   core->isMoved = true;
   core->patience = std::chrono::milliseconds(10000);
@@ -138,6 +139,10 @@ void advanceTo(std::int64_t timeMs) {
   const RealTime::Moment until = core->realTime.at(timeMs);
   core.lock().unlock();
   std::this_thread::sleep_until(until);
+}
+
+void setPacer(std::function<void(std::int64_t)> pacer) {
+  Locked()->pacer = std::move(pacer);
 }
 
 /// The time is read and the clock advanced in two steps: an advance takes the lock itself. Only the main

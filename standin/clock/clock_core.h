@@ -63,6 +63,7 @@ struct Core {
   /// that fall due: true ends the advance where it is.
   void advance(Lock& lock, std::int64_t timeMs, const bool* isEndedP = nullptr);
   void moveTo(std::int64_t timeMs);
+  void pace(Lock& lock, std::int64_t timeMs);
   bool runNextDue(Lock& lock, std::int64_t limitMs);
 
   // --- other threads: waits.cpp ---
@@ -92,6 +93,8 @@ struct Core {
   std::uint32_t tickBase = 0;
   bool isSettlingNewThreads = false;
   bool isMoved = true;  ///< since the last read of the tick count
+  std::function<void(std::int64_t)> pacer;
+  bool isPacing = false;  ///< the pacer is being called
   std::chrono::milliseconds patience{10000};
   std::uint64_t stalls = 0;
 

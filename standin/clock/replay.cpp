@@ -16,8 +16,19 @@ void Core::moveTo(std::int64_t timeMs) {
   isMoved = true;
 }
 
+void Core::pace(Lock& lock, std::int64_t timeMs) {
+  if (!pacer || isPacing || timeMs <= replayMs) return;
+  isPacing = true;
+  // Unlocked: the pacer waits in real time, and schedules what has arrived meanwhile.
+  lock.unlock();
+  pacer(timeMs);
+  lock.lock();
+  isPacing = false;
+}
+
 void Core::advance(Lock& lock, std::int64_t timeMs, const bool* isEndedP) {
   assert(isReplayMain() && "only the main thread advances the replay clock");
+  pace(lock, timeMs);
   // A thread that still runs may begin a wait that falls due before `timeMs`.
   awaitOthers(lock);
   // A ring ends the wait at the time of the ring: the rest of the way is not advanced.

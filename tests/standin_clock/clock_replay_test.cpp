@@ -6,6 +6,7 @@
 #include <stdexcept>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -172,6 +173,37 @@ TEST_F(ReplayClock, StopForgetsWhatWasScheduledAndKeepsTheTime) {
   clock::stop();
   EXPECT_FALSE(clock::nextDue());
   EXPECT_EQ(clock::nowMs(), 5);
+}
+
+TEST_F(ReplayClock, PacerIsCalledBeforeTimeMoves) {
+  clock::start(clock::Kind::kReplay);
+  std::vector<std::pair<std::int64_t, std::int64_t>> calls;
+  clock::setPacer([&calls](std::int64_t timeMs) { calls.emplace_back(clock::nowMs(), timeMs); });
+  clock::advanceTo(10);
+  clock::advanceTo(10);
+  clock::drawn();
+  clock::setPacer({});
+  clock::advanceTo(100);
+  EXPECT_EQ(calls, (std::vector<std::pair<std::int64_t, std::int64_t>>{{0, 10}, {10, 26}}));
+}
+
+TEST_F(ReplayClock, WhatThePacerSchedulesHappensOnTheWay) {
+  clock::start(clock::Kind::kReplay);
+  std::int64_t happenedAt = -1;
+  clock::setPacer([&happenedAt](std::int64_t) {
+    clock::schedule(clock::nowMs() + 1, [&happenedAt] { happenedAt = clock::nowMs(); });
+  });
+  clock::advanceTo(10);
+  EXPECT_EQ(happenedAt, 1);
+  EXPECT_EQ(clock::nowMs(), 10);
+  clock::setPacer({});
+}
+
+TEST_F(ReplayClock, StartForgetsThePacer) {
+  clock::start(clock::Kind::kReplay);
+  clock::setPacer([](std::int64_t) { FAIL() << "a pacer of an earlier run"; });
+  clock::start(clock::Kind::kReplay);
+  clock::advanceTo(10);
 }
 
 }  // namespace

@@ -59,6 +59,11 @@ STANDIN_CLOCK_API void setSettlingNewThreads(bool isSettling);
 /// way. Real: sleeps until then. Timers are not run: a timer's procedure is only run by runDueTimer.
 STANDIN_CLOCK_API void advanceTo(std::int64_t timeMs);
 
+/// Main. Called with the time to advance to, before the replay clock does so: whatever makes virtual time
+/// keep pace with the wall waits here, and may schedule calls. Not called for a time that has passed, nor by
+/// an advance that begins inside of it. Empty for none, as after start().
+STANDIN_CLOCK_API void setPacer(std::function<void(std::int64_t timeMs)> pacer);
+
 /// Main. A call that draws: takes the frame's time.
 STANDIN_CLOCK_API void drawn();
 
