@@ -141,6 +141,7 @@ RunResult play(const ReplayOptions& options, Inputs& inputs, const Profile& prof
   request.frameMs = options.frameMs;
   request.dateMs = dateMs;
   request.moments = options.frames;
+  request.settings = profile.settingsFile();
   if (inputs.isMenuLate)
     request.writeMenu = [&] { profile.writeMenu(*inputs.menu); };
   else if (inputs.menu)

@@ -82,7 +82,7 @@ TEST(CommandLine, UnknownVerbNamesFileAndLine) {
   EXPECT_EQ(outcome.status, 2);
   EXPECT_EQ(outcome.err,
             "workbench: a.session:2: expected one of rotmode motion key function event device select command "
-            "setvar projection pointer document viewport menu end, found \"jump\"\n");
+            "enter setvar projection pointer document viewport setting reload menu end, found \"jump\"\n");
 }
 
 TEST(CommandLine, UnknownVariableEndsTheRun) {
@@ -137,8 +137,7 @@ TEST(CommandLine, WrongSubcommandIsNamedWithTheRightOnes) {
     const Outcome outcome = process.run(arguments);
     EXPECT_EQ(outcome.status, 2);
     EXPECT_EQ(outcome.err,
-              std::string("workbench: command line: expected a subcommand, one of replay compare, "
-                          "found ") +
+              std::string("workbench: command line: expected a subcommand, one of replay compare, found ") +
                   found + "; \"workbench --help\" describes them\n");
   }
 }

@@ -65,6 +65,30 @@ TEST(Replay, DrawingCallTakesTheFrameTime) {
   EXPECT_NE(rowsOf(process.read("out/trajectory.csv")).find("140 view"), std::string::npos);
 }
 
+TEST(Replay, ModuleIsLoadedAgainDuringTheSession) {
+  const FakeModuleProcess process;
+  const Outcome outcome = process.replay(
+      "50 motion 7 0 0 0 0 0\n150 reload\n250 motion 5 0 0 0 0 0\n450 motion 0 0 0 0 0 0\n900 end\n");
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  // The second load does not know that the cap is held until the device says so.
+  const std::string rows = rowsOf(process.read("out/trajectory.csv"));
+  EXPECT_NE(rows.find("cap 5"), std::string::npos) << rows;
+  EXPECT_NE(rows.find("commit cap 0"), std::string::npos) << rows;
+}
+
+TEST(Replay, SettingThatTheFileLacksEndsTheRun) {
+  const FakeModuleProcess process;
+  std::filesystem::create_directories(process.root() / "mine/Lumetrapad/Applications");
+  process.write("mine/Lumetrapad/Applications/autocad_addin.ini", "[PROGRAM]\nspeed = 1 # of all\n");
+  EXPECT_EQ(process.replay("10 setting speed 2\n20 reload\n", "--profile mine").status, 0);
+  EXPECT_EQ(process.read("mine/Lumetrapad/Applications/autocad_addin.ini"),
+            "[PROGRAM]\nspeed = 2 # of all\n");
+  const Outcome outcome = process.replay("10 setting sped 2\n20 reload\n", "--profile mine");
+  EXPECT_EQ(outcome.status, 2);
+  EXPECT_NE(outcome.err.find("expected a setting of that name, found \"sped\""), std::string::npos)
+      << outcome.err;
+}
+
 TEST(Replay, SessionMayEndWhileTheCapIsHeld) {
   const FakeModuleProcess process;
   const Outcome outcome = process.replay("50 motion 7 0 0 0 0 0\n250 end\n");

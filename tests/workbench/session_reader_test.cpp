@@ -150,10 +150,26 @@ TEST(SessionReader, EveryMistakeNamesFileLineAndWhatWasExpected) {
   for (const auto& [text, message] : table) EXPECT_EQ(errorOf(text), message);
 }
 
+TEST(SessionReader, EnterIsACommandWithoutText) {
+  const Session session = parseSession("5 enter\n", "a.session");
+  ASSERT_EQ(session.user.size(), 1U);
+  EXPECT_EQ(std::get<Command>(session.user[0].action).text, "");
+}
+
+TEST(SessionReader, SettingMayBeEmpty) {
+  const Session session =
+      parseSession("5 setting fileToLog\n6 setting name My plug-in\n7 reload\n", "a.session");
+  ASSERT_EQ(session.user.size(), 3U);
+  EXPECT_EQ(std::get<ChangeSetting>(session.user[0].action).value, "");
+  EXPECT_EQ(std::get<ChangeSetting>(session.user[1].action).key, "name");
+  EXPECT_EQ(std::get<ChangeSetting>(session.user[1].action).value, "My plug-in");
+  EXPECT_TRUE(std::holds_alternative<LoadAgain>(session.user[2].action));
+}
+
 TEST(SessionReader, UnknownVerbIsReportedWithAllVerbs) {
   EXPECT_EQ(errorOf("0 jump 1"),
-            "a.session:1: expected one of rotmode motion key function event device select command setvar "
-            "projection pointer document viewport menu end, found \"jump\"");
+            "a.session:1: expected one of rotmode motion key function event device select command enter "
+            "setvar projection pointer document viewport setting reload menu end, found \"jump\"");
 }
 
 TEST(SessionReader, MissingFileIsReported) {

@@ -7,6 +7,7 @@
 
 #include <cassert>
 #include <filesystem>
+#include <string>
 
 namespace workbench {
 
@@ -32,13 +33,18 @@ class Module {
   /// Frees the library. False when it is still mapped because something else refers to it.
   bool unload();
 
+  /// Loads the library again after unload(). Throws as the constructor does.
+  void load();
+
   /// Leaves the library in memory for the rest of the process, for a thread that runs in it.
   void keep() { mHandle = nullptr; }
 
  private:
   using EntryPoint = AcRx::AppRetCode (*)(AcRx::AppMsgCode, void*);
 
+  std::string mName;  ///< of the file, for messages
   std::filesystem::path mFile;
+  std::string mPath;  ///< by which the system loads it
   void* mHandle = nullptr;
   EntryPoint mEntryPoint = nullptr;
 };

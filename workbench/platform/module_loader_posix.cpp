@@ -24,17 +24,22 @@ struct Closer {
 }  // namespace
 
 Module::Module(const std::filesystem::path& file, const std::filesystem::path& loaded)
-    : mFile(std::filesystem::absolute(loaded)) {
-  const std::string name = file.string();
-  if (!std::filesystem::is_regular_file(mFile)) throw notAModule(name, "no such file");
-  // Without a slash the system would search for it.
-  const std::string path = loaded.has_parent_path() ? loaded.string() : mFile.string();
+    : mName(file.string()),
+      mFile(std::filesystem::absolute(loaded)),
+      // Without a slash the system would search for it.
+      mPath(loaded.has_parent_path() ? loaded.string() : mFile.string()) {
+  load();
+}
+
+void Module::load() {
+  assert(mHandle == nullptr && "the module is loaded already");
+  if (!std::filesystem::is_regular_file(mFile)) throw notAModule(mName, "no such file");
   // RTLD_NOW finds missing symbols here and not in the middle of a run. RTLD_LOCAL keeps the module from
   // sharing symbols with this program by accident.
-  Closer guard{dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL)};
-  if (guard.library == nullptr) throw notAModule(name, inQuotes(dlerror()));
-  requireApiVersion(symbol<ApiVersionFunction>(guard.library, "acrxGetApiVersion", name)(0), name);
-  mEntryPoint = symbol<EntryPoint>(guard.library, "acrxEntryPoint", name);
+  Closer guard{dlopen(mPath.c_str(), RTLD_NOW | RTLD_LOCAL)};
+  if (guard.library == nullptr) throw notAModule(mName, inQuotes(dlerror()));
+  requireApiVersion(symbol<ApiVersionFunction>(guard.library, "acrxGetApiVersion", mName)(0), mName);
+  mEntryPoint = symbol<EntryPoint>(guard.library, "acrxEntryPoint", mName);
   // Nothing throws from here on.
   mHandle = std::exchange(guard.library, nullptr);
 }

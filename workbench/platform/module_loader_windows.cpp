@@ -68,16 +68,21 @@ struct Freer {
 
 Module::Module(const std::filesystem::path& file, const std::filesystem::path&)
     : mFile(std::filesystem::absolute(file).make_preferred()) {
-  const std::string name = mFile.string();
-  if (!std::filesystem::is_regular_file(mFile)) throw notAModule(name, "no such file");
+  mName = mFile.string();
+  load();
+}
+
+void Module::load() {
+  assert(mHandle == nullptr && "the module is loaded already");
+  if (!std::filesystem::is_regular_file(mFile)) throw notAModule(mName, "no such file");
   // A box about a missing library would wait for somebody to press its button.
   const ErrorMode quiet;
   Freer guard{LoadLibraryW(mFile.c_str())};
   // Read at once: any later call may change it.
   const DWORD code = GetLastError();
-  if (guard.library == nullptr) throw notAModule(name, reasonOf(code, mFile.wstring()));
-  requireApiVersion(symbol<ApiVersionFunction>(guard.library, "acrxGetApiVersion", name)(0), name);
-  mEntryPoint = symbol<EntryPoint>(guard.library, "acrxEntryPoint", name);
+  if (guard.library == nullptr) throw notAModule(mName, reasonOf(code, mFile.wstring()));
+  requireApiVersion(symbol<ApiVersionFunction>(guard.library, "acrxGetApiVersion", mName)(0), mName);
+  mEntryPoint = symbol<EntryPoint>(guard.library, "acrxEntryPoint", mName);
   // Before the module runs, so that no beep is missed.
   interceptBeeps(guard.library);
   mHandle = std::exchange(guard.library, nullptr);

@@ -1,12 +1,11 @@
 #include "workbench/running/host_loop.h"
 
 #include "standin_clock.h"
-#include "workbench/input_error.h"
 #include "workbench/platform/interruption.h"
+#include "workbench/running/guarded.h"
 
 #include <algorithm>
 #include <cassert>
-#include <exception>
 
 namespace workbench {
 
@@ -18,19 +17,6 @@ namespace {
 constexpr std::int64_t kLongestRealWaitMs = 50;
 
 }  // namespace
-
-void guarded(std::string_view what, std::vector<std::string>& problems, const std::function<void()>& call) {
-  try {
-    call();
-    // A mistake in the session or the drawing is the user's and no finding about the module.
-  } catch (const InputError&) {
-    throw;
-  } catch (const std::exception& error) {
-    problems.push_back(std::string(what) + " threw: " + error.what());
-  } catch (...) {
-    problems.push_back(std::string(what) + " threw something other than a std::exception");
-  }
-}
 
 void HostLoop::run(const Progress& progress) {
   assert(clock::isMainThread() && "the host loop runs on the main thread");

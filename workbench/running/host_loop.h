@@ -56,10 +56,6 @@ class HostLoop {
   std::size_t mNextUser = 0;
 };
 
-/// Calls `call` and turns an exception into a line of `problems` that begins with `what`. InputError is
-/// rethrown.
-void guarded(std::string_view what, std::vector<std::string>& problems, const std::function<void()>& call);
-
 }  // namespace workbench
 
 #endif

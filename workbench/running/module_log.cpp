@@ -78,6 +78,19 @@ LogSettings logSettings(std::string_view settingsFile) {
   return settings;
 }
 
+fs::path logFile(const fs::path& folder, const LogSettings& settings) {
+  // A backslash makes it a path, as for the module; otherwise it is a name in the settings folder.
+  if (settings.file.find('\\') == std::string::npos) return folder / settings.file;
+#ifdef _WIN32
+  return fs::u8path(toUtf8(settings.file));
+#else
+  std::string path = settings.file;
+  // The stand-in of Windows maps separators in the same way.
+  std::replace(path.begin(), path.end(), '\\', '/');
+  return path;
+#endif
+}
+
 LogFollower::LogFollower(fs::path file) : mFile(std::move(file)), mBackup(mFile) {
   // The module renames its log to this when it is full; an older backup is replaced.
   mBackup.replace_extension(".bak");
@@ -119,9 +132,9 @@ ModuleLog::ModuleLog(fs::path settingsFolder) : mFolder(std::move(settingsFolder
   const LogSettings settings = settingsInForce();
   // Both possible files are followed from the start, because what they hold before the run has to be left
   // out.
-  mFollowers.emplace_back(logFile(settings));
+  mFollowers.emplace_back(logFile(mFolder, settings));
   // The module takes its defaults when it does not accept the settings file.
-  if (settings.file != LogSettings().file) mFollowers.emplace_back(logFile(LogSettings()));
+  if (settings.file != LogSettings().file) mFollowers.emplace_back(logFile(mFolder, LogSettings()));
   if (settings.limit >= kSmallLimit) mStepsPerLook = kStepsPerLook;
 }
 
@@ -137,7 +150,7 @@ ModuleLog::Result ModuleLog::finish() {
   if (!settings.isToFile) return {"", "The module wrote no log: logToFile is off in its settings."};
   for (LogFollower& follower : mFollowers) {
     follower.look();
-    if (follower.file() != logFile(settings)) continue;
+    if (follower.file() != logFile(mFolder, settings)) continue;
     if (follower.text().empty()) return {"", "The module wrote no log."};
     return {toUtf8(follower.text()),
             follower.hasGap()
@@ -150,19 +163,6 @@ ModuleLog::Result ModuleLog::finish() {
 LogSettings ModuleLog::settingsInForce() const {
   const fs::path file = mFolder / "Applications" / "autocad_addin.ini";
   return logSettings(fs::is_regular_file(file) ? readFile(file, "the module's settings") : "");
-}
-
-fs::path ModuleLog::logFile(const LogSettings& settings) const {
-  // A backslash makes it a path, as for the module; otherwise it is a name in the settings folder.
-  if (settings.file.find('\\') == std::string::npos) return mFolder / settings.file;
-#ifdef _WIN32
-  return fs::u8path(toUtf8(settings.file));
-#else
-  std::string path = settings.file;
-  // The stand-in of Windows maps separators in the same way.
-  std::replace(path.begin(), path.end(), '\\', '/');
-  return path;
-#endif
 }
 
 }  // namespace workbench

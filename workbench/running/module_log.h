@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace workbench {
@@ -21,6 +22,9 @@ struct LogSettings {
 /// The values of section LOGGING; the module's defaults for what the text does not have.
 LogSettings logSettings(std::string_view settingsFile);
 
+/// The log's file. `folder` is the profile's folder "Lumetrapad".
+std::filesystem::path logFile(const std::filesystem::path& folder, const LogSettings& settings);
+
 /// Follows one log file while it is written.
 class LogFollower {
  public:
@@ -32,6 +36,8 @@ class LogFollower {
 
   const std::filesystem::path& file() const { return mFile; }
   const std::string& text() const { return mText; }
+  /// The text since the last call, for those who follow it for long.
+  std::string take() { return std::exchange(mText, {}); }
   /// Whether the file was rotated more than once between two looks, so that entries are missing.
   bool hasGap() const { return mHasGap; }
 
@@ -65,7 +71,6 @@ class ModuleLog {
 
  private:
   LogSettings settingsInForce() const;
-  std::filesystem::path logFile(const LogSettings& settings) const;
 
   std::filesystem::path mFolder;
   std::vector<LogFollower> mFollowers;  ///< of the file that the settings name, and of the default

@@ -25,6 +25,7 @@ class Profile {
 
   /// The folder of the settings and, unless they say otherwise, of the log.
   std::filesystem::path settings() const { return mFolder / "Lumetrapad"; }
+  std::filesystem::path settingsFile() const { return applications() / "autocad_addin.ini"; }
 
  private:
   std::filesystem::path applications() const { return settings() / "Applications"; }

@@ -3,14 +3,14 @@
 #include "standin/controller/controller_feed.h"
 #include "workbench/input_error.h"
 #include "workbench/platform/desktop.h"
+#include "workbench/running/module_run.h"
 #include "workbench/running/moments.h"
+#include "workbench/running/reloading.h"
 #include "workbench/sessions/session_player.h"
 
 #include <algorithm>
-#include <chrono>
 #include <exception>
 #include <optional>
-#include <thread>
 #include <utility>
 
 namespace workbench {
@@ -19,10 +19,6 @@ namespace {
 namespace clock = standin::clock;
 namespace controller = standin::controller;
 namespace host = standin::host;
-
-/// Real time for the system to take down threads that have ended. A joined thread may stay in the process's
-/// list for a moment, so one look is not enough.
-constexpr std::chrono::milliseconds kThreadsMayTake(1000);
 
 std::string counted(std::uint64_t count, const char* what) {
   return std::to_string(count) + " " + what;
@@ -40,7 +36,8 @@ class Run {
  public:
   Run(ReplayRequest request, Module& module)
       : mRequest(std::move(request)),
-        mModule(module),
+        mModuleRun(module, mResult.problems),
+        mReloading(module, mModuleRun, mRequest.settings),
         mMoments(mRequest.session.endMs, mRequest.moments, desktopOf(mRequest.session)) {}
 
   RunResult go() {
@@ -53,7 +50,9 @@ class Run {
     mMoments.begin();
     runModule(recorder);
     // Unloaded before collecting: the counts of what is left must include what the module releases last.
-    unload();
+    mModuleRun.unload();
+    // Before collecting: forgets what the module may have left on it.
+    clock::stop();
     collect(recorder);
     // Closing would call a reactor that is still registered, whose code has been unloaded.
     while (mResult.host.reactors == 0 && host::drawing() != nullptr) host::closeDocument();
@@ -86,14 +85,9 @@ class Run {
     mDevice.emplace(mRequest.session);
     // Scrolling makes no drawing call, so the clock triggers the capture too.
     for (const std::int64_t timeMs : mMoments.times()) clock::schedule(timeMs, [this] { mMoments.look(); });
-    send(AcRx::kInitAppMsg, "the init message");
-    // The host sends this for a document that is open when a module is loaded.
-    send(AcRx::kLoadDwgMsg, "the load drawing message");
-    // The module's threads have to reach their first wait before the session begins; otherwise the first
-    // event could find nobody waiting.
-    settle("the init message");
+    mModuleRun.begin();
     try {
-      HostLoop(mRequest.session, *mDevice, {recorder, mRequest.writeMenu}, mResult.problems)
+      HostLoop(mRequest.session, *mDevice, {recorder, mRequest.writeMenu, mReloading}, mResult.problems)
           .run([this](std::int64_t nowMs, std::int64_t endMs) {
             mMoments.look();
             if (mRequest.progress) mRequest.progress(nowMs, endMs);
@@ -105,8 +99,7 @@ class Run {
     } catch (const Interrupted& interrupted) {
       noteFailure(interrupted);
     }
-    send(AcRx::kUnloadDwgMsg, "the unload drawing message");
-    send(AcRx::kUnloadAppMsg, "the unload message");
+    mModuleRun.end();
   }
 
   void noteFailure(const std::exception& failure) {
@@ -114,42 +107,6 @@ class Run {
     mResult.ending = failure.what();
     mResult.problems.emplace_back(failure.what());
     mResult.endMs = clock::nowMs();
-  }
-
-  void send(AcRx::AppMsgCode message, const std::string& name) {
-    guarded(name, mResult.problems, [&] {
-      const int result = mModule.send(message);
-      // A module that returns anything else reports that it did not do its work.
-      if (result != AcRx::kRetOK)
-        mResult.problems.push_back(name + " returned " + std::to_string(result) + ", not 0");
-    });
-  }
-
-  void settle(const std::string& after) {
-    if (!clock::settle()) mResult.problems.push_back("threads did not come to rest after " + after);
-  }
-
-  /// A thread that still runs would crash in unloaded code, so the library stays loaded then and the run ends
-  /// with a line that reports the thread.
-  void unload() {
-    // Asked before the clock stops, which forgets all timers.
-    addProblem(clock::timerCount(), "timers left after the unload message");
-    clock::stop();
-    const std::size_t threads = threadsLeft();
-    addProblem(threads, "threads left after the unload message");
-    if (threads != 0)
-      mModule.keep();
-    else if (!mModule.unload())
-      mResult.problems.emplace_back("the module is still mapped after it was freed");
-  }
-
-  static std::size_t threadsLeft() {
-    const auto deadline = std::chrono::steady_clock::now() + kThreadsMayTake;
-    // Real time: the clock of the run has stopped.
-    while (clock::otherThreads() != 0 && std::chrono::steady_clock::now() < deadline)
-      // No sleep: in most runs the threads are gone at the first look.
-      std::this_thread::yield();
-    return clock::otherThreads();
   }
 
   void addProblem(std::uint64_t count, const char* what) {
@@ -188,10 +145,11 @@ class Run {
   }
 
   ReplayRequest mRequest;
-  Module& mModule;
+  RunResult mResult;
+  ModuleRun mModuleRun;
+  Reloading mReloading;
   MomentRecorder mMoments;
   std::optional<DeviceSchedule> mDevice;  ///< lives as long as the clock may call it
-  RunResult mResult;
 };
 
 }  // namespace

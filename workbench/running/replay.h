@@ -15,6 +15,7 @@
 
 #include <cstdint>
 #include <exception>
+#include <filesystem>
 #include <functional>
 #include <map>
 #include <memory>
@@ -31,6 +32,7 @@ struct ReplayRequest {
   std::int64_t dateMs = 0;          ///< UTC that belongs to time 0 of a replay, in ms since 1970
   std::size_t moments = 60;         ///< of the report
   std::function<void()> writeMenu;  ///< for the session's event `menu`
+  std::filesystem::path settings;   ///< the module's settings file, for the session's event `setting`
   Recorder::AssemblyRunner runAssembly;
   Progress progress;
 };

@@ -56,10 +56,17 @@ struct SetDocument {
 struct SetViewport {
   int number = 0;
 };
+/// A new value in the module's settings file, from the next LoadAgain on.
+struct ChangeSetting {
+  std::string key;
+  std::string value;
+};
+/// The module is unloaded and loaded again.
+struct LoadAgain {};
 
 using DeviceAction = std::variant<AdvancedSettings, DeviceEvent, DevicePower>;
 using UserAction = std::variant<Select, Command, SetVariable, SetProjection, MovePointer, WriteMenu,
-                                SetDocument, SetViewport>;
+                                SetDocument, SetViewport, ChangeSetting, LoadAgain>;
 
 struct TimedDeviceAction {
   std::int64_t timeMs = 0;

@@ -84,6 +84,10 @@ struct UserPerformer {
       throw InputError(place, "a viewport of the current tab", inQuotes(number));
   }
 
+  void operator()(const ChangeSetting& change) const { surroundings.reloading.change(change); }
+
+  void operator()(const LoadAgain&) const { surroundings.reloading.load(); }
+
   /// A name that ends in .dxf is that of a drawing in the session's folder; any other is a new drawing.
   void openDocument(const std::string& name) const {
     // Session files are UTF-8; the path's own constructor would take the ANSI code page on Windows.

@@ -4,6 +4,7 @@
 #define WORKBENCH_SESSION_PLAYER_H
 
 #include "workbench/running/recording.h"
+#include "workbench/running/reloading.h"
 #include "workbench/sessions/session.h"
 
 #include <atomic>
@@ -16,6 +17,7 @@ namespace workbench {
 struct Surroundings {
   Recorder& recorder;               ///< records what the host prints about an action
   std::function<void()> writeMenu;  ///< puts the menu file where the module looks for it
+  Reloading& reloading;             ///< changes the module's settings
 };
 
 /// Performs an action of the user at the host. Main thread, while the host is idle. Throws InputError when

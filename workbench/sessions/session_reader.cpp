@@ -201,6 +201,9 @@ class SessionParser {
   // The rest of the line with the blanks in it: on the command line a blank is an Enter.
   void parseCommand(SessionLine& line) { addUser(Command{toUtf8(line.rest("a command"))}); }
 
+  // A command line cannot begin with a blank, so the Enter that ends a LINE has a verb of its own.
+  void parseEnter(SessionLine&) { addUser(Command{}); }
+
   void parseSetVariable(SessionLine& line) {
     SetVariable set;
     set.name = toUtf8(line.word("the name of a system variable"));
@@ -229,6 +232,16 @@ class SessionParser {
     addUser(SetViewport{static_cast<int>(line.integer("the number of a viewport", 1, kMostViewports))});
   }
 
+  void parseSetting(SessionLine& line) {
+    ChangeSetting change;
+    change.key = line.word("the name of a setting");
+    // A setting may be an empty text.
+    if (!line.isAtEnd()) change.value = line.rest("");
+    addUser(std::move(change));
+  }
+
+  void parseReload(SessionLine&) { addUser(LoadAgain{}); }
+
   void parseMenu(SessionLine&) { addUser(WriteMenu{}); }
 
   void parseEnd(SessionLine&) { mIsEnded = true; }
@@ -253,11 +266,14 @@ const std::vector<SessionParser::Verb>& SessionParser::verbs() {
       {"device", &SessionParser::parseDevice, "down|up"},
       {"select", &SessionParser::parseSelect, "all|none|HANDLE..."},
       {"command", &SessionParser::parseCommand, "TEXT"},
+      {"enter", &SessionParser::parseEnter, ""},
       {"setvar", &SessionParser::parseSetVariable, "NAME VALUE"},
       {"projection", &SessionParser::parseProjection, "parallel|perspective"},
       {"pointer", &SessionParser::parsePointer, "canvas|tree|list|edit|qt|none"},
       {"document", &SessionParser::parseDocument, "open NAME|close|NAME"},
       {"viewport", &SessionParser::parseViewport, "N"},
+      {"setting", &SessionParser::parseSetting, "NAME VALUE"},
+      {"reload", &SessionParser::parseReload, ""},
       {"menu", &SessionParser::parseMenu, ""},
       {"end", &SessionParser::parseEnd, ""}};
   return kVerbs;
