@@ -18,7 +18,7 @@ ensure_packages() {
     >/dev/null
 }
 
-build_packages=(g++ cmake ninja-build python3 nlohmann-json3-dev libcli11-dev
+build_packages=(g++ cmake ninja-build python3 nlohmann-json3-dev libcli11-dev libboost-dev
   libgtest-dev libgmock-dev libbenchmark-dev libeigen3-dev libspdlog-dev libinih-dev libdxflib-dev
   mono-mcs mono-runtime libmono-system4.0-cil libmono-system-core4.0-cil libmono-system-xml4.0-cil
   libmono-i18n-west4.0-cil libmono-i18n-cjk4.0-cil mono-utils)

@@ -3,6 +3,7 @@
 #include "workbench/comparing/compare.h"
 #include "workbench/dxf/reader.h"
 #include "workbench/input_error.h"
+#include "workbench/live/run_live.h"
 #include "workbench/options.h"
 #include "workbench/platform/desktop.h"
 #include "workbench/platform/interruption.h"
@@ -217,6 +218,7 @@ int runWorkbench(const std::vector<std::string>& arguments, std::ostream& out, s
     const Options options = parseOptions(arguments);
     if (const auto* const compareP = std::get_if<CompareOptions>(&options))
       return runCompare(*compareP, out, err);
+    if (const auto* const liveP = std::get_if<LiveOptions>(&options)) return runLive(*liveP, out, err);
     return runReplay(std::get<ReplayOptions>(options), out, err);
   } catch (const HelpWanted& help) {
     return printHelp(help, out, err);

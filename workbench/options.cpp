@@ -17,13 +17,15 @@ namespace fs = std::filesystem;
 constexpr long long kLongestFrameMs = 10000;
 // Each moment adds its camera and changed shapes to the page; more would make it too large to open.
 constexpr long long kMostMoments = 10000;
+constexpr long long kHighestPort = 65535;
 constexpr const char* kModuleName = "LMTRAutoCAD2013.arx";
 
 /// As given on the command line. Numbers are parsed here, not by the library, so that every mistake gets the
 /// same form of message.
 struct RawOptions {
   std::string drawing, session, out, profile, menu, module, runA, runB;
-  std::string frameMs = "16", frames = "60", date;
+  std::string frameMs = "16", frames = "60", date, port;
+  std::vector<std::string> drawings;
 };
 
 long long number(const std::string& name, const std::string& text, long long highest) {
@@ -70,14 +72,6 @@ std::optional<fs::path> optionalPath(const std::string& text) {
   return fs::path(text);
 }
 
-/// Beside the program, as it is shipped, or in the build folder's own place for it.
-fs::path defaultModule() {
-  fs::path beside = executableFolder() / kModuleName;
-  if (fs::exists(beside)) return beside;
-  // Not checked for existence: the loader's message then names the path that was expected.
-  return (executableFolder() / ".." / "host" / kModuleName).lexically_normal();
-}
-
 std::string firstLine(const std::string& text) {
   return text.substr(0, text.find('\n'));
 }
@@ -112,6 +106,28 @@ void addReplayOptions(CLI::App& replay, RawOptions& raw, ReplayOptions& options)
   replay.add_option("--module", raw.module, "the module to load [the one built beside this program]");
   replay.add_flag("--realtime", options.isRealTime, "let time pass as it does, instead of at once");
   replay.add_flag("--quiet", options.isQuiet, "print the report's path only");
+}
+
+LiveOptions finishLive(const RawOptions& raw, LiveOptions options) {
+  options.drawings.assign(raw.drawings.begin(), raw.drawings.end());
+  options.menu = optionalPath(raw.menu);
+  options.profile = optionalPath(raw.profile);
+  options.out = raw.out.empty() ? fs::path("out") / "live" : fs::path(raw.out);
+  options.module = raw.module.empty() ? defaultModule() : fs::path(raw.module);
+  // Without the option the system chooses one.
+  if (!raw.port.empty()) options.port = static_cast<std::uint16_t>(number("--port", raw.port, kHighestPort));
+  return options;
+}
+
+void addLiveOptions(CLI::App& live, RawOptions& raw, LiveOptions& options) {
+  live.add_option("--drawing", raw.drawings, "drawings (DXF text files), of which the first is shown")
+      ->required();
+  live.add_option("--menu", raw.menu, "menu file, copied into the profile");
+  live.add_option("--profile", raw.profile, "the user's profile folder, kept from run to run [new]");
+  live.add_option("--port", raw.port, "port of the page on this machine [any that is free]");
+  live.add_option("--out", raw.out, "folder for sessions and reports, made when it is missing [out/live]");
+  live.add_option("--module", raw.module, "the module to load [the one built beside this program]");
+  live.add_flag("!--no-browser", options.isBrowserOpened, "print the address and open no browser");
 }
 
 void addCompareOptions(CLI::App& compare, RawOptions& raw) {
@@ -163,6 +179,14 @@ void parse(CLI::App& app, std::vector<std::string> arguments) {
 
 }  // namespace
 
+/// Beside the program, as it is shipped, or in the build folder's own place for it.
+fs::path defaultModule() {
+  fs::path beside = executableFolder() / kModuleName;
+  if (fs::exists(beside)) return beside;
+  // Not checked for existence: the loader's message then names the path that was expected.
+  return (executableFolder() / ".." / "host" / kModuleName).lexically_normal();
+}
+
 Options parseOptions(std::vector<std::string> arguments) {
   RawOptions raw;
   ReplayOptions options;
@@ -171,9 +195,14 @@ Options parseOptions(std::vector<std::string> arguments) {
   addReplayOptions(*app.add_subcommand("replay", "replay a session and write a report"), raw, options);
   CLI::App* const compare = app.add_subcommand("compare", "list the differences of two replays");
   addCompareOptions(*compare, raw);
+  CLI::App* const live =
+      app.add_subcommand("live", "take the cap in your hand: the module in real time, in the browser");
+  LiveOptions liveOptions;
+  addLiveOptions(*live, raw, liveOptions);
   app.require_subcommand(1);
   parse(app, std::move(arguments));
   if (compare->parsed()) return CompareOptions{raw.runA, raw.runB, raw.out};
+  if (live->parsed()) return finishLive(raw, liveOptions);
   return finishReplay(raw, options);
 }
 

@@ -4,6 +4,8 @@
 ///                    [--profile DIR] [--menu FILE.mnu or FILE.cuix] [--frame-ms N] [--realtime] [--frames N]
 ///                    [--quiet]
 ///                    [--date D] [--module FILE]
+///   workbench live --drawing FILE.dxf ... [--menu FILE.mnu] [--profile DIR] [--port N] [--out DIR]
+///                  [--no-browser] [--module FILE]
 ///   workbench compare RUN_A RUN_B --out DIR
 ///   workbench --help | --version
 #ifndef WORKBENCH_OPTIONS_H
@@ -40,8 +42,18 @@ struct CompareOptions {
   std::filesystem::path out;
 };
 
+struct LiveOptions {
+  std::vector<std::filesystem::path> drawings;  ///< at least one; the first is shown
+  std::optional<std::filesystem::path> menu;
+  std::optional<std::filesystem::path> profile;
+  std::filesystem::path out;  ///< where sessions and reports are left
+  std::filesystem::path module;
+  std::uint16_t port = 0;  ///< 0: any that is free
+  bool isBrowserOpened = true;
+};
+
 /// One type for each subcommand.
-using Options = std::variant<ReplayOptions, CompareOptions>;
+using Options = std::variant<ReplayOptions, CompareOptions, LiveOptions>;
 
 /// Thrown for --help and --version: the text to print.
 struct HelpWanted {
@@ -57,6 +69,9 @@ class UsageError : public std::runtime_error {
 /// The subcommand of the arguments (without the program's name) and its options. Throws UsageError, and
 /// HelpWanted for --help and --version. Does not access any file, but for looking for the default module.
 Options parseOptions(std::vector<std::string> arguments);
+
+/// The module that is built, or shipped, with this program.
+std::filesystem::path defaultModule();
 
 /// Throws InputError at the first file or folder of the options that is not what it must be.
 void checkFiles(const ReplayOptions& options);

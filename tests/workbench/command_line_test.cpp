@@ -137,7 +137,8 @@ TEST(CommandLine, WrongSubcommandIsNamedWithTheRightOnes) {
     const Outcome outcome = process.run(arguments);
     EXPECT_EQ(outcome.status, 2);
     EXPECT_EQ(outcome.err,
-              std::string("workbench: command line: expected a subcommand, one of replay compare, found ") +
+              std::string("workbench: command line: expected a subcommand, one of replay compare live, "
+                          "found ") +
                   found + "; \"workbench --help\" describes them\n");
   }
 }
