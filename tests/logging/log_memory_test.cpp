@@ -67,4 +67,22 @@ TEST_F(LogWithoutMemory, LogFollowsToTheNewFileAsSoonAsThereIsMemory) {
   }
 }
 
+/// Only the name that the backup has for a moment is long enough to find no memory.
+TEST_F(LogWithoutMemory, LogKeepsTheLineAfterARotationThatFindsNoMemoryMidway) {
+  for (std::uint64_t left = 0; left < 10; ++left) {
+    const std::string name = "file" + std::to_string(left);
+    const std::string path = mFolder.path(name + ".log");
+    RotatingLogFile log(makeLogFile);
+    log.open(path, name, 1000);
+    log.write(std::string(1000, 'x') + "\n");
+    {
+      const tests::MemoryRunsOut memoryRunsOut(left, path.size() + 2);
+      log.prepare(1000);
+      log.write("during\n");
+    }
+    const std::string text = mFolder.read(name + ".bak") + mFolder.read(name + ".log");
+    EXPECT_NE(text.find("during\n"), std::string::npos) << left;
+  }
+}
+
 }  // namespace

@@ -49,4 +49,16 @@ TEST_F(LogTest, ANextInitWritesAgainAfterAFailure) {
   EXPECT_EQ(linesOf(file()).back().substr(kPrefixWidth), "text");
 }
 
+TEST(FailedLogFiles, FileThatAWriteFailedToHasNoPosition) {
+  const TempFolder folder;
+  const std::unique_ptr<LogFile> fileP = makeLogFile();
+  ASSERT_TRUE(fileP->open(folder.path("a.log")));
+  fileP->write("text");
+  EXPECT_EQ(fileP->position(false), 4);
+  writesLeft = 0;
+  fileP->write("lost");
+  EXPECT_EQ(fileP->position(false), -1);
+  EXPECT_EQ(fileP->position(true), -1);
+}
+
 }  // namespace

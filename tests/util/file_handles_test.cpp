@@ -14,6 +14,7 @@
 
 #include <array>
 #include <cerrno>
+#include <cstdio>
 #include <ctime>
 
 namespace {
@@ -172,6 +173,8 @@ TEST_F(FileHandles, RightsOfNewFilesAndFoldersAreTheUsers) {
 TEST(ConsoleLines, LineIsOutBeforeTheProcessEnds) {
   int pipeEnds[2];
   ASSERT_EQ(pipe(pipeEnds), 0);
+  // The child would print it again.
+  std::fflush(stdout);
   const pid_t child = fork();
   if (child == 0) {
     dup2(pipeEnds[1], STDOUT_FILENO);

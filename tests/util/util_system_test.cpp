@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <cstdint>
 #include <ctime>
 #include <string>
 
@@ -57,6 +58,24 @@ TEST(LocalDate, DateIsAnotherDayWhereTheClockIsAheadByMoreThanADay) {
     west = Util::localDate();
   }
   EXPECT_NE(east, west);
+}
+
+TEST(TimesOfDay, TimeOfDayIsThatOfUtcInEveryZone) {
+  constexpr std::int64_t kSecondsOfDay = 24 * 60 * 60;
+  standin::clock::start(standin::clock::Kind::kReal);
+  const TimeZone zone("East-5");
+  const std::int64_t before = std::time(nullptr) % kSecondsOfDay;
+  const std::int64_t seconds = Util::utcMsOfDay() / 1000;
+  // Also when the day has ended in between.
+  EXPECT_LE((seconds - before + kSecondsOfDay) % kSecondsOfDay, 60);
+}
+
+TEST(TimesOfDay, TimeOfDayCountsMilliseconds) {
+  constexpr std::int64_t kUtcMs = 1234567890123;
+  standin::clock::start(standin::clock::Kind::kReplay);
+  standin::clock::setDate(kUtcMs);
+  EXPECT_EQ(Util::utcMsOfDay(), kUtcMs % (24 * 60 * 60 * 1000));
+  standin::clock::stop();
 }
 
 class Boxes : public testing::Test {
