@@ -1,7 +1,7 @@
 // The host's functions whose names are not sure. A module that imports a name that the host does not have is
 // not loaded at all; these are looked up when the module is loaded, into the very pointers that an import
-// library would have made. A call of one that is missing is told once, and throws: the operation that needs
-// it fails as if the host had.
+// library would have made. A call of one that is missing is logged and printed once, and throws: the
+// operation that needs it fails as if the host had.
 #include "LM_Daemon/src/logging.h"
 
 #include "acutads.h"
@@ -14,7 +14,7 @@
 #include <string>
 
 /// What a call of a missing function throws. The module catches everything that the host throws. The name of
-/// what is thrown lies in the file, and that of an unnamed namespace depends on the folder of the sources.
+/// what is thrown is in the file, and that of an unnamed namespace depends on the folder of the sources.
 struct HostFunctionMissing {};
 
 namespace {

@@ -63,7 +63,7 @@ void throwIfModuleThrew(int result) {
   if (result != 0) throw std::runtime_error("the module threw into the host");
 }
 
-/// A reactor of the module's. The stand-in host tells reactors of nothing else.
+/// A reactor of the module's. The stand-in host calls no other functions of reactors.
 class ModuleReactor final : public AcApDocManagerReactor {
  public:
   ModuleReactor(void* reactorP, int (*toBeDestroyed)(void*, void*))

@@ -24,7 +24,7 @@ struct AcAp {
 /// An open drawing.
 class STANDIN_OBJECTARX_CLASS AcApDocument : public AcRxObject {};
 
-/// Is told of what happens to documents, while it is registered. Twenty slots: the host calls it by number.
+/// While it is registered, the host calls it for what happens to documents: by slot, of which it has twenty.
 class STANDIN_NO_TABLE STANDIN_OBJECTARX_CLASS AcApDocManagerReactor : public AcRxObject {
  public:
   ACRX_DECLARE_MEMBERS(AcApDocManagerReactor)

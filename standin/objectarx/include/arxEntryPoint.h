@@ -44,8 +44,8 @@ class AcRxArxCommandEntry {
   AcRxArxCommandEntry* mNextP = nullptr;
 };
 
-/// The module's table of LISP functions is empty, so load drawing, unload drawing and invoke keep the base's
-/// answer.
+/// The module's table of LISP functions is empty, so load drawing, unload drawing and invoke do what
+/// the base does.
 class AcRxArxApp : public AcRxDbxApp {
  public:
   AcRx::AppRetCode On_kInitAppMsg(void* pkt) override {

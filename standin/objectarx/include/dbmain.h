@@ -22,7 +22,7 @@ struct AcDb {
   enum OpenMode { kForRead = 0, kForWrite = 1, kForNotify = 2 };
 };
 
-/// A box along the world's axes; without points its minimum lies above its maximum.
+/// A box along the world's axes; without points its minimum is above its maximum.
 class AcDbExtents {
  public:
   STANDIN_OBJECTARX_API AcDbExtents();
@@ -50,7 +50,7 @@ class STANDIN_OBJECTARX_CLASS AcGiDrawable : public AcRxObject {
 };
 
 /// Must be open while it is used: for read to ask, for write to change. 24 bytes, as all database classes:
-/// what an object holds lies in the classes of the host that derive from them.
+/// what an object holds is in the classes of the host that derive from them.
 class STANDIN_OBJECTARX_CLASS AcDbObject : public AcGiDrawable {
  public:
   ACRX_DECLARE_MEMBERS(AcDbObject)

@@ -9,7 +9,7 @@ class STANDIN_OBJECTARX_CLASS AcRxClass : public AcRxObject {
  public:
   ACRX_DECLARE_MEMBERS(AcRxClass)
 
-  /// What the class is lies with the host; it outlives the object.
+  /// What the host knows of the class; it outlives the object.
   struct Body;
   explicit AcRxClass(const Body* bodyP) : mBodyP(bodyP) {}
 
