@@ -181,7 +181,7 @@ test("the host: tabs, selection, command line, switches, projection", async () =
   assert.equal(await page.locator("#command").inputValue(), "LINE 0,0,0 30,0,40");
   await page.locator("#command").fill("DANCE");
   await page.locator("#command").press("Enter");
-  await until(() => /Unknown command "DANCE"\./.test(document.getElementById("lines").innerText));
+  await until(() => /Command: DANCE\n+Unknown command "DANCE"\./.test(document.getElementById("lines").innerText));
 
   const toggle = page.getByRole("button", { name: "Object Move Mode" });
   await toggle.click();

@@ -48,6 +48,8 @@ export class CommandLine {
     input.value = "";
     if (text.includes("#")) return showNote("A session cannot hold the character #.", true);
     link.act(text.trim() === "" ? "enter" : `command ${text}`);
+    // The host does not repeat what is typed.
+    this.add([[0, "typed", `Command: ${text}`]]);
     if (text) this.history.push(text);
     this.at = this.history.length;
   }
