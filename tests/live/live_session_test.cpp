@@ -299,7 +299,8 @@ TEST_F(LiveSessionTest, ReportIsMadeWhileTheSessionGoesOn) {
   push("0 0 -350 0 0 0", 5);
 }
 
-/// What a user may do, at random; the replay of what was saved has every picture that was shown.
+/// What a user may do, at random; the replay of what was saved ends in the last view and passes through views
+/// that were shown.
 TEST_F(LiveSessionTest, SavedSessionPlaysToTheSameViews) {
   std::mt19937 random(20130101);
   const auto pick = [&random](int low, int high) {

@@ -14,6 +14,7 @@
 // clang-format on
 
 #include <algorithm>
+#include <cmath>
 #include <functional>
 #include <map>
 #include <set>
@@ -153,7 +154,7 @@ void addViewports(Calls& calls) {
     return o.viewportP->updateDisplay() == Acad::eOk;
   };
   calls["AcDbAbstractViewTableRecord::centerPoint"] = [](Operands& o) {
-    return o.recordP->centerPoint().x == o.recordP->centerPoint().x;
+    return std::isfinite(o.recordP->centerPoint().x);
   };
   calls["AcDbAbstractViewTableRecord::width"] = [](Operands& o) { return o.recordP->width() > 0; };
   calls["AcDbAbstractViewTableRecord::height"] = [](Operands& o) { return o.recordP->height() > 0; };

@@ -63,7 +63,7 @@ void throwIfModuleThrew(int result) {
   if (result != 0) throw std::runtime_error("the module threw into the host");
 }
 
-/// A reactor of the module's. The stand-in host calls no other functions of reactors.
+/// A reactor of the module's. Only this function is handed on: the module overrides no other.
 class ModuleReactor final : public AcApDocManagerReactor {
  public:
   ModuleReactor(void* reactorP, int (*toBeDestroyed)(void*, void*))
