@@ -82,6 +82,15 @@ TEST_F(HubTest, CapIsLetGoAlsoWhileTheDeviceIsDown) {
   EXPECT_THAT(deviceActions(), ElementsAre("device up", "motion 0 0 0 0 0 0"));
 }
 
+TEST_F(HubTest, CapThatSpringsBackWhileTheDeviceIsDownIsLetGo) {
+  hub.received(1, R"({"do": "motion 1 0 0 0 0 0"})");
+  hub.received(1, R"({"do": "device down"})");
+  hub.received(1, R"({"do": "motion 0 0 0 0 0 0"})");
+  deviceActions();
+  hub.closed(1);
+  EXPECT_THAT(deviceActions(), ElementsAre("device up", "motion 0 0 0 0 0 0"));
+}
+
 TEST_F(HubTest, PageThatAsksTooMuchIsEnded) {
   for (std::size_t i = 0; i < Inbox::kMostErrands; ++i) hub.received(1, R"({"do": "select all"})");
   EXPECT_FALSE(hub.received(1, R"({"do": "select all"})"));

@@ -53,7 +53,8 @@ bool Hub::handle(PageId page, PageMessage message) {
   if (page != mGuard.driver()) return true;
   if (auto* const deviceP = std::get_if<PageDeviceAction>(&message)) {
     const auto* const eventP = std::get_if<DeviceEvent>(&deviceP->action);
-    if (eventP != nullptr && eventP->code < 0) mGuard.moved(eventP->axes, now());
+    // What the device sends while it is down is lost: the module keeps the deflection that it has read.
+    if (eventP != nullptr && eventP->code < 0 && !mIsDeviceDown) mGuard.moved(eventP->axes, now());
     if (const auto* const powerP = std::get_if<DevicePower>(&deviceP->action)) mIsDeviceDown = powerP->isDown;
     mInbox.put(std::move(*deviceP));
     return true;
