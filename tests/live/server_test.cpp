@@ -4,8 +4,11 @@
 #include "tests/live/page_client.h"
 #include "workbench/input_error.h"
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
 
 #include <atomic>
 #include <condition_variable>
@@ -229,6 +232,23 @@ TEST_F(ServerTest, SlowPageGetsTheNewestPicture) {
   events.confirming = &server;
   client.send("seen");
   EXPECT_EQ(client.await("picture").at("n"), 100);
+}
+
+TEST_F(ServerTest, StartedProgramsInheritNoSocket) {
+  const PageClient client(server.port(), page());
+  events.awaitOpened(1);
+  std::size_t sockets = 0;
+  for (int fd = 0; fd < 1024; ++fd) {
+    sockaddr_in local{};
+    socklen_t size = sizeof local;
+    // The client's end has another port of its own.
+    if (getsockname(fd, reinterpret_cast<sockaddr*>(&local), &size) != 0) continue;
+    if (local.sin_family != AF_INET || ntohs(local.sin_port) != server.port()) continue;
+    ++sockets;
+    EXPECT_NE(fcntl(fd, F_GETFD) & FD_CLOEXEC, 0) << fd;
+  }
+  // The one that listens and that of the page.
+  EXPECT_EQ(sockets, 2U);
 }
 
 TEST_F(ServerTest, TakenPortIsReported) {

@@ -9,6 +9,7 @@
 #include <boost/beast/core.hpp>
 #include <boost/beast/http.hpp>
 #include <boost/beast/websocket.hpp>
+#include <fcntl.h>
 
 #include <algorithm>
 #include <chrono>
@@ -72,6 +73,11 @@ bool isSameSecret(std::string_view a, std::string_view b) {
   return difference == 0;
 }
 
+/// Programs that this one starts must not hold its port: the library opens sockets that they would inherit.
+void keepFromChildren(int socket) {
+  fcntl(socket, F_SETFD, FD_CLOEXEC);
+}
+
 std::string_view toView(beast::string_view text) {
   return {text.data(), text.size()};
 }
@@ -91,6 +97,7 @@ struct Server::Impl {
     try {
       const tcp::endpoint loopback(asio::ip::address_v4::loopback(), options.port);
       acceptor.open(loopback.protocol());
+      keepFromChildren(acceptor.native_handle());
       // A server that was ended a moment ago must not keep its port from the next one.
       acceptor.set_option(asio::socket_base::reuse_address(true));
       acceptor.bind(loopback);
@@ -333,6 +340,7 @@ void Server::Impl::accept() {
     if (error == asio::error::operation_aborted) return;
     // Too many: the socket closes at the end of this call.
     if (!error && connections < kMostConnections) {
+      keepFromChildren(socket.native_handle());
       beast::error_code ignored;
       socket.set_option(tcp::no_delay(true), ignored);
       std::make_shared<Connection>(*this, std::move(socket))->begin();
