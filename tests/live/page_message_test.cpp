@@ -73,6 +73,11 @@ TEST(PageMessage, FilesAreNotReadForAPage) {
     EXPECT_THROW(parsePageMessage(text), PageMessageError) << text;
 }
 
+TEST(PageMessage, EventByItsCodeIsRefused) {
+  for (const char* text : {R"({"do": "event -1"})", R"({"do": " \tevent 0x31"})"})
+    EXPECT_THROW(parsePageMessage(text), PageMessageError) << text;
+}
+
 TEST(PageMessage, DeepNestingIsRefused) {
   EXPECT_THROW(parsePageMessage(std::string(200000, '[')), PageMessageError);
 }

@@ -36,6 +36,11 @@ bool isRefused(const UserAction& action) {
   return documentP != nullptr && documentP->kind != SetDocument::Kind::kSwitch;
 }
 
+bool hasVerb(std::string_view line, std::string_view verb) {
+  line.remove_prefix(std::min(line.find_first_not_of(" \t"), line.size()));
+  return line.substr(0, line.find_first_of(" \t")) == verb;
+}
+
 std::uint32_t numberOf(const Json& message) {
   const auto number = message.find("n");
   if (number == message.end()) return 0;
@@ -54,6 +59,9 @@ PageMessage actionOf(const std::string& line, std::uint32_t number) {
   } catch (const InputError& error) {
     throw PageMessageError(error.what());
   }
+  // A motion by its code repeats the cap's last deflection, which this line alone does not have and the
+  // session that is saved does.
+  if (hasVerb(line, "event")) throw PageMessageError("\"do\": expected an event by its name");
   if (!session.device.empty()) return PageDeviceAction{session.device.front().action, line, number};
   if (session.user.empty() || isRefused(session.user.front().action))
     throw PageMessageError("\"do\": expected an action of the device or the user");
