@@ -299,6 +299,18 @@ TEST_F(LiveSessionTest, ReportIsMadeWhileTheSessionGoesOn) {
   push("0 0 -350 0 0 0", 5);
 }
 
+TEST(LiveDrawings, NameInCapitalsIsOpened) {
+  const std::filesystem::path second = std::filesystem::path(::testing::TempDir()) / "LIVE_SECOND.DXF";
+  std::filesystem::copy_file(kDrawing, second, std::filesystem::copy_options::overwrite_existing);
+  const LiveProcess live({"--drawing", kDrawing, second.string(), "--menu", kMenu});
+  const auto page = live.connect();
+  const Json first = page->await("scene");
+  page->send(R"({"open":1})");
+  const Json scene = page->await("scene");
+  EXPECT_EQ(scene.at("name"), "LIVE_SECOND.DXF");
+  EXPECT_EQ(scene.at("shapes").size(), first.at("shapes").size());
+}
+
 /// What a user may do, at random; the replay of what was saved ends in the last view and passes through views
 /// that were shown.
 TEST_F(LiveSessionTest, SavedSessionPlaysToTheSameViews) {

@@ -9,9 +9,12 @@
 #include "workbench/platform/desktop.h"
 #include "workbench/text_input.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <memory>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -25,6 +28,14 @@ bool isInDrawing(std::uint64_t handle) {
   const standin::Drawing* const drawing = host::drawing();
   // An erased entity is still in the drawing, but nobody can select it.
   return drawing != nullptr && drawing->find(handle) != nullptr && !drawing->isErased(handle);
+}
+
+/// Whatever the case of its letters: files from Windows are often named in capitals.
+bool isDrawingName(std::string_view name) {
+  constexpr std::string_view kEnd = ".dxf";
+  if (name.size() <= kEnd.size()) return false;
+  return std::equal(kEnd.begin(), kEnd.end(), name.end() - static_cast<std::ptrdiff_t>(kEnd.size()),
+                    [](char lower, char c) { return lower == (c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c); });
 }
 
 /// Performs one action of the user; the place is the session's line.
@@ -93,7 +104,7 @@ struct UserPerformer {
     // Session files are UTF-8; the path's own constructor would take the ANSI code page on Windows.
     const std::filesystem::path file = std::filesystem::u8path(name);
     auto drawing =
-        file.extension() == ".dxf" ? readDrawing(sessionFolder / file) : std::make_unique<standin::Drawing>();
+        isDrawingName(name) ? readDrawing(sessionFolder / file) : std::make_unique<standin::Drawing>();
     if (!host::openDocument(std::move(drawing), toWide(name)))
       throw InputError(place, "the name of a document that is not open", inQuotes(name));
   }
