@@ -7,6 +7,7 @@ import { lastNotAbove } from "../../workbench/page/columns.js";
 import { turnedCamera, zoomedCamera } from "../../workbench/page/hand.js";
 import { angleBetween } from "../../workbench/page/motion.js";
 import { eachPiece, projectionOf, projector } from "../../workbench/page/projection.js";
+import { Rotation } from "../../workbench/page/rotation.js";
 import { TimeRange } from "../../workbench/page/time_range.js";
 import { differences } from "../../workbench/page/report/comparison.js";
 
@@ -96,4 +97,25 @@ test("values that differ are as short as tells them apart", () => {
 test("runs that are equal have no differences", () => {
   assert.deepEqual(differences({ first: null, columns: [], lines_only: [[], []], lines_moved: null, entities_only: [[], []],
     entities_changed: [], summary: [] }), []);
+});
+
+/** What a run turns about while a line from the origin to (2,4,6) is selected, in words and as a place. */
+function turning(toggles, lines, ...times) {
+  const line = { type: () => "LINE", points: () => [0, 0, 0, 2, 4, 6] };
+  const scene = { selections: [new Set(["2A"])], eachWithHandle: (handles, see) => see(line, 0) };
+  const rotation = new Rotation({ modes: [], toggles, lines }, scene);
+  return times.map((time) => rotation.at(time, { camera: [0, 0, 9, 7, 7, 7, 0, 1, 0, 4, 3, 0], selection: 0 }))
+    .map(({ words, centre }) => `${words.split(",")[0]} ${centre}`);
+}
+
+test("the view turns about the selection as the module's settings say, from each load on", () => {
+  assert.deepEqual(turning([[0, true, false], [500, false, false], [800, false, true]], [], 0, 499, 500, 800),
+    ["about the middle of the selection 1,2,3", "about the middle of the selection 1,2,3", "about the target 7,7,7",
+      "about the selected line 1,2,3"]);
+});
+
+test("a toggle stays as it was switched until the module is loaded again", () => {
+  const lines = [[200, "print", "\n=> Selection as Rotation Center:  off"], [300, "print", "\n=> Selected Line as Rotation Axis:  on"]];
+  assert.deepEqual(turning([[0, true, false], [500, true, false]], lines, 199, 200, 300, 500).map((words) => words.slice(0, 24)),
+    ["about the middle of the ", "about the target 7,7,7", "about the selected line ", "about the middle of the "]);
 });

@@ -94,7 +94,7 @@ TEST(ReportScene, SceneHasEveryKeyForARunOfNothing) {
   Json expected = parsed(R"({"drawing":"","session":"","clean":false,"summary":[],"shapes":null,"moments":[],
       "selected":[],"selections":[],"changes":null,"desktops":[],
       "passes":{"count":0,"all":0,"time":"","state":"","target":"","eye":"","up":"","field":""},
-      "caps":{"count":0,"all":0,"time":"","axes":""},"modes":[],"events":[],"problems":[],"lines":[],"functions":[],
+      "caps":{"count":0,"all":0,"time":"","axes":""},"modes":[],"toggles":[],"events":[],"problems":[],"lines":[],"functions":[],
       "keys":[],"log":{"count":0,"time":"","text":"","texts":[],"gap":0,"left_out":0},"log_note":"",
       "log_follows":false,"notes":[]})");
   expected["shapes"] = expected["changes"] = shapes;
@@ -279,6 +279,7 @@ TEST(ReportScene, SceneKeepsWhatHappenedInOrder) {
   ReportData data;
   data.caps = {{5, {1, 2, 3, 4, 5, -6}}, {9, {0, 0, 0, 0, 0, 0}}};
   data.modes = {{4, 112, true}};
+  data.toggles = {{0, true, false}, {6, false, true}};
   data.selections = {{7, {0x2A}}, {8, {}}};
   data.events = {{5, 3, "motion 1 2 3 4 5 6"}};
   data.problems = {{12, "a"}, {std::nullopt, "b"}};
@@ -287,6 +288,7 @@ TEST(ReportScene, SceneKeepsWhatHappenedInOrder) {
   EXPECT_THAT(numbers<std::uint32_t>(json["caps"]["time"]), ElementsAre(5, 9));
   EXPECT_THAT(numbers<std::int16_t>(json["caps"]["axes"]), ElementsAre(1, 2, 3, 4, 5, -6, 0, 0, 0, 0, 0, 0));
   EXPECT_EQ(json["modes"], parsed("[[4,112,true]]"));
+  EXPECT_EQ(json["toggles"], parsed("[[0,true,false],[6,false,true]]"));
   EXPECT_EQ(json["selected"], parsed("[[7,0],[8,1]]"));
   EXPECT_EQ(json["selections"], parsed(R"([["2A"],[]])"));
   EXPECT_EQ(json["events"], parsed(R"([[5,3,"motion 1 2 3 4 5 6"]])"));

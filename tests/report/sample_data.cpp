@@ -167,6 +167,7 @@ ReportData bundle() {
                {440, {0, 0, 0, 0, -350, 0}},
                {1000, {40, 0, -25, 0, 0, 0}}};
   data.events = {{0, 1, "motion 0 0 0 0 -350 0"}, {410, 2, "motion 90 0 0 0 0 0"}, {450, 4, "key front"}};
+  data.toggles = {{0, true, false}};
   data.modes = {{600, 11, false}, {1050, 4, false}};
   data.problems = {{700, "host: something that must not be"}, {std::nullopt, "1 objects left open"}};
   data.log = kLog;

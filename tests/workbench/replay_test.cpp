@@ -1,4 +1,5 @@
 #include "tests/workbench/fake_module_process.h"
+#include "workbench/report/report.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -87,6 +88,21 @@ TEST(Replay, SettingThatTheFileLacksEndsTheRun) {
   EXPECT_EQ(outcome.status, 2);
   EXPECT_NE(outcome.err.find("expected a setting of that name, found \"sped\""), std::string::npos)
       << outcome.err;
+}
+
+TEST(Replay, PageHasTheTogglesOfEachLoad) {
+  const FakeModuleProcess process;
+  const auto toggles = [&](const char* session) {
+    EXPECT_EQ(process.replay(session, "--profile mine").status, 0);
+    const std::string page = process.bytes("out/index.html");
+    return nlohmann::json::parse(reportPageData(page).value()).at("toggles").dump();
+  };
+  // The fake module writes no settings: the module's defaults hold.
+  EXPECT_EQ(toggles("20 end\n"), "[[0,true,false]]");
+  process.write("mine/Lumetrapad/Applications/autocad_addin.ini",
+                "[PROGRAM]\ntoggleRotationCenter = off # a\ntoggleRotationAxis = off # b\n");
+  EXPECT_EQ(toggles("10 setting toggleRotationAxis on\n20 reload\n90 end\n"),
+            "[[0,false,false],[20,false,true]]");
 }
 
 TEST(Replay, SessionMayEndWhileTheCapIsHeld) {

@@ -11,14 +11,22 @@ function switchings(lines, text) {
   return found.map(([time, , line]) => [time, /\bON\b/i.test(line.slice(line.indexOf(text) + text.length))]);
 }
 
+/** The states of a toggle: those that the module was loaded with, and what it was switched to since. */
+function states(toggles, index, lines, text) {
+  const loaded = toggles.map((entry) => [entry[0], entry[index]]);
+  // The sort is stable: at one time the module is loaded before it is switched.
+  return [...loaded, ...switchings(lines, text)].sort((a, b) => a[0] - b[0]);
+}
+
 const lastValue = (list, time, none) => list[lastAt(list, time, (entry) => entry[0])]?.[1] ?? none;
 
 export class Rotation {
-  constructor({ modes, lines }, scene) {
+  // The module's defaults stand for a run of an earlier version, which has no toggles.
+  constructor({ modes, toggles = [[0, true, false]], lines }, scene) {
     this.modes = modes;
     this.scene = scene;
-    this.centres = switchings(lines, kToggles.centre);
-    this.axes = switchings(lines, kToggles.axis);
+    this.centres = states(toggles, 1, lines, kToggles.centre);
+    this.axes = states(toggles, 2, lines, kToggles.axis);
   }
 
   /** {words, centre} at a time for what is shown then; the centre is null on a sheet, where nothing turns. */

@@ -103,6 +103,8 @@ export class DrawingView {
   drawOverlay() {
     const { context } = clearedContext(this.overlay);
     if (!this.projection) return;
+    // Below the selection: the mark in its middle would hide a small object.
+    if (this.centre && !this.moment.window) this.drawCentre(context);
     this.drawMarked(context, this.scene.selections[this.moment.selection] || [], this.theme.accent, [7, 4]);
     if (this.picked) this.drawMarked(context, [this.picked], this.theme.turning, []);
     if (this.moment.paper) this.drawWindow(context);
@@ -112,7 +114,6 @@ export class DrawingView {
       // From its own place the edges of what a camera sees are a cross over the picture.
       this.drawCamera(context, cameraOf({ camera: this.otherCamera }), this.isByHand);
     }
-    if (this.centre && !this.moment.window) this.drawCentre(context);
     this.drawTriad(context);
   }
 
@@ -173,6 +174,7 @@ export class DrawingView {
   drawCentre(context) {
     const { x, y, depth } = projector(this.projection)(...this.centre), reach = 9;
     if (!Number.isFinite(x + y) || (this.projection.camera.isPerspective && depth < this.projection.near)) return;
+    context.save();
     context.strokeStyle = this.theme.turning;
     context.lineWidth = 2;
     context.beginPath();
@@ -183,6 +185,7 @@ export class DrawingView {
     context.moveTo(x + 5, y);
     context.arc(x, y, 5, 0, 2 * Math.PI);
     context.stroke();
+    context.restore();
   }
 
   /** The world's axes as seen on the screen, in the lower left corner of what is seen of the model. */

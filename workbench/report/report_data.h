@@ -99,6 +99,13 @@ struct ReportMode {
   bool isZoomAfterView = false;
 };
 
+/// The switches of the rotation's centre as the module has them when it is loaded.
+struct ReportToggles {
+  std::int64_t timeMs = 0;
+  bool isSelectionCentre = true;  ///< the selection is the rotation centre
+  bool isLineAxis = false;        ///< a selected line is the rotation axis
+};
+
 /// The cap from a time on.
 struct ReportCap {
   std::int64_t timeMs = 0;
@@ -132,6 +139,7 @@ struct ReportData {
   std::vector<ReportPass> passes;           ///< every change of what is shown, in order of time
   std::vector<ReportCap> caps;              ///< every deflection, in order of time
   std::vector<ReportMode> modes;            ///< every announcement of the control panel's settings
+  std::vector<ReportToggles> toggles;       ///< of every load of the module, in order of time
   std::vector<ReportSelection> selections;  ///< every change of the pre-selection, in order of time
   std::vector<ReportEvent> events;          ///< of the session
   std::vector<ReportProblem> problems;

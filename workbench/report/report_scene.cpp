@@ -282,6 +282,9 @@ Json reportJson(const ReportData& data) {
   json["modes"] = array(data.modes, [](const ReportMode& mode) {
     return Json::array({mode.timeMs, mode.code, mode.isZoomAfterView});
   });
+  json["toggles"] = array(data.toggles, [](const ReportToggles& toggles) {
+    return Json::array({toggles.timeMs, toggles.isSelectionCentre, toggles.isLineAxis});
+  });
   json["events"] = textsJson(data.events, "events of the session", notes, [](const ReportEvent& event) {
     return Json::array({event.timeMs, event.line, event.text});
   });

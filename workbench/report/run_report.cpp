@@ -76,6 +76,7 @@ ReportData gatherReport(RunResult& result, const RunNames& names, const Session&
   data.passes = passesOf(result.recording.rows);
   data.caps = capsOf(session);
   data.modes = modesOf(session);
+  data.toggles = std::move(result.toggles);
   for (const SelectionChange& change : result.recording.selections)
     data.selections.push_back({change.timeMs, change.handles});
   for (const SessionEvent& event : session.events)

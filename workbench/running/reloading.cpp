@@ -22,6 +22,7 @@ void Reloading::load() {
   mChanges.clear();
   mModule.load();
   mRun.begin();
+  mLoaded();
   if (failure) std::rethrow_exception(failure);
 }
 

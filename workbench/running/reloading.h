@@ -7,6 +7,7 @@
 #include "workbench/sessions/session.h"
 
 #include <filesystem>
+#include <functional>
 #include <utility>
 #include <vector>
 
@@ -14,9 +15,11 @@ namespace workbench {
 
 class Reloading {
  public:
-  /// The arguments must outlive this.
-  Reloading(Module& module, ModuleRun& run, std::filesystem::path settingsFile)
-      : mModule(module), mRun(run), mSettingsFile(std::move(settingsFile)) {}
+  /// The arguments must outlive this. `loaded` is called whenever the module has been loaded again.
+  Reloading(
+      Module& module, ModuleRun& run, std::filesystem::path settingsFile,
+      std::function<void()> loaded = [] {})
+      : mModule(module), mRun(run), mSettingsFile(std::move(settingsFile)), mLoaded(std::move(loaded)) {}
 
   /// Keeps the change for the next load().
   void change(const ChangeSetting& change) { mChanges.push_back(change); }
@@ -30,6 +33,7 @@ class Reloading {
   Module& mModule;
   ModuleRun& mRun;
   std::filesystem::path mSettingsFile;
+  std::function<void()> mLoaded;
   std::vector<ChangeSetting> mChanges;
 };
 

@@ -6,10 +6,13 @@
 #include "workbench/running/module_run.h"
 #include "workbench/running/moments.h"
 #include "workbench/running/reloading.h"
+#include "workbench/running/settings_file.h"
 #include "workbench/sessions/session_player.h"
 
 #include <algorithm>
 #include <exception>
+#include <fstream>
+#include <iterator>
 #include <optional>
 #include <utility>
 
@@ -32,12 +35,27 @@ MomentRecorder::Desktop desktopOf(const Session& session) {
   return isUsed ? MomentRecorder::Desktop::kShown : MomentRecorder::Desktop::kLeftOut;
 }
 
+/// As the module has read them. A switch that the file lacks is at its default, as is all without a file.
+ReportToggles togglesOf(const std::filesystem::path& settings, std::int64_t timeMs) {
+  ReportToggles toggles{timeMs};
+  // A file that cannot be read is no failure of the run: the module does without it too.
+  std::ifstream file(settings, std::ios::binary);
+  const std::string text{std::istreambuf_iterator<char>(file), {}};
+  for (const SettingLine& line : settingLines(text)) {
+    // As the module reads a switch.
+    const bool isOn = line.value.find("on") != std::string::npos;
+    if (line.key == "toggleRotationCenter") toggles.isSelectionCentre = isOn;
+    if (line.key == "toggleRotationAxis") toggles.isLineAxis = isOn;
+  }
+  return toggles;
+}
+
 class Run {
  public:
   Run(ReplayRequest request, Module& module)
       : mRequest(std::move(request)),
         mModuleRun(module, mResult.problems),
-        mReloading(module, mModuleRun, mRequest.settings),
+        mReloading(module, mModuleRun, mRequest.settings, [this] { noteToggles(clock::nowMs()); }),
         mMoments(mRequest.session.endMs, mRequest.moments, desktopOf(mRequest.session)) {}
 
   RunResult go() {
@@ -86,6 +104,7 @@ class Run {
     // Scrolling makes no drawing call, so the clock triggers the capture too.
     for (const std::int64_t timeMs : mMoments.times()) clock::schedule(timeMs, [this] { mMoments.look(); });
     mModuleRun.begin();
+    noteToggles(0);
     try {
       HostLoop(mRequest.session, *mDevice, {recorder, mRequest.writeMenu, mReloading}, mResult.problems)
           .run([this](std::int64_t nowMs, std::int64_t endMs) {
@@ -101,6 +120,9 @@ class Run {
     }
     mModuleRun.end();
   }
+
+  /// The module has been loaded.
+  void noteToggles(std::int64_t timeMs) { mResult.toggles.push_back(togglesOf(mRequest.settings, timeMs)); }
 
   void noteFailure(const std::exception& failure) {
     mResult.failure = std::current_exception();

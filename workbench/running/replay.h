@@ -47,9 +47,10 @@ struct RunResult {
   std::map<std::string, std::size_t> notUnderstood;
   std::vector<ReportShape> shapes;  ///< at the beginning of the run
   std::vector<ReportMoment> moments;
-  std::size_t momentsLeftOut = 0;     ///< that do not show what has changed in the drawing
-  std::vector<std::string> problems;  ///< what makes the run unclean, one line each
-  std::exception_ptr failure;         ///< what ended the run before its session: InputError or Interrupted
+  std::vector<ReportToggles> toggles;  ///< of every load of the module
+  std::size_t momentsLeftOut = 0;      ///< that do not show what has changed in the drawing
+  std::vector<std::string> problems;   ///< what makes the run unclean, one line each
+  std::exception_ptr failure;          ///< what ended the run before its session: InputError or Interrupted
   std::string ending = "the end of the session";  ///< what ended the run, in words
 
   bool isReplay = false;  ///< on the replay clock
