@@ -20,7 +20,7 @@ class RefusingFile {
 
  private:
   /// On Windows, which has no device that is always full: the end of a pipe at which nobody reads.
-  std::intptr_t mPipe = -1;
+  [[maybe_unused]] std::intptr_t mPipe = -1;
 };
 
 #endif
