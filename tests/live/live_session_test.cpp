@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <fstream>
 #include <map>
 #include <random>
 #include <sstream>
@@ -51,6 +52,12 @@ std::vector<double> pointsOf(const std::string& entities, const std::string& han
     for (double number = 0; numbers >> number;) points.push_back(number);
   }
   return points;
+}
+
+std::string fileText(const std::filesystem::path& file) {
+  std::ostringstream text;
+  text << std::ifstream(file).rdbuf();
+  return text.str();
 }
 
 std::array<double, 11> viewOf(const Json& picture) {
@@ -309,6 +316,23 @@ TEST(LiveDrawings, NameInCapitalsIsOpened) {
   const Json scene = page->await("scene");
   EXPECT_EQ(scene.at("name"), "LIVE_SECOND.DXF");
   EXPECT_EQ(scene.at("shapes").size(), first.at("shapes").size());
+}
+
+TEST(LiveProfile, SavedSessionHasTheProfileThatItNames) {
+  const std::filesystem::path profile = std::filesystem::path(::testing::TempDir()) / "live_profile";
+  const std::filesystem::path settings = "Lumetrapad/Applications/autocad_addin.ini";
+  const std::string text = "[PROGRAM]\ntransSensBase = 10000\n";
+  std::filesystem::create_directories((profile / settings).parent_path());
+  std::ofstream(profile / settings) << text;
+  const LiveProcess live({"--drawing", kDrawing, "--menu", kMenu, "--profile", profile.string()});
+  const auto page = live.connect();
+  page->await("hello");
+  page->send(R"({"save":true})");
+  const std::filesystem::path session = page->await("saved").at("text").get<std::string>();
+  std::filesystem::path saved = session;
+  saved.replace_extension(".profile");
+  EXPECT_THAT(fileText(session), HasSubstr("--profile " + saved.string()));
+  EXPECT_EQ(fileText(saved / settings), text);
 }
 
 /// What a user may do, at random; the replay of what was saved ends in the last view and passes through views

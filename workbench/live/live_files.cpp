@@ -66,6 +66,12 @@ void LiveFiles::keepSettings(const fs::path& settingsFile) {
 
 fs::path LiveFiles::save(const std::string& events) {
   const fs::path file = mOut / (mName + ".session"), unfinished = mOut / (mName + ".session.new");
+  if (mSettings) {
+    // Anew each time: the module writes its settings at the end of a run.
+    const fs::path folder = mOut / (mName + ".profile") / "Lumetrapad" / "Applications";
+    makeFolder(folder);
+    writeFile(folder / "autocad_addin.ini", *mSettings);
+  }
   std::string command = "workbench";
   for (const std::string& argument : replayArguments(file)) command += " " + quoted(argument);
   writeFile(unfinished, "# A live session. To play it:\n#   " + command + "\n" + events);
@@ -92,12 +98,6 @@ std::vector<std::string> LiveFiles::replayArguments(const fs::path& session) con
 void LiveFiles::startReport(const std::string& events) {
   if (mReporter != 0) throw InputError({"page"}, "one report at a time", "one that is being made");
   const fs::path session = save(events);
-  if (mSettings) {
-    // Anew each time: the module writes its settings at the end of a run.
-    const fs::path folder = mOut / (mName + ".profile") / "Lumetrapad" / "Applications";
-    makeFolder(folder);
-    writeFile(folder / "autocad_addin.ini", *mSettings);
-  }
   std::vector<std::string> arguments = replayArguments(session);
   for (const char* const argument : {"--quiet", "--module"}) arguments.emplace_back(argument);
   arguments.push_back(mOptions.module.string());

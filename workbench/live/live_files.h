@@ -30,7 +30,8 @@ class LiveFiles {
   /// loaded.
   void keepSettings(const std::filesystem::path& settingsFile);
 
-  /// Writes the session, in place of the one saved before. Returns its file. Throws InputError.
+  /// Writes the session and the profile it begins with, in place of those saved before. Returns its file.
+  /// Throws InputError.
   std::filesystem::path save(const std::string& events);
 
   /// Saves the session and begins to make the report of it. Throws InputError.
